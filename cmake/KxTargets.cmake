@@ -1,0 +1,62 @@
+# What every target of the project shares: warnings, link style, and how a test is declared.
+
+option(KX_LIBFUZZER "build the fuzz targets with libFuzzer (clang)" OFF)
+
+find_program(KX_CCACHE ccache)
+if(KX_CCACHE)
+    set(CMAKE_C_COMPILER_LAUNCHER "${KX_CCACHE}")
+    set(CMAKE_CXX_COMPILER_LAUNCHER "${KX_CCACHE}")
+endif()
+
+# Real recordings are no part of the repository: they are taken from KX_RECORDS, else from a folder
+# "records" in the checkout or in one of its neighbours. Tests that read them exist only where they are.
+set(KX_RECORDS "$ENV{KX_RECORDS}" CACHE PATH "folder that holds the recordings (ludb, ptb, ptbxl, chapman)")
+if(NOT KX_RECORDS)
+    file(GLOB candidates "${PROJECT_SOURCE_DIR}/records" "${PROJECT_SOURCE_DIR}/../records"
+         "${PROJECT_SOURCE_DIR}/../*/records")
+    foreach(candidate IN LISTS candidates)
+        if(EXISTS "${candidate}/ludb")
+            get_filename_component(KX_RECORDS "${candidate}" ABSOLUTE)
+            break()
+        endif()
+    endforeach()
+endif()
+if(KX_RECORDS)
+    message(STATUS "recordings: ${KX_RECORDS}")
+else()
+    message(STATUS "recordings: none found, the tests on real recordings are not built (set KX_RECORDS)")
+endif()
+
+# kx_target(NAME): the project's warnings, headers by their path from the root, no import but the system's.
+function(kx_target name)
+    target_compile_options(${name} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
+    target_include_directories(${name} PUBLIC "${PROJECT_SOURCE_DIR}" "${PROJECT_SOURCE_DIR}/include")
+    if(WIN32)
+        target_compile_definitions(${name} PRIVATE WIN32_LEAN_AND_MEAN NOMINMAX WINVER=0x0601
+                                   _WIN32_WINNT=0x0601 _WIN32_IE=0x0700)
+        # SSE arithmetic, so that a double is a double here as it is in the native tests.
+        target_compile_options(${name} PRIVATE -msse2 -mfpmath=sse -mstackrealign)
+        target_link_options(${name} PRIVATE -static)
+    endif()
+endfunction()
+
+# kx_suite_module(NAME SOURCES... DEF FILE): a DLL of the suite in bin/, exports undecorated as its .def lists them.
+function(kx_suite_module name)
+    add_library(${name} SHARED ${ARGN})
+    kx_target(${name})
+    set_target_properties(${name} PROPERTIES PREFIX "" IMPORT_PREFIX "")
+    target_link_options(${name} PRIVATE -Wl,--enable-stdcall-fixup -Wl,--kill-at)
+endfunction()
+
+# kx_test(NAME SOURCES...): one GoogleTest program, run once as a whole; its cases are counted from the XML it writes.
+# What it links besides is the caller's to say.
+function(kx_test name)
+    add_executable(${name} ${ARGN} "${PROJECT_SOURCE_DIR}/tests/main.cpp")
+    kx_target(${name})
+    target_link_libraries(${name} PRIVATE GTest::gtest GTest::gmock)
+    target_compile_definitions(${name} PRIVATE KX_RECORDS_DIR="${KX_RECORDS}" KX_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
+    add_test(NAME ${name}
+             COMMAND ${name} --gtest_brief=1 --gtest_output=xml:${CMAKE_BINARY_DIR}/results/${name}.xml
+             WORKING_DIRECTORY ${CMAKE_BINARY_DIR})
+    set_tests_properties(${name} PROPERTIES TIMEOUT 900)
+endfunction()
