@@ -55,6 +55,8 @@ function(kx_test name)
     kx_target(${name})
     target_link_libraries(${name} PRIVATE GTest::gtest GTest::gmock)
     target_compile_definitions(${name} PRIVATE KX_RECORDS_DIR="${KX_RECORDS}" KX_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
+    # Apart from the product's own binaries, so that a test may lay a module of its own beside itself.
+    set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/test-bin")
     add_test(NAME ${name}
              COMMAND ${name} --gtest_brief=1 --gtest_output=xml:${CMAKE_BINARY_DIR}/results/${name}.xml
              WORKING_DIRECTORY ${CMAKE_BINARY_DIR})
