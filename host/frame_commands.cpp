@@ -1,0 +1,127 @@
+// What the workstation's menu does.
+#include "host/file_dialogs.h"
+#include "host/frame_window.h"
+#include "host/png_writer.h"
+#include "host/resource_ids.h"
+#include "host/text_conversion.h"
+#include "host/window_picture.h"
+
+namespace kxhost {
+
+void FrameWindow::Say(const std::wstring& text, UINT icon) const {
+    MessageBoxW(Window(), text.c_str(), L"Stazione ECG", MB_OK | icon);
+}
+
+bool FrameWindow::ConfirmLoss() {
+    if (!session_ || !session_->HasChanges())
+        return true;
+    const wchar_t* question =
+        L"Il tracciato è stato modificato.\n\nLe modifiche vanno perse se non è stato salvato l'episodio. "
+        L"Continuare?";
+    return MessageBoxW(Window(), question, L"Stazione ECG", MB_YESNO | MB_DEFBUTTON2 | MB_ICONQUESTION) ==
+           IDYES;
+}
+
+void FrameWindow::OpenRecordForUser(const RecordRequest& request) {
+    if (!ConfirmLoss())
+        return;
+    try {
+        OpenRecord(request);
+    } catch (const RecordError& error) {
+        Say(L"Il tracciato non può essere aperto.\n\n" + FromUtf8(error.what()), MB_ICONERROR);
+    }
+}
+
+void FrameWindow::OnCommand(int id) {
+    if (id >= IDM_VIEW_FIRST_PANE && id <= IDM_VIEW_LAST_PANE) {
+        SelectPane(kPanes[static_cast<std::size_t>(id - IDM_VIEW_FIRST_PANE)].kind);
+        return;
+    }
+    switch (id) {
+        case IDM_FILE_OPEN:
+            OnOpenFile();
+            break;
+        case IDM_FILE_BUILTIN:
+            OpenRecordForUser({});
+            break;
+        case IDM_FILE_SAVE_EPISODE:
+            OnSaveEpisode();
+            break;
+        case IDM_FILE_SAVE_PICTURE:
+            OnSavePicture();
+            break;
+        case IDM_FILE_EXIT:
+            SendMessageW(Window(), WM_CLOSE, 0, 0);
+            break;
+        case IDM_VIEW_REFRESH:
+            ShowPane();
+            break;
+        case IDM_VIEW_LOG:
+            logShown_ = !logShown_;
+            CheckMenuItem(GetMenu(Window()), IDM_VIEW_LOG, logShown_ ? MF_CHECKED : MF_UNCHECKED);
+            Layout();
+            break;
+        case IDM_VIEW_NEXT_PART:
+            FocusNextPart();
+            break;
+        case IDM_VIEW_NEXT_PANE:
+            StepPane(1);
+            break;
+        case IDM_VIEW_PREVIOUS_PANE:
+            StepPane(-1);
+            break;
+        case IDM_HELP_COMMAND_LINE:
+            Say(FromUtf8(UsageText()), MB_ICONINFORMATION);
+            break;
+        case IDM_HELP_ABOUT:
+            OnAbout();
+            break;
+        default:
+            break;
+    }
+}
+
+void FrameWindow::OnOpenFile() {
+    if (const auto file = AskRecordToOpen(Window()))
+        OpenRecordForUser({ToUtf8(file->wstring()), 0});
+}
+
+// Of several dropped files the first is opened: the workstation shows one recording at a time.
+void FrameWindow::OnDropFiles(HDROP drop) {
+    std::wstring name(DragQueryFileW(drop, 0, nullptr, 0), L'\0');
+    DragQueryFileW(drop, 0, name.data(), static_cast<UINT>(name.size() + 1));
+    DragFinish(drop);
+    SetForegroundWindow(Window());
+    if (!name.empty())
+        OpenRecordForUser({ToUtf8(name), 0});
+}
+
+void FrameWindow::OnSaveEpisode() {
+    if (!session_)
+        return;
+    const auto file =
+        AskFileToSave(Window(), L"Salva episodio", L"Episodio (*.kxe)\0*.kxe\0", L"kxe", session_->Title());
+    if (file && !session_->SaveEpisode(*file))
+        Say(L"L'episodio non può essere salvato.\n\n" + file->wstring(), MB_ICONERROR);
+}
+
+void FrameWindow::OnSavePicture() {
+    const auto file =
+        AskFileToSave(Window(), L"Salva immagine", L"Immagine PNG (*.png)\0*.png\0", L"png", L"stazione");
+    if (!file)
+        return;
+    WaitUntilPainted(Window());
+    const GdiPlusSession gdiPlus;
+    const UniqueBitmap picture = TakePicture(Window());
+    if (!gdiPlus.IsStarted() || !picture || !WritePng(picture.get(), *file))
+        Say(L"L'immagine non può essere salvata.\n\n" + file->wstring(), MB_ICONERROR);
+}
+
+void FrameWindow::OnAbout() {
+    Say(L"Stazione ECG\n\nUna piccola stazione di lavoro che apre tracciati WFDB e mostra i pannelli di "
+        L"revisione di "
+        L"kxdialogs.dll: l'esempio vivo per chi integra la libreria.\n\nNon è un dispositivo medico.",
+        MB_ICONINFORMATION);
+}
+
+}  // namespace kxhost

@@ -1,0 +1,255 @@
+#include "host/frame_window.h"
+
+#include <commctrl.h>
+
+#include <algorithm>
+#include <cstring>
+
+#include "host/resource_ids.h"
+#include "host/text_conversion.h"
+
+namespace kxhost {
+namespace {
+
+// Lengths at 96 dots per inch.
+constexpr int kFirstWidth = 1180;
+constexpr int kFirstHeight = 860;
+constexpr int kGap = 6;
+constexpr int kSmallestHeight = 480;
+
+constexpr const wchar_t* kProgramTitle = L"Stazione ECG";
+
+const wchar_t* ReportStateText(unsigned state) {
+    switch (state) {
+        case KX_REPORT_ORIGINAL:
+            return L"Report: originale";
+        case KX_REPORT_OVERREAD:
+            return L"Report: modificato (non confermato)";
+        case KX_REPORT_CONFIRMED:
+            return L"Report: confermato";
+        default:
+            return L"Report: rivisto all'esterno";
+    }
+}
+
+}  // namespace
+
+FrameWindow::FrameWindow(const LibraryClient& library, const AnalysisClient& analysis,
+                         const UiMetrics& metrics)
+    : library_(library),
+      analysis_(analysis),
+      metrics_(metrics),
+      accelerators_(LoadAcceleratorsW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDR_ACCELERATORS))) {
+    RECT work{};
+    SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
+    const int width = std::min(metrics_.Scale(kFirstWidth), static_cast<int>(work.right - work.left));
+    const int height = std::min(metrics_.Scale(kFirstHeight), static_cast<int>(work.bottom - work.top));
+    Create({L"KxWorkstation", kProgramTitle, WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, WS_EX_ACCEPTFILES,
+            nullptr, width, height, LoadMenuW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDR_MENU))});
+    CreateChildren();
+    Layout();
+    ShowStatus();
+}
+
+FrameWindow::~FrameWindow() = default;
+
+void FrameWindow::CreateChildren() {
+    const HINSTANCE instance = GetModuleHandleW(nullptr);
+    strip_ = std::make_unique<PatientStrip>(Window(), metrics_);
+    paneHost_ = std::make_unique<PaneHost>(Window(), library_, metrics_);
+    tabs_ = CreateWindowExW(0, WC_TABCONTROLW, L"", WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | WS_TABSTOP, 0,
+                            0, 0, 0, Window(), reinterpret_cast<HMENU>(static_cast<INT_PTR>(IDC_TABS)),
+                            instance, nullptr);
+    SendMessageW(tabs_, WM_SETFONT, reinterpret_cast<WPARAM>(metrics_.Message()), FALSE);
+    for (const PaneRow& row : kPanes) {
+        TCITEMW item{};
+        item.mask = TCIF_TEXT;
+        item.pszText = const_cast<wchar_t*>(row.title);
+        SendMessageW(tabs_, TCM_INSERTITEMW, static_cast<WPARAM>(row.kind), reinterpret_cast<LPARAM>(&item));
+    }
+    log_ = std::make_unique<LogPane>(Window(), metrics_);
+    status_ = CreateWindowExW(0, STATUSCLASSNAMEW, L"", WS_CHILD | WS_VISIBLE | SBARS_SIZEGRIP, 0, 0, 0, 0,
+                              Window(), reinterpret_cast<HMENU>(static_cast<INT_PTR>(IDC_STATUS)), instance,
+                              nullptr);
+    SendMessageW(status_, WM_SETFONT, reinterpret_cast<WPARAM>(metrics_.Message()), FALSE);
+}
+
+void FrameWindow::Layout() {
+    if (status_ == nullptr)
+        return;
+    RECT area;
+    GetClientRect(Window(), &area);
+    SendMessageW(status_, WM_SIZE, 0, 0);
+    RECT status;
+    GetWindowRect(status_, &status);
+    const int gap = metrics_.Scale(kGap);
+    const int width = static_cast<int>(area.right);
+    int bottom = static_cast<int>(area.bottom - (status.bottom - status.top));
+    const int parts[] = {width - metrics_.Scale(620), width - metrics_.Scale(380),
+                         width - metrics_.Scale(180), -1};
+    SendMessageW(status_, SB_SETPARTS, std::size(parts), reinterpret_cast<LPARAM>(parts));
+
+    const int stripHeight = strip_->Height();
+    SetWindowPos(strip_->Window(), nullptr, 0, 0, width, stripHeight, SWP_NOZORDER | SWP_NOACTIVATE);
+    ShowWindow(log_->Window(), logShown_ ? SW_SHOWNA : SW_HIDE);
+    if (logShown_) {
+        const int logHeight = std::min(log_->PreferredHeight(), std::max((bottom - stripHeight) / 3, 0));
+        bottom -= logHeight + gap;
+        SetWindowPos(log_->Window(), nullptr, gap, bottom, width - 2 * gap, logHeight,
+                     SWP_NOZORDER | SWP_NOACTIVATE);
+        log_->FitColumns();
+    }
+    RECT pane{gap, stripHeight + gap, width - gap, bottom - gap};
+    pane.bottom = std::max(pane.bottom, pane.top);
+    SetWindowPos(tabs_, HWND_BOTTOM, static_cast<int>(pane.left), static_cast<int>(pane.top),
+                 static_cast<int>(pane.right - pane.left), static_cast<int>(pane.bottom - pane.top),
+                 SWP_NOACTIVATE);
+    SendMessageW(tabs_, TCM_ADJUSTRECT, FALSE, reinterpret_cast<LPARAM>(&pane));
+    SetWindowPos(paneHost_->Window(), HWND_TOP, static_cast<int>(pane.left), static_cast<int>(pane.top),
+                 std::max(static_cast<int>(pane.right - pane.left), 0),
+                 std::max(static_cast<int>(pane.bottom - pane.top), 0), SWP_NOACTIVATE);
+}
+
+// As narrow as the measurements with some room for the name; never more than the screen has.
+void FrameWindow::OnGetMinMaxInfo(MINMAXINFO& info) const {
+    if (!strip_)
+        return;
+    info.ptMinTrackSize.x =
+        std::min(strip_->WidthOfMeasurements() + metrics_.Scale(260), GetSystemMetrics(SM_CXSCREEN));
+    info.ptMinTrackSize.y = std::min(metrics_.Scale(kSmallestHeight), GetSystemMetrics(SM_CYSCREEN));
+    info.ptMaxTrackSize = {kLargestShot, kLargestShot};
+}
+
+void FrameWindow::OpenRecord(const RecordRequest& request) {
+    std::unique_ptr<RecordSession> opened = RecordSession::Open(request, analysis_);
+    paneHost_->Close();
+    session_ = std::move(opened);
+    ShowRecord();
+}
+
+void FrameWindow::ShowRecord() {
+    SetWindowTextW(Window(), (session_->Title() + L" - " + kProgramTitle).c_str());
+    if (!session_->MeasuringFailure().empty())
+        AppendReport(L"Stazione", L"Il battito mediano non è misurato: " + session_->MeasuringFailure());
+    ShowPane();
+    shown_ = TakeSnapshot();
+    strip_->Show(DescribePatient(session_->Test(), &session_->Measurements()));
+    ShowStatus();
+}
+
+FrameWindow::Snapshot FrameWindow::TakeSnapshot() const {
+    Snapshot snapshot;
+    std::memcpy(snapshot.measured.data(), &session_->Measurements(), snapshot.measured.size());
+    snapshot.modified = session_->Test().modified;
+    snapshot.reportState = session_->Test().reportState;
+    snapshot.manualMarkers = session_->HasManualMarkers();
+    return snapshot;
+}
+
+void FrameWindow::ShowChanges() {
+    if (!session_)
+        return;
+    const Snapshot now = TakeSnapshot();
+    if (now == shown_)
+        return;
+    shown_ = now;
+    strip_->Show(DescribePatient(session_->Test(), &session_->Measurements()));
+    ShowStatus();
+}
+
+void FrameWindow::ShowStatus() {
+    const wchar_t* texts[4] = {L"Nessun tracciato aperto", L"", L"", L""};
+    if (session_) {
+        texts[0] = session_->Title().c_str();
+        texts[1] = ReportStateText(session_->Test().reportState);
+        texts[2] = session_->Test().modified != 0 ? L"Record: modificato" : L"Record: non modificato";
+        texts[3] = session_->Measurements().measured == 0 ? L"Misure: nessuna"
+                   : session_->HasManualMarkers()         ? L"Misure: corrette a mano"
+                                                          : L"Misure: automatiche";
+    }
+    for (WPARAM part = 0; part < std::size(texts); ++part)
+        SendMessageW(status_, SB_SETTEXTW, part, reinterpret_cast<LPARAM>(texts[part]));
+}
+
+void FrameWindow::ShowPane() {
+    if (!session_)
+        return;
+    const auto selected = SendMessageW(tabs_, TCM_GETCURSEL, 0, 0);
+    if (selected >= 0)
+        paneHost_->Open(kPanes[static_cast<std::size_t>(selected)].kind, session_->Test());
+    ShowChanges();
+}
+
+void FrameWindow::SelectPane(PaneKind kind) {
+    SendMessageW(tabs_, TCM_SETCURSEL, static_cast<WPARAM>(kind), 0);
+    ShowPane();
+}
+
+void FrameWindow::StepPane(int step) {
+    const int count = static_cast<int>(kPanes.size());
+    const int selected = static_cast<int>(SendMessageW(tabs_, TCM_GETCURSEL, 0, 0));
+    SelectPane(kPanes[static_cast<std::size_t>((selected + step + count) % count)].kind);
+}
+
+void FrameWindow::FocusNextPart() {
+    const HWND focus = GetFocus();
+    const HWND pane = paneHost_->Pane();
+    const HWND inPane = pane == nullptr ? nullptr : GetNextDlgTabItem(pane, nullptr, FALSE);
+    if (focus == tabs_ && inPane != nullptr)
+        SetFocus(inPane);
+    else if (logShown_ && focus != log_->Window())
+        SetFocus(log_->Window());
+    else
+        SetFocus(tabs_);
+}
+
+void FrameWindow::AppendReport(const std::wstring& kind, const std::wstring& text) {
+    if (log_)
+        log_->Append(kind, text);
+}
+
+bool FrameWindow::TranslateKeys(MSG& message) {
+    if (TranslateAcceleratorW(Window(), accelerators_, &message) != 0)
+        return true;
+    return paneHost_->TranslateForPane(message) || IsDialogMessageW(Window(), &message) != FALSE;
+}
+
+LRESULT FrameWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+        case WM_SIZE:
+            Layout();
+            return 0;
+        case WM_GETMINMAXINFO:
+            OnGetMinMaxInfo(*reinterpret_cast<MINMAXINFO*>(lParam));
+            return 0;
+        case WM_COMMAND:
+            // Only the menu and the accelerators speak to the frame; controls come with their window.
+            if (lParam == 0)
+                OnCommand(LOWORD(wParam));
+            return 0;
+        case WM_NOTIFY:
+            if (const auto& header = *reinterpret_cast<const NMHDR*>(lParam);
+                header.hwndFrom == tabs_ && header.code == static_cast<UINT>(TCN_SELCHANGE))
+                ShowPane();
+            return 0;
+        case WM_DROPFILES:
+            OnDropFiles(reinterpret_cast<HDROP>(wParam));
+            return 0;
+        case WM_USER:
+            ShowChanges();
+            return 0;
+        case WM_CLOSE:
+            if (ConfirmLoss())
+                DestroyWindow(Window());
+            return 0;
+        case WM_DESTROY:
+            if (paneHost_)
+                paneHost_->Close();
+            PostQuitMessage(0);
+            return 0;
+        default:
+            return HostWindow::OnMessage(message, wParam, lParam);
+    }
+}
+
+}  // namespace kxhost

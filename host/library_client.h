@@ -1,0 +1,29 @@
+// kxdialogs.dll as this workstation uses it: loaded at run time, reached by the ten exports of
+// include/kxdialogs.h.
+#pragma once
+
+#include <string>
+
+#include "host/pane_kinds.h"
+#include "host/suite_module.h"
+#include "include/kxdialogs.h"
+
+namespace kxhost {
+
+// Starts the library, and stops it at the end. Every pane must be gone before it goes.
+class LibraryClient {
+  public:
+    LibraryClient() : module_(L"kxdialogs.dll") {}
+
+    bool IsLoaded() const { return module_.IsLoaded(); }
+    const std::wstring& FailureText() const { return module_.FailureText(); }
+
+    // Opens a pane as a child of the parent's window. Returns the pane's window, null when the library made
+    // none. Parent and record must outlive the pane; who wants to end it destroys its window.
+    HWND Open(PaneKind kind, KxHostWindow& parent, KxTestRecord& test) const;
+
+  private:
+    SuiteModule module_;
+};
+
+}  // namespace kxhost

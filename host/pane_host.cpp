@@ -1,0 +1,212 @@
+#include "host/pane_host.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "host/resource_ids.h"
+
+namespace kxhost {
+namespace {
+
+constexpr WPARAM kChangeNotice = 1024;
+
+int LengthOf(const RECT& area, int bar) {
+    return static_cast<int>(bar == SB_HORZ ? area.right - area.left : area.bottom - area.top);
+}
+
+}  // namespace
+
+PaneHost::PaneHost(HWND parent, const LibraryClient& library, const UiMetrics& metrics)
+    : library_(library), metrics_(metrics) {
+    Create({L"KxPaneHost", nullptr, WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | WS_CLIPSIBLINGS,
+            WS_EX_CONTROLPARENT, parent, 0, 0, reinterpret_cast<HMENU>(static_cast<INT_PTR>(IDC_PANE_HOST))});
+    shared_.handle = Window();
+}
+
+PaneHost::~PaneHost() {
+    Close();
+}
+
+bool PaneHost::Open(PaneKind kind, KxTestRecord& test) {
+    Close();
+    if (!library_.IsLoaded()) {
+        ShowMessage(L"La libreria dei pannelli non è disponibile.\n" + library_.FailureText());
+        return false;
+    }
+    pane_ = library_.Open(kind, shared_, test);
+    if (pane_ == nullptr) {
+        ShowMessage(std::wstring(L"Il pannello «") + RowOf(kind).title +
+                    L"» non è disponibile per questo tracciato.\nIl motivo è fra i messaggi della libreria.");
+        return false;
+    }
+    message_.clear();
+    RECT area;
+    GetWindowRect(pane_, &area);
+    natural_ = {area.right - area.left, area.bottom - area.top};
+    scrolled_ = {};
+    Place();
+    ShowWindow(pane_, SW_SHOWNA);
+    return true;
+}
+
+void PaneHost::Close() {
+    if (pane_ != nullptr && IsWindow(pane_))
+        DestroyWindow(pane_);
+    pane_ = nullptr;
+    natural_ = {};
+    scrolled_ = {};
+    Place();
+}
+
+void PaneHost::ShowMessage(std::wstring text) {
+    message_ = std::move(text);
+    InvalidateRect(Window(), nullptr, TRUE);
+}
+
+// The middle without its scroll bars is measured from the window's own rectangle, since showing one bar
+// changes the room for the other.
+void PaneHost::Place() {
+    RECT area;
+    GetWindowRect(Window(), &area);
+    const int barWidth = GetSystemMetrics(SM_CXVSCROLL);
+    const int barHeight = GetSystemMetrics(SM_CYHSCROLL);
+    int width = LengthOf(area, SB_HORZ);
+    int height = LengthOf(area, SB_VERT);
+    const int needsWidth = static_cast<int>(natural_.cx);
+    const int needsHeight = static_cast<int>(natural_.cy);
+    const bool down = needsHeight > height || (needsWidth > width && needsHeight > height - barHeight);
+    const bool across = needsWidth > width - (down ? barWidth : 0);
+    width -= down ? barWidth : 0;
+    height -= across ? barHeight : 0;
+
+    int left = static_cast<int>(scrolled_.x);
+    int top = static_cast<int>(scrolled_.y);
+    SetBar(SB_HORZ, needsWidth, width, left);
+    SetBar(SB_VERT, needsHeight, height, top);
+    scrolled_ = {left, top};
+    if (pane_ != nullptr)
+        SetWindowPos(pane_, nullptr, -left, -top, std::max(width, needsWidth), std::max(height, needsHeight),
+                     SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void PaneHost::SetBar(int bar, int content, int room, int& position) {
+    position = std::clamp(position, 0, std::max(content - room, 0));
+    SCROLLINFO info{};
+    info.cbSize = sizeof info;
+    info.fMask = SIF_PAGE | SIF_POS | SIF_RANGE;
+    info.nMax = std::max(content - 1, 0);
+    info.nPage = static_cast<UINT>(std::max(room, 0));
+    info.nPos = position;
+    SetScrollInfo(Window(), bar, &info, TRUE);
+    ShowScrollBar(Window(), bar, content > room);
+}
+
+void PaneHost::OnScroll(int bar, int request) {
+    SCROLLINFO info{};
+    info.cbSize = sizeof info;
+    info.fMask = SIF_ALL;
+    GetScrollInfo(Window(), bar, &info);
+    const int line = metrics_.Scale(24);
+    const int page = static_cast<int>(info.nPage);
+    int position = info.nPos;
+    switch (request) {
+        case SB_LINEUP:
+            position -= line;
+            break;
+        case SB_LINEDOWN:
+            position += line;
+            break;
+        case SB_PAGEUP:
+            position -= page;
+            break;
+        case SB_PAGEDOWN:
+            position += page;
+            break;
+        case SB_THUMBTRACK:
+        case SB_THUMBPOSITION:
+            position = info.nTrackPos;
+            break;
+        case SB_TOP:
+            position = info.nMin;
+            break;
+        case SB_BOTTOM:
+            position = info.nMax;
+            break;
+        default:
+            return;
+    }
+    (bar == SB_HORZ ? scrolled_.x : scrolled_.y) = position;
+    Place();
+}
+
+void PaneHost::OnPaint() {
+    const PaintScope paint(Window());
+    RECT area;
+    GetClientRect(Window(), &area);
+    FillRect(paint.Dc(), &area, GetSysColorBrush(COLOR_BTNFACE));
+    if (message_.empty())
+        return;
+    const Selection font(paint.Dc(), metrics_.Message());
+    SetBkMode(paint.Dc(), TRANSPARENT);
+    SetTextColor(paint.Dc(), GetSysColor(COLOR_BTNTEXT));
+    InflateRect(&area, -metrics_.Scale(16), 0);
+    RECT text = area;
+    const UINT format = DT_CENTER | DT_WORDBREAK | DT_NOPREFIX;
+    DrawTextW(paint.Dc(), message_.c_str(), -1, &text, format | DT_CALCRECT);
+    const LONG height = text.bottom - text.top;
+    area.top = std::max<LONG>((area.top + area.bottom - height) / 2, 0);
+    DrawTextW(paint.Dc(), message_.c_str(), -1, &area, format);
+}
+
+bool PaneHost::TranslateForPane(MSG& message) {
+    if (pane_ == nullptr || (message.hwnd != pane_ && !IsChild(pane_, message.hwnd)))
+        return false;
+    if (message.message == WM_KEYDOWN) {
+        if (message.wParam == VK_TAB)
+            return false;
+        if (message.wParam == VK_ESCAPE)
+            return TranslateMessage(&message), DispatchMessageW(&message), true;
+        if (message.wParam == VK_RETURN) {
+            const LRESULT code = SendMessageW(message.hwnd, WM_GETDLGCODE, VK_RETURN, 0);
+            if ((code & (DLGC_DEFPUSHBUTTON | DLGC_UNDEFPUSHBUTTON)) == 0)
+                return TranslateMessage(&message), DispatchMessageW(&message), true;
+        }
+    }
+    return IsDialogMessageW(pane_, &message) != FALSE;
+}
+
+LRESULT PaneHost::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+        case WM_SIZE:
+            Place();
+            InvalidateRect(Window(), nullptr, FALSE);
+            return 0;
+        case WM_PAINT:
+            OnPaint();
+            return 0;
+        case WM_ERASEBKGND:
+            return 1;
+        case WM_HSCROLL:
+            OnScroll(SB_HORZ, LOWORD(wParam));
+            return 0;
+        case WM_VSCROLL:
+            OnScroll(SB_VERT, LOWORD(wParam));
+            return 0;
+        case WM_MOUSEWHEEL:
+            OnScroll(SB_VERT, GET_WHEEL_DELTA_WPARAM(wParam) > 0 ? SB_LINEUP : SB_LINEDOWN);
+            return 0;
+        case WM_PARENTNOTIFY:
+            // The library may end a pane by itself; its window's handle must not be used after that.
+            if (LOWORD(wParam) == WM_DESTROY && reinterpret_cast<HWND>(lParam) == pane_)
+                pane_ = nullptr;
+            return 0;
+        case WM_USER:
+            if (wParam == kChangeNotice && lParam == static_cast<LPARAM>(kChangeNotice))
+                return SendMessageW(GetParent(Window()), message, wParam, lParam);
+            return 0;
+        default:
+            return HostWindow::OnMessage(message, wParam, lParam);
+    }
+}
+
+}  // namespace kxhost

@@ -1,0 +1,34 @@
+// The panes of the library as the workstation offers them: one row per tab.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <string_view>
+
+namespace kxhost {
+
+enum class PaneKind { General, Qrs, PWave, TWave, Hypertrophy, Interpretation, Table };
+
+struct PaneRow {
+    PaneKind kind;
+    std::string_view name;  // on the command line
+    const wchar_t* title;   // on the tab
+    const char* exportName;
+};
+
+// In tab order. The export of Interpretation takes a third argument (see include/kxdialogs.h).
+inline constexpr std::array<PaneRow, 7> kPanes{{
+    {PaneKind::General, "general", L"Morfologia generale", "GENERALMORPHDIALOG"},
+    {PaneKind::Qrs, "qrs", L"QRS", "QRSMORPHDIALOG"},
+    {PaneKind::PWave, "p", L"Onda P", "PMORPHDIALOG"},
+    {PaneKind::TWave, "t", L"Onda T", "TMORPHDIALOG"},
+    {PaneKind::Hypertrophy, "hypertrophy", L"Ipertrofia", "HYPERTROPHYDIALOG"},
+    {PaneKind::Interpretation, "interpretation", L"Interpretazione", "INTERPRETATIONDIALOG"},
+    {PaneKind::Table, "table", L"Tabella", "TABLEDIALOG"},
+}};
+
+inline const PaneRow& RowOf(PaneKind kind) {
+    return kPanes[static_cast<std::size_t>(kind)];
+}
+
+}  // namespace kxhost

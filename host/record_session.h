@@ -1,0 +1,61 @@
+// One opened recording: its test record for the library, with the measured median beat, and what was found on
+// the way.
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "host/analysis_client.h"
+#include "host/command_line.h"
+#include "lib/dbclient/test_record.h"
+
+namespace kxhost {
+
+// A recording could not be opened; what() is one line, UTF-8.
+class RecordError : public std::runtime_error {
+  public:
+    using std::runtime_error::runtime_error;
+};
+
+class RecordSession {
+  public:
+    // Reads the recording, finds its beats, makes the median beat and has it measured. Throws RecordError
+    // when the recording cannot be read or holds no beats. A beat that could not be measured is no error: see
+    // MeasuringFailure.
+    static std::unique_ptr<RecordSession> Open(const RecordRequest& request, const AnalysisClient& analysis);
+
+    kx::TestRecord& Test() { return test_; }
+    const kx::TestRecord& Test() const { return test_; }
+    // The measurements of the median beat.
+    const KxMeasurementSet& Measurements() const;
+
+    // Times of the beats from the start of the recording, and of the alignment point from the start of the
+    // median beat, ms.
+    const std::vector<int>& BeatsMs() const { return beatsMs_; }
+    int RPeakMs() const { return rPeakMs_; }
+
+    // For the title bar and the status bar.
+    const std::wstring& Title() const { return title_; }
+    // Why the beat is not measured; empty when it is.
+    const std::wstring& MeasuringFailure() const { return measuringFailure_; }
+
+    // Whether the user changed anything since the recording was opened.
+    bool HasChanges() const;
+    bool HasManualMarkers() const;
+    // The median beat with its measurements in its serialized form. False when the file could not be written.
+    bool SaveEpisode(const std::filesystem::path& file);
+
+  private:
+    RecordSession() = default;
+
+    kx::TestRecord test_;
+    std::vector<int> beatsMs_;
+    int rPeakMs_ = 0;
+    std::wstring title_;
+    std::wstring measuringFailure_;
+};
+
+}  // namespace kxhost

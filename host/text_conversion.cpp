@@ -1,0 +1,53 @@
+#include "host/text_conversion.h"
+
+#include <windows.h>
+
+namespace kxhost {
+namespace {
+
+std::wstring ToWide(std::string_view text, UINT codePage) {
+    if (text.empty())
+        return {};
+    const int length = static_cast<int>(text.size());
+    std::wstring wide(
+        static_cast<std::size_t>(MultiByteToWideChar(codePage, 0, text.data(), length, nullptr, 0)), L'\0');
+    MultiByteToWideChar(codePage, 0, text.data(), length, wide.data(), static_cast<int>(wide.size()));
+    return wide;
+}
+
+}  // namespace
+
+std::wstring FromRecordText(std::string_view windows1252) {
+    return ToWide(windows1252, 1252);
+}
+
+std::wstring FromUtf8(std::string_view utf8) {
+    return ToWide(utf8, CP_UTF8);
+}
+
+std::string ToUtf8(std::wstring_view wide) {
+    if (wide.empty())
+        return {};
+    const int length = static_cast<int>(wide.size());
+    const int bytes = WideCharToMultiByte(CP_UTF8, 0, wide.data(), length, nullptr, 0, nullptr, nullptr);
+    std::string text(static_cast<std::size_t>(bytes), '\0');
+    WideCharToMultiByte(CP_UTF8, 0, wide.data(), length, text.data(), bytes, nullptr, nullptr);
+    return text;
+}
+
+std::filesystem::path PathFromUtf8(std::string_view utf8) {
+    return std::filesystem::path(FromUtf8(utf8));
+}
+
+std::wstring SystemMessage(unsigned long error) {
+    wchar_t text[256];
+    DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, error,
+                                  0, text, static_cast<DWORD>(std::size(text)), nullptr);
+    while (length > 0 && (text[length - 1] == L'\r' || text[length - 1] == L'\n' || text[length - 1] == L' '))
+        --length;
+    if (length == 0)
+        return L"errore " + std::to_wstring(error);
+    return std::wstring(text, length);
+}
+
+}  // namespace kxhost

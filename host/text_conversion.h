@@ -1,0 +1,19 @@
+// The three alphabets that meet here: Windows-1252 in the records, UTF-8 in files' names on the command line
+// and in batch output, UTF-16 on the screen.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+namespace kxhost {
+
+std::wstring FromRecordText(std::string_view windows1252);
+std::wstring FromUtf8(std::string_view utf8);
+std::string ToUtf8(std::wstring_view wide);
+std::filesystem::path PathFromUtf8(std::string_view utf8);
+
+// The system's message for an error code, without its line break; "errore N" when it has none.
+std::wstring SystemMessage(unsigned long error);
+
+}  // namespace kxhost

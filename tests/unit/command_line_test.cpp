@@ -1,0 +1,100 @@
+#include "host/command_line.h"
+
+#include <gtest/gtest.h>
+
+namespace kxhost {
+namespace {
+
+using Words = std::vector<std::string>;
+
+// One line that says what was understood, so that a row is compared at once.
+std::string Describe(const Command& command) {
+    struct Describer {
+        static std::string Of(const RecordRequest& r) {
+            return (r.path.empty() ? "<builtin>" : r.path) +
+                   (r.unitsPerMv ? " @" + std::to_string(r.unitsPerMv) : "");
+        }
+        std::string operator()(const OpenWorkstation& c) const { return "open " + Of(c.record); }
+        std::string operator()(const Measure& c) const { return "measure " + Of(c.record); }
+        std::string operator()(const Shot& c) const {
+            return "shot " + c.file + " of " + Of(c.record) + " " +
+                   (c.pane ? std::string(RowOf(*c.pane).name) : "window") + " " + std::to_string(c.width) +
+                   "x" + std::to_string(c.height);
+        }
+        std::string operator()(const ShowHelp&) const { return "help"; }
+        std::string operator()(const UsageError& c) const { return "error: " + c.text; }
+    };
+    return std::visit(Describer{}, command);
+}
+
+TEST(CommandLine, UnderstandsEveryForm) {
+    const struct {
+        Words words;
+        const char* expected;
+    } rows[] = {
+        {{}, "open <builtin>"},
+        {{"a.hea"}, "open a.hea"},
+        {{"--builtin"}, "open <builtin>"},
+        {{"a", "--units-per-mv", "1000"}, "open a @1000"},
+        {{"--help"}, "help"},
+        {{"a", "-h", "--nonsense"}, "help"},
+        {{"--measure", "a.hea"}, "measure a.hea"},
+        {{"a.hea", "--measure"}, "measure a.hea"},
+        {{"--measure", "--builtin"}, "measure <builtin>"},
+        {{"--measure", "a", "--units-per-mv", "2000"}, "measure a @2000"},
+        {{"--measure", "--", "-odd name"}, "measure -odd name"},
+        {{"--shot", "f.png", "a", "qrs"}, "shot f.png of a qrs 0x0"},
+        {{"--shot", "f.png", "--builtin", "window"}, "shot f.png of <builtin> window 0x0"},
+        {{"--shot", "f.png", "a", "table", "--size", "800x600"}, "shot f.png of a table 800x600"},
+        {{"--size", "64x4096", "--shot", "f.png", "a", "p"}, "shot f.png of a p 64x4096"},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(Describe(ParseCommandLine(row.words)), row.expected) << testing::PrintToString(row.words);
+}
+
+TEST(CommandLine, SaysWhatItDoesNotUnderstand) {
+    const struct {
+        Words words;
+        const char* expected;
+    } rows[] = {
+        {{"--nonsense"}, "unknown option: --nonsense"},
+        {{"a", "b"}, "one word too many: b"},
+        {{"--builtin", "a"}, "one word too many: a"},
+        {{"--measure"}, "no recording given (a path, or --builtin)"},
+        {{"--measure", "a", "b"}, "one word too many: b"},
+        {{"--measure", "a", "--units-per-mv"}, "a value is missing behind: --units-per-mv"},
+        {{"--measure", "a", "--units-per-mv", "0"}, "not a whole number of units per mV: 0"},
+        {{"--measure", "a", "--units-per-mv", "-5"}, "not a whole number of units per mV: -5"},
+        {{"--measure", "a", "--units-per-mv", "1e3"}, "not a whole number of units per mV: 1e3"},
+        {{"--measure", "a", "--units-per-mv", "99999999999"},
+         "not a whole number of units per mV: 99999999999"},
+        {{"--measure", "a", "--size", "64x64"}, "--size belongs to --shot"},
+        {{"--measure", "--shot", "f", "a", "p"}, "--measure and --shot exclude each other"},
+        {{"--shot"}, "a value is missing behind: --shot"},
+        {{"--shot", "f.png"}, "no recording given (a path, or --builtin)"},
+        {{"--shot", "f.png", "a"}, "no pane given"},
+        {{"--shot", "f.png", "--builtin"}, "no pane given"},
+        {{"--shot", "f.png", "a", "u"}, "unknown pane: u"},
+        {{"--shot", "f.png", "a", "p", "--size", "63x64"}, "not a size between 64x64 and 4096x4096: 63x64"},
+        {{"--shot", "f.png", "a", "p", "--size", "64x4097"},
+         "not a size between 64x64 and 4096x4096: 64x4097"},
+        {{"--shot", "f.png", "a", "p", "--size", "800"}, "not a size between 64x64 and 4096x4096: 800"},
+        {{"--shot", "f.png", "a", "p", "--size", "800x600x3"},
+         "not a size between 64x64 and 4096x4096: 800x600x3"},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(Describe(ParseCommandLine(row.words)), std::string("error: ") + row.expected)
+            << testing::PrintToString(row.words);
+}
+
+TEST(CommandLine, HelpNamesEveryOptionAndPane) {
+    const std::string usage(UsageText());
+    for (const char* option :
+         {"--measure", "--shot", "--builtin", "--size", "--units-per-mv", "--help", "window"})
+        EXPECT_NE(usage.find(option), std::string::npos) << option;
+    for (const PaneRow& row : kPanes)
+        EXPECT_NE(usage.find(row.name), std::string::npos) << row.name;
+}
+
+}  // namespace
+}  // namespace kxhost
