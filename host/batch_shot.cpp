@@ -33,14 +33,20 @@ void Save(HWND window, const std::string& file) {
         throw RecordError(file + ": the picture could not be written");
 }
 
-void ShootWindow(const Shot& command, const LibraryClient& library, const AnalysisClient& analysis,
-                 const UiMetrics& metrics) {
+void ShootWindow(const Shot& command, SystemLog& log, const LibraryClient& library,
+                 const AnalysisClient& analysis, const UiMetrics& metrics) {
     FrameWindow frame(library, analysis, metrics);
+    // Title bar and border are not the program's to draw everywhere: the picture begins with the menu.
+    SetWindowLongW(frame.Window(), GWL_STYLE, static_cast<LONG>(WS_POPUP | WS_CLIPCHILDREN));
+    const UINT keepSize = command.width == 0 ? SWP_NOSIZE : 0;
+    SetWindowPos(frame.Window(), nullptr, 0, 0, command.width, command.height,
+                 SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED | keepSize);
+    log.Listen(
+        [&frame](const std::wstring& kind, const std::wstring& text) { frame.AppendReport(kind, text); });
     frame.OpenRecord(command.record);
-    if (command.width != 0)
-        SetWindowPos(frame.Window(), nullptr, 0, 0, command.width, command.height, SWP_NOZORDER);
-    ShowWindow(frame.Window(), SW_SHOW);
+    ShowWindow(frame.Window(), SW_SHOWNOACTIVATE);
     Save(frame.Window(), command.file);
+    log.Listen({});
 }
 
 void ShootPane(const Shot& command, const LibraryClient& library, const AnalysisClient& analysis,
@@ -58,7 +64,8 @@ void ShootPane(const Shot& command, const LibraryClient& library, const Analysis
         command.width != 0 ? command.width : std::clamp<int>(natural.cx, kSmallestShot, kLargestShot);
     const int height =
         command.height != 0 ? command.height : std::clamp<int>(natural.cy, kSmallestShot, kLargestShot);
-    SetWindowPos(window.Window(), nullptr, 0, 0, width, height, SWP_NOZORDER | SWP_SHOWWINDOW);
+    SetWindowPos(window.Window(), nullptr, 0, 0, width, height,
+                 SWP_NOZORDER | SWP_NOACTIVATE | SWP_SHOWWINDOW);
     SetWindowPos(host.Window(), nullptr, 0, 0, width, height, SWP_NOZORDER);
     Save(window.Window(), command.file);
     host.Close();
@@ -66,12 +73,12 @@ void ShootPane(const Shot& command, const LibraryClient& library, const Analysis
 
 }  // namespace
 
-int RunShot(const Shot& command, const LibraryClient& library, const AnalysisClient& analysis,
+int RunShot(const Shot& command, SystemLog& log, const LibraryClient& library, const AnalysisClient& analysis,
             const UiMetrics& metrics) {
     if (command.pane)
         ShootPane(command, library, analysis, metrics);
     else
-        ShootWindow(command, library, analysis, metrics);
+        ShootWindow(command, log, library, analysis, metrics);
     return 0;
 }
 

@@ -4,13 +4,14 @@
 #include "host/analysis_client.h"
 #include "host/command_line.h"
 #include "host/library_client.h"
+#include "host/system_log.h"
 #include "host/ui_metrics.h"
 
 namespace kxhost {
 
 // Returns the program's exit code. Throws RecordError when the recording cannot be read or the picture not be
 // made.
-int RunShot(const Shot& command, const LibraryClient& library, const AnalysisClient& analysis,
+int RunShot(const Shot& command, SystemLog& log, const LibraryClient& library, const AnalysisClient& analysis,
             const UiMetrics& metrics);
 
 }  // namespace kxhost

@@ -15,6 +15,7 @@ namespace {
 constexpr int kFirstWidth = 1180;
 constexpr int kFirstHeight = 860;
 constexpr int kGap = 6;
+constexpr int kTabPadding = 10;
 constexpr int kSmallestHeight = 480;
 
 constexpr const wchar_t* kProgramTitle = L"Stazione ECG";
@@ -61,6 +62,7 @@ void FrameWindow::CreateChildren() {
                             0, 0, 0, Window(), reinterpret_cast<HMENU>(static_cast<INT_PTR>(IDC_TABS)),
                             instance, nullptr);
     SendMessageW(tabs_, WM_SETFONT, reinterpret_cast<WPARAM>(metrics_.Message()), FALSE);
+    SendMessageW(tabs_, TCM_SETPADDING, 0, MAKELPARAM(metrics_.Scale(kTabPadding), metrics_.Scale(4)));
     for (const PaneRow& row : kPanes) {
         TCITEMW item{};
         item.mask = TCIF_TEXT;

@@ -48,7 +48,7 @@ LogPane::LogPane(HWND parent, const UiMetrics& metrics) : metrics_(metrics) {
     SendMessageW(list_, LVM_SETEXTENDEDLISTVIEWSTYLE, LVS_EX_FULLROWSELECT, LVS_EX_FULLROWSELECT);
     AddColumn(list_, kTimeColumn, L"Ora", metrics_.Scale(kTimeWidth));
     AddColumn(list_, kKindColumn, L"Tipo", metrics_.Scale(kKindWidth));
-    AddColumn(list_, kTextColumn, L"Messaggio della libreria", metrics_.Scale(kKindWidth));
+    AddColumn(list_, kTextColumn, L"Messaggio", metrics_.Scale(kKindWidth));
 }
 
 void LogPane::Append(const std::wstring& kind, const std::wstring& text) {
@@ -82,8 +82,6 @@ int LogPane::PreferredHeight() const {
 }
 
 void LogPane::FitColumns() const {
-    RECT area;
-    GetClientRect(list_, &area);
     // Room for the vertical bar is always left, so that its coming brings no horizontal one.
     RECT whole;
     GetWindowRect(list_, &whole);

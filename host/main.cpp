@@ -68,13 +68,13 @@ int RunWindow(const OpenWorkstation& command, int showCommand) {
 }
 
 // No message box of the system or of the suite appears, and nothing waits for a person.
-template <class Run>
-int RunBatch(Run run) {
+template <class Work>
+int RunBatch(Work work) {
     SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);
     SystemLog log;
     log.SetBatchMode();
     try {
-        return run();
+        return work(log);
     } catch (const std::exception& failure) {
         // The promise is one line, whatever a file's name holds.
         std::string line = std::string("kxhost: ") + failure.what();
@@ -86,15 +86,15 @@ int RunBatch(Run run) {
 }
 
 int Run(const Measure& command) {
-    return RunBatch([&] { return RunMeasure(command, AnalysisClient()); });
+    return RunBatch([&](SystemLog&) { return RunMeasure(command, AnalysisClient()); });
 }
 
 int Run(const Shot& command) {
-    return RunBatch([&] {
+    return RunBatch([&](SystemLog& log) {
         InitialiseControls();
         const AnalysisClient analysis;
         const LibraryClient library;
-        return RunShot(command, library, analysis, UiMetrics());
+        return RunShot(command, log, library, analysis, UiMetrics());
     });
 }
 

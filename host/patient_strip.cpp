@@ -16,6 +16,15 @@ constexpr const wchar_t* kMissing = L"...";
 constexpr int kDaysInYear = 365;
 constexpr int kDaysInMonth = 30;
 
+// Between the window's text and its background: quiet, and still readable whatever the system's colours are.
+COLORREF LabelColour() {
+    const COLORREF text = GetSysColor(COLOR_WINDOWTEXT);
+    const COLORREF back = GetSysColor(COLOR_WINDOW);
+    const auto mix = [](int a, int b) { return (3 * a + 2 * b) / 5; };
+    return RGB(mix(GetRValue(text), GetRValue(back)), mix(GetGValue(text), GetGValue(back)),
+               mix(GetBValue(text), GetBValue(back)));
+}
+
 // Lengths at 96 dots per inch.
 constexpr int kMargin = 12;
 constexpr int kAccentWidth = 5;
@@ -152,7 +161,7 @@ void PatientStrip::DrawMeasurements(HDC dc, const RECT& area) const {
         const UINT format = DT_SINGLELINE | DT_NOPREFIX | DT_LEFT | DT_NOCLIP;
         {
             const Selection font(dc, metrics_.Message());
-            SetTextColor(dc, GetSysColor(COLOR_GRAYTEXT));
+            SetTextColor(dc, LabelColour());
             DrawTextW(dc, texts_.measurements[i].label, -1, &label, format);
         }
         const Selection font(dc, metrics_.Strong());

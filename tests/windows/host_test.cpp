@@ -1,0 +1,303 @@
+// The workstation from outside: its batch forms and its window.
+#include <windows.h>
+
+#include <commctrl.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <charconv>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <set>
+
+#include "host/resource_ids.h"
+#include "tests/windows/host_process.h"
+#include "tests/windows/png_picture.h"
+
+namespace kxtest {
+namespace {
+
+namespace fs = std::filesystem;
+
+// A folder of this test run's own, removed at the end.
+class HostTest : public testing::Test {
+  protected:
+    void SetUp() override {
+        const auto* test = testing::UnitTest::GetInstance()->current_test_info();
+        folder_ = fs::temp_directory_path() /
+                  (std::string("kxhost-") + test->name() + std::to_string(GetCurrentProcessId()));
+        fs::create_directories(folder_);
+    }
+    void TearDown() override {
+        std::error_code ignored;
+        fs::remove_all(folder_, ignored);
+    }
+    fs::path Write(const std::string& name, const std::string& bytes) const {
+        std::ofstream(folder_ / name, std::ios::binary) << bytes;
+        return folder_ / name;
+    }
+    // A recording whose header promises more samples than the signal file holds.
+    fs::path TruncatedRecord() const {
+        Write("short.dat", std::string(1000, '\0'));
+        return Write("short.hea", "short 1 500 5000\nshort.dat 16 1000 16 0 0 0 0 I\n");
+    }
+
+    fs::path folder_;
+};
+
+const char* const kGlobalNames[] = {
+    "rPeak", "pDuration", "prInterval", "qtInterval", "qtc",  "qtcBazett", "qrsDuration", "rrInterval",
+    "pAxis", "qrsAxis",   "tAxis",      "pOn",        "pOff", "qrsOn",     "qrsOff",      "tOff"};
+const char* const kLeads[] = {"I", "II", "III", "aVR", "aVL", "aVF", "V1", "V2", "V3", "V4", "V5", "V6"};
+const char* const kLeadNames[] = {"aP1",
+                                  "aP2",
+                                  "aQ",
+                                  "aR",
+                                  "aS",
+                                  "aR1",
+                                  "aS1",
+                                  "aT1",
+                                  "aT2",
+                                  "pOnMarker",
+                                  "pOffMarker",
+                                  "pPrimeOnMarker",
+                                  "qOnMarker",
+                                  "rOnMarker",
+                                  "sOnMarker",
+                                  "rPrimeOnMarker",
+                                  "sPrimeOnMarker",
+                                  "qrsOffMarker",
+                                  "tOnMarker",
+                                  "tPrimeOnMarker",
+                                  "tOffMarker",
+                                  "intrinsicoidDeflection",
+                                  "stLevel0",
+                                  "stLevel9"};
+
+std::multimap<std::string, int> ParseMeasurements(const std::string& output) {
+    std::multimap<std::string, int> values;
+    for (const std::string& line : Lines(output)) {
+        const std::size_t tab = line.find('\t');
+        int value = 0;
+        const char* end = line.data() + line.size();
+        if (tab == std::string::npos || std::from_chars(line.data() + tab + 1, end, value).ptr != end)
+            ADD_FAILURE() << "not a name, a tab and a number: " << line;
+        else
+            values.emplace(line.substr(0, tab), value);
+    }
+    return values;
+}
+
+// Runs --measure and checks what holds of every recording; returns the values.
+std::multimap<std::string, int> MeasureRecord(const std::vector<std::wstring>& record) {
+    std::vector<std::wstring> arguments{L"--measure"};
+    arguments.insert(arguments.end(), record.begin(), record.end());
+    const HostResult result = RunHost(arguments);
+    EXPECT_EQ(result.exitCode, 0u) << result.error;
+    EXPECT_EQ(result.error, "");
+    EXPECT_EQ(result.output.find('\r'), std::string::npos);
+    auto values = ParseMeasurements(result.output);
+    EXPECT_GE(values.count("beat"), 1u);
+    for (const char* name : kGlobalNames)
+        EXPECT_EQ(values.count(name), 1u) << name;
+    for (const char* lead : kLeads)
+        for (const char* name : kLeadNames)
+            EXPECT_EQ(values.count(std::string(lead) + '.' + name), 1u) << lead << '.' << name;
+    return values;
+}
+
+int Value(const std::multimap<std::string, int>& values, const std::string& name) {
+    const auto found = values.find(name);
+    return found == values.end() ? INT_MIN : found->second;
+}
+
+TEST_F(HostTest, MeasuresTheBuiltInRecording) {
+    const auto values = MeasureRecord({L"--builtin"});
+    // A beat of a healthy adult, whatever the exact shape: the points are in their order and the times
+    // ordinary.
+    const char* order[] = {"pOn", "pOff", "qrsOn", "rPeak", "qrsOff", "tOff"};
+    for (std::size_t i = 1; i < std::size(order); ++i)
+        EXPECT_LT(Value(values, order[i - 1]), Value(values, order[i]))
+            << order[i - 1] << " before " << order[i];
+    const struct {
+        const char* name;
+        int least, most;
+    } rows[] = {{"rrInterval", 400, 1500}, {"qrsDuration", 60, 130}, {"prInterval", 90, 240},
+                {"qtInterval", 280, 520},  {"qrsAxis", -90, 120},    {"II.aR", 200, 3000}};
+    for (const auto& row : rows) {
+        EXPECT_GE(Value(values, row.name), row.least) << row.name;
+        EXPECT_LE(Value(values, row.name), row.most) << row.name;
+    }
+    // The beats lie one RR interval apart.
+    const auto [first, last] = values.equal_range("beat");
+    ASSERT_GE(std::distance(first, last), 3);
+    for (auto beat = first; std::next(beat) != last; ++beat)
+        EXPECT_NEAR(std::next(beat)->second - beat->second, Value(values, "rrInterval"),
+                    Value(values, "rrInterval") / 5);
+}
+
+TEST_F(HostTest, FailsInOneLineWhenARecordCannotBeRead) {
+    const fs::path garbage = Write("garbage.hea", std::string("\x01\xFF\x00no header at all\n\x7F", 22));
+    const fs::path missingSignal = Write("alone.hea", "alone 1 500 5000\nalone.dat 16 1000 16 0 0 0 0 I\n");
+    const fs::path empty = Write("empty.hea", "");
+    const fs::path records[] = {folder_ / L"no such file.hea", garbage, missingSignal, empty,
+                                TruncatedRecord()};
+    for (const fs::path& record : records) {
+        const fs::path picture = folder_ / L"never.png";
+        for (const auto& arguments : {std::vector<std::wstring>{L"--measure", record.wstring()},
+                                      {L"--shot", picture.wstring(), record.wstring(), L"table"},
+                                      {L"--shot", picture.wstring(), record.wstring(), L"window"}}) {
+            const HostResult result = RunHost(arguments);
+            EXPECT_EQ(result.exitCode, 1u) << record;
+            EXPECT_EQ(result.output, "") << record;
+            const auto lines = Lines(result.error);
+            ASSERT_EQ(lines.size(), 1u) << record << ": " << result.error;
+            EXPECT_GT(lines[0].size(), std::string("kxhost: ").size()) << record;
+            EXPECT_FALSE(fs::exists(picture)) << record;
+        }
+    }
+}
+
+TEST_F(HostTest, RefusesACommandLineItDoesNotUnderstand) {
+    const std::vector<std::wstring> rows[] = {
+        {L"--nonsense"},
+        {L"--measure"},
+        {L"--shot"},
+        {L"--shot", L"x.png", L"--builtin"},
+        {L"--measure", L"a", L"b"},
+    };
+    for (const auto& arguments : rows) {
+        const HostResult result = RunHost(arguments);
+        EXPECT_EQ(result.exitCode, 2u) << arguments.front().size();
+        EXPECT_EQ(result.output, "");
+        EXPECT_NE(result.error.find("usage:"), std::string::npos) << result.error;
+    }
+}
+
+TEST_F(HostTest, HelpGoesToStandardOutput) {
+    const HostResult result = RunHost({L"--help"});
+    EXPECT_EQ(result.exitCode, 0u);
+    EXPECT_EQ(result.error, "");
+    EXPECT_NE(result.output.find("--units-per-mv"), std::string::npos);
+}
+
+TEST_F(HostTest, WritesPicturesOfTheStatedSize) {
+    const struct {
+        const wchar_t* pane;
+        const wchar_t* size;
+        int width, height;
+    } rows[] = {
+        {L"window", L"1000x700", 1000, 700},
+        {L"window", nullptr, 0, 0},
+        {L"general", L"900x600", 900, 600},
+        {L"qrs", nullptr, 0, 0},
+        {L"p", nullptr, 0, 0},
+        {L"t", nullptr, 0, 0},
+        {L"hypertrophy", L"300x200", 300, 200},
+        {L"interpretation", nullptr, 0, 0},
+        {L"table", L"800x300", 800, 300},
+    };
+    for (const auto& row : rows) {
+        const fs::path file = folder_ / (std::wstring(row.pane) + L".png");
+        std::vector<std::wstring> arguments{L"--shot", file.wstring(), L"--builtin", row.pane};
+        if (row.size != nullptr)
+            arguments.insert(arguments.end(), {L"--size", row.size});
+        const HostResult result = RunHost(arguments);
+        const std::string name = fs::path(row.pane).string();
+        EXPECT_EQ(result.exitCode, 0u) << name << ": " << result.error;
+        const PngPicture picture = ReadPng(file);
+        ASSERT_GT(picture.width, 0) << name << ": no picture";
+        if (row.size != nullptr) {
+            EXPECT_EQ(picture.width, row.width) << name;
+            EXPECT_EQ(picture.height, row.height) << name;
+        }
+        EXPECT_GT(picture.colours, 8u) << name << ": nothing is drawn";
+    }
+}
+
+TEST_F(HostTest, APictureThatCannotBeWrittenIsAnError) {
+    const fs::path file = folder_ / L"no such folder" / L"x.png";
+    const HostResult result = RunHost({L"--shot", file.wstring(), L"--builtin", L"table"});
+    EXPECT_EQ(result.exitCode, 1u);
+    EXPECT_EQ(Lines(result.error).size(), 1u) << result.error;
+}
+
+// The program alone, without the suite's modules beside it: what it can still do, it does.
+TEST_F(HostTest, WithoutTheModulesItSaysSoAndTheRecordStillOpens) {
+    const fs::path program = folder_ / L"kxhost.exe";
+    fs::copy_file(fs::path(ProductFolder()) / L"kxhost.exe", program);
+    const HostResult measured = RunHost({L"--measure", L"--builtin"}, program.wstring());
+    EXPECT_EQ(measured.exitCode, 1u);
+    ASSERT_EQ(Lines(measured.error).size(), 1u) << measured.error;
+    EXPECT_NE(measured.error.find("kxanalyze.dll"), std::string::npos) << measured.error;
+
+    const fs::path picture = folder_ / L"window.png";
+    const HostResult shown =
+        RunHost({L"--shot", picture.wstring(), L"--builtin", L"window"}, program.wstring());
+    EXPECT_EQ(shown.exitCode, 0u) << shown.error;
+    EXPECT_GT(ReadPng(picture).colours, 8u);
+
+    const HostResult pane =
+        RunHost({L"--shot", picture.wstring(), L"--builtin", L"table"}, program.wstring());
+    EXPECT_EQ(pane.exitCode, 1u);
+    EXPECT_NE(pane.error.find("kxdialogs.dll"), std::string::npos) << pane.error;
+}
+
+TEST_F(HostTest, ABrokenRecordLeavesTheOneShown) {
+    const fs::path broken = TruncatedRecord();
+    const OpenHost host({L"--builtin"});
+    ASSERT_NE(host.Frame(), nullptr);
+    ASSERT_TRUE(WaitUntil([&] { return host.Pane() != nullptr; })) << "no pane for the built-in recording";
+    const std::wstring title = host.Title();
+    const HWND pane = host.Pane();
+
+    host.Drop(broken.wstring());
+    const HWND box = host.WaitForMessageBox();
+    ASSERT_NE(box, nullptr) << "no message about the broken recording";
+    const std::wstring text = TextsOf(box);
+    EXPECT_NE(text.find(L"Il tracciato non può essere aperto."), std::wstring::npos);
+    EXPECT_NE(text.find(L"short"), std::wstring::npos) << "the message does not name the file";
+    SendMessageW(box, WM_COMMAND, IDOK, 0);
+    EXPECT_TRUE(WaitUntil([&] { return !host.HasMessageBox(); })) << "more than one message";
+    EXPECT_EQ(host.Title(), title);
+    EXPECT_EQ(host.Pane(), pane) << "the pane shown before is gone";
+}
+
+TEST_F(HostTest, ATabSwitchMakesANewPane) {
+    const OpenHost host({});
+    ASSERT_NE(host.Frame(), nullptr);
+    ASSERT_TRUE(WaitUntil([&] { return host.Pane() != nullptr; }));
+    std::set<HWND> seen{host.Pane()};
+    // Each tab by the menu, then the first again.
+    for (const int tab : {1, 2, 3, 4, 5, 6, 0}) {
+        const HWND before = host.Pane();
+        SendMessageW(host.Frame(), WM_COMMAND, static_cast<WPARAM>(IDM_VIEW_FIRST_PANE + tab), 0);
+        EXPECT_FALSE(IsWindow(before)) << "the pane before tab " << tab << " is still there";
+        ASSERT_NE(host.Pane(), nullptr) << "no pane on tab " << tab;
+        EXPECT_EQ(SendMessageW(GetDlgItem(host.Frame(), IDC_TABS), TCM_GETCURSEL, 0, 0), tab);
+        EXPECT_EQ(GetWindow(host.Pane(), GW_HWNDNEXT), nullptr) << "two panes at once on tab " << tab;
+    }
+    // And by the keyboard on the tabs themselves.
+    const HWND before = host.Pane();
+    PostMessageW(GetDlgItem(host.Frame(), IDC_TABS), WM_KEYDOWN, VK_RIGHT, 0);
+    EXPECT_TRUE(WaitUntil([&] { return !IsWindow(before) && host.Pane() != nullptr; }));
+}
+
+TEST_F(HostTest, ThePaneFollowsTheWindowsSize) {
+    const OpenHost host({});
+    ASSERT_NE(host.Frame(), nullptr);
+    ASSERT_TRUE(WaitUntil([&] { return host.Pane() != nullptr; }));
+    SendMessageW(host.Frame(), WM_COMMAND, IDM_VIEW_LAST_PANE, 0);
+    RECT small;
+    SetWindowPos(host.Frame(), nullptr, 0, 0, 1000, 700, SWP_NOZORDER);
+    GetWindowRect(host.Pane(), &small);
+    RECT large;
+    SetWindowPos(host.Frame(), nullptr, 0, 0, 1300, 900, SWP_NOZORDER);
+    GetWindowRect(host.Pane(), &large);
+    EXPECT_EQ((large.right - large.left) - (small.right - small.left), 300);
+    EXPECT_EQ((large.bottom - large.top) - (small.bottom - small.top), 200);
+}
+
+}  // namespace
+}  // namespace kxtest
