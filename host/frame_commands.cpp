@@ -1,4 +1,6 @@
 // What the workstation's menu does.
+#include <exception>
+
 #include "host/file_dialogs.h"
 #include "host/frame_window.h"
 #include "host/png_writer.h"
@@ -27,7 +29,7 @@ void FrameWindow::OpenRecordForUser(const RecordRequest& request) {
         return;
     try {
         OpenRecord(request);
-    } catch (const RecordError& error) {
+    } catch (const std::exception& error) {
         Say(L"Il tracciato non può essere aperto.\n\n" + FromUtf8(error.what()), MB_ICONERROR);
     }
 }

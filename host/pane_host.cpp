@@ -14,6 +14,11 @@ int LengthOf(const RECT& area, int bar) {
     return static_cast<int>(bar == SB_HORZ ? area.right - area.left : area.bottom - area.top);
 }
 
+bool IsPushButton(HWND control) {
+    const LRESULT code = SendMessageW(control, WM_GETDLGCODE, 0, 0);
+    return (code & (DLGC_DEFPUSHBUTTON | DLGC_UNDEFPUSHBUTTON)) != 0;
+}
+
 }  // namespace
 
 PaneHost::PaneHost(HWND parent, const LibraryClient& library, const UiMetrics& metrics)
@@ -161,18 +166,24 @@ void PaneHost::OnPaint() {
 bool PaneHost::TranslateForPane(MSG& message) {
     if (pane_ == nullptr || (message.hwnd != pane_ && !IsChild(pane_, message.hwnd)))
         return false;
-    if (message.message == WM_KEYDOWN) {
-        if (message.wParam == VK_TAB)
+    if (message.message != WM_KEYDOWN)
+        return IsDialogMessageW(pane_, &message) != FALSE;
+    switch (message.wParam) {
+        case VK_TAB:
             return false;
-        if (message.wParam == VK_ESCAPE)
-            return TranslateMessage(&message), DispatchMessageW(&message), true;
-        if (message.wParam == VK_RETURN) {
-            const LRESULT code = SendMessageW(message.hwnd, WM_GETDLGCODE, VK_RETURN, 0);
-            if ((code & (DLGC_DEFPUSHBUTTON | DLGC_UNDEFPUSHBUTTON)) == 0)
-                return TranslateMessage(&message), DispatchMessageW(&message), true;
-        }
+        case VK_RETURN:
+            if (IsPushButton(message.hwnd)) {
+                SendMessageW(message.hwnd, BM_CLICK, 0, 0);
+                return true;
+            }
+            [[fallthrough]];
+        case VK_ESCAPE:
+            TranslateMessage(&message);
+            DispatchMessageW(&message);
+            return true;
+        default:
+            return IsDialogMessageW(pane_, &message) != FALSE;
     }
-    return IsDialogMessageW(pane_, &message) != FALSE;
 }
 
 LRESULT PaneHost::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {

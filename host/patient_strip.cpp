@@ -130,7 +130,11 @@ void PatientStrip::Show(PatientTexts texts) {
     if (texts == texts_)
         return;
     texts_ = std::move(texts);
-    SetWindowTextW(Window(), (texts_.name + L", " + texts_.details).c_str());
+    // For screen readers, which see no painting.
+    std::wstring all = texts_.name + L"; " + texts_.details;
+    for (const auto& measurement : texts_.measurements)
+        all += std::wstring(L"; ") + measurement.label + L" " + measurement.value;
+    SetWindowTextW(Window(), all.c_str());
     InvalidateRect(Window(), nullptr, FALSE);
 }
 

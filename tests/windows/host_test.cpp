@@ -284,6 +284,51 @@ TEST_F(HostTest, ATabSwitchMakesANewPane) {
     EXPECT_TRUE(WaitUntil([&] { return !IsWindow(before) && host.Pane() != nullptr; }));
 }
 
+// Enter and Esc are a dialog's OK and Cancel, which would hide a pane for good.
+TEST_F(HostTest, EnterAndEscapeLeaveEveryPaneOpen) {
+    const OpenHost host({});
+    ASSERT_NE(host.Frame(), nullptr);
+    for (int tab = 0; tab <= IDM_VIEW_LAST_PANE - IDM_VIEW_FIRST_PANE; ++tab) {
+        SendMessageW(host.Frame(), WM_COMMAND, static_cast<WPARAM>(IDM_VIEW_FIRST_PANE + tab), 0);
+        const HWND pane = host.Pane();
+        ASSERT_NE(pane, nullptr) << "no pane on tab " << tab;
+        const HWND control = GetWindow(pane, GW_CHILD);
+        for (const HWND target : {pane, control == nullptr ? pane : control})
+            for (const WPARAM key : {VK_ESCAPE, VK_RETURN})
+                PostMessageW(target, WM_KEYDOWN, key, 0);
+        // A sent message may overtake posted ones: the posted mark behind them is what is waited for.
+        const WPARAM mark = IDM_VIEW_LOG;
+        const HWND log = GetDlgItem(host.Frame(), IDC_LOG);
+        const BOOL shown = IsWindowVisible(log);
+        PostMessageW(host.Frame(), WM_COMMAND, mark, 0);
+        ASSERT_TRUE(WaitUntil([&] { return IsWindowVisible(log) != shown; })) << "tab " << tab;
+        EXPECT_EQ(host.Pane(), pane) << "tab " << tab;
+        EXPECT_TRUE(IsWindowVisible(pane)) << "tab " << tab;
+    }
+}
+
+TEST_F(HostTest, TheStripShowsWhatIsMeasured) {
+    const auto values = ParseMeasurements(RunHost({L"--measure", L"--builtin"}).output);
+    ASSERT_GT(Value(values, "rrInterval"), 0);
+    const OpenHost host({});
+    ASSERT_NE(host.Frame(), nullptr);
+    wchar_t text[512] = {};
+    SendMessageW(GetDlgItem(host.Frame(), IDC_PATIENT_STRIP), WM_GETTEXT, std::size(text),
+                 reinterpret_cast<LPARAM>(text));
+    const auto number = [&](const char* name) { return std::to_wstring(Value(values, name)); };
+    const std::wstring parts[] = {
+        L"; PR " + number("prInterval") + L" ms;",
+        L"; QRS " + number("qrsDuration") + L" ms;",
+        L"; QT / QTc " + number("qtInterval") + L" / " + number("qtc") + L" ms;",
+        L"; Asse QRS " + number("qrsAxis") + L"°;",
+        L"; FC " + std::to_wstring((60000 + Value(values, "rrInterval") / 2) / Value(values, "rrInterval")) +
+            L" bpm;",
+    };
+    for (const std::wstring& part : parts)
+        EXPECT_NE(std::wstring(text).find(part), std::wstring::npos)
+            << fs::path(part).string() << " is not in " << fs::path(text).string();
+}
+
 TEST_F(HostTest, ThePaneFollowsTheWindowsSize) {
     const OpenHost host({});
     ASSERT_NE(host.Frame(), nullptr);
