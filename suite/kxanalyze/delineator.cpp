@@ -1,0 +1,99 @@
+#include "suite/kxanalyze/delineator.h"
+
+#include <algorithm>
+
+#include "suite/kxanalyze/beat.h"
+#include "suite/kxanalyze/boundaries.h"
+#include "suite/kxanalyze/components.h"
+#include "suite/kxanalyze/derived_values.h"
+#include "suite/kxanalyze/markers.h"
+
+namespace kx::analysis {
+namespace {
+
+// What the samples alone say, before anything placed by hand is taken in.
+struct Waves {
+    WaveBoundaries p;
+    WaveBoundaries qrs;
+    WaveBoundaries t;
+};
+
+GlobalRow FoundPoints(const Waves& waves) {
+    return {waves.p.global.on, waves.p.global.off, waves.qrs.global.on, waves.qrs.global.off,
+            waves.t.global.off};
+}
+
+// The markers of a lead inside the global points, with the components of its waves.
+LeadRow FoundMarkers(const Beat& beat, const Waves& waves, std::size_t code, const GlobalRow& points) {
+    LeadRow row{};
+    const BeatLead& lead = beat.leads[code];
+    if (!lead.present) {
+        return row;
+    }
+    const Interval p = Within(waves.p.leads[code], points[kPOn], points[kPOff]);
+    if (p.Present()) {
+        row[kLeadPOn] = p.on;
+        row[kLeadPPrimeOn] = FindSecondComponent(lead.fine, LevelBeforeP(lead, p.on), p);
+        row[kLeadPOff] = p.off;
+    }
+    const double base = IsoelectricLevel(lead, points[kQrsOn], points[kPOff]);
+    const Interval complex = Within(waves.qrs.leads[code], points[kQrsOn], points[kQrsOff]);
+    if (complex.Present()) {
+        const auto onsets = FindQrsComponents(lead.level, base, complex);
+        std::copy(onsets.begin(), onsets.end(), row.begin() + kLeadQOn);
+        row[kLeadQrsOff] = complex.off;
+    }
+    const Interval t = Within(waves.t.leads[code], points[kQrsOff], points[kTOff]);
+    if (t.Present()) {
+        row[kLeadTOn] = t.on;
+        row[kLeadTPrimeOn] = FindSecondComponent(lead.fine, base, t);
+        row[kLeadTOff] = t.off;
+    }
+    return row;
+}
+
+std::uint32_t Measure(KxEpisodeRecord* episode, bool honourManual) {
+    const std::optional<Beat> beat = ReadBeat(episode);
+    if (!beat) {
+        return 0;
+    }
+    Waves waves;
+    waves.qrs = FindQrs(*beat);
+    if (!waves.qrs.global.Present()) {
+        return 0;
+    }
+    waves.t = FindT(*beat, waves.qrs);
+    waves.p = FindP(*beat, waves.qrs, waves.t);
+
+    KxMeasurementSet set = episode->measurements;
+    const auto flags = [&](std::uint16_t stored) { return honourManual ? std::uint32_t{stored} : 0u; };
+    const GlobalRow points =
+        JoinGlobal(FoundPoints(waves), ReadGlobalRow(set), flags(set.leads[0].globalManualFlags));
+    WriteGlobalRow(points, set);
+    for (std::size_t code = 0; code < KX_MEASURED_LEADS; ++code) {
+        KxLeadMeasurements& lead = set.leads[code];
+        const LeadRow markers =
+            JoinLead(FoundMarkers(*beat, waves, code, points), ReadLeadRow(lead), flags(lead.markerFlags));
+        WriteLeadRow(markers, lead);
+        DeriveLeadValues(beat->leads[code], points, markers, lead);
+    }
+    DeriveIntervals(points, set);
+    DeriveAxes(*beat, points, waves.t.global.on, set);
+    set.size = KX_MEASUREMENT_SET_SIZE;
+    set.measured = 1;
+    set.episodeTime = episode->endTimeMs;
+    episode->measurements = set;
+    return 1;
+}
+
+}  // namespace
+
+std::uint32_t MeasureEpisode(KxEpisodeRecord* episode) {
+    return Measure(episode, false);
+}
+
+std::uint32_t UpdateDetection(KxEpisodeRecord* episode) {
+    return Measure(episode, true);
+}
+
+}  // namespace kx::analysis

@@ -1,0 +1,59 @@
+// Measurement of a median beat: where its waves begin and end, and every value that follows from that.
+//
+// Method. Boundaries are found on the modulus of the derivative of the beat smoothed by a spline, i.e. on its
+// wavelet transform at two scales, by thresholds relative to the largest slope of the wave (J. P. Martinez,
+// R. Almeida, S. Olmos, A. P. Rocha, P. Laguna, "A wavelet-based ECG delineator", IEEE Trans. Biomed. Eng.
+// 51, 570-581, 2004), adapted to a median beat, which holds one beat with little noise. The leads are joined
+// twice: the global points come from the slopes of all leads together (the spatial velocity), and a lead in
+// which a wave is too flat to be seen takes the place that the other leads agree on. The end of T is the
+// place where the area between the curve and its last value is largest (Q. Zhang, A. Illanes Manriquez, C.
+// Medigue, Y. Papelier, M. Sorine, "An algorithm for robust and efficient location of T-wave ends in
+// electrocardiograms", IEEE Trans. Biomed. Eng. 53, 2544-2552, 2006).
+#pragma once
+
+#include <cstdint>
+
+#include "kxdialogs.h"
+
+namespace kx::analysis {
+
+// What a beat must be for the operations below to measure it.
+inline constexpr std::uint32_t kLowestRate = 100;      // samples per second
+inline constexpr std::uint32_t kHighestRate = 32000;   // samples per second
+inline constexpr std::uint32_t kShortestBeatMs = 300;  // shorter ones cannot hold a QRS complex and a T wave
+inline constexpr std::uint32_t kLongestBeatMs = 4000;  // a longer block is no median beat; it is refused
+
+// Measures the beat of the episode and writes the result into its measurement set: the five global points
+// into all 15 lead blocks, the markers, amplitudes, intrinsicoid deflection and ST levels of every lead with
+// samples (codes 0 to 14; the blocks of the others get their wave values zeroed), the intervals and axes,
+// `measured` = 1. Every marker is placed by the analysis, whatever the manual flags say.
+//
+// Times are ms from the start of the beat, 0 = absent; amplitudes microvolts against the isoelectric level
+// before the QRS complex (P waves: before the P wave). Global points belong to all leads together: pOn and
+// qrsOn are the earliest, pOff, qrsOff and tOff the latest places at which any lead shows the wave.
+//   pDuration = pOff - pOn, prInterval = qrsOn - pOn, qrsDuration = qrsOff - qrsOn, qtInterval = tOff -
+//   qrsOn, each 0 when one of its points is absent. qtc: Fridericia, QT / (RR / 1 s)^(1/3) (Acta Med. Scand.
+//   53, 469-486, 1920); qtcBazett: QT / (RR / 1 s)^(1/2). Both need `rrInterval`, which is the caller's (one
+//   beat does not tell it) and is kept; both are 0 when it is 0. Axes: direction of the net area of the wave
+//   in leads I and aVF, aVF scaled by 2 / sqrt(3) because its augmented lead vector is shorter; degrees, -179
+//   to 180; 0 when there is no wave or one of the leads is missing. stLevel[k]: level 10 k ms after the J
+//   point, which is the global QRS offset. intrinsicoidDeflection: from the global QRS onset to the peak of
+//   the lead's last R or R' wave; 0 without one.
+// Kept as they are: both flag words, rrInterval, the three report field values, all reserved words,
+// everything outside the measurement set. `episodeTime` takes the episode's endTimeMs.
+//
+// Returns 1 when the beat was measured. Returns 0 and changes nothing for a null record, no samples, a lead
+// layout that does not fit, a rate or a length outside the limits above, resolution 0, or no lead with a QRS
+// complex in it. Samples of -32768 are missing ones and are bridged. Reads only the record and the
+// storedLeads x samplesPerLead samples behind it. May throw std::bad_alloc, before anything was written.
+std::uint32_t MeasureEpisode(KxEpisodeRecord* episode);
+
+// The same, but every global point whose bit in globalManualFlags is set and every lead marker whose bit in
+// markerFlags is set keeps its value; 0 there says that the wave is absent, and the wave's automatic points
+// become 0 with it. The other markers give way, so that the order of the waves holds as far as the manual
+// markers themselves keep it, and every derived value follows from the result. Global points are those of all
+// leads together: the manual marker of one lead changes that lead's values only, and a manual global point
+// bounds the automatic markers of the leads.
+std::uint32_t UpdateDetection(KxEpisodeRecord* episode);
+
+}  // namespace kx::analysis
