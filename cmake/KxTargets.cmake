@@ -40,11 +40,13 @@ function(kx_target name)
     endif()
 endfunction()
 
-# kx_suite_module(NAME SOURCES... DEF FILE): a DLL of the suite in bin/, exports undecorated as its .def lists them.
+# kx_suite_module(NAME SOURCES...): NAME.dll of the suite in bin/. SOURCES hold its .cpp, its NAME.def, whose names are
+# the exports, undecorated, and its NAME.rc with the version record (see suite/version_record.rch).
 function(kx_suite_module name)
     add_library(${name} SHARED ${ARGN})
     kx_target(${name})
     set_target_properties(${name} PROPERTIES PREFIX "" IMPORT_PREFIX "")
+    # The .def names a stdcall function without its count of argument bytes.
     target_link_options(${name} PRIVATE -Wl,--enable-stdcall-fixup -Wl,--kill-at)
 endfunction()
 
