@@ -1,0 +1,20 @@
+// A file's bytes, all at once.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace kx::recording {
+
+// A path as UTF-8, for messages.
+std::string PathText(const std::filesystem::path& path);
+
+// The bytes of a file of at most `largest` bytes. Nothing, and "file: reason" in `error`, when it is no file,
+// cannot be read or is larger.
+std::optional<std::vector<std::uint8_t>> ReadFileBytes(const std::filesystem::path& file,
+                                                       std::uint64_t largest, std::string& error);
+
+}  // namespace kx::recording

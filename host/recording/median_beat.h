@@ -1,0 +1,53 @@
+// One representative beat of a recording.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/recording/recording.h"
+#include "host/recording/resample.h"
+
+namespace kx::recording {
+
+// The median beat's length, and the place in it of the alignment point, which is the largest spatial
+// magnitude of the QRS complex. 450 ms before it hold a P wave with a PR interval of 400 ms (first-degree
+// block); 750 ms behind it hold the T wave of a QT interval of 700 ms (long QT at 40 beats a minute). At high
+// rates the ends show parts of the neighbouring beats; the RR interval tells where they begin.
+inline constexpr int kMedianBeatMs = 1200;
+inline constexpr int kAlignmentMs = 450;
+inline constexpr int kMedianBeatSamples = kMedianBeatMs * kWorkingRate / 1000;
+inline constexpr int kResolutionNv = 1000;  // one unit is one microvolt
+
+struct MedianBeat {
+    // kMedianBeatSamples each, at kWorkingRate, in microvolts; values beyond 16 bits are saturated.
+    std::array<std::vector<std::int16_t>, kLeadCount> leads;
+    int rrMs = 0;              // median RR interval of the recording; 0 with a single beat
+    std::vector<int> beatsMs;  // all beats, ms from the start of the recording
+    std::vector<bool> kept;    // for each of them, whether it is in the median
+    std::size_t KeptCount() const;
+};
+
+// The median beat over the beats of the dominant shape. Steps:
+// - to kWorkingRate (resample.h); beats by FindBeats unless given;
+// - shapes: the QRS complexes of all leads together are compared by normalised cross-correlation within +/-
+// 40 ms; beats
+//   that correlate with a class at 0.9 or more belong to it; the largest class wins, and of two of nearly the
+//   same size the one whose beats come later after their predecessors (in bigeminy the normal beats);
+// - premature beats of the winning shape (RR below 0.8 of the median, as of atrial extrasystoles) are left
+// out as long
+//   as they are few; in an irregular rhythm (more than a quarter of them) all stay;
+// - beats whose window leaves the recording or touches a gap are left out, unless no others are there;
+// - baseline: a natural cubic spline through the level before each QRS complex (C. R. Meyer and H. N. Keiser,
+//   "Electrocardiogram baseline noise estimation and removal using cubic splines and state-space computation
+//   techniques", Comput. Biomed. Res. 10, 459-470, 1977) is subtracted; unlike a high-pass filter it does not
+//   bend the ST segment. That level is 0 in the median beat;
+// - the beats are aligned by cross-correlation with their mean, and each sample of the result is the median
+// over them.
+//
+// Nothing, and the reason in `error`, when the recording holds no beats.
+std::optional<MedianBeat> MakeMedianBeat(const Recording& recording, std::string& error);
+
+}  // namespace kx::recording
