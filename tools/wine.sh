@@ -27,6 +27,8 @@ else
         *) [ -d "$dir" ] && [ -r "$dir" ] && run+=(--bind "$dir" "$dir") ;;
         esac
     done
+    # A desktop's key to its screen often lies under /run, which is not shown as a whole.
+    if [ -n "${XAUTHORITY:-}" ] && [ -r "$XAUTHORITY" ]; then run+=(--ro-bind "$XAUTHORITY" "$XAUTHORITY"); fi
     run+=(--chdir "$PWD" wine)
 fi
 
