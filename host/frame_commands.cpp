@@ -30,7 +30,12 @@ void FrameWindow::OpenRecordForUser(const RecordRequest& request) {
     try {
         OpenRecord(request);
     } catch (const std::exception& error) {
-        Say(L"Il tracciato non può essere aperto.\n\n" + FromUtf8(error.what()), MB_ICONERROR);
+        // The reader's reason is for whoever has to mend the file; what it means for the user is said first.
+        Say(L"Il tracciato non può essere aperto.\n\nManca un file, oppure l'intestazione o i segnali sono "
+            L"incompleti o "
+            L"danneggiati. Il tracciato mostrato finora resta aperto.\n\nDettaglio: " +
+                FromUtf8(error.what()),
+            MB_ICONERROR);
     }
 }
 

@@ -131,6 +131,8 @@ void FrameWindow::OpenRecord(const RecordRequest& request) {
 
 void FrameWindow::ShowRecord() {
     SetWindowTextW(Window(), (session_->Title() + L" - " + kProgramTitle).c_str());
+    for (const std::wstring& remark : session_->Remarks())
+        AppendReport(L"Tracciato", remark);
     if (!session_->MeasuringFailure().empty())
         AppendReport(L"Stazione", L"Il battito mediano non è misurato: " + session_->MeasuringFailure());
     ShowPane();

@@ -48,7 +48,7 @@ std::wstring NameText(const KxTestRecord& test) {
             name += (name.empty() ? L"" : L" ") + std::exchange(part, {});
         }
     }
-    return name.empty() ? L"Paziente senza nome" : name;
+    return name;
 }
 
 std::wstring AgeText(unsigned days) {
@@ -94,7 +94,10 @@ PatientTexts DescribePatient(const KxTestRecord& test, const KxMeasurementSet* s
     PatientTexts texts;
     texts.name = NameText(test);
     const std::wstring id = FieldText(test.patientId);
-    if (!id.empty())
+    // Recordings for research carry no name: the id then stands for it.
+    if (texts.name.empty())
+        texts.name = id.empty() ? L"Paziente senza nome" : id;
+    else if (!id.empty())
         texts.details = L"ID " + id + L"   ·   ";
     texts.details += SexText(test.sex);
     if (test.ageDays != 0)

@@ -30,7 +30,7 @@ class RecordSession {
     kx::TestRecord& Test() { return test_; }
     const kx::TestRecord& Test() const { return test_; }
     // The measurements of the median beat.
-    const KxMeasurementSet& Measurements() const;
+    const KxMeasurementSet& Measurements() const { return episode_->measurements; }
 
     // Times of the beats from the start of the recording, and of the alignment point from the start of the
     // median beat, ms.
@@ -41,8 +41,11 @@ class RecordSession {
     const std::wstring& Title() const { return title_; }
     // Why the beat is not measured; empty when it is.
     const std::wstring& MeasuringFailure() const { return measuringFailure_; }
+    // What a reader of the measurements should know of the recording: an assumed gain, missing samples.
+    const std::vector<std::wstring>& Remarks() const { return remarks_; }
 
-    // Whether the user changed anything since the recording was opened.
+    // Whether anything was changed since the recording was opened: a value of the test, a marker, a
+    // measurement.
     bool HasChanges() const;
     bool HasManualMarkers() const;
     // The median beat with its measurements in its serialized form. False when the file could not be written.
@@ -56,6 +59,9 @@ class RecordSession {
     int rPeakMs_ = 0;
     std::wstring title_;
     std::wstring measuringFailure_;
+    std::vector<std::wstring> remarks_;
+    kx::EpisodeRecord* episode_ = nullptr;  // the test's, never null in an opened session
+    KxMeasurementSet opened_{};             // as first measured
 };
 
 }  // namespace kxhost

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "host/suite_module.h"
+#include "suite/kxsys/kxsys.h"
 
 namespace kxhost {
 
@@ -25,9 +26,10 @@ class SystemLog {
     // Hands the waiting reports over and every later one as it comes; an empty listener ends that.
     void Listen(Listener listener);
     // From now on no message box of the suite appears; what it would have asked is answered by its default.
-    void SetBatchMode();
+    void SetBatchMode() const;
 
   private:
+    static void KXSYS_CALL Hear(void* context, const char* line);
     void Report(std::wstring kind, std::wstring text);
 
     SuiteModule module_;
