@@ -29,16 +29,21 @@ std::span<const std::int16_t> LeadSamples(const KxEpisodeRecord& episode, std::u
     return {};
 }
 
-// Microvolts, missing samples bridged by a straight line; empty when more is missing than there is.
+// Microvolts above the first known sample, missing samples bridged by a straight line; empty when more is
+// missing than there is.
 Trace Microvolts(std::span<const std::int16_t> samples, double microvoltsPerUnit) {
     Trace level(samples.size());
     std::size_t known = 0;
+    int origin = 0;
     std::ptrdiff_t last = -1;
     for (std::size_t i = 0; i < samples.size(); ++i) {
         if (samples[i] == kMissing) {
             continue;
         }
-        level[i] = samples[i] * microvoltsPerUnit;
+        if (last < 0) {
+            origin = samples[i];
+        }
+        level[i] = (samples[i] - origin) * microvoltsPerUnit;
         const auto here = static_cast<std::ptrdiff_t>(i);
         for (std::ptrdiff_t gap = last + 1; gap < here; ++gap) {
             const double from = last < 0 ? level[i] : level[static_cast<std::size_t>(last)];

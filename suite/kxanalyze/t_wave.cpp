@@ -32,8 +32,8 @@ constexpr double kLateQuantile = 0.95;
 constexpr double kLateWeight = 0.5;
 constexpr int kOffsetLag = 9;
 
-// In one lead: the steepest fall may lie this far before the peak of all leads together.
-constexpr int kEarlierPeak = 60;
+// In one lead: its peak may lie this far from that of all leads together.
+constexpr int kPeakApart = 40;
 constexpr double kLeadLeast = 0.1;  // microvolts per ms
 constexpr double kLeadOffsetPart = 0.25;
 constexpr int kLeadQuiet = 16;
@@ -90,6 +90,19 @@ Place FindPeak(const Trace& deflection, Place from, Place limit) {
     return peak;
 }
 
+// The lead's own peak, near that of all leads together.
+Place FindLeadPeak(const BeatLead& lead, Place qrsOn, Place peak, Place limit) {
+    const double base = MeanBetween(lead.wide, qrsOn - 14, qrsOn - 4, lead.wide.front());
+    const Place from = peak - kPeakApart;
+    Place own = peak;
+    for (Place i = from; i <= std::min(peak + kPeakApart, limit); ++i) {
+        if (std::fabs(At(lead.wide, i) - base) > std::fabs(At(lead.wide, own) - base)) {
+            own = i;
+        }
+    }
+    return own;
+}
+
 }  // namespace
 
 WaveBoundaries FindT(const Beat& beat, const WaveBoundaries& qrs) {
@@ -121,8 +134,9 @@ WaveBoundaries FindT(const Beat& beat, const WaveBoundaries& qrs) {
             continue;
         }
         const Trace modulus = Modulus(lead.wideSlope);
-        const Place ownFall = Steepest(modulus, peak - kEarlierPeak, std::min(limit, all.off));
-        const Place ownRise = Steepest(modulus, all.on, peak);
+        const Place ownPeak = FindLeadPeak(lead, complex.on, peak, limit);
+        const Place ownFall = Steepest(modulus, ownPeak, std::min(limit, all.off));
+        const Place ownRise = Steepest(modulus, all.on, ownPeak);
         fallSlope[code] = At(modulus, ownFall);
         steepest = std::max(steepest, fallSlope[code]);
         const double offset = std::max(kLeadLeast, kLeadOffsetPart * fallSlope[code]);
