@@ -23,8 +23,8 @@ bool IsPushButton(HWND control) {
 
 PaneHost::PaneHost(HWND parent, const LibraryClient& library, const UiMetrics& metrics)
     : library_(library), metrics_(metrics) {
-    Create({L"KxPaneHost", nullptr, WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | WS_CLIPSIBLINGS,
-            WS_EX_CONTROLPARENT, parent, 0, 0, reinterpret_cast<HMENU>(static_cast<INT_PTR>(IDC_PANE_HOST))});
+    Create({L"KxPaneHost", nullptr, WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS, WS_EX_CONTROLPARENT, parent, 0,
+            0, reinterpret_cast<HMENU>(static_cast<INT_PTR>(IDC_PANE_HOST))});
     shared_.handle = Window();
 }
 
@@ -45,9 +45,12 @@ bool PaneHost::Open(PaneKind kind, KxTestRecord& test) {
         return false;
     }
     message_.clear();
+    // The pane's template may have had a caption: its place counts until the frame is computed anew.
     RECT area;
-    GetWindowRect(pane_, &area);
-    natural_ = {area.right - area.left, area.bottom - area.top};
+    GetClientRect(pane_, &area);
+    natural_ = {area.right, area.bottom};
+    SetWindowPos(pane_, nullptr, 0, 0, static_cast<int>(natural_.cx), static_cast<int>(natural_.cy),
+                 SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
     scrolled_ = {};
     Place();
     ShowWindow(pane_, SW_SHOWNA);
@@ -73,6 +76,10 @@ void PaneHost::ShowMessage(std::wstring text) {
 void PaneHost::Place() {
     RECT area;
     GetWindowRect(Window(), &area);
+    // Before the frame has placed this window there is no room to fill, and no bar is wanted.
+    if (placing_ || IsRectEmpty(&area))
+        return;
+    placing_ = true;
     const int barWidth = GetSystemMetrics(SM_CXVSCROLL);
     const int barHeight = GetSystemMetrics(SM_CYHSCROLL);
     int width = LengthOf(area, SB_HORZ);
@@ -91,19 +98,29 @@ void PaneHost::Place() {
     scrolled_ = {left, top};
     if (pane_ != nullptr)
         SetWindowPos(pane_, nullptr, -left, -top, std::max(width, needsWidth), std::max(height, needsHeight),
-                     SWP_NOZORDER | SWP_NOACTIVATE);
+                     SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
+    // This window paints under the pane too: a pane that clips its children erases nothing inside its group
+    // boxes.
+    RedrawWindow(Window(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+    placing_ = false;
 }
 
 void PaneHost::SetBar(int bar, int content, int room, int& position) {
     position = std::clamp(position, 0, std::max(content - room, 0));
-    SCROLLINFO info{};
-    info.cbSize = sizeof info;
-    info.fMask = SIF_PAGE | SIF_POS | SIF_RANGE;
-    info.nMax = std::max(content - 1, 0);
-    info.nPage = static_cast<UINT>(std::max(room, 0));
-    info.nPos = position;
-    SetScrollInfo(Window(), bar, &info, TRUE);
-    ShowScrollBar(Window(), bar, content > room);
+    const bool needed = content > room;
+    const LONG style = bar == SB_HORZ ? WS_HSCROLL : WS_VSCROLL;
+    const bool shown = (GetWindowLongW(Window(), GWL_STYLE) & style) != 0;
+    if (needed) {
+        SCROLLINFO info{};
+        info.cbSize = sizeof info;
+        info.fMask = SIF_PAGE | SIF_POS | SIF_RANGE;
+        info.nMax = content - 1;
+        info.nPage = static_cast<UINT>(std::max(room, 0));
+        info.nPos = position;
+        SetScrollInfo(Window(), bar, &info, TRUE);
+    }
+    if (needed != shown)
+        ShowScrollBar(Window(), bar, needed);
 }
 
 void PaneHost::OnScroll(int bar, int request) {

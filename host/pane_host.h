@@ -45,6 +45,7 @@ class PaneHost final : public HostWindow {
     HWND pane_ = nullptr;
     SIZE natural_{};
     POINT scrolled_{};
+    bool placing_ = false;  // showing a bar changes the window's size, which would place the pane again
     std::wstring message_;
 };
 

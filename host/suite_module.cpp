@@ -32,7 +32,7 @@ SuiteModule::SuiteModule(const wchar_t* fileName, std::uint32_t oldestVersion) {
     const std::filesystem::path file = ProgramFolder() / fileName;
     UniqueModule module(LoadLibraryExW(file.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH));
     if (!module) {
-        failure_ = std::wstring(fileName) + L": " + SystemMessage(GetLastError());
+        failure_ = std::wstring(fileName) + L": " + SystemMessage(GetLastError(), fileName);
         return;
     }
     const std::uint32_t version = VersionOf(file);

@@ -39,7 +39,7 @@ std::filesystem::path PathFromUtf8(std::string_view utf8) {
     return std::filesystem::path(FromUtf8(utf8));
 }
 
-std::wstring SystemMessage(unsigned long error) {
+std::wstring SystemMessage(unsigned long error, std::wstring_view subject) {
     wchar_t text[256];
     DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, error,
                                   0, text, static_cast<DWORD>(std::size(text)), nullptr);
@@ -47,7 +47,10 @@ std::wstring SystemMessage(unsigned long error) {
         --length;
     if (length == 0)
         return L"errore " + std::to_wstring(error);
-    return std::wstring(text, length);
+    std::wstring message(text, length);
+    if (const std::size_t place = message.find(L"%1"); place != std::wstring::npos)
+        message.replace(place, 2, subject);
+    return message;
 }
 
 }  // namespace kxhost

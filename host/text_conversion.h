@@ -13,7 +13,8 @@ std::wstring FromUtf8(std::string_view utf8);
 std::string ToUtf8(std::wstring_view wide);
 std::filesystem::path PathFromUtf8(std::string_view utf8);
 
-// The system's message for an error code, without its line break; "errore N" when it has none.
-std::wstring SystemMessage(unsigned long error);
+// The system's message for an error code, without its line break; "errore N" when it has none. subject: the
+// file that the message speaks of, for messages with a place for it.
+std::wstring SystemMessage(unsigned long error, std::wstring_view subject);
 
 }  // namespace kxhost
