@@ -40,8 +40,9 @@ function(kx_target name)
     endif()
 endfunction()
 
-# kx_suite_module(NAME SOURCES...): NAME.dll of the suite in bin/. SOURCES hold its .cpp, its NAME.def, whose names are
-# the exports, undecorated, and its NAME.rc with the version record (see suite/version_record.rch).
+# kx_suite_module(NAME SOURCES...): NAME.dll of the suite in bin/. SOURCES hold its .cpp, its NAME.rc with the version
+# record (see suite/version_record.rch) and its NAME.def, whose names are the exports, undecorated; without a .def they
+# are the functions that the sources mark with dllexport.
 function(kx_suite_module name)
     add_library(${name} SHARED ${ARGN})
     kx_target(${name})

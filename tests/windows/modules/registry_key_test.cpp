@@ -163,8 +163,9 @@ TEST_F(Registry, EachReaderTakesItsOwnTypeOnly) {
 
 TEST_F(Registry, ATextNeedsRoomForItsTerminator) {
     ASSERT_TRUE(Key().SetString("text", "abcd"));
-    // The same length without a terminator, as another program may store it.
-    ASSERT_EQ(RegSetValueExA(Key().Handle(), "open", 0, REG_SZ, reinterpret_cast<const BYTE*>("abcd"), 4),
+    // The same length without a terminator, as another program may store it. The system adds one that merely
+    // was not counted, so more text has to follow.
+    ASSERT_EQ(RegSetValueExA(Key().Handle(), "open", 0, REG_SZ, reinterpret_cast<const BYTE*>("abcdef"), 4),
               ERROR_SUCCESS);
     for (const char* name : {"text", "open"}) {
         char buffer[6] = "#####";
