@@ -1,5 +1,6 @@
-/* The ids of the library's resources, for the resource compiler and for the code. Dialogs, controls and strings are
- * named after what they are; their numbers are known to the host's users (help contexts, translators) and stay. */
+/* The ids of the library's resources, for the resource compiler and for the code. Dialogs, controls and
+ * strings are named after what they are; their numbers are known to the host's users (help contexts,
+ * translators) and stay. */
 #ifndef KX_RESOURCE_IDS_H
 #define KX_RESOURCE_IDS_H
 

@@ -1,0 +1,102 @@
+// How each export's dialog is opened: one table, one pattern.
+#include <new>
+#include <type_traits>
+
+#include "dialogs/dialog_library.h"
+
+namespace kx {
+namespace {
+
+// Stands for a dialog class that is not built yet: its operation checks its arguments and returns 0.
+struct NotBuiltYet;
+
+// What an operation opens, and what it says when it cannot.
+template <class DialogClass>
+struct Operation {
+    const char* context;  // the class named when an exception is caught
+    const char* source;   // with its line: where a missing argument is reported
+    std::uint32_t line;
+};
+
+constexpr Operation<NotBuiltYet> kTable{"TableDialog", "mrphlist", 162};                   // not built yet
+constexpr Operation<NotBuiltYet> kGeneralMorph{"GeneralMorphDialog", "genmorph", 478};     // not built yet
+constexpr Operation<NotBuiltYet> kPMorph{"PMorphDialog", "pmorph", 480};                   // not built yet
+constexpr Operation<NotBuiltYet> kQrsMorph{"QrsMorphDialog", "qrsmrph", 740};              // not built yet
+constexpr Operation<NotBuiltYet> kTMorph{"TMorphDialog", "tmorph", 487};                   // not built yet
+constexpr Operation<NotBuiltYet> kHypertrophy{"HypertrophyDialog", "hyptrphy", 422};       // not built yet
+constexpr Operation<NotBuiltYet> kInterpretation{"InterpretationDialog", "interp", 2167};  // not built yet
+constexpr Operation<NotBuiltYet> kEditInterpretation{"InterpretationDialog", "interp",
+                                                     2176};  // not built yet
+
+// What every operation does around its own step: no null argument gets in, no exception gets out, and the
+// windows made meanwhile have the library's controls.
+template <class DialogClass, class Step>
+std::uint32_t Guard(const Operation<DialogClass>& operation, const DialogLibrary& library,
+                    bool argumentsGiven, Step step) noexcept {
+    try {
+        if (!argumentsGiven) {
+            library.Reports().LOGOEMERROR(operation.source, operation.line, "no Wpar or tst");
+            return 0;
+        }
+        const ActivationScope controls(library.Controls());
+        return step();
+    } catch (...) {
+        library.Reports().LOGEXCEPTION(operation.context);
+        return 0;
+    }
+}
+
+// The pattern of a modeless dialog: the object is created with what it shows and belongs to its window from
+// then on; its address is the host's handle.
+template <class DialogClass, class... More>
+std::uint32_t OpenModeless(const Operation<DialogClass>& operation, DialogLibrary& library, Window* parent,
+                           TestRecord* test, More*... more) noexcept {
+    const bool argumentsGiven = parent != nullptr && test != nullptr && (... && (more != nullptr));
+    return Guard(operation, library, argumentsGiven, [&]() -> std::uint32_t {
+        if constexpr (std::is_same_v<DialogClass, NotBuiltYet>) {
+            return 0;
+        } else {
+            auto* dialog = new (std::nothrow) DialogClass(library, parent, test, more..., library.Services());
+            return static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(dialog));
+        }
+    });
+}
+
+}  // namespace
+
+std::uint32_t DialogLibrary::TABLEDIALOG(Window* parent, TestRecord* test) noexcept {
+    return OpenModeless(kTable, *this, parent, test);
+}
+
+std::uint32_t DialogLibrary::GENERALMORPHDIALOG(Window* parent, TestRecord* test) noexcept {
+    return OpenModeless(kGeneralMorph, *this, parent, test);
+}
+
+std::uint32_t DialogLibrary::PMORPHDIALOG(Window* parent, TestRecord* test) noexcept {
+    return OpenModeless(kPMorph, *this, parent, test);
+}
+
+std::uint32_t DialogLibrary::QRSMORPHDIALOG(Window* parent, TestRecord* test) noexcept {
+    return OpenModeless(kQrsMorph, *this, parent, test);
+}
+
+std::uint32_t DialogLibrary::TMORPHDIALOG(Window* parent, TestRecord* test) noexcept {
+    return OpenModeless(kTMorph, *this, parent, test);
+}
+
+std::uint32_t DialogLibrary::HYPERTROPHYDIALOG(Window* parent, TestRecord* test) noexcept {
+    return OpenModeless(kHypertrophy, *this, parent, test);
+}
+
+std::uint32_t DialogLibrary::INTERPRETATIONDIALOG(Window* parent, TestRecord* test,
+                                                  void* hostOptions) noexcept {
+    return OpenModeless(kInterpretation, *this, parent, test, hostOptions);
+}
+
+std::uint32_t DialogLibrary::EDITINTERPRETATION(Window* parent, TestRecord* test, const KxRect*,
+                                                std::uint32_t) noexcept {
+    return Guard(kEditInterpretation, *this, parent != nullptr && test != nullptr,
+                 [] { return std::uint32_t{0}; });
+}
+
+}  // namespace kx

@@ -1,0 +1,38 @@
+#include "dialogs/library_state.h"
+
+#include <new>
+
+#include "dialogs/dialog_library.h"
+
+namespace kx {
+
+void LibraryState::Attach(HMODULE module) {
+    startCount_ = 0;
+    module_ = module;
+}
+
+void LibraryState::Start() noexcept {
+    if (module_ == nullptr) {
+        return;
+    }
+    ++startCount_;
+    if (startCount_ != 1) {
+        return;
+    }
+    try {
+        library_ = new (std::nothrow) DialogLibrary(module_);
+    } catch (...) {
+        // What had been made is undone; the service that could be told of it is no longer bound.
+        library_ = nullptr;
+    }
+}
+
+void LibraryState::Stop() noexcept {
+    --startCount_;
+    if (startCount_ == 0 && library_ != nullptr) {
+        delete library_;
+        library_ = nullptr;
+    }
+}
+
+}  // namespace kx
