@@ -137,6 +137,47 @@ TEST_F(HostTest, MeasuresTheBuiltInRecording) {
                     Value(values, "rrInterval") / 5);
 }
 
+#ifdef KX_HAVE_RECORDS
+// One recording of each collection: other rates, gains, lead names and layouts of the signal file.
+TEST_F(HostTest, MeasuresRealRecordings) {
+    const std::wstring root = L"Z:" + fs::path(KX_RECORDS_DIR).wstring();
+    const struct {
+        const wchar_t* record;
+        std::vector<std::wstring> more;
+        int beats;  // at least
+    } rows[] = {{L"/ptb/s0010_re.hea", {}, 40},
+                {L"/ptbxl/00001_lr", {}, 8},
+                {L"/chapman/JS00001.hea", {}, 8},
+                {L"/ludb/1.hea", {L"--units-per-mv", L"1000"}, 5}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(fs::path(row.record).string());
+        std::vector<std::wstring> arguments{root + row.record};
+        arguments.insert(arguments.end(), row.more.begin(), row.more.end());
+        const auto values = MeasureRecord(arguments);
+        EXPECT_GE(static_cast<int>(values.count("beat")), row.beats);
+        EXPECT_LT(Value(values, "qrsOn"), Value(values, "rPeak"));
+        EXPECT_LT(Value(values, "rPeak"), Value(values, "qrsOff"));
+        EXPECT_LT(Value(values, "qrsOff"), Value(values, "tOff"));
+        EXPECT_EQ(Value(values, "qrsDuration"), Value(values, "qrsOff") - Value(values, "qrsOn"));
+        // Some limb lead has an upright QRS.
+        EXPECT_GT(Value(values, "I.aR") + Value(values, "II.aR") + Value(values, "aVR.aR") +
+                      Value(values, "III.aR"),
+                  0);
+    }
+}
+
+// The same samples at another gain: amplitudes follow it, times do not.
+TEST_F(HostTest, UnitsPerMillivoltScaleTheAmplitudes) {
+    const std::wstring record = L"Z:" + fs::path(KX_RECORDS_DIR).wstring() + L"/ptb/s0010_re.hea";
+    const auto stated = MeasureRecord({record});
+    const auto halved = MeasureRecord({record, L"--units-per-mv", L"4000"});
+    EXPECT_NEAR(Value(halved, "V4.aS") * 2, Value(stated, "V4.aS"), 8);
+    EXPECT_NEAR(Value(halved, "V5.aR") * 2, Value(stated, "V5.aR"), 8);
+    EXPECT_EQ(halved.count("beat"), stated.count("beat"));
+    EXPECT_NEAR(Value(halved, "qtInterval"), Value(stated, "qtInterval"), 4);
+}
+#endif
+
 TEST_F(HostTest, FailsInOneLineWhenARecordCannotBeRead) {
     const fs::path garbage = Write("garbage.hea", std::string("\x01\xFF\x00no header at all\n\x7F", 22));
     const fs::path missingSignal = Write("alone.hea", "alone 1 500 5000\nalone.dat 16 1000 16 0 0 0 0 I\n");
