@@ -31,11 +31,13 @@ void FrameWindow::OpenRecordForUser(const RecordRequest& request) {
         OpenRecord(request);
     } catch (const std::exception& error) {
         // The reader's reason is for whoever has to mend the file; what it means for the user is said first.
-        Say(L"Il tracciato non può essere aperto.\n\nManca un file, oppure l'intestazione o i segnali sono "
+        std::wstring text =
+            L"Il tracciato non può essere aperto.\n\nManca un file, oppure l'intestazione o i segnali sono "
             L"incompleti o "
-            L"danneggiati. Il tracciato mostrato finora resta aperto.\n\nDettaglio: " +
-                FromUtf8(error.what()),
-            MB_ICONERROR);
+            L"danneggiati.";
+        if (session_)
+            text += L" Resta aperto il tracciato mostrato finora.";
+        Say(text + L"\n\nDettaglio: " + FromUtf8(error.what()), MB_ICONERROR);
     }
 }
 

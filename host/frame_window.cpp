@@ -50,6 +50,8 @@ FrameWindow::FrameWindow(const LibraryClient& library, const AnalysisClient& ana
     CreateChildren();
     Layout();
     ShowStatus();
+    paneHost_->ShowMessage(
+        L"Nessun tracciato aperto.\nSi apre con Ctrl+O, o trascinando qui il suo file .hea.");
 }
 
 FrameWindow::~FrameWindow() = default;

@@ -21,6 +21,9 @@ class PaneHost final : public HostWindow {
     bool Open(PaneKind kind, KxTestRecord& test);
     void Close();
 
+    // A text in the middle, where no pane is.
+    void ShowMessage(std::wstring text);
+
     HWND Pane() const { return pane_; }
     // The size that the pane had by itself when it was opened; 0, 0 without a pane.
     SIZE NaturalSize() const { return natural_; }
@@ -35,7 +38,6 @@ class PaneHost final : public HostWindow {
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     void OnPaint();
     void OnScroll(int bar, int request);
-    void ShowMessage(std::wstring text);
     void Place();
     void SetBar(int bar, int content, int room, int& position);
 

@@ -185,6 +185,8 @@ void PatientStrip::Draw(HDC dc, const RECT& area) const {
     accent.right = accent.left + metrics_.Scale(kAccentWidth);
     SetDCBrushColor(dc, kAccent);
     FillRect(dc, &accent, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
+    if (texts_.name.empty())
+        return;  // no record yet
     DrawMeasurements(dc, area);
 
     const int nameHeight = metrics_.LineHeight(metrics_.Heading());
