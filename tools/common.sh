@@ -30,3 +30,15 @@ wine_root() {
     [ -r "$KX_WINE_CHOICE" ] && choice="$(cat "$KX_WINE_CHOICE")"
     case "$choice" in root:*) printf '%s' "${choice#root:}" ;; esac
 }
+
+# The folder of real recordings, which are no part of the repository: KX_RECORDS, else a folder "records" in the checkout
+# or in one of its neighbours (as in cmake/KxTargets.cmake); empty when there is none.
+records_folder() {
+    local folder
+    for folder in "${KX_RECORDS:-}" "$KX_ROOT/records" "$KX_ROOT/../records" "$KX_ROOT"/../*/records; do
+        if [ -n "$folder" ] && [ -d "$folder/ludb" ]; then
+            printf '%s' "$folder"
+            return
+        fi
+    done
+}

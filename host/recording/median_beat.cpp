@@ -188,6 +188,8 @@ std::optional<MedianBeat> MakeMedianBeat(const Recording& given, std::string& er
             place += offset;
         FillMedians(recording, places, beat);
     }
+    for (const std::ptrdiff_t place : places)
+        beat.alignedMs.push_back(static_cast<int>(place * 1000 / kWorkingRate));
     return beat;
 }
 

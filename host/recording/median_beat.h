@@ -27,6 +27,8 @@ struct MedianBeat {
     int rrMs = 0;              // median RR interval of the recording; 0 with a single beat
     std::vector<int> beatsMs;  // all beats, ms from the start of the recording
     std::vector<bool> kept;    // for each of them, whether it is in the median
+    // For each kept beat, where in the recording its alignment point lies, ms from its start.
+    std::vector<int> alignedMs;
     std::size_t KeptCount() const;
 };
 

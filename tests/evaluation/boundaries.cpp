@@ -1,0 +1,136 @@
+#include "tests/evaluation/boundaries.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace kx::evaluation {
+namespace {
+
+// A mark belongs to the beat whose alignment point is this near to the mark of its QRS complex, ms.
+constexpr double kSameBeat = 120;
+
+using LeadBeats = std::vector<MarkedBeat>;
+
+const MarkedBeat* BeatAt(const LeadBeats& beats, double ms) {
+    const MarkedBeat* nearest = nullptr;
+    for (const MarkedBeat& beat : beats) {
+        const double away = std::fabs(beat.qrs.peak - ms);
+        if (away <= kSameBeat && (!nearest || away < std::fabs(nearest->qrs.peak - ms))) {
+            nearest = &beat;
+        }
+    }
+    return nearest;
+}
+
+Places PlacesOf(const MarkedBeat& beat) {
+    Places places;
+    if (beat.p) {
+        places[kPOn] = beat.p->on;
+        places[kPOff] = beat.p->off;
+    }
+    places[kQrsOn] = beat.qrs.on;
+    places[kQrsOff] = beat.qrs.off;
+    if (beat.t) {
+        places[kTOn] = beat.t->on;
+        places[kTOff] = beat.t->off;
+    }
+    return places;
+}
+
+bool IsOnset(std::size_t boundary) {
+    return boundary == kPOn || boundary == kQrsOn || boundary == kTOn;
+}
+
+double Median(std::vector<double>& values) {
+    std::sort(values.begin(), values.end());
+    const std::size_t half = values.size() / 2;
+    return values.size() % 2 == 1 ? values[half] : (values[half - 1] + values[half]) / 2;
+}
+
+// The marks of one boundary over the beats.
+struct Collected {
+    std::array<std::vector<double>, kBoundaries> offsets;
+    std::size_t beats = 0;
+
+    void Add(const Places& places, double alignedMs) {
+        ++beats;
+        for (std::size_t i = 0; i < kBoundaries; ++i) {
+            if (places[i]) {
+                offsets[i].push_back(*places[i] - alignedMs);
+            }
+        }
+    }
+    void Conclude(double alignmentMs, Places& places, std::array<bool, kBoundaries>& absent) {
+        for (std::size_t i = 0; i < kBoundaries; ++i) {
+            absent[i] = beats > 0 && offsets[i].empty();
+            if (beats > 0 && 2 * offsets[i].size() >= beats) {
+                places[i] = alignmentMs + Median(offsets[i]);
+            }
+        }
+    }
+};
+
+std::optional<double> Marked(std::uint16_t place) {
+    return place == 0 ? std::nullopt : std::optional<double>(place);
+}
+
+}  // namespace
+
+Reference MakeReference(std::span<const std::vector<MarkedBeat>> leads, const std::vector<int>& alignedMs,
+                        double alignmentMs) {
+    Collected global;
+    std::vector<Collected> own(leads.size());
+    for (const int ms : alignedMs) {
+        Places widest;
+        bool marked = false;
+        for (std::size_t lead = 0; lead < leads.size(); ++lead) {
+            const MarkedBeat* beat = BeatAt(leads[lead], ms);
+            if (!beat) {
+                continue;
+            }
+            marked = true;
+            const Places places = PlacesOf(*beat);
+            own[lead].Add(places, ms);
+            for (std::size_t i = 0; i < kBoundaries; ++i) {
+                if (!places[i]) {
+                    continue;
+                }
+                const double widestSoFar = widest[i].value_or(*places[i]);
+                widest[i] =
+                    IsOnset(i) ? std::min(widestSoFar, *places[i]) : std::max(widestSoFar, *places[i]);
+            }
+        }
+        if (marked) {
+            global.Add(widest, ms);
+        }
+    }
+    Reference reference;
+    global.Conclude(alignmentMs, reference.places.global, reference.absentGlobal);
+    for (std::size_t lead = 0; lead < leads.size(); ++lead) {
+        own[lead].Conclude(alignmentMs, reference.places.leads[lead], reference.absent[lead]);
+    }
+    return reference;
+}
+
+BeatPlaces MeasuredPlaces(const KxMeasurementSet& set) {
+    BeatPlaces places;
+    const KxLeadMeasurements& first = set.leads[0];
+    places.global = {Marked(first.pOn),    Marked(first.pOff), Marked(first.qrsOn),
+                     Marked(first.qrsOff), std::nullopt,       Marked(first.tOff)};
+    for (std::size_t code = 0; code < recording::kLeadCount; ++code) {
+        const KxLeadMeasurements& lead = set.leads[code];
+        std::optional<double> complex;
+        for (const std::uint16_t component :
+             {lead.qOnMarker, lead.rOnMarker, lead.sOnMarker, lead.rPrimeOnMarker, lead.sPrimeOnMarker}) {
+            if (component != 0) {
+                complex = component;
+                break;
+            }
+        }
+        places.leads[code] = {Marked(lead.pOnMarker),    Marked(lead.pOffMarker), complex,
+                              Marked(lead.qrsOffMarker), Marked(lead.tOnMarker),  Marked(lead.tOffMarker)};
+    }
+    return places;
+}
+
+}  // namespace kx::evaluation

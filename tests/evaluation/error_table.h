@@ -1,0 +1,41 @@
+// How far the measured boundaries lie from the marked ones, over many records.
+#pragma once
+
+#include <array>
+#include <string>
+#include <vector>
+
+#include "tests/evaluation/boundaries.h"
+
+namespace kx::evaluation {
+
+// Errors of one boundary, measured minus marked, ms.
+struct Errors {
+    std::vector<double> values;
+    int missed = 0;    // marked, not measured
+    int invented = 0;  // measured, marked in no beat
+
+    double Mean() const;
+    double Deviation() const;     // standard deviation, of n - 1
+    double Percentile95() const;  // of the absolute errors
+};
+
+// A record's errors.
+struct RecordErrors {
+    int number = 0;
+    bool sinus = false;
+    std::array<Errors, kBoundaries> global;
+    std::array<std::array<Errors, kBoundaries>, recording::kLeadCount> leads;
+};
+
+RecordErrors Compare(const Reference& reference, const BeatPlaces& measured);
+
+// Prints a table over the records: of the global points, of the leads taken together, and, when asked, of
+// each lead. Every row also shows the records of odd and of even number apart: what was set by looking at one
+// half is judged by the other.
+void PrintTable(const char* title, const std::vector<const RecordErrors*>& records, bool leadByLead);
+
+// Prints the errors of each record's global points.
+void PrintRecords(const std::vector<RecordErrors>& records);
+
+}  // namespace kx::evaluation

@@ -1,0 +1,16 @@
+#!/usr/bin/env bash
+# Judges the measurement of the median beat against recordings that cardiologists have marked, and prints the errors per
+# boundary: tools/evaluate.sh [--leads] [--records]; with a table of each lead, with the global errors of each record.
+set -eu
+. "$(dirname "${BASH_SOURCE[0]}")/common.sh"
+cd "$KX_ROOT"
+
+records="$(records_folder)"
+[ -n "$records" ] || die "no marked recordings here: set KX_RECORDS to the folder that holds ludb"
+mkdir -p build
+say "building the report ..."
+{ cmake --preset optimised && cmake --build --preset optimised --target delineation_report; } >build/evaluate-build.log 2>&1 || {
+    tail -n 40 build/evaluate-build.log
+    die "building the report failed"
+}
+exec build/optimised/tests/evaluation/delineation_report "$records/ludb" "$@"
