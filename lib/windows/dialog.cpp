@@ -1,0 +1,162 @@
+// Dialogs: creation, modal runs and operations.
+#include "lib/windows/dialog.h"
+
+#include <cstddef>
+
+#include "lib/windows/dialog_procedure.h"
+#include "lib/windows/dialog_template.h"
+#include "lib/windows/html_help.h"
+
+namespace kx {
+
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Winvalid-offsetof"
+struct DialogLayout {
+    static_assert(sizeof(Dialog) == 36);
+    static_assert(offsetof(Dialog, library_) == 24);
+    static_assert(offsetof(Dialog, services_) == 28);
+    static_assert(offsetof(Dialog, helpFile_) == 32);
+};
+#pragma GCC diagnostic pop
+
+namespace {
+
+// A report of this file: its source and line in the suite's log.
+constexpr const char* kSource = "..\\..\\lib\\windows\\dialog";
+constexpr std::uint32_t kNoLibraryLine = 204;
+
+constexpr std::uint32_t kInMemoryId = 1;
+constexpr std::size_t kCaptionSize = 256;
+
+// 0x5200044C: a pane has no border and no caption, and it is shown and enabled.
+constexpr DWORD kPaneStyle =
+    WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | DS_CONTROL | DS_SETFONT | DS_FIXEDSYS | DS_3DLOOK;
+constexpr DWORD kPaneExtendedStyle = WS_EX_CONTROLPARENT;
+// 0x120F004C.
+constexpr DWORD kPopupStyle = WS_VISIBLE | WS_CLIPCHILDREN | WS_SYSMENU | WS_THICKFRAME | WS_MINIMIZEBOX |
+                              WS_MAXIMIZEBOX | DS_SETFONT | DS_FIXEDSYS | DS_3DLOOK;
+static_assert(kPaneStyle == 0x5200044C && kPopupStyle == 0x120F004C);
+
+// Dialog units.
+constexpr InMemoryTemplate kPaneTemplate = MakeTemplate(kPaneStyle, kPaneExtendedStyle, 1000, 100);
+constexpr InMemoryTemplate kPopupTemplate = MakeTemplate(kPopupStyle, 0, 250, 160);
+
+const char* TemplateName(std::uint32_t id) {
+    return MAKEINTRESOURCEA(LOWORD(id));
+}
+
+LPARAM Parameter(Dialog* object) {
+    return reinterpret_cast<LPARAM>(object);
+}
+
+}  // namespace
+
+Dialog::Dialog(const LibraryModule* library, Window* parent, const char* helpFile,
+               SystemServices* services) noexcept
+    : Window(parent), library_(library), services_(services), helpFile_(helpFile) {}
+
+void Dialog::CreateModeless(std::uint32_t templateId, Dialog* object) {
+    const HWND parent = ParentHandle();
+    if (parent == nullptr || Module() == nullptr) {
+        return;
+    }
+    SetId(templateId);
+    const HWND created =
+        CreateDialogParamA(Module(), TemplateName(templateId), parent, DialogProcedure, Parameter(object));
+    // A window that its OnInitDialog has refused stays as hidden as EndDialog has left it.
+    if (created == nullptr || FromHandle(created) == nullptr) {
+        return;
+    }
+    SetHandle(created);
+    SetStyles(kPaneStyle, kPaneExtendedStyle);
+    // The client area takes the place of the template's caption and border.
+    SetWindowPos(created, nullptr, 0, 0, 0, 0,
+                 SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void Dialog::CreateModelessPane(Dialog* object) {
+    const HWND parent = ParentHandle();
+    if (parent == nullptr) {
+        return;
+    }
+    SetId(kInMemoryId);
+    const HWND created = CreateDialogIndirectParamA(Module(), kPaneTemplate.Header(), parent, DialogProcedure,
+                                                    Parameter(object));
+    if (created != nullptr) {
+        SetHandle(created);
+    }
+}
+
+bool Dialog::CreateModelessPopup(Dialog* object) {
+    SetId(kInMemoryId);
+    const HWND created = CreateDialogIndirectParamA(Module(), kPopupTemplate.Header(), ParentHandle(),
+                                                    DialogProcedure, Parameter(object));
+    if (created == nullptr) {
+        return false;
+    }
+    SetHandle(created);
+    return true;
+}
+
+INT_PTR Dialog::RunModal(std::uint32_t templateId, Dialog* object) {
+    if (Module() == nullptr) {
+        return 0;
+    }
+    SetId(templateId);
+    const INT_PTR result = DialogBoxParamA(Module(), TemplateName(templateId), ParentHandle(),
+                                           DialogProcedure, Parameter(object));
+    SetHandle(nullptr);
+    return result;
+}
+
+INT_PTR Dialog::RunModalPopup(Dialog* object) {
+    SetId(kInMemoryId);
+    const INT_PTR result = DialogBoxIndirectParamA(Module(), kPopupTemplate.Header(), ParentHandle(),
+                                                   DialogProcedure, Parameter(object));
+    SetHandle(nullptr);
+    return result;
+}
+
+INT_PTR Dialog::RunModalLogged(std::uint32_t templateId, Dialog* object, std::uint32_t captionId) {
+    if (library_ == nullptr) {
+        Reports().LOGMEMORYERROR(kSource, kNoLibraryLine);
+        return 0;
+    }
+    char caption[kCaptionSize];
+    library_->instance.LoadText(captionId, caption, sizeof caption);
+    if (services_ != nullptr) {
+        services_->LOGSERVICESTART(caption);
+    }
+    const INT_PTR result = RunModal(templateId, object);
+    if (services_ != nullptr) {
+        services_->LOGSERVICESTOP(caption);
+    }
+    return result;
+}
+
+bool Dialog::End(INT_PTR result) {
+    return EndDialog(Handle(), result) != FALSE;
+}
+
+bool Dialog::ShowHelp() const {
+    return OpenHtmlHelp(Handle(), helpFile_, kHelpContext, Id()) != nullptr;
+}
+
+bool Dialog::SetMsgResult(LRESULT value) const {
+    SetWindowLongPtrA(Handle(), DWLP_MSGRESULT, value);
+    return true;
+}
+
+LRESULT Dialog::SendItemMessage(int itemId, UINT message, WPARAM wParam, LPARAM lParam) const {
+    return SendDlgItemMessageA(Handle(), itemId, message, wParam, lParam);
+}
+
+Reporter& Dialog::Reports() const {
+    static SilentReporter silent;
+    if (services_ == nullptr) {
+        return silent;
+    }
+    return *services_;
+}
+
+}  // namespace kx
