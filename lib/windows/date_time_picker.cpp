@@ -1,0 +1,79 @@
+#include "lib/windows/date_time_picker.h"
+
+#include <commctrl.h>
+
+#include "lib/windows/common_controls.h"
+
+namespace kx {
+static_assert(sizeof(DateTimePicker) == sizeof(Window));
+
+namespace {
+
+constexpr DWORD kTimeStyle = 0x50010009;  // WS_CHILD, WS_VISIBLE, WS_TABSTOP, DTS_TIMEFORMAT
+constexpr DWORD kDateStyle = 0x50010000;  // WS_CHILD, WS_VISIBLE, WS_TABSTOP, short date format
+
+SYSTEMTIME ToSystemTime(const KxDateTime& time) {
+    SYSTEMTIME system{};
+    system.wYear = static_cast<WORD>(time.year);
+    system.wMonth = time.month;
+    system.wDay = time.day;
+    system.wHour = time.hour;
+    system.wMinute = time.minute;
+    system.wSecond = time.second;
+    system.wMilliseconds = static_cast<WORD>(time.hundredths * 10);
+    return system;
+}
+
+KxDateTime FromSystemTime(const SYSTEMTIME& system) {
+    KxDateTime time{};
+    time.year = static_cast<std::int16_t>(system.wYear);
+    time.month = static_cast<std::uint8_t>(system.wMonth);
+    time.day = static_cast<std::uint8_t>(system.wDay);
+    time.hour = static_cast<std::uint8_t>(system.wHour);
+    time.minute = static_cast<std::uint8_t>(system.wMinute);
+    time.second = static_cast<std::uint8_t>(system.wSecond);
+    time.hundredths = static_cast<std::uint8_t>(system.wMilliseconds / 10);
+    return time;
+}
+
+}  // namespace
+
+DateTimePicker::DateTimePicker(Window* dialog, std::uint32_t id) : Window(dialog, id) {}
+
+DateTimePicker::DateTimePicker(const ModuleInstance& module, Window* parent, std::uint32_t id, int x, int y,
+                               int width, int height, bool time, bool date)
+    : Window(nullptr, parent, id) {
+    if (time != date) {
+        UseCommonControls();
+        CreateControl(DATETIMEPICK_CLASSA, "", module.Handle(), time ? kTimeStyle : kDateStyle, 0, x, y,
+                      width, height);
+    }
+}
+
+DateTimePicker::~DateTimePicker() {
+    Destroy();
+}
+
+bool DateTimePicker::SetDateTime(const KxDateTime* time) {
+    if (time == nullptr) {
+        return SendMsg(DTM_SETSYSTEMTIME, GDT_NONE) != 0;
+    }
+    const SYSTEMTIME system = ToSystemTime(*time);
+    return SendMsg(DTM_SETSYSTEMTIME, GDT_VALID, reinterpret_cast<LPARAM>(&system)) != 0;
+}
+
+bool DateTimePicker::GetDateTime(KxDateTime& time) const {
+    SYSTEMTIME system{};
+    // Without a control the answer is 0 too, which is GDT_VALID.
+    if (!IsValid() || SendMsg(DTM_GETSYSTEMTIME, 0, reinterpret_cast<LPARAM>(&system)) != GDT_VALID) {
+        return false;
+    }
+    time = FromSystemTime(system);
+    return true;
+}
+
+bool DateTimePicker::IsDateTimeChange(std::uint32_t id, const NMHDR* header) const {
+    return id == Id() && header != nullptr && header->code == DTN_DATETIMECHANGE;
+}
+
+}  // namespace kx

@@ -1,0 +1,78 @@
+// Typed access to a tree view.
+#pragma once
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+
+#include "lib/modules/library_module.h"
+#include "lib/windows/window.h"
+
+namespace kx {
+
+struct ImageListDeleter {
+    using pointer = HIMAGELIST;
+    void operator()(HIMAGELIST list) const noexcept { ImageList_Destroy(list); }
+};
+using UniqueImageList = std::unique_ptr<HIMAGELIST, ImageListDeleter>;
+
+// Owned by whoever made it; its end is the end of its control and of its images.
+class TreeView : public Window {
+  public:
+    // Adopts item `id` of a dialog. library: whose bitmaps SetImages loads; it outlives the tree.
+    TreeView(const LibraryModule& library, Window* dialog, std::uint32_t id);
+    // Creates a tree with buttons and lines that always shows its selection, in pixels of the parent's client
+    // area.
+    TreeView(const LibraryModule& library, Window* parent, std::uint32_t id, int x, int y, int width,
+             int height);
+    ~TreeView();
+
+    // Takes the 16 x 16 images of the items from a bitmap of the library, one beside the other. False: it
+    // holds fewer than `count`, and the tree has the images that it had.
+    bool SetImages(std::uint32_t bitmapId, int count);
+    // The same with a list that was made elsewhere; null: no images.
+    void SetImages(UniqueImageList images);
+
+    // Adds an item at the end of the root, or of another item's children. image, selectedImage: indexes into
+    // the images; data: the caller's own. The text is copied. Null: there is no control, or no memory.
+    HTREEITEM InsertTopItem(const char* text, int image, int selectedImage, LPARAM data);
+    HTREEITEM InsertItem(HTREEITEM parent, const char* text, int image, int selectedImage, LPARAM data);
+    // Removes every item.
+    void Clear();
+
+    // Null: none.
+    HTREEITEM SelectedItem() const;
+    // The data of an item; 0 for null.
+    LPARAM ItemData(HTREEITEM item) const;
+    // Copies an item's text, cut at size - 1 characters and always terminated. False: there is no such item.
+    bool ItemText(HTREEITEM item, char* buffer, std::size_t size) const;
+
+    // Told by the parent of every WM_NOTIFY; one of this tree's is given to its handler below. Returns
+    // whether that handler consumed it, with the answer for the control in `result`. Notifications of other
+    // controls, and those without a handler, are not consumed.
+    bool Notify(std::uint32_t id, NMHDR* header, LRESULT& result);
+
+    // The tree's own notifications. Each returns whether it consumed the notification; by default none is.
+    virtual bool OnSelectionChanging(const NMTREEVIEWA& change, LRESULT& result);
+    virtual bool OnSelectionChanged(const NMTREEVIEWA& change, LRESULT& result);
+    virtual bool OnDoubleClick(LRESULT& result);
+    virtual bool OnReturn(LRESULT& result);
+    virtual bool OnRightClick(LRESULT& result);
+    virtual bool OnItemExpanding(const NMTREEVIEWA& change, LRESULT& result);
+    virtual bool OnItemExpanded(const NMTREEVIEWA& change, LRESULT& result);
+    virtual bool OnDisplayInfo(NMTVDISPINFOA& display, LRESULT& result);
+    virtual bool OnDeleteItem(const NMTREEVIEWA& item, LRESULT& result);
+    virtual bool OnTreeKeyDown(const NMTVKEYDOWN& key, LRESULT& result);
+
+  private:
+    friend struct TreeViewLayout;
+
+    const LibraryModule* library_;
+    UniqueImageList images_;
+};
+
+}  // namespace kx
