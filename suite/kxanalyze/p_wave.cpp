@@ -15,12 +15,14 @@ constexpr int kProminenceReach = 120;
 constexpr int kHalfWidth = 70;
 
 // A wave is there when it rises this far above its surroundings (root mean square over the leads,
-// microvolts), lasts no longer than a P wave can, and is at least this much steeper than the line between the
-// T wave before and itself: flutter and fibrillation leave no line.
+// microvolts), lasts as long as a P wave can, and is at least this much steeper than the line between the T
+// wave before and itself: flutter and fibrillation leave no line, and a single wave of theirs is shorter. A
+// line below the shortest is the foot of the T wave and tells nothing.
 constexpr double kLeastProminence = 9;
+constexpr int kShortest = 75;
 constexpr int kLongest = 200;
 constexpr double kSteeperThanLine = 2.2;
-constexpr int kShortestLine = 40;
+constexpr int kShortestLine = 60;
 constexpr int kClearOfWave = 10;
 
 // No atrium depolarises this fast (root mean square over the leads, microvolts per ms): it is an atrial
@@ -32,12 +34,12 @@ constexpr int kAfterImpulse = 60;
 constexpr double kOnsetPart = 0.2;
 constexpr double kOnsetNoise = 2.0;
 constexpr int kOnsetQuiet = 8;
-constexpr double kOffsetPart = 0.4;
+constexpr double kOffsetPart = 0.3;
 constexpr double kOffsetNoise = 0.8;
 constexpr int kOffsetQuiet = 14;
 constexpr int kReach = 100;
-constexpr int kOnsetLead = 4;
-constexpr int kOffsetLag = -1;
+constexpr int kOnsetLead = 7;
+constexpr int kOffsetLag = -6;
 // The latest offset is shown by few leads: it is joined with the place behind the last marked slope of any
 // lead.
 constexpr double kLateLeast = 0.8;
@@ -49,14 +51,16 @@ constexpr double kLateWeight = 0.3;
 // Boundaries in one lead, slopes in microvolts per ms, levels in microvolts.
 constexpr double kLeadLeast = 0.2;
 constexpr double kLeadOnsetPart = 0.2;
-constexpr double kLeadOffsetPart = 0.25;
+constexpr double kLeadOffsetPart = 0.45;
 constexpr int kLeadQuiet = 10;
 constexpr int kLeadEarlierOnset = 10;
 constexpr int kLeadLaterOnset = 50;
 constexpr int kLeadEarlierOffset = 50;
 constexpr int kLeadLaterOffset = 10;
-constexpr int kLeadOnsetLag = 8;
-constexpr int kLeadOffsetLead = 11;
+// Readers see a lead's onset later than the slope begins, the more so the fainter the wave is in it.
+constexpr int kLeadOnsetLag = 3;
+constexpr int kFaintOnsetLag = 16;
+constexpr int kLeadOffsetLead = 3;
 // The eye ends the wave where the level has come back to the segment before the QRS complex.
 constexpr double kReturnedLeast = 10;
 constexpr double kReturnedPart = 0.15;
@@ -205,14 +209,15 @@ WaveBoundaries FindInLeads(const Beat& beat, const Wave& wave, std::vector<doubl
             std::min(WalkOut(modulus, fall, +1, {late, kLateQuiet, kReach}), wave.qrsOn - 2));
     }
     const double agreedOnset = Median(onsets), agreedOffset = Median(offsets);
-    const auto weight = [&](double slope) {
-        return kOwnWeight * std::min(1.0, slope / (kClearPart * steepest));
-    };
+    const auto clearness = [&](double slope) { return std::min(1.0, slope / (kClearPart * steepest)); };
     for (std::size_t code = 0; code < beat.leads.size(); ++code) {
         if (beat.leads[code].present) {
             Interval& own = p.leads[code];
-            own.on = std::max(1, Towards(agreedOnset, own.on, weight(riseSlope[code])) + kLeadOnsetLag);
-            own.off = Towards(agreedOffset, own.off, weight(fallSlope[code])) - kLeadOffsetLead;
+            const double rise = clearness(riseSlope[code]);
+            const auto lag = kLeadOnsetLag + static_cast<int>(std::lround(kFaintOnsetLag * (1 - rise)));
+            own.on = std::max(1, Towards(agreedOnset, own.on, kOwnWeight * rise) + lag);
+            own.off =
+                Towards(agreedOffset, own.off, kOwnWeight * clearness(fallSlope[code])) - kLeadOffsetLead;
             own.off = std::max(own.off, own.on + 1);
         }
     }
@@ -235,7 +240,9 @@ WaveBoundaries FindP(const Beat& beat, const WaveBoundaries& qrs, const WaveBoun
     FindOnAllLeads(beat, wave);
     const bool paced =
         std::max(At(beat.wideVelocity, wave.rise), At(beat.wideVelocity, wave.fall)) > kPacedSlope;
-    if (wave.all.off - wave.all.on > kLongest || (!paced && !StandsOutOfLine(beat, wave, t.global.off))) {
+    const int duration = wave.all.off - wave.all.on;
+    if (duration > kLongest ||
+        (!paced && (duration < kShortest || !StandsOutOfLine(beat, wave, t.global.off)))) {
         return {};
     }
     std::vector<double> lateOffsets;

@@ -41,6 +41,16 @@ bool IsOnset(std::size_t boundary) {
     return boundary == kPOn || boundary == kQrsOn || boundary == kTOn;
 }
 
+// Takes in the places of a lead: onsets that are earlier, offsets that are later.
+void Widen(const Places& lead, Places& widest) {
+    for (std::size_t i = 0; i < kBoundaries; ++i) {
+        if (lead[i]) {
+            const double before = widest[i].value_or(*lead[i]);
+            widest[i] = IsOnset(i) ? std::min(before, *lead[i]) : std::max(before, *lead[i]);
+        }
+    }
+}
+
 double Median(std::vector<double>& values) {
     std::sort(values.begin(), values.end());
     const std::size_t half = values.size() / 2;
@@ -91,23 +101,17 @@ Reference MakeReference(std::span<const std::vector<MarkedBeat>> leads, const st
             marked = true;
             const Places places = PlacesOf(*beat);
             own[lead].Add(places, ms);
-            for (std::size_t i = 0; i < kBoundaries; ++i) {
-                if (!places[i]) {
-                    continue;
-                }
-                const double widestSoFar = widest[i].value_or(*places[i]);
-                widest[i] =
-                    IsOnset(i) ? std::min(widestSoFar, *places[i]) : std::max(widestSoFar, *places[i]);
-            }
+            Widen(places, widest);
         }
         if (marked) {
             global.Add(widest, ms);
         }
     }
     Reference reference;
-    global.Conclude(alignmentMs, reference.places.global, reference.absentGlobal);
+    global.Conclude(alignmentMs, reference.widestOfBeats, reference.absentGlobal);
     for (std::size_t lead = 0; lead < leads.size(); ++lead) {
         own[lead].Conclude(alignmentMs, reference.places.leads[lead], reference.absent[lead]);
+        Widen(reference.places.leads[lead], reference.places.global);
     }
     return reference;
 }

@@ -27,15 +27,18 @@ struct BeatPlaces {
 };
 
 struct Reference {
+    // global: the earliest of the leads' onsets, the latest of their offsets.
     BeatPlaces places;
+    // The other way to join beats and leads: of each beat the earliest onset and the latest offset that is
+    // marked in any lead, and of these the median. A single mark far out moves it.
+    Places widestOfBeats;
     // Which boundaries belong to waves that are marked in no beat at all although the beats are marked.
     std::array<bool, kBoundaries> absentGlobal{};
     std::array<std::array<bool, kBoundaries>, recording::kLeadCount> absent{};
 };
 
 // The reference of a median beat: of each boundary the median, over the beats that are in the median beat, of
-// its distance from the beat's alignment point. On all leads together a beat's onset is the earliest and its
-// offset the latest that is marked in any lead. A wave counts as there when at least half of the beats have
+// its distance from the beat's alignment point. A wave counts as there when at least half of the beats have
 // it. leads[i]: marked beats of lead i; alignedMs as in MedianBeat; alignmentMs: the alignment point's place
 // in the median beat.
 Reference MakeReference(std::span<const std::vector<MarkedBeat>> leads, const std::vector<int>& alignedMs,

@@ -97,9 +97,11 @@ double Errors::Percentile95() const {
 RecordErrors Compare(const Reference& reference, const BeatPlaces& measured) {
     RecordErrors errors;
     // No field holds an onset of T on all leads together.
-    Places global = reference.places.global;
+    Places global = reference.places.global, widest = reference.widestOfBeats;
     global[kTOn].reset();
+    widest[kTOn].reset();
     CompareOne(global, reference.absentGlobal, measured.global, errors.global);
+    CompareOne(widest, reference.absentGlobal, measured.global, errors.widestOfBeats);
     for (std::size_t lead = 0; lead < recording::kLeadCount; ++lead) {
         CompareOne(reference.places.leads[lead], reference.absent[lead], measured.leads[lead],
                    errors.leads[lead]);
@@ -113,6 +115,9 @@ void PrintTable(const char* title, const Records& records, bool leadByLead) {
                 "95 %", "miss.", "inv.", "odd: mean, sd", "even: mean,sd", "largest sd");
     for (std::size_t i = 0; i < kBoundaries; ++i) {
         PrintRow("all leads", i, records, [i](const RecordErrors& record) { return record.global[i]; });
+    }
+    for (std::size_t i = 0; i < kBoundaries; ++i) {
+        PrintRow("by beat", i, records, [i](const RecordErrors& record) { return record.widestOfBeats[i]; });
     }
     for (std::size_t i = 0; i < kBoundaries; ++i) {
         PrintRow("each lead", i, records, [i](const RecordErrors& record) {

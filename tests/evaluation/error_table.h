@@ -25,14 +25,15 @@ struct RecordErrors {
     int number = 0;
     bool sinus = false;
     std::array<Errors, kBoundaries> global;
+    std::array<Errors, kBoundaries> widestOfBeats;  // the same points against the other reference
     std::array<std::array<Errors, kBoundaries>, recording::kLeadCount> leads;
 };
 
 RecordErrors Compare(const Reference& reference, const BeatPlaces& measured);
 
-// Prints a table over the records: of the global points, of the leads taken together, and, when asked, of
-// each lead. Every row also shows the records of odd and of even number apart: what was set by looking at one
-// half is judged by the other.
+// Prints a table over the records: of the global points ("all leads", and "by beat" against the widest marks
+// of each beat), of the leads taken together, and, when asked, of each lead. Every row also shows the records
+// of odd and of even number apart: a constant that serves a few records only shows in the difference.
 void PrintTable(const char* title, const std::vector<const RecordErrors*>& records, bool leadByLead);
 
 // Prints the errors of each record's global points.
