@@ -2,6 +2,10 @@
 
 namespace kx {
 
-DialogLibrary::DialogLibrary(HMODULE module) : LibraryModule(module), session_(*this), controls_(module) {}
+DialogLibrary::DialogLibrary(HMODULE module)
+    : LibraryModule(module),
+      session_(*this),
+      markerViewClass_(*this, session_.Services()),
+      controls_(module) {}
 
 }  // namespace kx

@@ -6,6 +6,7 @@
 #include <cstdint>
 
 #include "dialogs/activation_context.h"
+#include "dialogs/marker_view_class.h"
 #include "dialogs/service_session.h"
 #include "include/kxdialogs.h"
 #include "lib/modules/library_module.h"
@@ -46,7 +47,7 @@ class DialogLibrary final : public LibraryModule {
 
   private:
     ServiceSession session_;
-    // The window class "MarkerView" belongs here; it is not built yet.
+    MarkerViewClass markerViewClass_;  // unregistered before the session ends
     const char* helpFile_ = "DLGHELP.CHM";
     ActivationContext controls_;
 };
