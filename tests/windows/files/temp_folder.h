@@ -1,0 +1,30 @@
+// A folder of its own for one test, gone with everything in it at the end.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace kx::test {
+
+class TempFolder {
+  public:
+    TempFolder();
+    ~TempFolder();
+    TempFolder(const TempFolder&) = delete;
+    TempFolder& operator=(const TempFolder&) = delete;
+
+    const std::string& Path() const { return path_; }
+    // The full path of a name in the folder.
+    std::string Named(std::string_view name) const { return path_ + "\\" + std::string(name); }
+    // The names in the folder, sorted and separated by a blank.
+    std::string Listing() const;
+
+  private:
+    std::string path_;
+};
+
+void WriteBytes(const std::string& path, std::string_view bytes);
+// "(none)" when the file cannot be read.
+std::string ReadBytes(const std::string& path);
+
+}  // namespace kx::test
