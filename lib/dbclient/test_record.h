@@ -1,0 +1,251 @@
+// One ECG test: the patient, the report and its state, the settings of the recording and what the recorders
+// and the analysis produced.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+
+#include "include/kxdialogs.h"
+#include "lib/dbclient/episode_record.h"
+#include "lib/dbclient/history.h"
+#include "lib/reporter.h"
+#include "lib/resource_text.h"
+#include "lib/timestmp.h"
+
+namespace kx {
+
+class AnnotationStore;
+class ValueSeries;
+struct HolterDataRecord;
+struct HolterSummaryRecord;
+struct PressureRecord;
+struct RawBlockRecord;
+struct SpirometryRecord;
+struct StressStageRecord;
+
+inline constexpr std::uint32_t kEpisodeCapacity = 256;
+inline constexpr std::uint32_t kStageCapacity = 256;
+inline constexpr std::uint32_t kRawBlockCapacity = 256;
+inline constexpr std::uint32_t kPressureCapacity = 512;
+inline constexpr int kFirstSeriesCode = -7;
+inline constexpr int kLastSeriesCode = 24;
+
+// A KxTestRecord with its operations; no data added.
+//
+// Ownership: a TestRecord made by its constructor owns every sub-object, all made by this class; its
+// destructor and the operations that replace a sub-object free it. A KxTestRecord that a host filled is used
+// through Of(): operations that read or write in place work on it and free nothing of the host's. Operations
+// that create, replace or release sub-objects are for records made here.
+//
+// Reading is bounded by the fields: a text without terminator ends with its field, a count beyond its array
+// with the array, and a null sub-object is absent. Text getters copy at most min(size, field size) - 1
+// characters and always terminate; without a buffer, or with size 0, they do nothing. A setter that changes a
+// value sets `modified`, where nothing else is said.
+struct TestRecord : KxTestRecord {
+    // All zeros but testType KX_TEST_NEW, an empty history and a default current stage.
+    TestRecord() noexcept;
+    ~TestRecord();
+    TestRecord(const TestRecord&) = delete;
+    TestRecord& operator=(const TestRecord&) = delete;
+
+    // The operations on a record of the host's. Null stays null.
+    static TestRecord* Of(KxTestRecord* test) { return static_cast<TestRecord*>(test); }
+    static const TestRecord* Of(const KxTestRecord* test) { return static_cast<const TestRecord*>(test); }
+
+    // ---- type and state
+    std::uint32_t TestType() const { return testType; }  // KX_TEST_...
+    void SetTestType(std::uint32_t type);
+    bool IsModified() const { return modified != 0; }
+    void ClearModified() { modified = 0; }
+
+    // ---- episodes
+    std::uint32_t EpisodeCount() const;
+    // Null when there is no such episode.
+    EpisodeRecord* Episode(std::uint32_t index);
+    const EpisodeRecord* Episode(std::uint32_t index) const;
+    // Appends a median beat (see EpisodeRecord) and returns it, still the record's. Null, and nothing added,
+    // when 256 are held or memory for the episode itself is short.
+    EpisodeRecord* AddEpisode(std::uint32_t configuration, std::uint32_t leadCount,
+                              std::uint32_t samplesPerLead, std::uint32_t sampleRate,
+                              std::uint32_t resolutionNv);
+    // From a serialized episode of which size bytes may be read; a refused block adds an episode without
+    // samples.
+    EpisodeRecord* AddEpisode(const void* block, std::size_t size);
+    // From the last to the first.
+    void ReleaseEpisodes();
+    // The episode that covers most of the time from fromMs to toMs, in whole seconds; the search ends at the
+    // first later one that does not improve on the best so far. Null when none ends after fromMs.
+    EpisodeRecord* LongestEpisodeBetween(std::int64_t fromMs, std::int64_t toMs);
+    const EpisodeRecord* LongestEpisodeBetween(std::int64_t fromMs, std::int64_t toMs) const;
+
+    // ---- patient
+    void PatientId(char* buffer, std::size_t size) const;
+    void SetPatientId(const char* text);
+    // Stored as "last^first^middle^"; a '^' inside a name becomes '_'. Null names are empty. A name that does
+    // not fit ends the text.
+    void SetPatientName(const char* first, const char* middle, const char* last);
+    // The parts between separators; consecutive separators count as one, so an empty first name leaves the
+    // middle name in its place.
+    void LastName(char* buffer, std::size_t size) const;
+    void FirstName(char* buffer, std::size_t size) const;
+    void MiddleName(char* buffer, std::size_t size) const;
+    void FullName(char* buffer, std::size_t size) const;  // "first middle last"
+    void SortName(char* buffer, std::size_t size) const;  // "last, first middle"
+    // "street CR LF city, state postal code"; each part only while the whole still fits.
+    void Address(char* buffer, std::size_t size) const;
+
+    std::uint32_t Sex() const { return sex; }  // KX_SEX_...
+    void SetSex(std::uint32_t code);
+    DateTime BirthDate() const;
+    bool HasBirthDate() const { return birthDate.year > 1800; }
+    // A changed date also sets the age at the acquisition, where both years are known (0 when not positive,
+    // at most 65535 days).
+    void SetBirthDate(const KxDate& date);
+
+    std::uint32_t AgeDays() const { return ageDays; }
+    // Nothing while the record has a valid birth date.
+    void SetAgeDays(std::uint16_t days);
+    // The texts read a number at their start. False, and nothing changed, when the value does not fit its
+    // field or there is no text.
+    // "NG" is 0; days with a D, months (30 days) with an M, else years (365 days).
+    bool SetAgeText(const char* text);
+    // "NG", "29 d", "12 m" or "1 y".
+    void AgeText(char* buffer, std::size_t size) const;
+    std::uint32_t Weight() const { return weight; }  // hundredths of a pound
+    void SetWeight(std::uint16_t hundredthsOfPound);
+    // Kilograms with metricUnits or with "KG" or "kg", else pounds.
+    bool SetWeightText(const char* text);
+    void WeightText(char* buffer, std::size_t size) const;  // "NG", "70 kg" or "154 lbs"
+    std::uint32_t Height() const { return height; }         // hundredths of an inch
+    void SetHeight(std::uint16_t hundredthsOfInch);
+    // Centimetres with metricUnits or with "CM" or "cm", else inches.
+    bool SetHeightText(const char* text);
+    void HeightText(char* buffer, std::size_t size) const;  // "NG", "175 cm" or "69 in"
+    std::uint32_t Race() const { return race; }
+    void SetRace(std::uint32_t code);
+
+    // The text of a code by a pick list of the resources: "*" when the list cannot be loaded; the buffer is
+    // left as it was when no code matches. listId 0 stands for the record's own list.
+    void SexText(const ResourceTexts& texts, char* buffer, std::size_t size, std::uint32_t listId = 0) const;
+    void RaceText(const ResourceTexts& texts, char* buffer, std::size_t size, std::uint32_t listId = 0) const;
+    // flag: 0 to 4; nothing for any other.
+    void ClinicalFlagText(const ResourceTexts& texts, int flag, char* buffer, std::size_t size,
+                          std::uint32_t listId = 0) const;
+    // 0 when there is no such flag.
+    std::uint32_t ClinicalFlag(int flag) const;
+    void SetClinicalFlag(int flag, std::uint32_t code);
+    // Short date, or "NG" when it is not valid.
+    void ClinicalDateText(char* buffer, std::size_t size, const LocaleFormats& locale = UserLocale()) const;
+    // A date that is not valid clears it.
+    void SetClinicalDate(const KxDate& date);
+    void BloodPressureText(char* buffer, std::size_t size) const;  // "120/80", or "..." when not given
+    std::uint32_t RatePressureProduct() const;                     // systolic x heartRate
+
+    // ---- report
+    std::uint32_t ReportState() const { return reportState; }  // KX_REPORT_...
+    bool IsOriginal() const { return reportState == KX_REPORT_ORIGINAL; }
+    bool IsOverread() const { return reportState == KX_REPORT_OVERREAD; }
+    bool IsConfirmed() const { return reportState == KX_REPORT_CONFIRMED; }
+    bool IsReviewedOutside() const { return reportState == KX_REPORT_REVIEWED_OUTSIDE; }
+    // Copies into the buffer and returns it; without a buffer, or with size 0, the record's own text (a copy
+    // in one shared buffer when the field has no terminator).
+    const char* InterpretationText(char* buffer, std::size_t size) const;
+    // State, time (null: zeros for original and confirmed, unchanged for overread) and text; null keeps the
+    // text. State and time of original and confirmed are stored without setting `modified`, which the text
+    // then does where it differs.
+    void SetOriginalInterpretation(const KxDateTime* time, const char* text);
+    void SetOverreadInterpretation(const KxDateTime* time, const char* text);
+    void SetConfirmedInterpretation(const KxDateTime* time, const char* text);
+    // An original report becomes reviewed outside when the history tells so.
+    void CheckExternalReview();
+    DateTime OriginalTime() const { return originalTime; }
+    DateTime OverreadTime() const { return overreadTime; }
+    DateTime ConfirmedTime() const { return confirmedTime; }
+    // Each returns a copy in a static buffer that its next call overwrites.
+    const char* OriginalBy() const;
+    const char* OverreadBy() const;
+    const char* ConfirmedBy() const;
+    void SetOriginalBy(const char* name);
+    void SetOverreadBy(const char* name);
+    void SetConfirmedBy(const char* name);
+    // The state by the resources' list of report states; with its author, "state - <author>" or
+    // "state (physician)". "*" in the state's place when the list cannot be loaded. A state without a name
+    // gives an empty text, and leaves the buffer as it was where the author is asked for.
+    void ReportStateText(const ResourceTexts& texts, char* buffer, std::size_t size) const;
+    void ReportStateAndAuthorText(const ResourceTexts& texts, char* buffer, std::size_t size) const;
+
+    // ---- settings
+    bool MetricUnits() const { return metricUnits == 1; }
+    void SetMetricUnits(bool on);
+    std::uint32_t MainsFrequency() const;  // 50, 60 or 0
+    void SetMainsFrequency(std::uint32_t hz);
+    std::uint32_t ArtifactFilter() const;  // 0 off, 1, 2 or 3
+    void SetArtifactFilter(bool on, bool variant2, bool variant3);
+    bool BaselineFilter() const;
+    void SetBaselineFilter(bool on);
+    // The recorder; without setting `modified`. Null keeps a field.
+    void SetDevice(const char* name, const char* serial, const char* revision);
+    void DeviceText(char* buffer, std::size_t size) const;  // "name (SN: serial) rev revision"
+    // Values above 65535 are stored as 0.
+    void SetValue6118(std::uint32_t value);
+
+    // ---- sub-objects. Getters give null where there is none.
+    const void* Ecg() const { return ecg; }
+    // Copies the signal; false, and the old signal kept, when there is no memory or no data.
+    bool SetEcg(const void* data, std::size_t size);
+
+    AnnotationStore* Annotations();
+    const AnnotationStore* Annotations() const;
+    AnnotationStore* Annotations2();
+    const AnnotationStore* Annotations2() const;
+    // Each destroys the previous store and installs the new one; the three-channel form, the twelve-lead form
+    // (or entries alone), or one made before. The new store, null when there was no memory for it.
+    AnnotationStore* CreateAnnotations(std::uint32_t capacity);
+    AnnotationStore* CreateAnnotations(std::uint32_t capacity, bool entriesOnly);
+    AnnotationStore* ReplaceAnnotations(std::unique_ptr<AnnotationStore> store);
+    AnnotationStore* CreateAnnotations2(std::uint32_t capacity);
+    AnnotationStore* CreateAnnotations2(std::uint32_t capacity, bool entriesOnly);
+    AnnotationStore* ReplaceAnnotations2(std::unique_ptr<AnnotationStore> store);
+    // Makes an entry of the first store the current one; reports and refuses an index that it does not have.
+    bool SetCurrentAnnotation(std::uint32_t index, Reporter& log);
+
+    // The value series of a code from -7 to 24.
+    ValueSeries* Series(int code) const;
+    bool SetSeries(int code, std::unique_ptr<ValueSeries> series);
+    std::uint32_t StageCount() const;
+    StressStageRecord* Stage(int index) const;  // -1: the current stage
+    bool AddStage(std::unique_ptr<StressStageRecord> stage);
+    void SetCurrentStage(std::unique_ptr<StressStageRecord> stage);
+    std::uint32_t PressureCount() const;
+    PressureRecord* Pressure(int index) const;  // -1: the summary
+    bool AddPressure(std::unique_ptr<PressureRecord> reading);
+    void SetPressureSummary(std::unique_ptr<PressureRecord> reading);
+    std::uint32_t RawBlockCount() const;
+    const RawBlockRecord* RawBlock(std::uint32_t index) const;
+    // Copies a block of 6264 bytes. The Add operations give false, and change nothing, for a full array or a
+    // null object.
+    bool AddRawBlock(const RawBlockRecord& block);
+    HolterSummaryRecord* HolterSummary() const;
+    void SetHolterSummary(std::unique_ptr<HolterSummaryRecord> summary);
+    HolterDataRecord* HolterData() const;
+    void SetHolterData(std::unique_ptr<HolterDataRecord> data);
+    SpirometryRecord* Spirometry() const;
+    void SetSpirometry(std::unique_ptr<SpirometryRecord> block);
+
+    // ---- history. Nothing, and false, without a history (see History::Add).
+    bool AddHistoryEntry(std::uint32_t action, const KxDateTime& time, const char* user);
+    // lastChangeTime; while its year is 0, filled first from the last entry of the history.
+    DateTime LastChangeTime();
+
+  private:
+    EpisodeRecord* Append(EpisodeRecord* episode);
+    bool SetMeasure(std::uint16_t& field, const char* text, bool metric, const std::int32_t (&perUnit)[2]);
+    void SetFilterBits(std::uint32_t mask, std::uint32_t bits);
+    // Destroys both annotation stores, the first one first.
+    void DestroyAnnotations();
+};
+
+static_assert(sizeof(void*) != 4 || sizeof(TestRecord) == KX_TEST_RECORD_SIZE);
+
+}  // namespace kx
