@@ -23,33 +23,45 @@ GlobalRow FoundPoints(const Waves& waves) {
             waves.t.global.off};
 }
 
-// The markers of a lead inside the global points, with the components of its waves.
-LeadRow FoundMarkers(const Beat& beat, const Waves& waves, std::size_t code, const GlobalRow& points) {
+// The automatic boundaries of a lead's waves, inside the global points.
+LeadRow FoundBoundaries(const Waves& waves, std::size_t code, const GlobalRow& points) {
     LeadRow row{};
+    const Interval p = Within(waves.p.leads[code], points[kPOn], points[kPOff]);
+    const Interval t = Within(waves.t.leads[code], points[kQrsOff], points[kTOff]);
+    row[kLeadPOn] = p.on;
+    row[kLeadPOff] = p.off;
+    row[kLeadQrsOff] = Within(waves.qrs.leads[code], points[kQrsOn], points[kQrsOff]).off;
+    row[kLeadTOn] = t.on;
+    row[kLeadTOff] = t.off;
+    return row;
+}
+
+// Fills in the automatic components between the boundaries that the row holds.
+void FindComponents(const BeatLead& lead, const GlobalRow& points, Interval complex, LeadRow& row) {
+    const double base = IsoelectricLevel(lead, points[kQrsOn], points[kPOff]);
+    const auto second = [&](LeadMarker on, LeadMarker off, double level) {
+        const bool present = row[on] != 0 && row[off] != 0;
+        return present ? FindSecondComponent(lead.fine, level, {row[on], row[off]}) : 0;
+    };
+    row[kLeadPPrimeOn] = second(kLeadPOn, kLeadPOff, LevelBeforeP(lead, row[kLeadPOn]));
+    row[kLeadTPrimeOn] = second(kLeadTOn, kLeadTOff, base);
+    if (complex.Present()) {
+        const auto onsets = FindQrsComponents(lead.level, base, {complex.on, row[kLeadQrsOff]});
+        std::copy(onsets.begin(), onsets.end(), row.begin() + kLeadQOn);
+    }
+}
+
+// The markers of a lead. The components are looked for between boundaries that are final: those placed by
+// hand and what is left of the automatic ones beside them.
+LeadRow MarkersOf(const Beat& beat, const Waves& waves, std::size_t code, const GlobalRow& points,
+                  const LeadRow& stored, std::uint32_t manual) {
     const BeatLead& lead = beat.leads[code];
     if (!lead.present) {
-        return row;
+        return JoinLead({}, stored, manual);
     }
-    const Interval p = Within(waves.p.leads[code], points[kPOn], points[kPOff]);
-    if (p.Present()) {
-        row[kLeadPOn] = p.on;
-        row[kLeadPPrimeOn] = FindSecondComponent(lead.fine, LevelBeforeP(lead, p.on), p);
-        row[kLeadPOff] = p.off;
-    }
-    const double base = IsoelectricLevel(lead, points[kQrsOn], points[kPOff]);
-    const Interval complex = Within(waves.qrs.leads[code], points[kQrsOn], points[kQrsOff]);
-    if (complex.Present()) {
-        const auto onsets = FindQrsComponents(lead.level, base, complex);
-        std::copy(onsets.begin(), onsets.end(), row.begin() + kLeadQOn);
-        row[kLeadQrsOff] = complex.off;
-    }
-    const Interval t = Within(waves.t.leads[code], points[kQrsOff], points[kTOff]);
-    if (t.Present()) {
-        row[kLeadTOn] = t.on;
-        row[kLeadTPrimeOn] = FindSecondComponent(lead.fine, base, t);
-        row[kLeadTOff] = t.off;
-    }
-    return row;
+    LeadRow row = JoinLead(FoundBoundaries(waves, code, points), stored, manual);
+    FindComponents(lead, points, Within(waves.qrs.leads[code], points[kQrsOn], points[kQrsOff]), row);
+    return JoinLead(row, stored, manual);
 }
 
 std::uint32_t Measure(KxEpisodeRecord* episode, bool honourManual) {
@@ -73,7 +85,7 @@ std::uint32_t Measure(KxEpisodeRecord* episode, bool honourManual) {
     for (std::size_t code = 0; code < KX_MEASURED_LEADS; ++code) {
         KxLeadMeasurements& lead = set.leads[code];
         const LeadRow markers =
-            JoinLead(FoundMarkers(*beat, waves, code, points), ReadLeadRow(lead), flags(lead.markerFlags));
+            MarkersOf(*beat, waves, code, points, ReadLeadRow(lead), flags(lead.markerFlags));
         WriteLeadRow(markers, lead);
         DeriveLeadValues(beat->leads[code], points, markers, lead);
     }

@@ -52,7 +52,9 @@ std::uint32_t MeasureEpisode(KxEpisodeRecord* episode);
 // The same, but every global point whose bit in globalManualFlags is set and every lead marker whose bit in
 // markerFlags is set keeps its value; 0 there says that the wave is absent, and the wave's automatic points
 // become 0 with it. The other markers give way, so that the order of the waves holds as far as the manual
-// markers themselves keep it, and every derived value follows from the result. Global points are those of all
+// markers themselves keep it, and every derived value follows from the result. A marker without its flag is
+// placed anew whatever stands in it: a QRS offset that was moved without its flag goes back to where the
+// analysis sees it, but never before a component onset placed by hand. Global points are those of all
 // leads together: the manual marker of one lead changes that lead's values only, and a manual global point
 // bounds the automatic markers of the leads.
 std::uint32_t UpdateDetection(KxEpisodeRecord* episode);

@@ -140,35 +140,6 @@ TEST(ManualMarkers, AWaveSetAbsentStaysAbsent) {
     EXPECT_GT(lead.Set().qtInterval, 0);
 }
 
-TEST(ManualMarkers, AmplitudesFollowTheComponentsPlacedByHand) {
-    Episode episode = MeasuredBeat();
-    KxLeadMeasurements& lead = episode.Set().leads[KX_LEAD_II];
-    const KxLeadMeasurements before = lead;
-    // Q taken away and R begun on the way up: the rest of the complex keeps its values.
-    lead.qOnMarker = 0;
-    lead.rOnMarker = 430;
-    lead.markerFlags = KX_MANUAL_LEAD_Q_ON | KX_MANUAL_LEAD_R_ON | KX_MANUAL_LEAD_S_ON |
-                       KX_MANUAL_LEAD_R_PRIME_ON | KX_MANUAL_LEAD_S_PRIME_ON;
-    ASSERT_EQ(UpdateDetection(episode.Get()), 1u);
-    EXPECT_EQ(lead.aQ, 0);
-    EXPECT_EQ(lead.qOnMarker, 0);
-    EXPECT_EQ(lead.rOnMarker, 430);
-    EXPECT_EQ(lead.aR, before.aR);
-    EXPECT_EQ(lead.aS, before.aS);
-    // S begun before the peak of R: what is left of R ends below it, and the peak itself is no S wave.
-    lead.sOnMarker = 438;
-    ASSERT_EQ(UpdateDetection(episode.Get()), 1u);
-    EXPECT_LT(lead.aR, before.aR - 100);
-    EXPECT_GT(lead.aR, before.aR / 4);
-    EXPECT_EQ(lead.aS, before.aS);
-    // A second R where the curve is below the line has no height.
-    lead.sOnMarker = 464;
-    lead.rPrimeOnMarker = 474;
-    ASSERT_EQ(UpdateDetection(episode.Get()), 1u);
-    EXPECT_EQ(lead.aR1, 0);
-    EXPECT_EQ(lead.rPrimeOnMarker, 474);
-}
-
 // Any set of markers by hand, possible or not: they stay, no flag, reserved word or byte outside the set
 // changes, what the analysis places lies on the right side of every marker that is itself in order.
 TEST(ManualMarkers, StayWhateverTheyAre) {
