@@ -1,0 +1,168 @@
+#include "lib/html_document.h"
+
+#include <gmock/gmock.h>
+
+#include <string>
+
+#include "tests/support/memory_file.h"
+#include "tests/support/recorded_reports.h"
+
+namespace {
+
+using kx::HtmlDocument;
+using kx::test::MemoryFile;
+using kx::test::RecordedReports;
+
+constexpr char kTableStart[] =
+    "<TABLE BORDER=1 BGCOLOR=#ffffff CELLSPACING=0><FONT FACE=\"Arial\" COLOR=#000000><CAPTION><B>";
+constexpr char kHeaderCell[] =
+    "<TH BGCOLOR=#c0c0c0 BORDERCOLOR=#000000 ><FONT style=FONT-SIZE:10pt FACE=\"Arial\" COLOR=#000000>";
+
+std::string Document(const std::string& title, const std::string& headerCells, const std::string& rows) {
+    return "<HTML>\r\n<HEAD>\r\n<TITLE>" + title + "</TITLE>\r\n</HEAD>\r\n<BODY>\r\n" + kTableStart + title +
+           "</B></CAPTION></FONT>\r\n<THEAD>\r\n<TR>\r\n" + headerCells + "</TR>\r\n</THEAD>\r\n<TBODY>\r\n" +
+           rows + "</TBODY>\r\n<TFOOT>\r\n</TFOOT>\r\n</TABLE>\r\n</BODY>\r\n</HTML>\r\n";
+}
+
+std::string HeaderCell(const std::string& text) {
+    return kHeaderCell + text + "</FONT></TH>\r\n";
+}
+
+TEST(HtmlDocument, WritesATableWithoutRows) {
+    HtmlDocument document(nullptr);
+    document.SetTitle("Misure");
+    document.AddColumn("Deriv");
+    document.AddColumn(nullptr);
+    document.AddColumn("aP1 (uV)");
+    MemoryFile file("what was there before");
+    ASSERT_TRUE(document.WriteDocument(file));
+    EXPECT_EQ(file.bytes, Document("Misure", HeaderCell("Deriv") + HeaderCell("aP1 (uV)"), ""));
+}
+
+class Rows final : public HtmlDocument {
+  public:
+    using HtmlDocument::HtmlDocument;
+    void WriteRows(kx::ByteSink& file) override {
+        BeginRow(file);
+        Cell(file, "V1 <&> \xE0");
+        Cell(file, "-1250", 0x0012AB, 0xFFFF0000);
+        Cell(file, nullptr);
+        EndRow(file);
+    }
+};
+
+TEST(HtmlDocument, WritesTheRowsOfItsDerivedClassAsTheyAre) {
+    Rows document(nullptr);
+    MemoryFile file;
+    ASSERT_TRUE(document.WriteDocument(file));
+    const std::string font = "<FONT style=FONT-SIZE:10pt FACE=\"Arial\" COLOR=#";
+    EXPECT_EQ(file.bytes, Document("", "",
+                                   "<TR>\r\n<TD BORDERCOLOR=#C0C0C0 >" + font +
+                                       "000000>V1 <&> \xE0</FONT></TD>\r\n<TD BORDERCOLOR=#0012AB >" + font +
+                                       "FF0000>-1250</FONT></TD>\r\n<TD BORDERCOLOR=#C0C0C0 >" + font +
+                                       "000000></FONT></TD>\r\n</TR>\r\n"));
+}
+
+TEST(HtmlDocument, KeepsItsLimits) {
+    HtmlDocument document(nullptr);
+    document.SetTitle(std::string(70, 't').c_str());
+    std::string cells;
+    for (int column = 0; column < 33; ++column) {
+        document.AddColumn("c");
+        cells += column < 32 ? HeaderCell("c") : "";
+    }
+    MemoryFile file;
+    ASSERT_TRUE(document.WriteDocument(file));
+    EXPECT_EQ(file.bytes, Document(std::string(63, 't'), cells, ""));
+
+    file.bytes.clear();
+    const std::string longest(1023 - 10, 'x');  // "\t<P>", "</P>", line end
+    HtmlDocument::WriteElement(file, "P", longest.c_str());
+    EXPECT_EQ(file.bytes, "\t<P>" + longest + "</P>\r\n");
+    file.bytes.clear();
+    HtmlDocument::WriteElement(file, "P", std::string(5000, 'x').c_str());
+    EXPECT_EQ(file.bytes, "\t<P>" + std::string(1023 - 4, 'x'));
+}
+
+TEST(HtmlDocument, ReportsAFileThatCannotBeOpenedOnce) {
+    RecordedReports log;
+    HtmlDocument document(&log);
+    MemoryFile file("<P>a</P>");
+    ASSERT_TRUE(document.Load(file));
+    file.refuses = true;
+    EXPECT_FALSE(document.WriteDocument(file));
+    EXPECT_FALSE(document.Load(file));
+    EXPECT_THAT(log.Take(),
+                testing::ElementsAre("system Could not open HTML file.", "system Could not open HTML file."));
+    EXPECT_EQ(document.FindOpenTag(0, "P"), 0u);  // nothing is left of what was loaded before
+    EXPECT_FALSE(HtmlDocument(nullptr).Load(file));
+}
+
+TEST(HtmlDocument, FindsTags) {
+    const struct {
+        const char* content;
+        std::uint32_t from;
+        const char* tag;
+        std::uint32_t expected;
+    } rows[] = {
+        {"<P>a", 0, "P", 3},    {"x<P>", 0, "P", 4}, {"x<P>", 1, "P", 4},          {"x<P>", 2, "P", 0},
+        {"<p>", 0, "P", 0},     {"<P >", 0, "P", 0}, {"<<P>", 0, "P", 4},          {"<P", 0, "P", 0},
+        {"<PP><P>", 0, "P", 7}, {"", 0, "P", 0},     {"<P>", 4000000000u, "P", 0}, {"</P>", 0, "P", 0},
+    };
+    for (const auto& row : rows) {
+        HtmlDocument document(nullptr);
+        MemoryFile file(row.content);
+        ASSERT_TRUE(document.Load(file));
+        EXPECT_EQ(document.FindOpenTag(row.from, row.tag), row.expected)
+            << row.content << " from " << row.from;
+    }
+}
+
+TEST(HtmlDocument, FindsTheBody) {
+    const struct {
+        const char* content;
+        std::uint32_t from;
+        std::uint32_t expected;
+    } rows[] = {
+        {"<HTML><BODY>x", 0, 12},
+        {"<body>x", 0, 6},
+        {"<body><BODY>x", 0, 12},
+        {"<Body>x", 0, 0},
+        {"<BODY>x", 1, 0},
+        {"<BODY><body>x", 1, 12},
+        {"", 0, 0},
+    };
+    for (const auto& row : rows) {
+        HtmlDocument document(nullptr);
+        MemoryFile file(row.content);
+        ASSERT_TRUE(document.Load(file));
+        EXPECT_EQ(document.FindBody(row.from), row.expected) << row.content << " from " << row.from;
+    }
+}
+
+TEST(HtmlDocument, ReadsElements) {
+    const struct {
+        const char* content;
+        std::uint32_t from;
+        std::uint32_t expected;
+        const char* text;  // "?" where nothing is copied
+    } rows[] = {
+        {"<P>abc</P>", 0, 3, "abc"},     {"<P>abcdefgh</P>", 0, 3, "abcdefg"},
+        {"<P></P>", 0, 0, "?"},          {"<P>abc", 0, 0, "?"},
+        {"abc</P>", 0, 0, "?"},          {"</P><P>abc</P>", 0, 7, "abc"},
+        {"<P>a<P>b</P>", 0, 3, "a<P>b"}, {"<P>a</P><P>b</P>", 1, 11, "b"},
+        {"<P>a</p></P>", 0, 3, "a</p>"},
+    };
+    for (const auto& row : rows) {
+        HtmlDocument document(nullptr);
+        MemoryFile file(row.content);
+        ASSERT_TRUE(document.Load(file));
+        char buffer[8] = "?";
+        EXPECT_EQ(document.ReadElement(row.from, "P", buffer, sizeof buffer), row.expected) << row.content;
+        EXPECT_STREQ(buffer, row.text) << row.content;
+        EXPECT_EQ(document.ReadElement(row.from, "P", nullptr, 8), row.expected) << row.content;
+        EXPECT_EQ(document.ReadElement(row.from, "P", buffer, 0), row.expected) << row.content;
+    }
+}
+
+}  // namespace
