@@ -4,32 +4,29 @@
 #include <windows.h>
 
 #include <memory>
+#include <type_traits>
 
 namespace kx {
 
-template <typename Handle>
 struct GdiObjectDeleter {
-    using pointer = Handle;
-    void operator()(Handle handle) const noexcept { DeleteObject(handle); }
+    void operator()(HGDIOBJ handle) const noexcept { DeleteObject(handle); }
 };
 struct MemoryDcDeleter {
-    using pointer = HDC;
     void operator()(HDC dc) const noexcept { DeleteDC(dc); }
 };
 struct IconDeleter {
-    using pointer = HICON;
     void operator()(HICON icon) const noexcept { DestroyIcon(icon); }
 };
 
 // An object must no longer be selected in a device context when its owner deletes it.
-using UniquePen = std::unique_ptr<HPEN, GdiObjectDeleter<HPEN>>;
-using UniqueBrush = std::unique_ptr<HBRUSH, GdiObjectDeleter<HBRUSH>>;
-using UniqueFont = std::unique_ptr<HFONT, GdiObjectDeleter<HFONT>>;
-using UniqueBitmap = std::unique_ptr<HBITMAP, GdiObjectDeleter<HBITMAP>>;
-using UniqueRegion = std::unique_ptr<HRGN, GdiObjectDeleter<HRGN>>;
-using UniqueMemoryDc = std::unique_ptr<HDC, MemoryDcDeleter>;
+using UniquePen = std::unique_ptr<std::remove_pointer_t<HPEN>, GdiObjectDeleter>;
+using UniqueBrush = std::unique_ptr<std::remove_pointer_t<HBRUSH>, GdiObjectDeleter>;
+using UniqueFont = std::unique_ptr<std::remove_pointer_t<HFONT>, GdiObjectDeleter>;
+using UniqueBitmap = std::unique_ptr<std::remove_pointer_t<HBITMAP>, GdiObjectDeleter>;
+using UniqueRegion = std::unique_ptr<std::remove_pointer_t<HRGN>, GdiObjectDeleter>;
+using UniqueMemoryDc = std::unique_ptr<std::remove_pointer_t<HDC>, MemoryDcDeleter>;
 // For icons of one's own only: one that was loaded as shared belongs to the system.
-using UniqueIcon = std::unique_ptr<HICON, IconDeleter>;
+using UniqueIcon = std::unique_ptr<std::remove_pointer_t<HICON>, IconDeleter>;
 
 // Selects an object into a device context for as long as it lives.
 class GdiSelection {
