@@ -106,16 +106,23 @@ Reporter* AnyReporter() {
 
 namespace {
 
+// The class that a window was created by: the name as it was given, else as the class was registered. The two differ when
+// the window was created by the class's atom, and when a resource compiler has put a template's name in capitals, which
+// the window manager accepts.
+WindowClass* CreatingClass(HWND window, const CREATESTRUCTA& creation) {
+    if (reinterpret_cast<UINT_PTR>(creation.lpszClass) > 0xFFFF) {
+        if (WindowClass* const found = class_registry::Find(creation.lpszClass)) {
+            return found;
+        }
+    }
+    char registered[256 + 1];
+    registered[GetClassNameA(window, registered, sizeof registered)] = '\0';
+    return class_registry::Find(registered);
+}
+
 // A window that a template created by the name of its class: the class makes the object.
 LRESULT CreateByName(HWND window, const CREATESTRUCTA& creation) {
-    char ownName[256 + 1];
-    const char* name = creation.lpszClass;
-    if (reinterpret_cast<UINT_PTR>(name) <= 0xFFFF) {
-        // Created by the class's atom.
-        ownName[GetClassNameA(window, ownName, sizeof ownName)] = '\0';
-        name = ownName;
-    }
-    WindowClass* const windowClass = class_registry::Find(name);
+    WindowClass* const windowClass = CreatingClass(window, creation);
     if (windowClass == nullptr) {
         return -1;
     }
