@@ -44,7 +44,7 @@ enum {
     KX_LEAD_EMPTY = 20      /* a lead slot that holds no lead */
 };
 
-enum { KX_STANDARD_LEADS = 12, KX_MEASURED_LEADS = 15, KX_LEAD_SLOTS = 24, KX_ST_LEVELS = 10 };
+enum { KX_STANDARD_LEADS = 12, KX_MEASURED_LEADS = 15, KX_LEAD_SLOTS = 24, KX_BEAT_LEADS = 20, KX_ST_LEVELS = 10 };
 
 /* KxTestRecord.testType */
 enum {
@@ -246,6 +246,46 @@ typedef struct KxHistory {
     KxHistoryEntry* entries; /* room for 16; null: the history takes no entries */
 } KxHistory;
 
+/* One entry of an annotation store, 8 bytes: a beat or a marker of the recording. */
+typedef struct KxAnnotation {
+    uint32_t timeMs;    /* within the recording */
+    uint8_t label;      /* 1 normal beat, 15 segment marker */
+    int8_t subLabel;    /* class of a beat; of a segment marker: -3 start, -2 end */
+    uint16_t heartRate; /* beats per minute at this beat, or another value of the label */
+} KxAnnotation;
+
+/* One beat in one lead, 20 bytes. Offsets are samples from the beat, at the store's sampleRate; amplitudes are units
+ * of the store's resolutionNv. */
+typedef struct KxLeadBeat {
+    uint8_t widthHalf; /* half of a width of 0 to 255 */
+    int8_t offset1;
+    int8_t onsetOffset;
+    uint8_t offset3;
+    uint8_t offset4;
+    uint8_t endOffset;
+    int16_t amplitude1;
+    int16_t value8;
+    int16_t amplitude2;
+    int16_t amplitude3;
+    int16_t amplitude4;
+    int16_t amplitude5;
+    int16_t leadValue; /* 0: the beat is not valid in this lead */
+} KxLeadBeat;
+
+/* How an annotation store begins, for modules that only read it. */
+typedef struct KxAnnotationStore {
+    uint32_t capacity;
+    uint32_t count;
+    KxAnnotation* entries; /* count of them, in order of time; null: none */
+    uint8_t modified;
+    uint8_t reserved13[3];
+    uint32_t sampleRate;   /* of the offsets of the lead beats, per second */
+    uint32_t resolutionNv; /* of their amplitudes, nanovolts per unit */
+    /* Slots 0 to 11 the twelve leads, 17 to 19 those of a three-channel recording; null: not in this store. Slots 17
+     * to 19 have room for capacity beats, the others for at least the capacity that the store was made with. */
+    KxLeadBeat* leadBeats[KX_BEAT_LEADS];
+} KxAnnotationStore;
+
 /* One ECG test, 13932 bytes. Names that carry a number are fields whose meaning this library does not use.
  * Sub-objects that the host put behind the pointers stay the host's. */
 typedef struct KxTestRecord {
@@ -341,8 +381,8 @@ typedef struct KxTestRecord {
     KxDateTime lastChangeTime;
     void* buffer7584;
     void* ecg; /* the recorded signal; its contents are not read here */
-    void* annotations;
-    void* annotations2;
+    void* annotations;  /* begins as a KxAnnotationStore */
+    void* annotations2; /* likewise */
     void* object7600;
     void* object7604;
     uint32_t episodeCount; /* at most 256 */

@@ -1,0 +1,20 @@
+// The rules between the five global fiducial points.
+#pragma once
+
+#include "dialogs/morphology/marker_edit.h"
+
+namespace kx {
+
+enum GeneralMarker : std::size_t { kGlobalPOn, kGlobalPOff, kGlobalQrsOn, kGlobalQrsOff, kGlobalTOff };
+
+// The global points stand in block 0.
+extern const MarkerLayout kGeneralLayout;
+
+// Stores every field that differs from the record, limited by its neighbours: P onset <= P offset <= QRS
+// onset < QRS offset <= T offset, QRS onset not before 20 ms, and 20 ms between onset and offset of a QRS
+// complex that one of them was dragged across. noPWave: the box is checked; both P markers are then absent,
+// by hand. A box just cleared on a beat without P wave gives both P markers back to the analysis. At most one
+// re-measurement, after all values are stored.
+void ApplyGeneralMarkers(MarkerEdit& edit, bool noPWave);
+
+}  // namespace kx

@@ -1,0 +1,73 @@
+#include "dialogs/morphology/wave_rules.h"
+
+namespace kx {
+namespace {
+
+constexpr std::int32_t kGap = 5;               // ms between neighbours
+constexpr std::int32_t kShortestToSplit = 10;  // ms
+
+void LimitOnset(MarkerEdit& edit) {
+    if (edit.Current(kWaveOn) >= edit.Current(kWaveOff)) {
+        edit.Set(kWaveOn, edit.Current(kWaveOff) - kGap);
+    }
+    if (edit.Current(kWavePrimeOn) > 0 && edit.Current(kWaveOn) >= edit.Current(kWavePrimeOn)) {
+        edit.Set(kWaveOn, edit.Current(kWavePrimeOn) - kGap);
+    }
+}
+
+void LimitSecondOnset(MarkerEdit& edit) {
+    if (edit.Current(kWavePrimeOn) >= edit.Current(kWaveOff)) {
+        edit.Set(kWavePrimeOn, edit.Current(kWaveOff) - kGap);
+    }
+    if (edit.Current(kWaveOn) >= edit.Current(kWavePrimeOn)) {
+        edit.Set(kWavePrimeOn, edit.Current(kWaveOn) + kGap);
+    }
+}
+
+void LimitOffset(MarkerEdit& edit) {
+    const std::int32_t second = edit.Current(kWavePrimeOn);
+    if (second > 0 && second >= edit.Current(kWaveOff)) {
+        edit.Set(kWaveOff, second + kGap);
+    }
+    if (second == 0 && edit.Current(kWaveOn) >= edit.Current(kWaveOff)) {
+        edit.Set(kWaveOff, edit.Current(kWaveOn) + kGap);
+    }
+}
+
+}  // namespace
+
+void LimitWaveMarker(MarkerEdit& edit, WaveMarker marker) {
+    switch (marker) {
+        case kWaveOn:
+            LimitOnset(edit);
+            break;
+        case kWavePrimeOn:
+            LimitSecondOnset(edit);
+            break;
+        case kWaveOff:
+            LimitOffset(edit);
+            break;
+    }
+}
+
+void ApplyWaveBox(MarkerEdit& edit, bool absent, std::int32_t onset, std::int32_t offset) {
+    edit.Set(kWaveOn, absent ? 0 : onset);
+    edit.Set(kWavePrimeOn, 0);
+    edit.Set(kWaveOff, absent ? 0 : offset);
+    for (const WaveMarker marker : {kWaveOn, kWavePrimeOn, kWaveOff}) {
+        edit.Store(marker);
+    }
+    edit.redetection.Redetect();
+}
+
+bool ApplySecondComponentBox(MarkerEdit& edit, bool absent) {
+    if (!absent && edit.Current(kWaveOn) + kShortestToSplit > edit.Current(kWaveOff)) {
+        return false;
+    }
+    edit.Set(kWavePrimeOn, absent ? 0 : (edit.Current(kWaveOn) + edit.Current(kWaveOff)) / 2);
+    edit.Store(kWavePrimeOn);
+    edit.redetection.Redetect();
+    return true;
+}
+
+}  // namespace kx

@@ -1,0 +1,405 @@
+#include "lib/annotation_store.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstring>
+#include <functional>
+#include <iterator>
+#include <random>
+#include <vector>
+
+#include "tests/unit/annotations/failing_memory.h"
+
+namespace {
+
+using kx::AnnotationStore;
+using kx::LeadBeat;
+
+std::vector<std::uint32_t> Times(const AnnotationStore& store) {
+    std::vector<std::uint32_t> times;
+    for (std::uint32_t i = 0; i < store.Count(); ++i) {
+        times.push_back(store.Time(i));
+    }
+    return times;
+}
+
+AnnotationStore NormalBeats(std::uint32_t count, std::uint32_t interval) {
+    AnnotationStore store(count);
+    for (std::uint32_t i = 0; i < count; ++i) {
+        store.AppendBeat(0, 1, i * interval, 7);
+    }
+    store.ClearModified();
+    return store;
+}
+
+TEST(AnnotationStore, BeginsAsModulesOfTheSuiteReadIt) {
+    if (sizeof(void*) != 4) {
+        GTEST_SUCCEED();
+        return;
+    }
+    AnnotationStore store(5);
+    store.AppendBeat(4, 77, 1500, 2);
+    store.SetHeartRate(0, 61);
+    store.SetSampling(500, 2440);
+    KxAnnotationStore seen;
+    std::memcpy(&seen, static_cast<const void*>(&store), sizeof seen);
+    EXPECT_EQ(5u, seen.capacity);
+    ASSERT_EQ(1u, seen.count);
+    EXPECT_EQ(1500u, seen.entries[0].timeMs);
+    EXPECT_EQ(1, seen.entries[0].label);
+    EXPECT_EQ(4, seen.entries[0].subLabel);
+    EXPECT_EQ(61, seen.entries[0].heartRate);
+    EXPECT_EQ(1, seen.modified);
+    EXPECT_EQ(500u, seen.sampleRate);
+    EXPECT_EQ(2440u, seen.resolutionNv);
+    for (std::uint32_t slot = 0; slot < KX_BEAT_LEADS; ++slot) {
+        ASSERT_EQ(slot >= 17, seen.leadBeats[slot] != nullptr) << slot;
+        if (slot >= 17) {
+            EXPECT_EQ(slot == 18 ? 77 : 0, seen.leadBeats[slot][0].leadValue) << slot;
+        }
+    }
+}
+
+TEST(AnnotationStore, IsNewAndEmptyInEachForm) {
+    AnnotationStore forms[] = {AnnotationStore(3), AnnotationStore(3, false), AnnotationStore(3, true)};
+    const std::uint32_t firstSlot[] = {17, 0, 0}, slots[] = {3, 12, 0};
+    for (std::size_t form = 0; form < 3; ++form) {
+        AnnotationStore& store = forms[form];
+        EXPECT_EQ(0u, store.Count());
+        EXPECT_EQ(3u, store.Capacity());
+        EXPECT_FALSE(store.IsModified());
+        EXPECT_EQ(240u, store.SampleRate());
+        EXPECT_EQ(1220u, store.ResolutionNv());
+        ASSERT_TRUE(store.Append(1, 10));
+        EXPECT_TRUE(store.IsModified());
+        store.SetLabel(0, 2, true);
+        for (std::uint32_t slot = 0; slot < 22; ++slot) {
+            const bool exists = slot - firstSlot[form] < slots[form];
+            EXPECT_EQ(exists ? 1 : 0, store.Value(slot, 0, &LeadBeat::leadValue))
+                << form << ", slot " << slot;
+        }
+    }
+}
+
+TEST(AnnotationStore, AnswersWhatDoesNotExist) {
+    AnnotationStore store = NormalBeats(2, 800);
+    for (const std::uint32_t i : {2u, 3u, UINT32_MAX}) {
+        EXPECT_EQ(0u, store.Time(i));
+        EXPECT_EQ(47, store.Label(i));
+        EXPECT_EQ(47, store.LabelInLead(i, 17));
+        EXPECT_EQ(-1, store.SubLabel(i));
+        EXPECT_EQ(0, store.HeartRate(i));
+        EXPECT_EQ(0u, store.Width(i));
+        EXPECT_EQ(0, store.QrsDurationMs(i));
+        EXPECT_EQ(0u, store.LeadMask(i));
+        std::uint32_t slot = 9;
+        EXPECT_EQ(0, store.StrongestLead(i, &slot));
+        EXPECT_EQ(0u, slot);
+        for (const auto& set : std::vector<std::function<void()>>{
+                 [&] { store.SetTime(i, 1); }, [&] { store.SetLabel(i, 1, true); },
+                 [&] { store.SetSubLabel(i, 1); }, [&] { store.SetHeartRate(i, 1); },
+                 [&] { store.SetSubLabelAndLeadValue(i, 1, 1); }, [&] { store.SetWidth(i, 9); },
+                 [&] { store.SetLeadWidth(17, i, 9); }, [&] { store.SetValue(17, i, &LeadBeat::offset1, 3); },
+                 [&] { store.SetValue(UINT32_MAX, 0, &LeadBeat::offset1, 3); }}) {
+            store.ClearModified();
+            set();
+            EXPECT_TRUE(store.IsModified());
+        }
+        store.ClearModified();
+        store.UpdateHeartRate(i);
+        store.RemoveAt(i);
+        store.RemoveRange(i, UINT32_MAX);
+        EXPECT_FALSE(store.IsModified());
+    }
+    EXPECT_EQ((std::vector<std::uint32_t>{0, 800}), Times(store));
+    AnnotationStore nothing(0);
+    EXPECT_EQ(47, nothing.Label(0));
+    EXPECT_FALSE(nothing.Append(1, 0));
+    EXPECT_FALSE(nothing.MarkSegment(0, 1));
+    EXPECT_FALSE(nothing.InsertSegment(0, 1));
+}
+
+// ---- beats in their leads
+
+TEST(AnnotationStore, ShowsABeatInTheLeadsThatHoldIt) {
+    AnnotationStore store(4);
+    ASSERT_TRUE(store.AppendBeat(3, 50, 100, 0b101));
+    EXPECT_EQ(1, store.Label(0));
+    EXPECT_EQ(3, store.SubLabel(0));
+    EXPECT_EQ(1, store.LabelInLead(0, 17));
+    EXPECT_EQ(15, store.LabelInLead(0, 18));
+    EXPECT_EQ(1, store.LabelInLead(0, 3)) << "not stored";
+    EXPECT_EQ(1, store.LabelInLead(0, 20));
+    EXPECT_EQ(0b101u, store.LeadMask(0));
+
+    store.SetValue(19, 0, &LeadBeat::leadValue, 51);
+    std::uint32_t slot = 0;
+    EXPECT_EQ(51, store.StrongestLead(0, &slot));
+    EXPECT_EQ(19u, slot);
+    EXPECT_EQ(51, store.StrongestLead(0, nullptr));
+    store.SetSubLabelAndLeadValue(0, 9, 33);
+    EXPECT_EQ(9, store.SubLabel(0));
+    EXPECT_EQ(33, store.StrongestLead(0, &slot));
+    EXPECT_EQ(17u, slot) << "the first of equals";
+    EXPECT_EQ(0, store.Value(18, 0, &LeadBeat::leadValue));
+
+    AnnotationStore twelve(4, false);
+    const std::uint32_t leads[] = {0, 11, 17, 20, UINT32_MAX};
+    ASSERT_TRUE(twelve.AppendBeat(3, -50, 100, 5, leads));
+    EXPECT_EQ(-50, twelve.Value(11, 0, &LeadBeat::leadValue));
+    EXPECT_EQ(0, twelve.StrongestLead(0, &slot)) << "of the stored leads";
+    EXPECT_EQ(1u, slot);
+    EXPECT_TRUE(twelve.AppendBeat(3, 1, 200, 4, nullptr));
+}
+
+TEST(AnnotationStore, KeepsWidthsByHalves) {
+    AnnotationStore store = NormalBeats(2, 800);
+    for (const auto& [set, read] : std::vector<std::pair<std::int32_t, std::uint32_t>>{
+             {-1, 0}, {0, 0}, {1, 0}, {97, 96}, {255, 254}, {256, 254}, {INT32_MAX, 254}, {INT32_MIN, 0}}) {
+        store.SetWidth(1, set);
+        EXPECT_EQ(read, store.Width(1)) << set;
+        EXPECT_EQ(read, store.LeadWidth(19, 1)) << set;
+    }
+    EXPECT_EQ(0u, store.Width(0));
+    for (const std::uint8_t label : std::initializer_list<std::uint8_t>{1, 11, 12, 13, 20, 21, 22}) {
+        store.SetLabel(0, label);
+        store.SetWidth(0, 40);
+        store.SetLeadWidth(18, 0, 60);
+        const bool fixed = label == 12 || label == 20 || label == 21;
+        EXPECT_EQ(fixed ? 40u : 60u, store.LeadWidth(18, 0)) << int{label};
+    }
+    AnnotationStore twelve(1, false);
+    twelve.Append(1, 0);
+    twelve.SetWidth(0, 40);
+    twelve.SetLeadWidth(5, 0, 60);
+    EXPECT_EQ(0u, twelve.Width(0));
+    EXPECT_EQ(60u, twelve.LeadWidth(5, 0));
+}
+
+TEST(AnnotationStore, ReadsMillisecondsAndMicrovolts) {
+    AnnotationStore store = NormalBeats(1, 0);
+    store.SetValue(17, 0, &LeadBeat::amplitude1, 1000);
+    store.SetValue(17, 0, &LeadBeat::amplitude5, -3);
+    EXPECT_EQ(1220, store.AmplitudeMicrovolts(17, 0, &LeadBeat::amplitude1));
+    EXPECT_EQ(-4, store.AmplitudeMicrovolts(17, 0, &LeadBeat::amplitude5));  // -3.66
+    EXPECT_EQ(0, store.AmplitudeMicrovolts(3, 0, &LeadBeat::amplitude1));
+
+    store.SetValue(17, 0, &LeadBeat::onsetOffset, -10);
+    store.SetValue(18, 0, &LeadBeat::onsetOffset, -12);
+    store.SetValue(19, 0, &LeadBeat::onsetOffset, 5);
+    EXPECT_EQ(-42, store.OffsetMs(17, 0, &LeadBeat::onsetOffset));  // -41.67
+    EXPECT_EQ(0, store.QrsDurationMs(0)) << "no end";
+    store.SetValue(17, 0, &LeadBeat::endOffset, 200);
+    EXPECT_EQ(883, store.QrsDurationMs(0));  // 212 samples of 240 a second
+    store.SetSampling(1000, 1000);
+    EXPECT_EQ(212, store.QrsDurationMs(0));
+    store.SetSampling(0, UINT32_MAX);
+    EXPECT_EQ(0, store.QrsDurationMs(0));
+    EXPECT_EQ(0, store.OffsetMs(17, 0, &LeadBeat::endOffset));
+    EXPECT_EQ(-6442451, store.AmplitudeMicrovolts(17, 0, &LeadBeat::amplitude5));
+}
+
+// ---- adding and removing, against a list of whole beats
+
+struct ModelBeat {
+    std::uint32_t time;
+    std::uint8_t label;
+    std::int16_t tag[3];  // value8 in slots 17 to 19
+};
+
+void ExpectSame(const std::vector<ModelBeat>& model, const AnnotationStore& store, int step) {
+    ASSERT_EQ(model.size(), store.Count()) << "step " << step;
+    for (std::uint32_t i = 0; i < store.Count(); ++i) {
+        ASSERT_EQ(model[i].time, store.Time(i)) << "step " << step << ", entry " << i;
+        ASSERT_EQ(model[i].label, store.Label(i)) << "step " << step << ", entry " << i;
+        for (std::uint32_t channel = 0; channel < 3; ++channel) {
+            ASSERT_EQ(model[i].tag[channel], store.Value(17 + channel, i, &LeadBeat::value8))
+                << "step " << step << ", entry " << i << ", channel " << channel;
+        }
+    }
+}
+
+TEST(AnnotationStore, KeepsBeatsInOrderOfTimeThroughInsertionsAndRemovals) {
+    std::mt19937 random(42);
+    const auto upTo = [&random](std::uint32_t most) {
+        return std::uniform_int_distribution<std::uint32_t>(0, most)(random);
+    };
+    AnnotationStore store(0);
+    std::vector<ModelBeat> model;
+    std::int16_t tag = 0;
+    for (int step = 0; step < 6000; ++step) {
+        const std::uint32_t action = upTo(99);
+        if (action < 65) {
+            const std::uint32_t t = upTo(1) == 0 ? upTo(50) : upTo(UINT32_MAX);
+            const auto label = static_cast<std::uint8_t>(upTo(3));
+            const auto before =
+                std::find_if(model.begin(), model.end(), [t](const ModelBeat& b) { return b.time >= t; });
+            const auto index = static_cast<std::uint32_t>(before - model.begin());
+            ModelBeat beat{t, label, {}};
+            ASSERT_EQ(index, store.Insert(label, t)) << step;
+            for (std::uint32_t channel = 0; channel < 3; ++channel) {
+                ASSERT_EQ(0, store.Value(17 + channel, index, &LeadBeat::value8))
+                    << "a new beat is not measured yet";
+                beat.tag[channel] = ++tag;
+                store.SetValue(17 + channel, index, &LeadBeat::value8, tag);
+            }
+            model.insert(before, beat);
+        } else if (action < 80 && !model.empty()) {
+            const std::uint32_t i = upTo(static_cast<std::uint32_t>(model.size()) - 1);
+            if (action % 2 == 0) {
+                store.RemoveAt(i);
+                model.erase(model.begin() + i);
+            } else {
+                const ModelBeat wanted = model[i];
+                ASSERT_TRUE(store.Remove(wanted.label, wanted.time));
+                model.erase(std::find_if(model.begin(), model.end(), [&](const ModelBeat& b) {
+                    return b.time == wanted.time && b.label == wanted.label;
+                }));
+            }
+        } else if (action == 80) {
+            const auto label = static_cast<std::uint8_t>(upTo(3));
+            const auto gone = [label](const ModelBeat& b) { return b.label == label; };
+            EXPECT_EQ(std::count_if(model.begin(), model.end(), gone), store.CountOfLabel(label));
+            store.RemoveLabel(label);
+            std::erase_if(model, gone);
+        } else if (action == 81 && !model.empty()) {
+            const std::uint32_t from = upTo(static_cast<std::uint32_t>(model.size()) - 1),
+                                to = from + upTo(12);
+            store.RemoveRange(from, to);
+            model.erase(model.begin() + from,
+                        model.begin() + std::min<std::ptrdiff_t>(to + 1, std::ssize(model)));
+        }
+        ExpectSame(model, store, step);
+        ASSERT_FALSE(HasFatalFailure());
+    }
+    EXPECT_FALSE(store.Remove(9, 9));
+    EXPECT_GT(store.Capacity(), 100u);
+}
+
+TEST(AnnotationStore, GrowsByTenWhenFull) {
+    AnnotationStore store = NormalBeats(5, 100);
+    store.SetValue(18, 4, &LeadBeat::value8, 4);
+    EXPECT_FALSE(store.Append(1, 900));
+    EXPECT_EQ(2u, store.Insert(1, 150));
+    EXPECT_EQ(15u, store.Capacity());
+    EXPECT_EQ(4, store.Value(18, 5, &LeadBeat::value8));
+    EXPECT_EQ(0b111u, store.LeadMask(5));
+    EXPECT_EQ(0u, store.LeadMask(2));
+    for (std::uint32_t n = store.Count(); n < 400; ++n) {
+        ASSERT_TRUE(store.Insert(1, n * 100));
+        ASSERT_EQ(5 + (n + 5) / 10 * 10, store.Capacity()) << n;
+    }
+    EXPECT_EQ(4, store.Value(18, 5, &LeadBeat::value8));
+}
+
+TEST(AnnotationStore, LeavesTheTwelveLeadFormAtItsCapacity) {
+    AnnotationStore store(2, false);
+    store.Append(1, 100);
+    store.Append(1, 200);
+    store.SetValue(11, 1, &LeadBeat::value8, 7);
+    ASSERT_EQ(2u, store.Insert(1, 300));
+    ASSERT_TRUE(store.Append(1, 400));
+    EXPECT_EQ(7, store.Value(11, 1, &LeadBeat::value8));
+    store.SetValue(11, 2, &LeadBeat::value8, 8);
+    store.SetLabel(3, 5, true);
+    EXPECT_EQ(0, store.Value(11, 2, &LeadBeat::value8)) << "absent";
+    EXPECT_EQ(5, store.LabelInLead(3, 11));
+}
+
+TEST(AnnotationStore, MarksSegmentsAndExtendsTheOpenOne) {
+    AnnotationStore store(5);
+    ASSERT_TRUE(store.Append(1, 100));
+    ASSERT_TRUE(store.MarkSegment(200, 300));
+    EXPECT_EQ((std::vector<std::uint32_t>{100, 200, 300}), Times(store));
+    EXPECT_EQ(-3, store.SubLabel(1));
+    EXPECT_EQ(-2, store.SubLabel(2));
+    EXPECT_EQ(15, store.Label(1));
+    ASSERT_TRUE(store.InsertSegment(400, 500));
+    EXPECT_EQ((std::vector<std::uint32_t>{100, 200, 500}), Times(store)) << "the segment was still open";
+    ASSERT_TRUE(store.Append(1, 600));
+    EXPECT_FALSE(store.MarkSegment(700, 800)) << "both must fit";
+    EXPECT_EQ(4u, store.Count());
+
+    AnnotationStore ordered(5);
+    ordered.Append(1, 100);
+    ordered.Append(1, 400);
+    ASSERT_TRUE(ordered.InsertSegment(200, 200));
+    EXPECT_EQ((std::vector<std::uint32_t>{100, 200, 200, 400}), Times(ordered));
+    EXPECT_EQ(-3, ordered.SubLabel(1));
+    EXPECT_EQ(-2, ordered.SubLabel(2));
+    AnnotationStore tight(4);
+    tight.Append(1, 100);
+    tight.Append(1, 400);
+    EXPECT_FALSE(tight.InsertSegment(200, 300)) << "one place must be left over";
+}
+
+TEST(AnnotationStore, TellsTheHeartRateFromNormalBeatsAround) {
+    struct Row {
+        const char* name;
+        std::vector<std::uint32_t> times;
+        std::vector<std::uint8_t> labels;
+        std::uint32_t at;
+        std::uint16_t rate;
+    };
+    const Row rows[] = {
+        {"steady", {0, 800, 1600, 2400, 3200, 4000, 4800, 5600}, {1, 1, 1, 1, 1, 1, 1, 1}, 3, 75},
+        {"three intervals to each side",
+         {0, 1000, 2000, 3000, 4000, 5000, 6000, 6001},
+         {1, 1, 1, 1, 1, 1, 1, 1},
+         3,
+         60},
+        {"first", {0, 500, 1000, 1500, 9000}, {1, 1, 1, 1, 1}, 0, 120},
+        {"last", {0, 7000, 7500, 8000, 8500}, {1, 1, 1, 1, 1}, 4, 120},
+        {"up to the beat that is not normal", {0, 1000, 1500, 2000, 9000}, {1, 5, 1, 5, 1}, 2, 120},
+        {"rounded", {0, 700}, {1, 1}, 0, 86},  // 85.7
+        {"not a normal beat", {0, 800, 1600}, {1, 5, 1}, 1, 9},
+        {"alone", {500}, {1}, 0, 9},
+        {"no time between", {500, 500, 500}, {1, 1, 1}, 1, 9},
+        {"out of order", {500, 400}, {1, 1}, 0, 9},
+        {"beyond 16 bits", {0, 0, 1}, {1, 1, 1}, 1, 65535}};
+    for (const Row& row : rows) {
+        AnnotationStore store(static_cast<std::uint32_t>(row.times.size()));
+        for (std::size_t i = 0; i < row.times.size(); ++i) {
+            store.Append(row.labels[i], row.times[i]);
+        }
+        store.SetHeartRate(row.at, 9);
+        store.ClearModified();
+        store.UpdateHeartRate(row.at);
+        EXPECT_EQ(row.rate, store.HeartRate(row.at)) << row.name;
+        EXPECT_EQ(row.rate != 9, store.IsModified()) << row.name;
+    }
+}
+
+TEST(AnnotationStore, IsClearedAndFilledAgainWithoutOldBeats) {
+    AnnotationStore store = NormalBeats(3, 800);
+    store.Clear();
+    EXPECT_EQ(0u, store.Count());
+    EXPECT_TRUE(store.IsModified());
+    EXPECT_EQ(0u, store.LeadMask(0));
+    ASSERT_TRUE(store.Append(1, 5));
+    EXPECT_EQ(0u, store.LeadMask(0)) << "the beat that stood there is gone";
+}
+
+TEST(AnnotationStore, ChangesNothingWhenMemoryIsShort) {
+    AnnotationStore store = NormalBeats(5, 100);
+    for (int allocationsLeft = 0; allocationsLeft < 4; ++allocationsLeft) {
+        const kx::test::FailingMemory failing(allocationsLeft);
+        EXPECT_EQ(std::nullopt, store.Insert(1, 50)) << allocationsLeft;
+        EXPECT_EQ(5u, store.Capacity());
+        EXPECT_EQ((std::vector<std::uint32_t>{0, 100, 200, 300, 400}), Times(store));
+        EXPECT_FALSE(store.IsModified());
+    }
+    for (int allocationsLeft = 0; allocationsLeft < 4; ++allocationsLeft) {
+        const kx::test::FailingMemory failing(allocationsLeft);
+        AnnotationStore partial(2);
+        EXPECT_EQ(allocationsLeft > 0, partial.Append(1, 100));
+        EXPECT_EQ(allocationsLeft > 0, partial.Insert(1, 50).has_value());
+        partial.SetLabel(0, 1, true);
+        EXPECT_EQ((1u << std::max(0, allocationsLeft - 1)) - 1, partial.LeadMask(0)) << allocationsLeft;
+        partial.RemoveRange(0, 1);
+        EXPECT_EQ(0u, partial.Count());
+    }
+}
+
+}  // namespace
