@@ -29,10 +29,10 @@ std::span<const std::int16_t> LeadSamples(const KxEpisodeRecord& episode, std::u
     return {};
 }
 
-// Microvolts above the first known sample, missing samples bridged by a straight line; empty when more is
+// Microvolts above the first known sample, missing samples bridged by a straight line. False when more is
 // missing than there is.
-Trace Microvolts(std::span<const std::int16_t> samples, double microvoltsPerUnit) {
-    Trace level(samples.size());
+bool Microvolts(std::span<const std::int16_t> samples, double microvoltsPerUnit, Trace& level) {
+    level.resize(samples.size());
     std::size_t known = 0;
     int origin = 0;
     std::ptrdiff_t last = -1;
@@ -54,131 +54,159 @@ Trace Microvolts(std::span<const std::int16_t> samples, double microvoltsPerUnit
         ++known;
     }
     if (2 * known < samples.size() || last < 0) {
-        return {};
+        return false;
     }
     std::fill(level.begin() + last + 1, level.end(), level[static_cast<std::size_t>(last)]);
-    return level;
+    return true;
 }
 
-// One value a millisecond: the mean of the samples of each ms at rates above, a cubic through four samples
-// below.
-Trace Resample(const Trace& samples, double rate, int lengthMs) {
+// The sample at a place, the ends continued by their last values.
+double SampleAt(const Trace& samples, std::ptrdiff_t place) {
+    const auto last = static_cast<std::ptrdiff_t>(samples.size()) - 1;
+    return samples[static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(place, 0, last))];
+}
+
+// A cubic through the four samples around a place (E. Catmull and R. Rom, 1974).
+double Between(const Trace& samples, double position) {
+    const auto i = static_cast<std::ptrdiff_t>(position);
+    const double t = position - static_cast<double>(i);
+    const bool inside = i > 0 && i + 2 < static_cast<std::ptrdiff_t>(samples.size());
+    const double* here = samples.data() + i;
+    const double a = inside ? here[-1] : SampleAt(samples, i - 1),
+                 b = inside ? here[0] : SampleAt(samples, i), c = inside ? here[1] : SampleAt(samples, i + 1),
+                 d = inside ? here[2] : SampleAt(samples, i + 2);
+    return b + 0.5 * t * (c - a + t * (2 * a - 5 * b + 4 * c - d + t * (3 * (b - c) + d - a)));
+}
+
+// One value a millisecond: the mean of the samples of each ms at rates above, a cubic below.
+void Resample(const Trace& samples, double rate, int lengthMs, Trace& level) {
     const double step = rate / 1000.0;
-    const auto count = static_cast<std::ptrdiff_t>(samples.size());
-    const auto at = [&](std::ptrdiff_t i) {
-        return samples[static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(i, 0, count - 1))];
-    };
-    Trace level(static_cast<std::size_t>(lengthMs));
+    level.resize(static_cast<std::size_t>(lengthMs));
     for (std::size_t ms = 0; ms < level.size(); ++ms) {
         const double position = static_cast<double>(ms) * step;
-        if (step >= 2) {
-            const auto from = static_cast<std::ptrdiff_t>(std::ceil(position - step / 2));
-            const auto to = static_cast<std::ptrdiff_t>(std::floor(position + step / 2));
-            double sum = 0;
-            for (std::ptrdiff_t i = from; i <= to; ++i) {
-                sum += at(i);
-            }
-            level[ms] = sum / static_cast<double>(to - from + 1);
+        if (step < 2) {
+            level[ms] = Between(samples, position);
             continue;
         }
-        const double whole = std::floor(position);
-        const double t = position - whole;
-        const auto i = static_cast<std::ptrdiff_t>(whole);
-        const double a = at(i - 1), b = at(i), c = at(i + 1), d = at(i + 2);
-        level[ms] = b + 0.5 * t * (c - a + t * (2 * a - 5 * b + 4 * c - d + t * (3 * (b - c) + d - a)));
+        const auto from = static_cast<std::ptrdiff_t>(std::ceil(position - step / 2));
+        const auto to = static_cast<std::ptrdiff_t>(std::floor(position + step / 2));
+        double sum = 0;
+        for (std::ptrdiff_t i = from; i <= to; ++i) {
+            sum += SampleAt(samples, i);
+        }
+        level[ms] = sum / static_cast<double>(to - from + 1);
     }
-    return level;
+}
+
+// One pass of a moving mean of 2 `half` + 1 samples.
+void MovingMean(const Trace& from, std::ptrdiff_t half, Trace& to) {
+    const auto count = static_cast<std::ptrdiff_t>(from.size());
+    const double part = 1.0 / static_cast<double>(2 * half + 1);
+    to.resize(from.size());
+    double sum = 0;
+    for (std::ptrdiff_t i = -half; i <= half; ++i) {
+        sum += SampleAt(from, i);
+    }
+    for (std::ptrdiff_t i = 0; i < count; ++i) {
+        to[static_cast<std::size_t>(i)] = sum * part;
+        const bool inside = i >= half && i + half + 1 < count;
+        sum += inside
+                   ? from[static_cast<std::size_t>(i + half + 1)] - from[static_cast<std::size_t>(i - half)]
+                   : SampleAt(from, i + half + 1) - SampleAt(from, i - half);
+    }
 }
 
 }  // namespace
 
-std::optional<Beat> ReadBeat(const KxEpisodeRecord* episode) {
+bool ReadBeat(const KxEpisodeRecord* episode, Beat& beat) {
     if (episode == nullptr || episode->samples == nullptr || episode->storedLeads == 0 ||
         episode->storedLeads > KX_LEAD_SLOTS || episode->resolutionNv == 0 ||
         episode->sampleRate < kLowestRate || episode->sampleRate > kHighestRate) {
-        return std::nullopt;
+        return false;
     }
     const std::uint64_t lengthMs = std::uint64_t{episode->samplesPerLead} * 1000 / episode->sampleRate;
     if (lengthMs < kShortestBeatMs || lengthMs > kLongestBeatMs) {
-        return std::nullopt;
+        return false;
     }
-    Beat beat;
     beat.length = static_cast<int>(lengthMs);
     beat.rr = episode->measurements.rrInterval;
     bool any = false;
     for (std::uint32_t code = 0; code < KX_MEASURED_LEADS; ++code) {
-        const Trace samples = Microvolts(LeadSamples(*episode, code), episode->resolutionNv / 1000.0);
-        if (samples.empty()) {
+        BeatLead& lead = beat.leads[code];
+        lead.present = false;
+        const std::span<const std::int16_t> samples = LeadSamples(*episode, code);
+        if (samples.empty() || !Microvolts(samples, episode->resolutionNv / 1000.0, beat.working)) {
             continue;
         }
-        const auto [lowest, highest] = std::minmax_element(samples.begin(), samples.end());
+        const auto [lowest, highest] = std::minmax_element(beat.working.begin(), beat.working.end());
         if (*highest - *lowest < kFlatMicrovolts) {
             continue;
         }
-        BeatLead& lead = beat.leads[code];
         lead.present = any = true;
-        lead.level = Resample(samples, episode->sampleRate, beat.length);
-        lead.fine = Smooth(lead.level, kFineWidth);
-        lead.fineSlope = Slope(lead.fine);
-        lead.wide = Smooth(lead.level, kWideWidth);
-        lead.wideSlope = Slope(lead.wide);
+        Resample(beat.working, episode->sampleRate, beat.length, lead.level);
+        Smooth(lead.level, kFineWidth, lead.fine, beat.working);
+        Slope(lead.fine, lead.fineSlope);
+        Smooth(lead.level, kWideWidth, lead.wide, beat.working);
+        Slope(lead.wide, lead.wideSlope);
     }
-    if (!any) {
-        return std::nullopt;
-    }
-    beat.fineVelocity = OverLeads(beat, &BeatLead::fineSlope);
-    beat.wideVelocity = OverLeads(beat, &BeatLead::wideSlope);
-    return beat;
+    OverLeads(beat, &BeatLead::fineSlope, beat.fineVelocity);
+    OverLeads(beat, &BeatLead::wideSlope, beat.wideVelocity);
+    return any;
 }
 
-Trace Smooth(const Trace& level, int width) {
-    Trace result = level;
+void Smooth(const Trace& level, int width, Trace& result, Trace& working) {
+    result.resize(level.size());
     if (level.empty()) {
-        return result;
+        return;
     }
-    const auto half = static_cast<std::ptrdiff_t>(width / 2);
-    const auto count = static_cast<std::ptrdiff_t>(level.size());
-    for (int pass = 0; pass < 3; ++pass) {
-        const Trace from = result;
-        const auto at = [&](std::ptrdiff_t i) {
-            return from[static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(i, 0, count - 1))];
-        };
-        double sum = 0;
-        for (std::ptrdiff_t i = -half; i <= half; ++i) {
-            sum += at(i);
-        }
-        for (std::ptrdiff_t i = 0; i < count; ++i) {
-            result[static_cast<std::size_t>(i)] = sum / static_cast<double>(2 * half + 1);
-            sum += at(i + half + 1) - at(i - half);
-        }
-    }
-    return result;
+    const std::ptrdiff_t half = width / 2;
+    MovingMean(level, half, result);
+    MovingMean(result, half, working);
+    MovingMean(working, half, result);
 }
 
-Trace Slope(const Trace& level) {
-    Trace slope(level.size());
+void Slope(const Trace& level, Trace& slope) {
+    slope.assign(level.size(), 0);
     for (std::size_t i = 1; i + 1 < level.size(); ++i) {
         slope[i] = (level[i + 1] - level[i - 1]) / 2;
     }
-    return slope;
 }
 
-Trace OverLeads(const Beat& beat, const Trace BeatLead::*trace) {
-    Trace sum(static_cast<std::size_t>(beat.length));
+void OverLeads(const Beat& beat, const Trace BeatLead::*trace, Trace& result) {
+    result.assign(static_cast<std::size_t>(beat.length), 0);
     int leads = 0;
     for (const BeatLead& lead : beat.leads) {
         if (!lead.present) {
             continue;
         }
         ++leads;
-        for (std::size_t i = 0; i < sum.size(); ++i) {
-            sum[i] += (lead.*trace)[i] * (lead.*trace)[i];
+        for (std::size_t i = 0; i < result.size(); ++i) {
+            result[i] += (lead.*trace)[i] * (lead.*trace)[i];
         }
     }
-    for (double& value : sum) {
+    for (double& value : result) {
         value = std::sqrt(value / std::max(leads, 1));
     }
-    return sum;
+}
+
+Trace DistanceFrom(const Beat& beat, Place baseFrom, Place baseTo, Place from, Place to) {
+    Trace distance(static_cast<std::size_t>(beat.length));
+    int leads = 0;
+    for (const BeatLead& lead : beat.leads) {
+        if (!lead.present) {
+            continue;
+        }
+        ++leads;
+        const double base = MeanBetween(lead.wide, baseFrom, baseTo, lead.wide.front());
+        for (Place i = from; i < to; ++i) {
+            const double away = lead.wide[static_cast<std::size_t>(i)] - base;
+            distance[static_cast<std::size_t>(i)] += away * away;
+        }
+    }
+    for (double& value : distance) {
+        value = std::sqrt(value / std::max(leads, 1));
+    }
+    return distance;
 }
 
 double MeanBetween(const Trace& trace, Place from, Place to, double otherwise) {
@@ -202,12 +230,12 @@ double Quantile(std::vector<double> values, double part) {
     if (values.empty()) {
         return 0;
     }
-    std::sort(values.begin(), values.end());
     const double position = part * static_cast<double>(values.size() - 1);
-    const auto below = static_cast<std::size_t>(position);
-    const std::size_t above = std::min(below + 1, values.size() - 1);
-    const double rest = position - static_cast<double>(below);
-    return values[below] + (values[above] - values[below]) * rest;
+    const auto below = values.begin() + static_cast<std::ptrdiff_t>(position);
+    std::nth_element(values.begin(), below, values.end());
+    const double rest = position - std::floor(position);
+    const auto above = std::min_element(below + 1, values.end());
+    return above == values.end() ? *below : *below + (*above - *below) * rest;
 }
 
 }  // namespace kx::analysis

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <array>
-#include <optional>
 #include <vector>
 
 #include "kxdialogs.h"
@@ -23,27 +22,34 @@ struct BeatLead {
     Trace wideSlope;  // microvolts per ms
 };
 
+// The traces keep their memory from one ReadBeat to the next: a beat that is used again for a record of the
+// same form takes none.
 struct Beat {
     int length = 0;  // ms
     int rr = 0;      // ms, 0 = not known
     std::array<BeatLead, KX_MEASURED_LEADS> leads;
     Trace fineVelocity;  // root mean square of fineSlope over the leads, microvolts per ms
     Trace wideVelocity;  // the same of wideSlope
+    Trace working;       // of ReadBeat
 };
 
-// Takes the beat out of a record whose contents may be anything. Nothing when it cannot be measured (see
-// delineator.h).
-std::optional<Beat> ReadBeat(const KxEpisodeRecord* episode);
+// Takes the beat out of a record whose contents may be anything. False, and a beat of no meaning, when it
+// cannot be measured (see delineator.h).
+bool ReadBeat(const KxEpisodeRecord* episode, Beat& beat);
 
 // Three passes of a moving mean of `width` samples (odd): a quadratic spline window, no phase shift. The ends
-// are continued by their last values.
-Trace Smooth(const Trace& level, int width);
+// are continued by their last values. `result` and `working` are other traces than `level`.
+void Smooth(const Trace& level, int width, Trace& result, Trace& working);
 
-// Central difference, per sample.
-Trace Slope(const Trace& level);
+// Central difference, per sample; 0 at the ends.
+void Slope(const Trace& level, Trace& slope);
 
 // Root mean square over the present leads of one of their traces.
-Trace OverLeads(const Beat& beat, const Trace BeatLead::*trace);
+void OverLeads(const Beat& beat, const Trace BeatLead::*trace, Trace& result);
+
+// Root mean square over the present leads of the distance of `wide` from its own mean in [baseFrom, baseTo),
+// at the places [from, to); 0 elsewhere.
+Trace DistanceFrom(const Beat& beat, Place baseFrom, Place baseTo, Place from, Place to);
 
 // Mean of trace[from, to), the range cut to the trace; `otherwise` when nothing is left.
 double MeanBetween(const Trace& trace, Place from, Place to, double otherwise = 0);

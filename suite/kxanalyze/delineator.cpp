@@ -64,18 +64,17 @@ LeadRow MarkersOf(const Beat& beat, const Waves& waves, std::size_t code, const 
     return JoinLead(row, stored, manual);
 }
 
-std::uint32_t Measure(KxEpisodeRecord* episode, bool honourManual) {
-    const std::optional<Beat> beat = ReadBeat(episode);
-    if (!beat) {
+std::uint32_t Measure(KxEpisodeRecord* episode, bool honourManual, Beat& beat) {
+    if (!ReadBeat(episode, beat)) {
         return 0;
     }
     Waves waves;
-    waves.qrs = FindQrs(*beat);
+    waves.qrs = FindQrs(beat);
     if (!waves.qrs.global.Present()) {
         return 0;
     }
-    waves.t = FindT(*beat, waves.qrs);
-    waves.p = FindP(*beat, waves.qrs, waves.t);
+    waves.t = FindT(beat, waves.qrs);
+    waves.p = FindP(beat, waves.qrs, waves.t);
 
     KxMeasurementSet set = episode->measurements;
     const auto flags = [&](std::uint16_t stored) { return honourManual ? std::uint32_t{stored} : 0u; };
@@ -85,12 +84,12 @@ std::uint32_t Measure(KxEpisodeRecord* episode, bool honourManual) {
     for (std::size_t code = 0; code < KX_MEASURED_LEADS; ++code) {
         KxLeadMeasurements& lead = set.leads[code];
         const LeadRow markers =
-            MarkersOf(*beat, waves, code, points, ReadLeadRow(lead), flags(lead.markerFlags));
+            MarkersOf(beat, waves, code, points, ReadLeadRow(lead), flags(lead.markerFlags));
         WriteLeadRow(markers, lead);
-        DeriveLeadValues(beat->leads[code], points, markers, lead);
+        DeriveLeadValues(beat.leads[code], points, markers, lead);
     }
     DeriveIntervals(points, set);
-    DeriveAxes(*beat, points, waves.t.global.on, set);
+    DeriveAxes(beat, points, waves.t.global.on, set);
     set.size = KX_MEASUREMENT_SET_SIZE;
     set.measured = 1;
     set.episodeTime = episode->endTimeMs;
@@ -100,12 +99,25 @@ std::uint32_t Measure(KxEpisodeRecord* episode, bool honourManual) {
 
 }  // namespace
 
+Workspace::Workspace() : beat_(std::make_unique<Beat>()) {}
+Workspace::~Workspace() = default;
+
+std::uint32_t MeasureEpisode(KxEpisodeRecord* episode, Workspace& workspace) {
+    return Measure(episode, false, *workspace.beat_);
+}
+
+std::uint32_t UpdateDetection(KxEpisodeRecord* episode, Workspace& workspace) {
+    return Measure(episode, true, *workspace.beat_);
+}
+
 std::uint32_t MeasureEpisode(KxEpisodeRecord* episode) {
-    return Measure(episode, false);
+    Workspace workspace;
+    return MeasureEpisode(episode, workspace);
 }
 
 std::uint32_t UpdateDetection(KxEpisodeRecord* episode) {
-    return Measure(episode, true);
+    Workspace workspace;
+    return UpdateDetection(episode, workspace);
 }
 
 }  // namespace kx::analysis

@@ -11,6 +11,9 @@ namespace {
 constexpr int kSearch = 320;
 constexpr int kShortestSearch = 40;
 constexpr int kClearOfQrs = 12;
+// The level before the complex is the mean of this stretch before its onset.
+constexpr int kLevelFrom = 12;
+constexpr int kLevelTo = 2;
 constexpr int kProminenceReach = 120;
 constexpr int kHalfWidth = 70;
 
@@ -74,7 +77,7 @@ double At(const Trace& trace, Place place) {
 }
 
 double LevelBeforeQrs(const BeatLead& lead, Place qrsOn) {
-    return MeanBetween(lead.wide, qrsOn - 12, qrsOn - 2, lead.wide.front());
+    return MeanBetween(lead.wide, qrsOn - kLevelFrom, qrsOn - kLevelTo, lead.wide.front());
 }
 
 struct Wave {
@@ -86,27 +89,6 @@ struct Wave {
     Place fall = 0;
     Interval all;
 };
-
-// Root mean square over the leads of the distance from the level before the QRS complex.
-Trace Deflection(const Beat& beat, Place from, Place qrsOn) {
-    Trace deflection(static_cast<std::size_t>(beat.length));
-    for (const BeatLead& lead : beat.leads) {
-        if (!lead.present) {
-            continue;
-        }
-        const double base = LevelBeforeQrs(lead, qrsOn);
-        for (Place i = from; i < qrsOn; ++i) {
-            const double distance = At(lead.wide, i) - base;
-            deflection[static_cast<std::size_t>(i)] += distance * distance;
-        }
-    }
-    const auto leads =
-        std::count_if(beat.leads.begin(), beat.leads.end(), [](auto& lead) { return lead.present; });
-    for (double& value : deflection) {
-        value = std::sqrt(value / static_cast<double>(leads));
-    }
-    return deflection;
-}
 
 // Lowest value on the way from the peak to a higher one, at most kProminenceReach away and not past `end`.
 double Valley(const Trace& trace, Place peak, int direction, Place end) {
@@ -122,7 +104,8 @@ double Valley(const Trace& trace, Place peak, int direction, Place end) {
 }
 
 void FindPeak(const Beat& beat, Wave& wave) {
-    const Trace deflection = Deflection(beat, wave.from, wave.qrsOn);
+    const Trace deflection =
+        DistanceFrom(beat, wave.qrsOn - kLevelFrom, wave.qrsOn - kLevelTo, wave.from, wave.qrsOn);
     for (Place i = wave.from + 1; i < wave.qrsOn - kClearOfQrs; ++i) {
         const double value = At(deflection, i);
         if (value < At(deflection, i - 1) || value <= At(deflection, i + 1)) {
@@ -162,11 +145,12 @@ bool StandsOutOfLine(const Beat& beat, const Wave& wave, Place tOff) {
     return std::min(At(velocity, wave.rise), At(velocity, wave.fall)) > kSteeperThanLine * line;
 }
 
-Interval FindInLead(const BeatLead& lead, const Trace& modulus, const Wave& wave, Place rise, Place fall) {
-    const double onset = std::max(kLeadLeast, kLeadOnsetPart * At(modulus, rise));
-    const double offset = std::max(kLeadLeast, kLeadOffsetPart * At(modulus, fall));
-    Interval own{WalkOut(modulus, rise, -1, {onset, kLeadQuiet, kReach}),
-                 WalkOut(modulus, fall, +1, {offset, kLeadQuiet, kReach})};
+Interval FindInLead(const BeatLead& lead, const Wave& wave, Place rise, Place fall) {
+    const Trace& slope = lead.wideSlope;
+    const double onset = std::max(kLeadLeast, kLeadOnsetPart * std::fabs(At(slope, rise)));
+    const double offset = std::max(kLeadLeast, kLeadOffsetPart * std::fabs(At(slope, fall)));
+    Interval own{WalkOut(slope, rise, -1, {onset, kLeadQuiet, kReach}),
+                 WalkOut(slope, fall, +1, {offset, kLeadQuiet, kReach})};
 
     const double base = LevelBeforeQrs(lead, wave.qrsOn);
     const double returned =
@@ -195,18 +179,17 @@ WaveBoundaries FindInLeads(const Beat& beat, const Wave& wave, std::vector<doubl
         if (!lead.present) {
             continue;
         }
-        const Trace modulus = Modulus(lead.wideSlope);
-        const Place rise = Steepest(modulus, std::max(wave.from, wave.all.on), wave.peak);
-        const Place fall = Steepest(modulus, wave.peak, wave.all.off);
-        riseSlope[code] = At(modulus, rise);
-        fallSlope[code] = At(modulus, fall);
+        const Trace& slope = lead.wideSlope;
+        const Place rise = Steepest(slope, std::max(wave.from, wave.all.on), wave.peak);
+        const Place fall = Steepest(slope, wave.peak, wave.all.off);
+        riseSlope[code] = std::fabs(At(slope, rise));
+        fallSlope[code] = std::fabs(At(slope, fall));
         steepest = std::max({steepest, riseSlope[code], fallSlope[code]});
-        p.leads[code] = FindInLead(lead, modulus, wave, rise, fall);
+        p.leads[code] = FindInLead(lead, wave, rise, fall);
         onsets.push_back(p.leads[code].on);
         offsets.push_back(p.leads[code].off);
         const double late = std::max(kLateLeast, kLatePart * fallSlope[code]);
-        lateOffsets.push_back(
-            std::min(WalkOut(modulus, fall, +1, {late, kLateQuiet, kReach}), wave.qrsOn - 2));
+        lateOffsets.push_back(std::min(WalkOut(slope, fall, +1, {late, kLateQuiet, kReach}), wave.qrsOn - 2));
     }
     const double agreedOnset = Median(onsets), agreedOffset = Median(offsets);
     const auto clearness = [&](double slope) { return std::min(1.0, slope / (kClearPart * steepest)); };

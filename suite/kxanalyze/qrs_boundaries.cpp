@@ -71,13 +71,13 @@ Interval FindOnAllLeads(const Beat& beat) {
 }
 
 Interval FindInLead(const BeatLead& lead, Interval all) {
-    const Trace modulus = Modulus(lead.fineSlope);
-    const Place steepest = Steepest(modulus, all.on, all.off);
-    const double part = kLeadPart * modulus[static_cast<std::size_t>(steepest)];
+    const Trace& slope = lead.fineSlope;
+    const Place steepest = Steepest(slope, all.on, all.off);
+    const double part = kLeadPart * std::fabs(slope[static_cast<std::size_t>(steepest)]);
     const Place on =
-        WalkOut(modulus, steepest, -1, {std::max(kLeadLeastOnset, part), kLeadQuietOnset, kReachOnset});
+        WalkOut(slope, steepest, -1, {std::max(kLeadLeastOnset, part), kLeadQuietOnset, kReachOnset});
     const Place off =
-        WalkOut(modulus, steepest, +1, {std::max(kLeadLeastOffset, part), kLeadQuietOffset, kReachOffset});
+        WalkOut(slope, steepest, +1, {std::max(kLeadLeastOffset, part), kLeadQuietOffset, kReachOffset});
     return {std::clamp(on, all.on - kLeadEarlierOnset, all.on + kLeadLaterOnset),
             std::clamp(off, all.off - kLeadEarlierOffset, all.off + kLeadLaterOffset)};
 }

@@ -5,29 +5,23 @@
 
 namespace kx::analysis {
 
-Trace Modulus(const Trace& slope) {
-    Trace modulus(slope.size());
-    std::transform(slope.begin(), slope.end(), modulus.begin(),
-                   [](double value) { return std::fabs(value); });
-    return modulus;
-}
-
-Place Steepest(const Trace& modulus, Place from, Place to) {
-    const Place last = static_cast<Place>(modulus.size()) - 1;
+Place Steepest(const Trace& slope, Place from, Place to) {
+    const Place last = static_cast<Place>(slope.size()) - 1;
     Place steepest = std::clamp(from, 0, last);
     for (Place i = steepest; i <= std::min(to, last); ++i) {
-        if (modulus[static_cast<std::size_t>(i)] > modulus[static_cast<std::size_t>(steepest)]) {
+        if (std::fabs(slope[static_cast<std::size_t>(i)]) >
+            std::fabs(slope[static_cast<std::size_t>(steepest)])) {
             steepest = i;
         }
     }
     return steepest;
 }
 
-Place WalkOut(const Trace& modulus, Place from, int direction, const WalkRule& rule) {
-    const auto end = static_cast<Place>(modulus.size());
+Place WalkOut(const Trace& slope, Place from, int direction, const WalkRule& rule) {
+    const auto end = static_cast<Place>(slope.size());
     Place last = from;
     for (Place i = from; i >= 0 && i < end && (i - from) * direction <= rule.reach; i += direction) {
-        if (modulus[static_cast<std::size_t>(i)] > rule.threshold) {
+        if (std::fabs(slope[static_cast<std::size_t>(i)]) > rule.threshold) {
             last = i;
         } else if ((i - last) * direction >= rule.quiet) {
             break;

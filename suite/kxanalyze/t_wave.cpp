@@ -16,6 +16,9 @@ constexpr int kRrPlus = 180;
 constexpr int kLatest = 640;
 constexpr int kAssumedRr = 900;
 constexpr int kShortestSearch = 80;
+// The level that the wave stands on is the mean of this stretch before the QRS onset.
+constexpr int kLevelFrom = 14;
+constexpr int kLevelTo = 4;
 
 constexpr int kRise = 110;
 constexpr int kFall = 130;
@@ -48,27 +51,6 @@ double At(const Trace& trace, Place place) {
     return trace[static_cast<std::size_t>(place)];
 }
 
-// Root mean square over the leads of the distance from the level before the QRS complex.
-Trace Deflection(const Beat& beat, Place qrsOn, Place from, Place to) {
-    Trace deflection(static_cast<std::size_t>(beat.length));
-    int leads = 0;
-    for (const BeatLead& lead : beat.leads) {
-        if (!lead.present) {
-            continue;
-        }
-        ++leads;
-        const double base = MeanBetween(lead.wide, qrsOn - 14, qrsOn - 4, lead.wide.front());
-        for (Place i = from; i <= to; ++i) {
-            const double distance = At(lead.wide, i) - base;
-            deflection[static_cast<std::size_t>(i)] += distance * distance;
-        }
-    }
-    for (double& value : deflection) {
-        value = std::sqrt(value / std::max(leads, 1));
-    }
-    return deflection;
-}
-
 // The highest local maximum above the lowest value that follows it; 0 when the curve has none.
 Place FindPeak(const Trace& deflection, Place from, Place limit) {
     Place peak = 0;
@@ -92,7 +74,7 @@ Place FindPeak(const Trace& deflection, Place from, Place limit) {
 
 // The lead's own peak, near that of all leads together.
 Place FindLeadPeak(const BeatLead& lead, Place qrsOn, Place peak, Place limit) {
-    const double base = MeanBetween(lead.wide, qrsOn - 14, qrsOn - 4, lead.wide.front());
+    const double base = MeanBetween(lead.wide, qrsOn - kLevelFrom, qrsOn - kLevelTo, lead.wide.front());
     const Place from = peak - kPeakApart;
     Place own = peak;
     for (Place i = from; i <= std::min(peak + kPeakApart, limit); ++i) {
@@ -115,7 +97,9 @@ WaveBoundaries FindT(const Beat& beat, const WaveBoundaries& qrs) {
     if (limit - from < kShortestSearch) {
         return t;
     }
-    const Place peak = FindPeak(Deflection(beat, complex.on, complex.off, limit), from, limit);
+    const Place peak =
+        FindPeak(DistanceFrom(beat, complex.on - kLevelFrom, complex.on - kLevelTo, complex.off, limit + 1),
+                 from, limit);
     if (peak == 0) {
         return t;
     }
@@ -133,17 +117,18 @@ WaveBoundaries FindT(const Beat& beat, const WaveBoundaries& qrs) {
         if (!lead.present) {
             continue;
         }
-        const Trace modulus = Modulus(lead.wideSlope);
+        const Trace& slope = lead.wideSlope;
         const Place ownPeak = FindLeadPeak(lead, complex.on, peak, limit);
-        const Place ownFall = Steepest(modulus, ownPeak, std::min(limit, all.off));
-        const Place ownRise = Steepest(modulus, all.on, ownPeak);
-        fallSlope[code] = At(modulus, ownFall);
+        const Place ownFall = Steepest(slope, ownPeak, std::min(limit, all.off));
+        const Place ownRise = Steepest(slope, all.on, ownPeak);
+        fallSlope[code] = std::fabs(At(slope, ownFall));
         steepest = std::max(steepest, fallSlope[code]);
         const double offset = std::max(kLeadLeast, kLeadOffsetPart * fallSlope[code]);
         Interval& own = t.leads[code];
-        own.off = std::clamp(WalkOut(modulus, ownFall, +1, {offset, kLeadQuiet, kReach}),
+        own.off = std::clamp(WalkOut(slope, ownFall, +1, {offset, kLeadQuiet, kReach}),
                              all.off - kLeadEarlierOffset, all.off + kLeadLaterOffset);
-        own.on = WalkOut(modulus, ownRise, -1, {kLeadOnsetPart * At(modulus, ownRise), kOnsetQuiet, kReach});
+        own.on = WalkOut(slope, ownRise, -1,
+                         {kLeadOnsetPart * std::fabs(At(slope, ownRise)), kOnsetQuiet, kReach});
         onsets.push_back(own.on);
         offsets.push_back(own.off);
     }

@@ -1,0 +1,49 @@
+// Re-measurement of a beat while a marker is dragged: 12 leads, 1200 ms, 500 samples a second.
+#include <cstdint>
+
+#include "bench/ratio.h"
+#include "suite/kxanalyze/delineator.h"
+#include "tests/unit/analyze/synthetic_beat.h"
+
+namespace {
+
+// No measurement can do with less than reading every sample once: the floor is the sum of squares of all
+// leads in microvolts.
+double ReadEverySample(const KxEpisodeRecord& episode) {
+    const double microvolts = episode.resolutionNv / 1000.0;
+    double sum = 0;
+    for (std::uint32_t i = 0; i < episode.storedLeads * episode.samplesPerLead; ++i) {
+        const double value = episode.samples[i] * microvolts;
+        sum += value * value;
+    }
+    return sum;
+}
+
+// What a step of a drag may take, so that it follows the pointer: a third of a frame at 60 frames a second.
+constexpr double kLargestStepNs = 5e6;
+
+// The measurement reads the samples about a hundred times: resampled, smoothed at two scales in three passes
+// each, differentiated, walked along by three waves.
+constexpr double kLargestRatio = 120;
+
+}  // namespace
+
+int main() {
+    kx::analysis::Episode episode{kx::analysis::SyntheticBeat{}};
+    kx::analysis::Workspace workspace;
+    if (kx::analysis::MeasureEpisode(episode.Get(), workspace) == 0) {
+        return 1;
+    }
+    // The marker moves to and fro, so that no two calls in a row are the same.
+    int step = 0;
+    episode.Set().leads[0].globalManualFlags = KX_MANUAL_QRS_ON;
+    const auto measured = kx::bench::Measure(
+        [&] { kx::bench::Keep(ReadEverySample(*kx::bench::Fresh(episode.Get()))); },
+        [&] {
+            episode.Set().leads[0].qrsOn = static_cast<std::uint16_t>(380 + (step = (step + 7) % 20));
+            kx::analysis::UpdateDetection(episode.Get(), workspace);
+        });
+    kx::bench::PrintLine("update_detection", measured, kLargestRatio);
+    kx::bench::PrintLine("update_detection_of_5_ms", {kLargestStepNs, measured.subjectNs}, 1);
+    return 0;
+}
