@@ -55,11 +55,10 @@ DateTimePicker::~DateTimePicker() {
 }
 
 bool DateTimePicker::SetDateTime(const KxDateTime* time) {
-    if (time == nullptr) {
-        return SendMsg(DTM_SETSYSTEMTIME, GDT_NONE) != 0;
-    }
-    const SYSTEMTIME system = ToSystemTime(*time);
-    return SendMsg(DTM_SETSYSTEMTIME, GDT_VALID, reinterpret_cast<LPARAM>(&system)) != 0;
+    // Some versions of the control want a record for "none" as well.
+    const SYSTEMTIME system = time == nullptr ? SYSTEMTIME{} : ToSystemTime(*time);
+    const WPARAM kind = time == nullptr ? GDT_NONE : GDT_VALID;
+    return SendMsg(DTM_SETSYSTEMTIME, kind, reinterpret_cast<LPARAM>(&system)) != 0;
 }
 
 bool DateTimePicker::GetDateTime(KxDateTime& time) const {
