@@ -13,6 +13,7 @@
 namespace {
 
 using kx::DataFile;
+using kx::test::LockedFile;
 using kx::test::ReadBytes;
 using kx::test::RecordedReports;
 using kx::test::TempFolder;
@@ -21,21 +22,6 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::MatchesRegex;
 using testing::StartsWith;
-
-// Keeps a file from being opened by others, but for what it shares, while it lives.
-class LockedFile {
-  public:
-    explicit LockedFile(const std::string& path, DWORD shared = 0)
-        : handle_(CreateFileA(path.c_str(), GENERIC_READ, shared, nullptr, OPEN_EXISTING, 0, nullptr)) {
-        EXPECT_NE(handle_, INVALID_HANDLE_VALUE);
-    }
-    ~LockedFile() { CloseHandle(handle_); }
-    LockedFile(const LockedFile&) = delete;
-    LockedFile& operator=(const LockedFile&) = delete;
-
-  private:
-    HANDLE handle_;
-};
 
 class DataFileTest : public testing::Test {
   protected:

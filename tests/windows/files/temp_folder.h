@@ -1,11 +1,14 @@
-// A folder of its own for one test, gone with everything in it at the end.
+// Files on the disk for tests.
 #pragma once
+
+#include <windows.h>
 
 #include <string>
 #include <string_view>
 
 namespace kx::test {
 
+// A folder of its own for one test, gone with everything in it at the end.
 class TempFolder {
   public:
     TempFolder();
@@ -26,5 +29,18 @@ class TempFolder {
 void WriteBytes(const std::string& path, std::string_view bytes);
 // "(none)" when the file cannot be read.
 std::string ReadBytes(const std::string& path);
+
+// Keeps a file from being opened by others, but for what it shares, while it lives.
+class LockedFile {
+  public:
+    explicit LockedFile(const std::string& path, DWORD shared = 0)
+        : handle_(CreateFileA(path.c_str(), GENERIC_READ, shared, nullptr, OPEN_EXISTING, 0, nullptr)) {}
+    ~LockedFile() { CloseHandle(handle_); }
+    LockedFile(const LockedFile&) = delete;
+    LockedFile& operator=(const LockedFile&) = delete;
+
+  private:
+    HANDLE handle_;
+};
 
 }  // namespace kx::test

@@ -1,0 +1,41 @@
+#include "dialogs/statements/statement_writer.h"
+
+#include <cstdio>
+
+#include "lib/html_document.h"
+
+namespace kx {
+namespace {
+
+void WriteEntry(const char* text, const char* code, ByteSink& file) {
+    if (IsHidden(code)) {
+        HtmlDocument::WriteElement(file, "P", text);
+        return;
+    }
+    char coded[StatementLibrary::kTextSize + StatementLibrary::kCodeSize];
+    std::snprintf(coded, sizeof coded, "%s^%s", text, code);
+    HtmlDocument::WriteElement(file, "P", coded);
+}
+
+}  // namespace
+
+void WriteStatements(const StatementLibrary& library, ByteSink& file) {
+    HtmlDocument document(nullptr);
+    document.SetTitle("Physician Dictionary");
+    document.WriteHead(file);
+    HtmlDocument::OpenTag(file, "BODY");
+    for (std::size_t section = 0; section < StatementLibrary::kSections; ++section) {
+        if (IsHidden(library.Title(section))) {
+            continue;
+        }
+        HtmlDocument::WriteElement(file, "H1", library.Title(section));
+        for (std::size_t entry = 0; entry < StatementLibrary::kEntries; ++entry) {
+            if (!IsHidden(library.Text(section, entry))) {
+                WriteEntry(library.Text(section, entry), library.Code(section, entry), file);
+            }
+        }
+    }
+    HtmlDocument::CloseTag(file, "BODY");
+}
+
+}  // namespace kx

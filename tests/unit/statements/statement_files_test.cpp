@@ -1,0 +1,80 @@
+#include "dialogs/statements/statement_files.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "dialogs/statements/statement_insertion.h"
+
+namespace {
+
+using kx::StatementUse;
+
+TEST(StatementFiles, NamesAFileForEachTestType) {
+    const struct {
+        std::uint32_t testType;
+        const char* pane;
+        const char* dictionary;
+    } rows[] = {
+        {0, "\\stress.htm", "\\stress.htm"},   {1, nullptr, nullptr},
+        {2, "\\resting.htm", "\\resting.htm"}, {3, nullptr, "\\hires.htm"},
+        {4, "\\holter.htm", "\\holter.htm"},   {5, "\\abpm.htm", "\\abpm.htm"},
+        {6, "\\spiro.htm", "\\spiro.htm"},     {7, nullptr, nullptr},
+        {0xFFFFFFFF, nullptr, nullptr},
+    };
+    for (const auto& row : rows) {
+        EXPECT_STREQ(kx::StatementFileName(row.testType, StatementUse::kLibrary), row.pane) << row.testType;
+        EXPECT_STREQ(kx::StatementFileName(row.testType, StatementUse::kDictionary), row.dictionary)
+            << row.testType;
+    }
+}
+
+TEST(StatementFiles, StandBesideTheModule) {
+    char path[24];
+    EXPECT_TRUE(kx::StatementFilePath("C:\\suite\\kxdialogs.dll", "\\stress.htm", path, sizeof path));
+    EXPECT_STREQ(path, "C:\\suite\\stress.htm");
+    EXPECT_TRUE(kx::StatementFilePath("\\kxdialogs.dll", "\\abpm.htm", path, sizeof path));
+    EXPECT_STREQ(path, "\\abpm.htm");
+    EXPECT_FALSE(kx::StatementFilePath("kxdialogs.dll", "\\abpm.htm", path, sizeof path));
+    EXPECT_STREQ(path, "");
+    EXPECT_FALSE(kx::StatementFilePath("C:\\suites\\and\\kxdialogs.dll", "\\abpm.htm", path, 22));
+    EXPECT_TRUE(kx::StatementFilePath("C:\\suites\\and\\kxdialogs.dll", "\\abpm.htm", path, 23));
+    EXPECT_FALSE(kx::StatementFilePath("C:\\a.dll", "\\abpm.htm", path, 0));
+}
+
+TEST(StatementInsertion, CutsALibraryItemBeforeItsCode) {
+    EXPECT_EQ(kx::LibraryInsertion("Ritmo sinusale [rs]"), "Ritmo sinusale ");
+    EXPECT_EQ(kx::LibraryInsertion("Ritmo sinusale"), "Ritmo sinusale ");
+    EXPECT_EQ(kx::LibraryInsertion("[rs]"), "");
+    EXPECT_EQ(kx::LibraryInsertion(""), " ");
+}
+
+TEST(StatementInsertion, PutsTheChosenTextInPlaceOfThePrefix) {
+    const struct {
+        const char* text;
+        std::size_t start;
+        std::size_t length;
+        const char* chosen;
+        std::size_t caret;
+        const char* expected;
+    } rows[] = {
+        {"rs", 0, 2, "Ritmo", 5, "Ritmo"},
+        {"a rs b", 2, 2, "Ri", 4, "a Ri b"},
+        {"a rs b", 2, 2, "", 2, "a  b"},
+        {"", 0, 0, "Ritmo", 5, "Ritmo"},
+        {"a rs bcd", 2, 2, "123456789", 11, "a 123456789 bcd"},          // fits exactly
+        {"a rs bcd", 2, 2, "1234567890", kx::kNoInsertion, "a rs bcd"},  // one too many
+        {"a", 2, 0, "x", kx::kNoInsertion, "a"},
+        {"a", 0, 2, "x", kx::kNoInsertion, "a"},
+        {"a", 1, static_cast<std::size_t>(-1), "x", kx::kNoInsertion, "a"},
+    };
+    for (const auto& row : rows) {
+        char text[16] = {};
+        std::string(row.text).copy(text, 15);
+        EXPECT_EQ(kx::InsertCompletion(text, sizeof text, row.start, row.length, row.chosen), row.caret)
+            << row.chosen;
+        EXPECT_STREQ(text, row.expected);
+    }
+}
+
+}  // namespace
