@@ -3,6 +3,7 @@
 #include <type_traits>
 
 #include "dialogs/dialog_library.h"
+#include "dialogs/hyptrphy.h"
 
 namespace kx {
 namespace {
@@ -18,12 +19,12 @@ struct Operation {
     std::uint32_t line;
 };
 
-constexpr Operation<NotBuiltYet> kTable{"TableDialog", "mrphlist", 162};                   // not built yet
-constexpr Operation<NotBuiltYet> kGeneralMorph{"GeneralMorphDialog", "genmorph", 478};     // not built yet
-constexpr Operation<NotBuiltYet> kPMorph{"PMorphDialog", "pmorph", 480};                   // not built yet
-constexpr Operation<NotBuiltYet> kQrsMorph{"QrsMorphDialog", "qrsmrph", 740};              // not built yet
-constexpr Operation<NotBuiltYet> kTMorph{"TMorphDialog", "tmorph", 487};                   // not built yet
-constexpr Operation<NotBuiltYet> kHypertrophy{"HypertrophyDialog", "hyptrphy", 422};       // not built yet
+constexpr Operation<NotBuiltYet> kTable{"TableDialog", "mrphlist", 162};                // not built yet
+constexpr Operation<NotBuiltYet> kGeneralMorph{"GeneralMorphDialog", "genmorph", 478};  // not built yet
+constexpr Operation<NotBuiltYet> kPMorph{"PMorphDialog", "pmorph", 480};                // not built yet
+constexpr Operation<NotBuiltYet> kQrsMorph{"QrsMorphDialog", "qrsmrph", 740};           // not built yet
+constexpr Operation<NotBuiltYet> kTMorph{"TMorphDialog", "tmorph", 487};                // not built yet
+constexpr Operation<HypertrophyDialog> kHypertrophy{"HypertrophyDialog", "hyptrphy", 422};
 constexpr Operation<NotBuiltYet> kInterpretation{"InterpretationDialog", "interp", 2167};  // not built yet
 constexpr Operation<NotBuiltYet> kEditInterpretation{"InterpretationDialog", "interp",
                                                      2176};  // not built yet
