@@ -70,7 +70,7 @@ class BandPassFilter final : public SampleFilter {
     // a filter whose output means nothing, but every value that it returns is still defined.
     BandPassFilter(double lowHz, double highHz, std::int32_t samplingRateHz, std::int32_t missingSample);
 
-    // Inline, so that a loop over a beat keeps the whole state in registers.
+    // Inline for FilterZeroPhase.
     std::int32_t FilterSample(std::int32_t sample) override {
         return TruncateToInt32(Advance(state_, static_cast<double>(sample)));
     }
@@ -119,12 +119,15 @@ class BandPassFilter final : public SampleFilter {
 // low 16 bits. Named by its own type, the filter is called directly and not through its table.
 template <class Filter>
 void FilterZeroPhase(Filter& filter, std::span<std::int16_t> samples) {
+    // On a copy whose address nobody knows, so that its state can live in registers.
+    Filter local = filter;
     for (std::size_t i = 0; i < samples.size(); ++i) {
-        samples[i] = static_cast<std::int16_t>(filter.FilterSample(samples[i]));
+        samples[i] = static_cast<std::int16_t>(local.FilterSample(samples[i]));
     }
     for (std::size_t i = samples.size(); i-- > 0;) {
-        samples[i] = static_cast<std::int16_t>(filter.FilterSample(samples[i]));
+        samples[i] = static_cast<std::int16_t>(local.FilterSample(samples[i]));
     }
+    filter = local;
 }
 
 // The first derivative of a beat by a five-point slope.
@@ -143,8 +146,8 @@ class DerivativeTrace {
     // Thousandths of a microvolt per millisecond (1000 = 1 uV/ms); 0 outside the beat.
     std::int32_t SlopeValue(std::uint32_t i) const;
 
-    // The same conversion for any value, and back. -1 where the result does not fit 32 bits, and back also where the
-    // sampling rate or the resolution is 0 (Win32 MulDiv).
+    // The same conversion for any value, and back. -1 where the result does not fit 32 bits, and back also
+    // where the sampling rate or the resolution is 0 (Win32 MulDiv).
     std::int32_t SlopeFromRaw(std::int32_t raw) const;
     std::int32_t RawFromSlope(std::int32_t slope) const;
 
