@@ -4,6 +4,10 @@
 
 #include "dialogs/dialog_library.h"
 #include "dialogs/hyptrphy.h"
+#include "dialogs/morphology/genmorph.h"
+#include "dialogs/morphology/pmorph.h"
+#include "dialogs/morphology/qrsmrph.h"
+#include "dialogs/morphology/tmorph.h"
 
 namespace kx {
 namespace {
@@ -19,11 +23,11 @@ struct Operation {
     std::uint32_t line;
 };
 
-constexpr Operation<NotBuiltYet> kTable{"TableDialog", "mrphlist", 162};                // not built yet
-constexpr Operation<NotBuiltYet> kGeneralMorph{"GeneralMorphDialog", "genmorph", 478};  // not built yet
-constexpr Operation<NotBuiltYet> kPMorph{"PMorphDialog", "pmorph", 480};                // not built yet
-constexpr Operation<NotBuiltYet> kQrsMorph{"QrsMorphDialog", "qrsmrph", 740};           // not built yet
-constexpr Operation<NotBuiltYet> kTMorph{"TMorphDialog", "tmorph", 487};                // not built yet
+constexpr Operation<NotBuiltYet> kTable{"TableDialog", "mrphlist", 162};  // not built yet
+constexpr Operation<GeneralMorphDialog> kGeneralMorph{"GeneralMorphDialog", "genmorph", 478};
+constexpr Operation<PMorphDialog> kPMorph{"PMorphDialog", "pmorph", 480};
+constexpr Operation<QrsMorphDialog> kQrsMorph{"QrsMorphDialog", "qrsmrph", 740};
+constexpr Operation<TMorphDialog> kTMorph{"TMorphDialog", "tmorph", 487};
 constexpr Operation<HypertrophyDialog> kHypertrophy{"HypertrophyDialog", "hyptrphy", 422};
 constexpr Operation<NotBuiltYet> kInterpretation{"InterpretationDialog", "interp", 2167};  // not built yet
 constexpr Operation<NotBuiltYet> kEditInterpretation{"InterpretationDialog", "interp",

@@ -1,0 +1,18 @@
+// The general morphology dialog.
+#pragma once
+
+#include "dialogs/morphology/morph_dialog.h"
+
+namespace kx {
+
+// Reviews the five fiducial points that hold for all leads, whatever lead is shown, and the intervals between
+// them.
+class GeneralMorphDialog final : public MorphDialog {
+  public:
+    GeneralMorphDialog(const DialogLibrary& library, Window* parent, TestRecord* test,
+                       SystemServices* services);
+
+    void OnDestroy() override;
+};
+
+}  // namespace kx

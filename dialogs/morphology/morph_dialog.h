@@ -1,0 +1,121 @@
+// The frame of the four morphology dialogs: one median beat in a marker view, the measurements that follow
+// from its markers, and the markers themselves, moved by hand.
+//
+// A moved marker travels: the view posts MVN_MARKERMOVED; the field takes the value; the dialog's rules limit
+// it, store it in the record and make it manual; the analysis engine measures the beat again; everything
+// shown is read from the record again. Notifications are posted and handled one after another, so none is
+// handled within another.
+#pragma once
+
+#include <windows.h>
+
+#include <array>
+#include <memory>
+
+#include "dialogs/morphology/marker_history.h"
+#include "dialogs/morphology/morph_table.h"
+#include "lib/dbclient/test_record.h"
+#include "lib/modules/analysis_engine.h"
+#include "lib/windows/check_box.h"
+#include "lib/windows/combo_box.h"
+#include "lib/windows/dialog.h"
+#include "lib/windows/edit_box.h"
+
+namespace kx {
+
+class DialogLibrary;
+
+// A marker's edit and its "man." box.
+class MarkerControls final : public MarkerDisplay {
+  public:
+    // False: one of the controls is missing.
+    bool Adopt(Window* dialog, const MarkerRow& row);
+    void Release();
+    void Show(std::int32_t ms, bool manual) override;
+
+  private:
+    std::unique_ptr<EditBox> edit_;
+    CheckBox* manual_ = nullptr;  // its control deletes it
+};
+
+// Works on the first median beat of the record, in place; nothing is saved. A derived class is final and says
+// nothing but its table; its OnDestroy calls Release, Dialog::OnDestroy and deletes the object.
+class MorphDialog : public Dialog, private Redetection {
+  public:
+    // Creates the pane. A record without median beat is reported (LOGMEMORYERROR) and gets no window. All
+    // outlive the object.
+    MorphDialog(const DialogLibrary& library, Window* parent, TestRecord* test, SystemServices* services,
+                const MorphTable& table);
+
+    INT_PTR DialogProc(UINT message, WPARAM wParam, LPARAM lParam) override;
+    bool OnInitDialog() override;
+    INT_PTR OnDialogCommand(WPARAM wParam) override;
+    void OnSize(UINT sizeType, int width, int height) override;
+    // Enter and Esc are not for ending a pane.
+    bool OnOK() override { return false; }
+    bool OnCancel() override { return false; }
+
+  protected:
+    ~MorphDialog() = default;
+    // Gives the wrappers up before the window goes.
+    void Release();
+
+  private:
+    enum Combo : std::size_t { kLead, kGain, kSpeed, kMains, kLowEdge, kHighEdge, kCombos };
+    enum Check : std::size_t { kBandPass, kDerivative, kShowMarkers, kChecks };
+    // How the last step's re-measurement went.
+    enum class Measured { kNotAsked, kFailed, kDone };
+
+    // ---- morph_dialog.cpp: building the pane
+    bool Build();
+    bool AdoptControls();
+    bool AddMarkers();
+    void ConfigureView();
+    void FillToolbar();
+    LRESULT View(UINT message, LPARAM value) const { return view_->SendMsg(message, 0, value); }
+    RECT ViewArea() const;
+
+    // ---- morph_editing.cpp: the markers
+    // The code selected in the lead combo; -1 when there is none.
+    int SelectedLead() const;
+    // Whether there is a lead to edit; the global markers need none.
+    bool HasLead() const { return table_.isGlobal || SelectedLead() >= 0; }
+    MarkerStore StoreOf(int lead);
+    void Load(bool keepAutomatic);
+    void ShowMarkers();
+    void Refresh();
+    void RefreshReset(bool anyManual);
+    void Redetect() override;
+    // Runs a step of the rules as one change of the markers by `source`. Step: a function of a MarkerEdit&.
+    template <class Step>
+    void Change(std::uint32_t source, Step step);
+    void OnMarkerMoved(UINT id, std::int32_t ms);
+    void OnLeadChanged();
+    void OnWaveBox(std::size_t box);
+    void OnReset();
+    void Undo();
+    void Redo();
+    void Restore(const MarkerSnapshot& snapshot);
+
+    const MorphTable& table_;
+    EpisodeRecord* beat_;  // the host's
+    AnalysisEngine engine_;
+
+    Window* view_ = nullptr;  // its window's
+    std::array<ComboBox*, kCombos> combos_{};
+    std::array<CheckBox*, kChecks> checks_{};
+    CheckBox* reset_ = nullptr;
+    std::array<CheckBox*, kMostWaveBoxes> waveBoxes_{};
+    std::unique_ptr<EditBox> readout_;
+    std::array<std::unique_ptr<EditBox>, kMeasurementRows> measurements_;
+    std::array<MarkerControls, kMostMarkers> markerControls_;
+    std::array<MarkerField, kMostMarkers> fields_;
+
+    MarkerHistory history_;
+    int lead_;  // whose markers the fields hold; 0 for the global ones
+    Measured measured_ = Measured::kNotAsked;
+    SIZE viewMargin_{};  // from the view to the pane's right and lower edge, pixels
+    SIZE smallestView_{};
+};
+
+}  // namespace kx

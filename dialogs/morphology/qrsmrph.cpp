@@ -1,0 +1,83 @@
+#include "dialogs/morphology/qrsmrph.h"
+
+#include "dialogs/morphology/qrs_rules.h"
+#include "dialogs/resources/morphology_ids.h"
+#include "dialogs/resources/picture_ids.h"
+
+namespace kx {
+namespace {
+
+constexpr MorphReports kReports{"qrsmrph", 96, 203, 402};
+
+using Set = MeasurementSet;
+
+// The values are what 16-bit words hold, so a signed number shows the unsigned ones as well.
+constexpr MeasurementRow kMeasurements[] = {
+    {IDC_MORPH_QRS_START,
+     [](const Set& set, int) -> std::int32_t { return static_cast<std::int32_t>(set.QrsOn()); }},
+    {IDC_MORPH_QRS_END,
+     [](const Set& set, int) -> std::int32_t { return static_cast<std::int32_t>(set.QrsOff()); }},
+    {IDC_MORPH_Q_AMPLITUDE, [](const Set& set, int lead) -> std::int32_t { return set.LeadAQ(lead); }},
+    {IDC_MORPH_R_AMPLITUDE, [](const Set& set, int lead) -> std::int32_t { return set.LeadAR(lead); }},
+    {IDC_MORPH_S_AMPLITUDE, [](const Set& set, int lead) -> std::int32_t { return set.LeadAS(lead); }},
+    {IDC_MORPH_R_PRIME_AMPLITUDE, [](const Set& set, int lead) -> std::int32_t { return set.LeadAR1(lead); }},
+    {IDC_MORPH_S_PRIME_AMPLITUDE, [](const Set& set, int lead) -> std::int32_t { return set.LeadAS1(lead); }},
+    {IDC_MORPH_QRS_DURATION,
+     [](const Set& set, int) -> std::int32_t { return static_cast<std::int32_t>(set.QrsDuration()); }},
+};
+
+constexpr MarkerRow kMarkers[] = {
+    {IDB_BADGE_Q_ON_LEAD, IDC_MORPH_Q_ON, IDC_MORPH_Q_ON_MANUAL},
+    {IDB_BADGE_R_ON_LEAD, IDC_MORPH_R_ON, IDC_MORPH_R_ON_MANUAL},
+    {IDB_BADGE_S_ON_LEAD, IDC_MORPH_S_ON, IDC_MORPH_S_ON_MANUAL},
+    {IDB_BADGE_R_PRIME_ON_LEAD, IDC_MORPH_R_PRIME_ON, IDC_MORPH_R_PRIME_ON_MANUAL},
+    {IDB_BADGE_S_PRIME_ON_LEAD, IDC_MORPH_S_PRIME_ON, IDC_MORPH_S_PRIME_ON_MANUAL},
+    {IDB_BADGE_OFF_LEAD, IDC_MORPH_QRS_OFF, IDC_MORPH_QRS_OFF_MANUAL},
+};
+
+constexpr WaveBoxRow kWaveBoxes[] = {
+    {IDC_MORPH_NO_Q, kQOn},
+    {IDC_MORPH_NO_R, kROn},
+    {IDC_MORPH_NO_S, kSOn},
+    {IDC_MORPH_NO_R_PRIME, kRPrimeOn},
+    {IDC_MORPH_NO_S_PRIME, kSPrimeOn},
+};
+
+void ApplyMarkers(MarkerEdit& edit, bool) {
+    ApplyQrsMarkers(edit);
+}
+
+bool ApplyBox(MarkerEdit& edit, std::size_t box, bool absent) {
+    return ApplyQrsWaveBox(edit, static_cast<QrsMarker>(kWaveBoxes[box].marker), absent);
+}
+
+const MorphTable kTable{
+    .templateId = IDD_QRS_MORPH,
+    .reports = kReports,
+    .gain = 100,
+    .speed = 250,
+    .highEdge = 16000,
+    .horizontalPosition = 40,
+    .hidesDerivative = false,
+    .measurements = kMeasurements,
+    .markers = kMarkers,
+    .waveBoxes = kWaveBoxes,
+    .layout = kQrsLayout,
+    .isGlobal = false,
+    .applyMarkers = ApplyMarkers,
+    .applyWaveBox = ApplyBox,
+};
+
+}  // namespace
+
+QrsMorphDialog::QrsMorphDialog(const DialogLibrary& library, Window* parent, TestRecord* test,
+                               SystemServices* services)
+    : MorphDialog(library, parent, test, services, kTable) {}
+
+void QrsMorphDialog::OnDestroy() {
+    Release();
+    Dialog::OnDestroy();
+    delete this;
+}
+
+}  // namespace kx

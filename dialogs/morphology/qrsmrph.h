@@ -1,0 +1,16 @@
+// The QRS morphology dialog.
+#pragma once
+
+#include "dialogs/morphology/morph_dialog.h"
+
+namespace kx {
+
+// Reviews the onsets of the components Q, R, S, R' and S' of one lead and its QRS offset.
+class QrsMorphDialog final : public MorphDialog {
+  public:
+    QrsMorphDialog(const DialogLibrary& library, Window* parent, TestRecord* test, SystemServices* services);
+
+    void OnDestroy() override;
+};
+
+}  // namespace kx
