@@ -4,8 +4,16 @@
 #ifndef KX_RESOURCE_IDS_H
 #define KX_RESOURCE_IDS_H
 
-/* strings */
+/* strings; the statements of the automatic interpretation are known by their codes alone (statements.rc) */
 #define IDS_SEX_PICK_LIST 913
+#define IDS_REPORT_STATES 914
+#define IDS_CLINICAL_FLAG_1 959
+#define IDS_CLINICAL_FLAG_2 960
+#define IDS_CLINICAL_FLAG_3 961
+#define IDS_CLINICAL_FLAG_4 962
+#define IDS_RACE_PICK_LIST 963
+#define IDS_CLINICAL_FLAG_5 964
+#define IDS_MEASUREMENT_COLUMNS 4102
 
 /* dialogs */
 #define IDD_HYPERTROPHY 20548
