@@ -63,6 +63,9 @@ std::uint32_t __stdcall LOGEXCEPTION(const char* context) {
 std::uint32_t __stdcall LOGSYSTEMERROR(const char* text) {
     return Note("LOGSYSTEMERROR \"%s\"", Text(text));
 }
+std::uint32_t __stdcall LOGOEMMESSAGE(const char* text) {
+    return Note("LOGOEMMESSAGE \"%s\"", Text(text));
+}
 std::uint32_t __stdcall LOGSERVICESTART(const char* text) {
     return Note("LOGSERVICESTART \"%s\"", Text(text));
 }

@@ -1,0 +1,26 @@
+// A printer of the test's own whose port is a file: the bytes of a RAW document arrive there unchanged.
+#pragma once
+
+#include <string>
+
+namespace kx::test {
+
+// Sets the printer up (driver, port, printer, its comment) and takes it away again. One at a time.
+class RawPrinter {
+  public:
+    explicit RawPrinter(const char* comment = "");
+    ~RawPrinter();
+    RawPrinter(const RawPrinter&) = delete;
+    RawPrinter& operator=(const RawPrinter&) = delete;
+
+    // Empty when the printer could not be set up.
+    const std::string& Name() const { return name_; }
+    // What was printed so far. A document arrives when it is ended.
+    std::string Printed() const;
+
+  private:
+    std::string name_;
+    std::string port_;
+};
+
+}  // namespace kx::test
