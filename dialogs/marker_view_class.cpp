@@ -1,9 +1,11 @@
 #include "dialogs/marker_view_class.h"
 
+#include "dialogs/marker_view.h"
+
 namespace kx {
 
 LRESULT MarkerViewClass::CreateWindowObject(std::uint32_t controlId, HWND window) {
-    return WindowClass::CreateWindowObject(controlId, window);
+    return MarkerViewControl::MakeFor(window, controlId, *Library(), Reports());
 }
 
 }  // namespace kx

@@ -15,8 +15,7 @@ class MarkerViewClass final : public WindowClass {
     MarkerViewClass(const LibraryModule& library, SystemServices* services)
         : WindowClass(&library, "MarkerView", 0, 0, services) {}
 
-    // Makes the view of a control that a template creates. Refuses, as the base does, until there is a view
-    // to make.
+    // Makes the view of a control that a template creates; the view deletes itself with the window.
     LRESULT CreateWindowObject(std::uint32_t controlId, HWND window) override;
 };
 

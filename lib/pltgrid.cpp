@@ -26,13 +26,6 @@ std::int32_t Extent(LONG from, LONG to) {
     return static_cast<std::int32_t>(std::clamp<std::int64_t>(std::int64_t{to} - from, 0, INT32_MAX));
 }
 
-void SetPixelMapping(DeviceContext& memory) {
-    memory.SetLogicalOrigin(0, 0);
-    memory.SetDeviceOrigin(0, 0);
-    memory.SetMultipliers(DrawingTransform::kUnitScale, DrawingTransform::kUnitScale);
-    memory.SetDivisors(DrawingTransform::kUnitScale, DrawingTransform::kUnitScale);
-}
-
 }  // namespace
 
 PlotGrid::PlotGrid(Reporter& owner, std::int32_t pixelsPerInchX, std::int32_t pixelsPerInchY)
@@ -107,7 +100,7 @@ bool PlotGrid::Render(DeviceContext& memory, COLORREF background, COLORREF major
     if (!Select(memory)) {
         return false;
     }
-    SetPixelMapping(memory);
+    memory.SetPixelMapping();
     const Size grid = GridPixels();
     const Size cell = CellPixels();
     const int width = bitmap_.Width();
@@ -164,24 +157,29 @@ void PlotGrid::Tile(DeviceContext& memory, Size grid, Size cell) const {
     const Size mil = FrameSize();
     const std::int32_t rows = MulDivRound(1, mil.height, majorVertical_);
     const std::int32_t columns = MulDivRound(1, mil.width, majorHorizontal_);
-    std::int32_t yEnd = 0;
-    for (std::int32_t i = 0; i < rows; ++i) {
+    if (rows < 1 || columns < 1) {
+        return;
+    }
+    std::int32_t xEnd = 0;
+    for (std::int32_t j = 0; j < columns; ++j) {
+        const std::int32_t x = MulDivRound(grid.width, j, columns);
+        if (x > xEnd) {
+            memory.FillPattern(xEnd, 0, x - xEnd, cell.height);
+        }
+        xEnd = x + cell.width;
+        if (j != 0) {
+            memory.CopyFrom(x, 0, cell.width, cell.height, memory, 0, 0);
+        }
+    }
+    // Every further row is a copy of the first one.
+    std::int32_t yEnd = cell.height;
+    for (std::int32_t i = 1; i < rows; ++i) {
         const std::int32_t y = MulDivRound(grid.height, i, rows);
         if (y > yEnd) {
             memory.FillPattern(0, yEnd, grid.width, y - yEnd);
         }
         yEnd = y + cell.height;
-        std::int32_t xEnd = 0;
-        for (std::int32_t j = 0; j < columns; ++j) {
-            const std::int32_t x = MulDivRound(grid.width, j, columns);
-            if (x > xEnd) {
-                memory.FillPattern(xEnd, y, x - xEnd, cell.height);
-            }
-            xEnd = x + cell.width;
-            if (i != 0 || j != 0) {
-                memory.CopyFrom(x, y, cell.width, cell.height, memory, 0, 0);
-            }
-        }
+        memory.CopyFrom(0, y, xEnd, cell.height, memory, 0, 0);
     }
 }
 
@@ -199,7 +197,7 @@ void PlotGrid::DrawFrame(DeviceContext& memory, Size grid) const {
 }
 
 void PlotGrid::SetMilMapping(DeviceContext& memory) const {
-    SetPixelMapping(memory);
+    memory.SetPixelMapping();
     memory.SetMultipliers(pixelsPerInchX_, pixelsPerInchY_);
     memory.SetDivisors(kMilPerInch, kMilPerInch);
 }
@@ -219,7 +217,7 @@ DeviceContext* PlotGrid::Lock(DeviceContext& memory) {
 
 void PlotGrid::Unlock(DeviceContext& memory) {
     memory.RestoreBitmap();
-    SetPixelMapping(memory);
+    memory.SetPixelMapping();
 }
 
 }  // namespace kx

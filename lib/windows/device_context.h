@@ -44,6 +44,8 @@ class DeviceContext {
     void SetDeviceOrigin(std::int32_t x, std::int32_t y);
     void SetDivisors(std::int32_t x, std::int32_t y);
     void SetMultipliers(std::int32_t x, std::int32_t y);
+    // Scale 1 without origins.
+    void SetPixelMapping() { transform_ = {}; }
     // One saved copy. Restoring before the first save gives scale 1 without origins.
     void SaveTransform() { saved_ = transform_; }
     void RestoreTransform() { transform_ = saved_; }

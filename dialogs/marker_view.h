@@ -1,0 +1,149 @@
+// The marker view: one lead of a median beat on millimetre paper, with markers to be dragged.
+#pragma once
+
+#include <windows.h>
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "dialogs/marker_view_geometry.h"
+#include "dialogs/marker_view_messages.h"
+#include "dialogs/marker_view_signal.h"
+#include "dialogs/signal_filters.h"
+#include "lib/dbclient/episode_record.h"
+#include "lib/modules/library_module.h"
+#include "lib/pltgrid.h"
+#include "lib/reporter.h"
+#include "lib/windows/bitmap.h"
+#include "lib/windows/device_context.h"
+#include "lib/windows/window.h"
+
+namespace kx {
+
+// The label of a marker, kept ready to be copied.
+class ViewMarker {
+  public:
+    // Loads bitmap resource `id` of the module.
+    ViewMarker(const ModuleInstance& module, std::uint32_t id);
+
+    bool IsMade() const { return label_ && context_.Handle() != nullptr; }
+    const LabelSize& Size() const { return size_; }
+    const DeviceContext& Label() const { return context_; }
+
+  private:
+    Bitmap label_;
+    MemoryContext context_;  // with the label selected
+    LabelSize size_;
+};
+
+// Belongs to its window, which a dialog template creates by the class "MarkerView", and deletes itself with
+// it. Driven by the messages of marker_view_messages.h in any order; it reads the beat and never changes it.
+// The owner keeps the beat alive while it is set.
+//
+// Grid and traces are drawn once after a change of the settings, into the back buffer. A repaint copies from
+// it and draws the markers, so that a drag allocates nothing, filters nothing and reads no file.
+//
+// With the focus, which a press on a marker gives: Left and Right move the marker used last by one sample,
+// with Ctrl by 10 ms; Tab and Shift+Tab go to the next and the previous marker, and beyond the last one to
+// the next control; Ctrl+Z and Ctrl+Y tell the owner.
+class MarkerViewControl final : public Window {
+  public:
+    // Makes the view of a window that is being created and attaches it: 0; or -1, reported, when there is no
+    // memory. The library's module holds the labels; it and the reporter outlive the view.
+    static LRESULT MakeFor(HWND window, std::uint32_t id, const LibraryModule& library, Reporter& reports);
+
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
+    void OnPaint(PaintContext& context) override;
+    void OnSize(UINT sizeType, int width, int height) override;
+    void OnDestroy() override;
+    bool OnKeyDown(UINT virtualKey, LPARAM keyData) override;
+    void OnSetFocus() override;
+    void OnKillFocus() override;
+    void OnHScroll(int code, int position) override;
+    void OnVScroll(int code, int position) override;
+    void OnLButtonDown(UINT keys, int x, int y) override;
+    void OnLButtonUp(UINT keys, int x, int y) override;
+    void OnLButtonDblClk(UINT keys, int x, int y) override;
+    void OnMouseMove(int x, int y, bool leftButtonDown) override;
+    bool OnSetCursor(HWND window, UINT hitTest) override;
+    LRESULT OnNcHitTest(LRESULT defaultResult, int x, int y) override;
+    bool OnGetDlgCode(LRESULT& code) override;
+
+  private:
+    static constexpr std::size_t kNoMarker = kMarkerSlots;
+
+    MarkerViewControl(HWND window, std::uint32_t id, const LibraryModule& library, Reporter& reports);
+    ~MarkerViewControl() = default;  // the window's end is the object's
+
+    // Messages (marker_view.cpp).
+    bool TakeSetting(UINT message, std::int32_t value);
+    LRESULT SetBeat(const KxEpisodeRecord* beat);
+    LRESULT SetLead(std::uint32_t lead, const std::int32_t* positionsMs);
+    LRESULT AddMarker(std::uint32_t bitmapId);
+    LRESULT AttachOwner(const Window* owner);
+    void DiscardBackBuffer();
+    void Rebuild();
+    const ViewGeometry& Geometry();
+
+    // Painting (marker_view_paint.cpp, marker_view_traces.cpp).
+    bool RebuildBackBuffer(const DeviceContext& target);
+    bool RenderGrid(const DeviceContext& target);
+    void DrawTraces(DeviceContext& target);
+    void DrawBeat(DeviceContext& target);
+    template <typename Height>
+    void DrawTrace(DeviceContext& target, COLORREF colour, Height&& height);
+    void ShowScrollBars();
+    void DrawMarkers(DeviceContext& target);
+    void DrawMarker(DeviceContext& target, std::size_t slot);
+    void InvalidateMarker(std::size_t slot, std::int32_t position);
+    void HoldPointerOnMarker();
+
+    // Mouse and keys (marker_view_input.cpp).
+    bool IsPresent(std::size_t slot) const;
+    std::size_t MarkerAt(int x, int y);
+    void MoveMarker(std::size_t slot, std::int32_t sample);
+    void EndDrag();
+    void StepMarker(std::int32_t samples);
+    std::size_t NeighbourOf(std::size_t slot, bool forward) const;
+    void SelectMarker(std::size_t slot);
+    void ShowSample(std::int32_t sample);
+    void SendReadout(std::int32_t sample);
+    void UpdateReadout(int x);
+
+    const LibraryModule* library_;
+    Reporter* reports_;
+    // The owner's window and not its object: while a dialog goes, its object may be gone before its controls.
+    HWND owner_ = nullptr;
+    const EpisodeRecord* beat_ = nullptr;
+
+    std::unique_ptr<PlotGrid> grid_;
+    std::unique_ptr<MemoryContext> surface_;  // the back buffer, with the grid's bitmap selected
+    bool backBufferValid_ = false;
+    ViewGeometry geometry_;
+    bool geometryValid_ = false;
+    std::vector<POINT> points_;  // of the trace being drawn; kept for the next one
+
+    ViewSettings settings_;
+    SignalSettings signal_;
+    std::uint32_t lead_ = KX_LEAD_II;
+    bool inverted_ = false;
+    bool derivativeShown_ = false;
+    bool markersShown_ = true;
+    std::unique_ptr<DerivativeTrace> derivative_;  // of the trace painted last
+
+    std::size_t markerCount_ = 0;
+    std::array<std::unique_ptr<ViewMarker>, kMarkerSlots> markers_;
+    std::array<std::int32_t, kMarkerSlots> positions_ = {};  // samples; 0 = absent
+    std::int32_t markerRate_ = 0;  // the beat's sampling rate when the positions were last set
+    std::size_t dragged_ = kNoMarker;
+    std::size_t current_ = kNoMarker;  // the marker used last
+
+    HCURSOR sizeCursor_;
+    HCURSOR crossCursor_;
+    char readout_[kReadoutSize] = {};
+};
+
+}  // namespace kx
