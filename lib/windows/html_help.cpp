@@ -1,13 +1,22 @@
 #include "lib/windows/html_help.h"
 
+#include <cstring>
+
 namespace kx {
 namespace {
 
 using HtmlHelpFunction = HWND(WINAPI*)(HWND caller, const char* file, UINT command, DWORD_PTR data);
 
-// Never freed: a help window that is open runs the viewer's code.
+// Only from the system's own folder, and never freed: a help window that is open runs the viewer's code.
 HtmlHelpFunction FindHtmlHelp() {
-    const HMODULE viewer = LoadLibraryExA("hhctrl.ocx", nullptr, 0);
+    constexpr const char* kViewer = "\\hhctrl.ocx";
+    char path[MAX_PATH];
+    const UINT length = GetSystemDirectoryA(path, sizeof path);
+    if (length == 0 || length + std::strlen(kViewer) >= sizeof path) {
+        return nullptr;
+    }
+    std::strcpy(path + length, kViewer);
+    const HMODULE viewer = LoadLibraryA(path);
     return viewer == nullptr ? nullptr
                              : reinterpret_cast<HtmlHelpFunction>(
                                    reinterpret_cast<void*>(GetProcAddress(viewer, "HtmlHelpA")));

@@ -5,11 +5,12 @@ namespace kx {
 bool Menu::ItemId(UINT position, UINT& id) const {
     MENUITEMINFOA item{};
     item.cbSize = sizeof item;
-    item.fMask = MIIM_ID;
+    item.fMask = MIIM_ID | MIIM_SUBMENU;
     if (GetMenuItemInfoA(handle_, position, TRUE, &item) == FALSE) {
         return false;
     }
-    id = item.wID;
+    // The system keeps a submenu's handle where a command has its id.
+    id = item.hSubMenu == nullptr ? item.wID : 0;
     return true;
 }
 

@@ -13,8 +13,8 @@ class Menu {
 
     HMENU Handle() const { return handle_; }
 
-    // The command id of the item at a position counted from 0: 0 for a separator, 0xFFFFFFFF for a submenu.
-    // False: there is no item at that position.
+    // The command id of the item at a position counted from 0; 0 for a separator and for a submenu. False:
+    // there is no item at that position.
     bool ItemId(UINT position, UINT& id) const;
     // By command id, also in submenus. False: there is no such item.
     bool EnableItem(UINT id, bool enabled) const;

@@ -106,9 +106,9 @@ Reporter* AnyReporter() {
 
 namespace {
 
-// The class that a window was created by: the name as it was given, else as the class was registered. The two differ when
-// the window was created by the class's atom, and when a resource compiler has put a template's name in capitals, which
-// the window manager accepts.
+// The class that a window was created by: the name as it was given, else as the class was registered. The two
+// differ when the window was created by the class's atom, and when a resource compiler has put a template's
+// name in capitals, which the window manager accepts.
 WindowClass* CreatingClass(HWND window, const CREATESTRUCTA& creation) {
     if (reinterpret_cast<UINT_PTR>(creation.lpszClass) > 0xFFFF) {
         if (WindowClass* const found = class_registry::Find(creation.lpszClass)) {

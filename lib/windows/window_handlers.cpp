@@ -1,6 +1,6 @@
 // What the handlers do in a class that does not replace them.
 #include <windows.h>
-// After it.
+
 #include <commctrl.h>
 
 #include "lib/windows/device_context.h"
@@ -23,7 +23,6 @@ bool Window::OnEraseBackground(DeviceContext&) {
 void Window::OnInitMenuPopup(Menu& menu) {
     UINT id = 0;
     for (UINT position = 0; menu.ItemId(position, id); ++position) {
-        // As a signed number: a separator has 0, a submenu -1.
         if (static_cast<int>(id) > 0) {
             menu.EnableItem(id, IsCommandEnabled(id));
             menu.CheckItem(id, IsCommandChecked(id));

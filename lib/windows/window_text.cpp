@@ -24,7 +24,7 @@ int Window::GetText(char* buffer, int size) const {
         return 0;
     }
     buffer[0] = '\0';
-    return GetWindowTextA(handle_, buffer, size);
+    return handle_ == nullptr ? 0 : GetWindowTextA(handle_, buffer, size);
 }
 
 int Window::GetTextLength() const {

@@ -125,6 +125,23 @@ TEST(LibraryUse, BannerIsTheSameOnStartAndStop) {
     EXPECT_EQ(stopped[1], "LIBSTOP");
 }
 
+TEST(LibraryUse, HasItsWindowClassWhileItIsStarted) {
+    LibraryUnderTest library(SystemModule::kMissing);
+    WNDCLASSEXA found{};
+    found.cbSize = sizeof found;
+    const auto isRegistered = [&] {
+        return GetClassInfoExA(library.Module(), "MarkerView", &found) != FALSE;
+    };
+    EXPECT_FALSE(isRegistered());
+    for (int round = 0; round < 2; ++round) {
+        library->start();
+        EXPECT_TRUE(isRegistered());
+        EXPECT_EQ(found.style, 0x1008u);
+        library->stop();
+        EXPECT_FALSE(isRegistered());
+    }
+}
+
 TEST(LibraryUse, CountsStartsAndStops) {
     // S: LIBSTART, P: LIBSTOP. Whether a library exists afterwards shows in whether a null argument is
     // reported.
