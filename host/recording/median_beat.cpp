@@ -171,6 +171,7 @@ std::optional<MedianBeat> MakeMedianBeat(const Recording& given, std::string& er
     for (const int ms : beat.beatsMs)
         places.push_back(ToSamples(ms));
     const BeatClasses classes = ClassifyBeats(recording, places);
+    beat.dominant = classes.dominant;
     beat.kept = WholeBeats(recording, classes.aligned, ByRhythm(classes.dominant, beat.beatsMs, beat.rrMs));
 
     // The baseline follows all beats of the shape: those at the ends, too, know where it is.

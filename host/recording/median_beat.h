@@ -24,9 +24,10 @@ inline constexpr int kResolutionNv = 1000;  // one unit is one microvolt
 struct MedianBeat {
     // kMedianBeatSamples each, at kWorkingRate, in microvolts; values beyond 16 bits are saturated.
     std::array<std::vector<std::int16_t>, kLeadCount> leads;
-    int rrMs = 0;              // median RR interval of the recording; 0 with a single beat
-    std::vector<int> beatsMs;  // all beats, ms from the start of the recording
-    std::vector<bool> kept;    // for each of them, whether it is in the median
+    int rrMs = 0;                // median RR interval of the recording; 0 with a single beat
+    std::vector<int> beatsMs;    // all beats, ms from the start of the recording
+    std::vector<bool> dominant;  // for each of them, whether it has the dominant shape
+    std::vector<bool> kept;      // and whether it is in the median
     // For each kept beat, where in the recording its alignment point lies, ms from its start.
     std::vector<int> alignedMs;
     std::size_t KeptCount() const;

@@ -5,6 +5,7 @@
 #include <cstring>
 #include <string>
 
+#include "host/recording/beat_labels.h"
 #include "lib/dbclient/test_record.h"
 
 namespace kx::recording {
@@ -103,6 +104,7 @@ EpisodeRecord* FillTestRecord(TestRecord& test, const Recording& recording, cons
     test.SetDevice(ToRecordText(recording.source).c_str(), name.c_str(), rate.c_str());
     FillDiagnoses(recording, test);
     FillEcg(recording, test);
+    FillAnnotations(test, beat);
     EpisodeRecord* episode = AddBeat(test, recording, beat);
     // Nothing of this is a reviewer's change.
     test.ClearModified();
