@@ -25,7 +25,9 @@ inline void CopyText(std::string_view text, char* buffer, std::size_t size) {
         return;
     }
     const std::size_t length = text.size() < size ? text.size() : size - 1;
-    std::memmove(buffer, text.data(), length);
+    if (length > 0) {
+        std::memmove(buffer, text.data(), length);
+    }
     buffer[length] = '\0';
 }
 

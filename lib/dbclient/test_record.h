@@ -2,6 +2,7 @@
 // and the analysis produced.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -194,6 +195,10 @@ struct TestRecord : KxTestRecord {
     const void* Ecg() const { return ecg; }
     // Copies the signal; false, and the old signal kept, when there is no memory or no data.
     bool SetEcg(const void* data, std::size_t size);
+    // The same for the three objects that this library only keeps: a buffer, one of 12 and one of 24 bytes.
+    bool SetBuffer7584(const void* data, std::size_t size);
+    bool SetObject7600(const std::array<std::uint8_t, 12>& object);
+    bool SetObject7604(const std::array<std::uint8_t, 24>& object);
 
     AnnotationStore* Annotations();
     const AnnotationStore* Annotations() const;
@@ -212,7 +217,8 @@ struct TestRecord : KxTestRecord {
 
     // The value series of a code from -7 to 24.
     ValueSeries* Series(int code) const;
-    bool SetSeries(int code, std::unique_ptr<ValueSeries> series);
+    bool SetSeries(int code, std::unique_ptr<ValueSeries> newSeries);
+    void SetSeries9796(std::unique_ptr<ValueSeries> newSeries);
     std::uint32_t StageCount() const;
     StressStageRecord* Stage(int index) const;  // -1: the current stage
     bool AddStage(std::unique_ptr<StressStageRecord> stage);

@@ -32,6 +32,18 @@ void FreeBytes(void*& slot) {
     slot = nullptr;
 }
 
+// The old bytes stay where there are no new ones.
+bool ReplaceBytes(void*& slot, const void* data, std::size_t size) {
+    auto* copy = data != nullptr && size > 0 ? new (std::nothrow) std::uint8_t[size] : nullptr;
+    if (copy == nullptr) {
+        return false;
+    }
+    std::memcpy(copy, data, size);
+    FreeBytes(slot);
+    slot = copy;
+    return true;
+}
+
 template <class T>
 void Replace(void*& slot, std::unique_ptr<T> object) {
     Free<T>(slot);
@@ -69,6 +81,7 @@ TestRecord::TestRecord() noexcept : KxTestRecord{} {
     currentStage = new (std::nothrow) StressStageRecord{};
 }
 
+// Nothing here makes `blocks`: whoever fills that array keeps it.
 TestRecord::~TestRecord() {
     FreeBytes(buffer7584);
     delete static_cast<History*>(history);
@@ -92,14 +105,19 @@ TestRecord::~TestRecord() {
 }
 
 bool TestRecord::SetEcg(const void* data, std::size_t size) {
-    auto* copy = data != nullptr && size > 0 ? new (std::nothrow) std::uint8_t[size] : nullptr;
-    if (copy == nullptr) {
-        return false;
-    }
-    std::memcpy(copy, data, size);
-    FreeBytes(ecg);
-    ecg = copy;
-    return true;
+    return ReplaceBytes(ecg, data, size);
+}
+
+bool TestRecord::SetBuffer7584(const void* data, std::size_t size) {
+    return ReplaceBytes(buffer7584, data, size);
+}
+
+bool TestRecord::SetObject7600(const std::array<std::uint8_t, 12>& object) {
+    return ReplaceBytes(object7600, object.data(), object.size());
+}
+
+bool TestRecord::SetObject7604(const std::array<std::uint8_t, 24>& object) {
+    return ReplaceBytes(object7604, object.data(), object.size());
 }
 
 ValueSeries* TestRecord::Series(int code) const {
@@ -114,6 +132,10 @@ bool TestRecord::SetSeries(int code, std::unique_ptr<ValueSeries> newSeries) {
     }
     Replace(series[code - kFirstSeriesCode], std::move(newSeries));
     return true;
+}
+
+void TestRecord::SetSeries9796(std::unique_ptr<ValueSeries> newSeries) {
+    Replace(series9796, std::move(newSeries));
 }
 
 std::uint32_t TestRecord::StageCount() const {

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <charconv>
 #include <cstdio>
 #include <cstring>
 #include <limits>
@@ -9,6 +8,7 @@
 #include "lib/dbclient/test_record.h"
 #include "lib/dbclient/test_record_values.h"
 #include "lib/muldiv.h"
+#include "lib/number_text.h"
 
 namespace kx {
 
@@ -60,7 +60,7 @@ struct NameParts {
 };
 
 NameParts SplitName(std::string_view name) {
-    std::string_view parts[3];
+    std::string_view parts[3] = {"", "", ""};
     for (std::string_view& part : parts) {
         const std::size_t start = name.find_first_not_of(kNameSeparator);
         if (start == std::string_view::npos) {
@@ -82,14 +82,6 @@ void JoinNames(const char* format, std::string_view a, std::string_view b, std::
     if (buffer != nullptr && size > 0) {
         std::snprintf(buffer, size, format, Width(a), a.data(), Width(b), b.data(), Width(c), c.data());
     }
-}
-
-// The whole number at the start of a text, blanks before it skipped; 0 without one.
-std::int32_t NumberAt(std::string_view text) {
-    text.remove_prefix(std::min(text.find_first_not_of(" \t"), text.size()));
-    std::int32_t number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    return error == std::errc::result_out_of_range ? std::numeric_limits<std::int32_t>::max() : number;
 }
 
 bool Holds(std::string_view text, std::string_view part) {
@@ -221,7 +213,7 @@ bool TestRecord::SetAgeText(const char* text) {
     const bool inDays = age.find_first_of("Dd") != std::string_view::npos;
     const bool inMonths = age.find_first_of("Mm") != std::string_view::npos;
     const std::int64_t unit = inDays ? 1 : inMonths ? kDaysPerMonth : kDaysPerYear;
-    const std::int64_t days = age == "NG" ? 0 : NumberAt(age) * unit;
+    const std::int64_t days = age == "NG" ? 0 : std::int64_t{ParseNumber(text)} * unit;
     if (!FitsWord(days)) {
         return false;
     }
@@ -254,7 +246,7 @@ bool TestRecord::SetMeasure(std::uint16_t& field, const char* text, bool metric,
     if (text == nullptr) {
         return false;
     }
-    const std::int32_t number = NumberAt(text);
+    const std::int32_t number = ParseNumber(text);
     if (!FitsWord(number)) {
         return false;
     }

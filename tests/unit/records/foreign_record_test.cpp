@@ -1,0 +1,184 @@
+// A record that a host filled byte by byte, whatever it holds. Each record lies in a block of its own exact
+// size, so that the sanitizers see a read or write outside it.
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "lib/dbclient/test_list_entry.h"
+#include "lib/dbclient/test_record.h"
+#include "tests/unit/picture_locale.h"
+#include "tests/unit/records/text_table.h"
+
+namespace kx {
+namespace {
+
+std::unique_ptr<KxTestRecord> Filled(int byte) {
+    auto test = std::make_unique<KxTestRecord>();
+    std::memset(test.get(), byte, sizeof *test);
+    // What a pointer leads to is the host's word.
+    for (void** one : {&test->buffer7584, &test->ecg, &test->annotations, &test->annotations2,
+                       &test->object7600, &test->object7604, &test->series9796, &test->currentStage,
+                       &test->pressureSummary, &test->holterData, &test->holterSummary, &test->spirometry}) {
+        *one = nullptr;
+    }
+    std::memset(test->episodes, 0, sizeof test->episodes);
+    std::memset(test->blocks, 0, sizeof test->blocks);
+    std::memset(test->series, 0, sizeof test->series);
+    std::memset(test->stages, 0, sizeof test->stages);
+    std::memset(test->pressures, 0, sizeof test->pressures);
+    std::memset(test->rawBlocks, 0, sizeof test->rawBlocks);
+    test->history = nullptr;
+    return test;
+}
+
+void ReadEverything(TestRecord& test) {
+    test::TextTable texts;
+    texts.texts = {{913, "0^...^1^Uomo^2^Donna"}, {914, "a^b^c"}, {963, "0^x"}};
+    const test::PictureLocale locale = test::Italian();
+    std::vector<char> buffer(8192);
+    char* text = buffer.data();
+    for (const std::size_t size : {buffer.size(), std::size_t{16}, std::size_t{1}, std::size_t{0}}) {
+        for (const auto getter :
+             {&TestRecord::PatientId, &TestRecord::LastName, &TestRecord::FirstName, &TestRecord::MiddleName,
+              &TestRecord::FullName, &TestRecord::SortName, &TestRecord::Address, &TestRecord::AgeText,
+              &TestRecord::WeightText, &TestRecord::HeightText, &TestRecord::BloodPressureText,
+              &TestRecord::DeviceText}) {
+            text[0] = '\0';
+            (test.*getter)(text, size);
+            EXPECT_TRUE(size == 0 || std::strlen(text) < size);
+            (test.*getter)(nullptr, size);
+        }
+        test.SexText(texts, text, size);
+        test.RaceText(texts, text, size);
+        test.ClinicalFlagText(texts, 0, text, size);
+        test.ClinicalDateText(text, size, locale);
+        test.ReportStateText(texts, text, size);
+        test.ReportStateAndAuthorText(texts, text, size);
+        EXPECT_LE(std::strlen(test.InterpretationText(text, size)), 4095u);
+    }
+    EXPECT_LE(std::strlen(test.OriginalBy()), 63u);
+    EXPECT_LE(std::strlen(test.OverreadBy()), 63u);
+    EXPECT_LE(std::strlen(test.ConfirmedBy()), 38u);
+    test.LastChangeTime();
+    for (const std::uint32_t index : {0u, 255u, 256u, 0xFFFFFFFFu}) {
+        EXPECT_EQ(test.Episode(index), nullptr) << index;
+        EXPECT_EQ(test.Stage(static_cast<int>(index)), nullptr) << index;
+        EXPECT_EQ(test.Pressure(static_cast<int>(index)), nullptr) << index;
+        EXPECT_EQ(test.RawBlock(index), nullptr) << index;
+    }
+    EXPECT_EQ(test.LongestEpisodeBetween(0, 1000), nullptr);
+    const auto entry = std::make_unique<TestListEntry>(test);
+    entry->AcquisitionText(text, buffer.size(), locale);
+    EXPECT_TRUE(entry->SameTest(entry.get()));
+}
+
+TEST(ForeignRecord, IsReadWithinItsFields) {
+    for (const int byte : {0x00, 0x41, 0x5E, 0x7F, 0xFF}) {
+        const auto host = Filled(byte);
+        SCOPED_TRACE(byte);
+        ReadEverything(*TestRecord::Of(host.get()));
+    }
+}
+
+TEST(ForeignRecord, IsChangedInPlaceAndNowhereElse) {
+    const auto host = Filled(0xFF);
+    TestRecord& test = *TestRecord::Of(host.get());
+    const std::string longText(10000, 'x');
+    test.SetPatientId(longText.c_str());
+    test.SetConfirmedBy(longText.c_str());
+    test.SetOverreadBy(longText.c_str());
+    test.SetOriginalBy(longText.c_str());
+    test.SetDevice(longText.c_str(), longText.c_str(), longText.c_str());
+    test.SetPatientName("a", "b", "c");
+    const DateTime time(2013, 11, 5);
+    test.SetConfirmedInterpretation(&time, longText.c_str());
+    EXPECT_EQ(test.AddEpisode(0, 12, 10, 500, 1000), nullptr);  // episodeCount says that it is full
+    EXPECT_FALSE(test.AddHistoryEntry(2, time, "x"));
+
+    auto expected = Filled(0xFF);
+    const auto store = [](auto& field, const std::string& text) {
+        std::memset(field, 0, sizeof field);
+        std::memcpy(field, text.c_str(), std::min(text.size(), sizeof field - 1));
+    };
+    store(expected->patientId, longText);
+    store(expected->confirmedBy, longText);
+    store(expected->overreadBy, longText);
+    store(expected->originalBy, longText);
+    store(expected->deviceName, longText);
+    store(expected->deviceSerial, longText);
+    store(expected->deviceRevision, longText);
+    store(expected->patientName, "c^a^b^");
+    store(expected->interpretationText, longText);
+    expected->reportState = 2;
+    expected->confirmedTime = time;
+    expected->modified = 1;
+    EXPECT_EQ(std::memcmp(host.get(), expected.get(), sizeof *expected), 0);
+}
+
+TEST(ForeignRecord, ItsHistoryIsTheHosts) {
+    KxHistoryEntry entries[16] = {};
+    KxHistory history = {0xFFFFFFFFu, entries};
+    auto host = Filled(0);
+    host->history = &history;
+    TestRecord& test = *TestRecord::Of(host.get());
+    EXPECT_FALSE(test.AddHistoryEntry(2, DateTime(2013, 1, 1), "full"));
+    entries[15].year = 2012;
+    EXPECT_EQ(test.LastChangeTime().Year(), 2012);
+    history.count = 3;
+    EXPECT_TRUE(test.AddHistoryEntry(2, DateTime(2013, 1, 1), "reviewer"));
+    EXPECT_EQ(history.count, 4u);
+    EXPECT_STREQ(entries[3].user, "reviewer");
+    test.CheckExternalReview();
+    EXPECT_TRUE(test.IsReviewedOutside());
+}
+
+TEST(ForeignRecord, ItsEpisodeIsReadAndChangedInPlace) {
+    std::vector<std::int16_t> samples(24);
+    for (std::size_t i = 0; i < samples.size(); ++i) {
+        samples[i] = static_cast<std::int16_t>(i);
+    }
+    KxEpisodeRecord episode{};
+    episode.storedLeads = 12;
+    episode.samplesPerLead = 2;
+    episode.totalSize = 3176 + 48;
+    episode.formatVersion = 5;
+    episode.samples = samples.data();
+    for (std::uint32_t slot = 0; slot < KX_LEAD_SLOTS; ++slot) {
+        episode.leadTable[slot] = {slot < 12 ? slot : std::uint32_t{KX_LEAD_EMPTY}, 2 * slot};
+    }
+    auto host = Filled(0);
+    host->episodeCount = 0xFFFFFFFFu;  // one there, the others null
+    host->episodes[0] = &episode;
+    TestRecord& test = *TestRecord::Of(host.get());
+    EpisodeRecord* first = test.Episode(0);
+    ASSERT_NE(first, nullptr);
+    EXPECT_EQ(test.Episode(1), nullptr);
+    EXPECT_EQ(test.EpisodeCount(), 256u);
+    EXPECT_EQ(first->Sample(11, 1), 23);
+    EXPECT_TRUE(first->DeriveLimbLeads());
+    EXPECT_EQ(samples[4], 2);  // III = II - I
+    first->SetEndTimeMs(10000);
+    first->durationSeconds = 10;
+    EXPECT_EQ(test.LongestEpisodeBetween(0, 10000), first);
+    EXPECT_EQ(first->Serialize().size(), 3224u);
+
+    // A table and counts that lie past the samples.
+    episode.leadTable[0].sampleOffset = 23;
+    episode.leadTable[1].sampleOffset = 0xFFFFFFFFu;
+    EXPECT_EQ(first->Samples(0), nullptr);
+    EXPECT_EQ(first->Sample(1, 0), 0);
+    episode.samplesPerLead = 0x80000000u;
+    EXPECT_EQ(first->Serialize().size(), 0u);
+    first->ClearSamples();
+    EXPECT_EQ(samples[23], 23);
+    episode.samples = nullptr;
+    EXPECT_EQ(first->Sample(2, 0), 0);
+    EXPECT_FALSE(first->DeriveLimbLeads());
+    EXPECT_TRUE(first->Serialize().empty());
+}
+
+}  // namespace
+}  // namespace kx

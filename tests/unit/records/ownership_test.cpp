@@ -1,0 +1,171 @@
+// What a test record made here frees, and in which order; what it frees of a host's record: nothing.
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdlib>
+#include <memory>
+#include <new>
+#include <vector>
+
+#include "lib/dbclient/holter_record.h"
+#include "lib/dbclient/pressure_record.h"
+#include "lib/dbclient/raw_block_record.h"
+#include "lib/dbclient/spirometry_record.h"
+#include "lib/dbclient/stress_stage_record.h"
+#include "lib/dbclient/test_record.h"
+#include "lib/dbclient/value_series.h"
+
+namespace {
+
+// The addresses that were freed while watching, in their order.
+std::array<void*, 4096> freed;
+std::size_t freedCount = 0;
+bool watching = false;
+
+void Freed(void* address) {
+    if (watching && address != nullptr && freedCount < freed.size()) {
+        freed[freedCount++] = address;
+    }
+    std::free(address);
+}
+
+void* Allocated(std::size_t size) {
+    return std::malloc(size != 0 ? size : 1);
+}
+
+}  // namespace
+
+void* operator new(std::size_t size) {
+    if (void* memory = Allocated(size)) {
+        return memory;
+    }
+    throw std::bad_alloc();
+}
+void* operator new[](std::size_t size) {
+    return operator new(size);
+}
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    return Allocated(size);
+}
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
+    return Allocated(size);
+}
+void operator delete(void* address) noexcept {
+    Freed(address);
+}
+void operator delete[](void* address) noexcept {
+    Freed(address);
+}
+void operator delete(void* address, std::size_t) noexcept {
+    Freed(address);
+}
+void operator delete[](void* address, std::size_t) noexcept {
+    Freed(address);
+}
+
+namespace kx {
+namespace {
+
+std::vector<void*> FreedWhileWatching() {
+    watching = false;
+    std::vector<void*> addresses(freed.begin(), freed.begin() + static_cast<std::ptrdiff_t>(freedCount));
+    freedCount = 0;
+    return addresses;
+}
+
+TEST(Ownership, ARecordMadeHereFreesItsObjectsInOrder) {
+    auto* test = new TestRecord;
+    const std::uint8_t bytes[300] = {};
+    test->SetBuffer7584(bytes, sizeof bytes);
+    test->SetEcg(bytes, sizeof bytes);
+    test->SetObject7600({});
+    test->SetObject7604({});
+    test->SetSpirometry(std::make_unique<SpirometryRecord>());
+    test->SetHolterSummary(std::make_unique<HolterSummaryRecord>());
+    test->SetHolterData(std::make_unique<HolterDataRecord>());
+    test->SetPressureSummary(std::make_unique<PressureRecord>());
+    test->SetSeries9796(std::make_unique<ValueSeries>());
+    for (int i = 0; i < 2; ++i) {
+        test->AddRawBlock(RawBlockRecord{});
+        test->AddPressure(std::make_unique<PressureRecord>());
+        test->AddStage(std::make_unique<StressStageRecord>());
+        test->SetSeries(i, std::make_unique<ValueSeries>());
+        test->AddEpisode(0, 12, 10, 500, 1000);
+    }
+    const std::vector<void*> expected = {test->buffer7584,
+                                         test->history->entries,
+                                         test->history,
+                                         test->spirometry,
+                                         test->holterSummary,
+                                         test->holterData,
+                                         test->rawBlocks[1],
+                                         test->rawBlocks[0],
+                                         test->pressureSummary,
+                                         test->pressures[1],
+                                         test->pressures[0],
+                                         test->currentStage,
+                                         test->stages[1],
+                                         test->stages[0],
+                                         test->series9796,
+                                         test->series[7],
+                                         test->series[8],
+                                         test->episodes[1]->samples,
+                                         test->episodes[1],
+                                         test->episodes[0]->samples,
+                                         test->episodes[0],
+                                         test->object7604,
+                                         test->object7600,
+                                         test->ecg,
+                                         test};
+    watching = true;
+    delete test;
+    EXPECT_EQ(FreedWhileWatching(), expected);
+}
+
+TEST(Ownership, ReplacingAnObjectFreesThePreviousOne) {
+    TestRecord test;
+    test.SetSpirometry(std::make_unique<SpirometryRecord>());
+    const void* previous = test.spirometry;
+    auto next = std::make_unique<SpirometryRecord>();
+    watching = true;
+    test.SetSpirometry(std::move(next));
+    EXPECT_EQ(FreedWhileWatching(), std::vector<void*>{const_cast<void*>(previous)});
+
+    EpisodeRecord* episode = test.AddEpisode(0, 12, 10, 500, 1000);
+    const std::vector<std::uint8_t> block = episode->Serialize();
+    void* samples = episode->samples;
+    watching = true;
+    episode->Deserialize(block.data(), block.size());
+    EXPECT_EQ(FreedWhileWatching(), std::vector<void*>{samples});
+}
+
+TEST(Ownership, NothingOfAHostsRecordIsFreed) {
+    auto host = std::make_unique<KxTestRecord>();
+    KxHistoryEntry entries[16] = {};
+    KxHistory history = {0, entries};
+    std::int16_t samples[24] = {};
+    KxEpisodeRecord episode{};
+    episode.storedLeads = 12;
+    episode.samplesPerLead = 2;
+    episode.samples = samples;
+    host->history = &history;
+    host->episodes[0] = &episode;
+    host->episodeCount = 1;
+    host->ecg = samples;
+    const DateTime time(2013, 1, 1);
+    watching = true;
+    TestRecord& test = *TestRecord::Of(host.get());
+    test.SetOverreadInterpretation(&time, "a");
+    test.SetConfirmedInterpretation(&time, "b");
+    test.SetConfirmedBy("c");
+    test.AddHistoryEntry(2, time, "d");
+    test.CheckExternalReview();
+    test.LastChangeTime();
+    test.Episode(0)->DeriveLimbLeads();
+    test.Episode(0)->Measurements().Clear();
+    test.Episode(0)->Interpretation().SetText("e");
+    EXPECT_TRUE(FreedWhileWatching().empty());
+}
+
+}  // namespace
+}  // namespace kx
