@@ -12,30 +12,6 @@ namespace {
 constexpr DWORD kTimeStyle = 0x50010009;  // WS_CHILD, WS_VISIBLE, WS_TABSTOP, DTS_TIMEFORMAT
 constexpr DWORD kDateStyle = 0x50010000;  // WS_CHILD, WS_VISIBLE, WS_TABSTOP, short date format
 
-SYSTEMTIME ToSystemTime(const KxDateTime& time) {
-    SYSTEMTIME system{};
-    system.wYear = static_cast<WORD>(time.year);
-    system.wMonth = time.month;
-    system.wDay = time.day;
-    system.wHour = time.hour;
-    system.wMinute = time.minute;
-    system.wSecond = time.second;
-    system.wMilliseconds = static_cast<WORD>(time.hundredths * 10);
-    return system;
-}
-
-KxDateTime FromSystemTime(const SYSTEMTIME& system) {
-    KxDateTime time{};
-    time.year = static_cast<std::int16_t>(system.wYear);
-    time.month = static_cast<std::uint8_t>(system.wMonth);
-    time.day = static_cast<std::uint8_t>(system.wDay);
-    time.hour = static_cast<std::uint8_t>(system.wHour);
-    time.minute = static_cast<std::uint8_t>(system.wMinute);
-    time.second = static_cast<std::uint8_t>(system.wSecond);
-    time.hundredths = static_cast<std::uint8_t>(system.wMilliseconds / 10);
-    return time;
-}
-
 }  // namespace
 
 DateTimePicker::DateTimePicker(Window* dialog, std::uint32_t id) : Window(dialog, id) {}
@@ -54,20 +30,23 @@ DateTimePicker::~DateTimePicker() {
     Destroy();
 }
 
-bool DateTimePicker::SetDateTime(const KxDateTime* time) {
+bool DateTimePicker::SetDateTime(const DateTime* time) {
     // Some versions of the control want a record for "none" as well.
-    const SYSTEMTIME system = time == nullptr ? SYSTEMTIME{} : ToSystemTime(*time);
+    SYSTEMTIME system{};
+    if (time != nullptr) {
+        time->ToSystemTime(system);
+    }
     const WPARAM kind = time == nullptr ? GDT_NONE : GDT_VALID;
     return SendMsg(DTM_SETSYSTEMTIME, kind, reinterpret_cast<LPARAM>(&system)) != 0;
 }
 
-bool DateTimePicker::GetDateTime(KxDateTime& time) const {
+bool DateTimePicker::GetDateTime(DateTime& time) const {
     SYSTEMTIME system{};
     // Without a control the answer is 0 too, which is GDT_VALID.
     if (!IsValid() || SendMsg(DTM_GETSYSTEMTIME, 0, reinterpret_cast<LPARAM>(&system)) != GDT_VALID) {
         return false;
     }
-    time = FromSystemTime(system);
+    time.SetFromSystemTime(system);
     return true;
 }
 

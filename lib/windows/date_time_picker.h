@@ -5,8 +5,8 @@
 
 #include <cstdint>
 
-#include "include/kxdialogs.h"
 #include "lib/modules/module_instance.h"
+#include "lib/timestmp.h"
 #include "lib/windows/window.h"
 
 namespace kx {
@@ -24,10 +24,10 @@ class DateTimePicker final : public Window {
 
     // Shows a time; null: none, which only a picker with DTS_SHOWNONE takes. False: the control did not
     // accept it (no calendar date, or outside its range) and shows what it showed.
-    bool SetDateTime(const KxDateTime* time);
+    bool SetDateTime(const DateTime* time);
     // False: the picker shows no time, and `time` is as it was. A picker for dates gives the time of day of
     // its last setting, one for times the date of its last setting.
-    bool GetDateTime(KxDateTime& time) const;
+    bool GetDateTime(DateTime& time) const;
 
     // Whether a WM_NOTIFY says that the time of this picker was changed.
     bool IsDateTimeChange(std::uint32_t id, const NMHDR* header) const;

@@ -7,22 +7,12 @@
 
 namespace {
 
+using kx::DateTime;
 using kx::DateTimePicker;
 
 class DateTimePickerTest : public kx::test::ControlTest {};
 
-constexpr KxDateTime At(int year, int month, int day, int hour = 0, int minute = 0, int second = 0) {
-    KxDateTime time{};
-    time.year = static_cast<std::int16_t>(year);
-    time.month = static_cast<std::uint8_t>(month);
-    time.day = static_cast<std::uint8_t>(day);
-    time.hour = static_cast<std::uint8_t>(hour);
-    time.minute = static_cast<std::uint8_t>(minute);
-    time.second = static_cast<std::uint8_t>(second);
-    return time;
-}
-
-bool Same(const KxDateTime& a, const KxDateTime& b) {
+bool Same(const DateTime& a, const DateTime& b) {
     return std::memcmp(&a, &b, sizeof a) == 0;
 }
 
@@ -41,19 +31,20 @@ TEST_F(DateTimePickerTest, IsCreatedForTimeOrDate) {
 
 TEST_F(DateTimePickerTest, GivesBackTheTimeItWasSetTo) {
     DateTimePicker picker(module_, &parent_, 5, 1, 2, 100, 20, false, true);
-    const KxDateTime times[] = {At(2024, 2, 29, 23, 59, 58), At(1999, 12, 31), At(2000, 1, 1, 12, 30, 15)};
-    for (const KxDateTime& time : times) {
+    const DateTime times[] = {DateTime(2024, 2, 29, 23, 59, 58), DateTime(1999, 12, 31),
+                              DateTime(2000, 1, 1, 12, 30, 15)};
+    for (const DateTime& time : times) {
         EXPECT_TRUE(picker.SetDateTime(&time));
-        KxDateTime shown{};
+        DateTime shown = DateTime::None();
         EXPECT_TRUE(picker.GetDateTime(shown));
         EXPECT_TRUE(Same(shown, time)) << time.year;
     }
-    const KxDateTime noTime{};
-    const KxDateTime wrong[] = {noTime, At(2023, 2, 29), At(2023, 13, 1), At(2023, 6, 1, 24)};
-    for (const KxDateTime& time : wrong) {
+    const DateTime noTime = DateTime::None();
+    const DateTime wrong[] = {noTime, DateTime(2023, 2, 29), DateTime(2023, 13, 1), DateTime(2023, 6, 1, 24)};
+    for (const DateTime& time : wrong) {
         picker.SetDateTime(&times[0]);
         EXPECT_FALSE(picker.SetDateTime(&time)) << time.year << " " << int{time.month};
-        KxDateTime shown{};
+        DateTime shown = DateTime::None();
         EXPECT_TRUE(picker.GetDateTime(shown));
         EXPECT_TRUE(Same(shown, times[0]));
     }
@@ -66,10 +57,10 @@ TEST_F(DateTimePickerTest, ShowsNoTimeWhereThatIsAllowed) {
     DateTimePicker picker(&parent_, 33834);
     ASSERT_NE(picker.Handle(), nullptr);
     EXPECT_TRUE(picker.SetDateTime(nullptr));
-    KxDateTime shown = At(1901, 1, 1);
+    DateTime shown(1901, 1, 1);
     EXPECT_FALSE(picker.GetDateTime(shown));
     EXPECT_EQ(shown.year, 1901);
-    const KxDateTime time = At(2020, 5, 6);
+    const DateTime time(2020, 5, 6);
     EXPECT_TRUE(picker.SetDateTime(&time));
     EXPECT_TRUE(picker.GetDateTime(shown));
     EXPECT_TRUE(Same(shown, time));
@@ -94,7 +85,7 @@ TEST_F(DateTimePickerTest, EndsItsControl) {
     }
     EXPECT_FALSE(IsWindow(window));
     DateTimePicker missing(&parent_, 5);
-    KxDateTime shown = At(1901, 1, 1);
+    DateTime shown(1901, 1, 1);
     EXPECT_FALSE(missing.GetDateTime(shown));
     EXPECT_FALSE(missing.SetDateTime(&shown));
     EXPECT_FALSE(missing.SetDateTime(nullptr));
