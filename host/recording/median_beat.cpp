@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <new>
 
 #include "host/recording/baseline.h"
 #include "host/recording/beat_classes.h"
@@ -152,18 +153,12 @@ std::ptrdiff_t PeakOffset(const MedianBeat& beat) {
     return best;
 }
 
-}  // namespace
-
-std::size_t MedianBeat::KeptCount() const {
-    return static_cast<std::size_t>(std::count(kept.begin(), kept.end(), true));
-}
-
-std::optional<MedianBeat> MakeMedianBeat(const Recording& given, std::string& error) {
+std::optional<MedianBeat> Make(const Recording& given, std::string& error) {
     Recording recording = ResampleToWorkingRate(given);
     MedianBeat beat;
     beat.beatsMs = FindBeats(recording);
     if (beat.beatsMs.empty()) {
-        error = given.name + ": no heart beat was found";
+        error = "no heart beat was found";
         return std::nullopt;
     }
     beat.rrMs = MedianRrMs(beat.beatsMs);
@@ -192,6 +187,21 @@ std::optional<MedianBeat> MakeMedianBeat(const Recording& given, std::string& er
     for (const std::ptrdiff_t place : places)
         beat.alignedMs.push_back(static_cast<int>(place * 1000 / kWorkingRate));
     return beat;
+}
+
+}  // namespace
+
+std::size_t MedianBeat::KeptCount() const {
+    return static_cast<std::size_t>(std::count(kept.begin(), kept.end(), true));
+}
+
+std::optional<MedianBeat> MakeMedianBeat(const Recording& recording, std::string& error) {
+    try {
+        return Make(recording, error);
+    } catch (const std::bad_alloc&) {
+        error = "there is not enough memory for its median beat";
+        return std::nullopt;
+    }
 }
 
 }  // namespace kx::recording

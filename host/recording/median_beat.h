@@ -50,7 +50,7 @@ struct MedianBeat {
 // - the beats are aligned by cross-correlation with their mean, and each sample of the result is the median
 // over them.
 //
-// Nothing, and the reason in `error`, when the recording holds no beats.
+// Nothing, and the reason in `error`, when the recording holds no beats or memory is short.
 std::optional<MedianBeat> MakeMedianBeat(const Recording& recording, std::string& error);
 
 }  // namespace kx::recording

@@ -117,10 +117,10 @@ std::vector<std::int16_t> Decode16(std::span<const std::uint8_t> bytes, std::siz
 }
 
 // All samples of a file, frame after frame.
-std::vector<std::int16_t> ReadSamples(const fs::path& file, const WfdbSignal& layout, std::size_t signals,
-                                      std::uint64_t statedCount) {
+std::vector<std::int16_t> ReadSamples(const FileBytes& files, const fs::path& file, const WfdbSignal& layout,
+                                      std::size_t signals, std::uint64_t statedCount) {
     std::string error;
-    const auto bytes = ReadFileBytes(file, kLargestSignalFile, error);
+    const auto bytes = files(file, kLargestSignalFile, error);
     if (!bytes)
         throw ReadFailure{error};
     if (layout.byteOffset > bytes->size())
@@ -197,12 +197,12 @@ bool Bridge(std::vector<float>& lead, std::span<const std::int16_t> samples, std
 
 class Reader {
   public:
-    Reader(fs::path headerFile, const ReadOptions& options)
-        : headerFile_(std::move(headerFile)), options_(options) {}
+    Reader(fs::path headerFile, const ReadOptions& options, const FileBytes& files)
+        : headerFile_(std::move(headerFile)), options_(options), files_(files) {}
 
     Recording Read() {
         std::string error;
-        const auto text = ReadFileBytes(headerFile_, kLargestHeader, error);
+        const auto text = files_(headerFile_, kLargestHeader, error);
         if (!text)
             throw ReadFailure{error};
         const auto header =
@@ -212,6 +212,8 @@ class Reader {
         if (header->sampleCount > kMostSamples)
             Fail(headerFile_,
                  "the recording is longer than " + std::to_string(kMostSamples) + " samples a lead");
+        if (header->sampleRate < kLowestSampleRate)
+            Fail(headerFile_, "its sampling rate is too low for an ECG");
         Describe(*header);
         const LeadSignals leads = FindLeads(*header, headerFile_);
         for (const SignalFile& group : GroupByFile(*header, headerFile_))
@@ -221,6 +223,8 @@ class Reader {
             if (leads[lead] && recording_.leads[lead].size() != recording_.SampleCount())
                 Fail(headerFile_, "the leads are not of the same length");
         }
+        if (recording_.DurationMs() > kLongestSeconds * 1000)
+            Fail(headerFile_, "the recording is longer than half an hour");
         DeriveLeads(recording_);
         if (!recording_.gaps.empty())
             recording_.remarks.emplace_back("some samples are missing and were bridged");
@@ -249,7 +253,8 @@ class Reader {
         const WfdbSignal& layout = header.signals[group.first];
         const fs::path file =
             headerFile_.parent_path() / fs::path(std::u8string(layout.file.begin(), layout.file.end()));
-        const std::vector<std::int16_t> all = ReadSamples(file, layout, group.count, header.sampleCount);
+        const std::vector<std::int16_t> all =
+            ReadSamples(files_, file, layout, group.count, header.sampleCount);
         const std::int16_t missing = layout.format == kFormat16 ? -32768 : -2048;
         std::vector<std::int16_t> samples(all.size() / group.count);
         for (std::size_t lead = 0; lead < kLeadCount; ++lead) {
@@ -296,6 +301,7 @@ class Reader {
 
     fs::path headerFile_;
     ReadOptions options_;
+    const FileBytes& files_;
     Recording recording_;
 };
 
@@ -317,11 +323,16 @@ std::vector<std::int16_t> Decode212(std::span<const std::uint8_t> bytes, std::si
 }
 
 std::optional<Recording> ReadWfdb(const fs::path& path, const ReadOptions& options, std::string& error) {
+    return ReadWfdb(path, options, ReadFileBytes, error);
+}
+
+std::optional<Recording> ReadWfdb(const fs::path& path, const ReadOptions& options, const FileBytes& files,
+                                  std::string& error) {
     fs::path headerFile = path;
     try {
         if (Lower(PathText(path.extension())) != ".hea")
             headerFile += ".hea";
-        return Reader(headerFile, options).Read();
+        return Reader(headerFile, options, files).Read();
     } catch (const ReadFailure& failure) {
         error = failure.text;
     } catch (const std::bad_alloc&) {

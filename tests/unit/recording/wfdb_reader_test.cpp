@@ -1,0 +1,304 @@
+// Records as files: what becomes of their samples, and that a broken one opens nothing.
+#include "host/recording/wfdb_reader.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cctype>
+#include <functional>
+
+#include "tests/unit/recording/record_files.h"
+
+namespace kx::recording {
+namespace {
+
+Recording Opened(const RecordFolder& folder, const std::string& name, const ReadOptions& options = {}) {
+    std::string error;
+    auto recording = ReadWfdb(folder.Header(), options, error);
+    EXPECT_TRUE(recording) << name << ": " << error;
+    return recording ? std::move(*recording) : Recording{};
+}
+
+struct Row {
+    const char* name;
+    std::function<void(Layout&)> change;
+    double microvoltsPerUnit;
+    double baseline;
+};
+
+TEST(WfdbReader, GivesTheSamplesInMicrovoltsWhateverTheLayout) {
+    const Row kRows[] = {
+        {"format 16", [](Layout&) {}, 1, 0},
+        {"format 212", [](Layout& layout) { layout.format = 212; }, 1, 0},
+        {"format 212, an odd number of samples",
+         [](Layout& layout) {
+             layout.format = 212;
+             layout.count = 61;
+             layout.names.push_back("vx");
+         },
+         1, 0},
+        {"24 bytes before the samples",
+         [](Layout& layout) {
+             layout.byteOffset = 24;
+             layout.formatSuffix = "+24";
+         },
+         1, 0},
+        {"2000 units", [](Layout& layout) { layout.gain = "2000"; }, 0.5, 0},
+        {"baseline", [](Layout& layout) { layout.gain = "1716(-6)/mV"; }, 1000.0 / 1716, -6},
+        {"microvolts", [](Layout& layout) { layout.gain = "0.5/uV"; }, 2, 0},
+        {"the micro sign", [](Layout& layout) { layout.gain = "0.5/\xC2\xB5V"; }, 2, 0},
+        {"volts", [](Layout& layout) { layout.gain = "1000000/V"; }, 1, 0},
+        {"no gain stated", [](Layout& layout) { layout.gain = "0"; }, 5, 0},
+        {"a file for every lead", [](Layout& layout) { layout.signalsPerFile = 1; }, 1, 0},
+        {"three files", [](Layout& layout) { layout.signalsPerFile = 5; }, 1, 0},
+        {"lower case",
+         [](Layout& layout) {
+             layout.names = {"i", "ii", "iii", "avr", "avl", "avf", "v1", "v2", "v3", "v4", "v5", "v6"};
+         },
+         1, 0},
+        {"backwards, other signals between",
+         [](Layout& layout) {
+             layout.names = {"V6",  "V5", "resp", "V4",  "V3",  "V2", "V1",
+                             "AVF", "vz", "AVL",  "AVR", "III", "II", "I"};
+         },
+         1, 0},
+    };
+    for (const Row& row : kRows) {
+        Layout layout;
+        row.change(layout);
+        const RecordFolder folder;
+        folder.Write(layout);
+        const Recording recording = Opened(folder, row.name);
+        ASSERT_EQ(recording.SampleCount(), layout.count) << row.name;
+        EXPECT_EQ(recording.sampleRate, 500) << row.name;
+        EXPECT_TRUE(recording.gaps.empty()) << row.name;
+        EXPECT_EQ(recording.remarks.empty(), layout.gain != "0") << row.name;
+        for (std::size_t signal = 0; signal < layout.names.size(); ++signal) {
+            for (std::size_t lead = 0; lead < kLeadCount; ++lead) {
+                std::string wanted = kLeadNames[lead], written = layout.names[signal];
+                std::transform(wanted.begin(), wanted.end(), wanted.begin(), ::tolower);
+                std::transform(written.begin(), written.end(), written.begin(), ::tolower);
+                if (wanted != written) {
+                    continue;
+                }
+                EXPECT_FALSE(recording.derived[lead]) << row.name;
+                for (std::size_t i = 0; i < layout.count; ++i) {
+                    ASSERT_NEAR(recording.leads[lead][i],
+                                (SampleOf(signal, i) - row.baseline) * row.microvoltsPerUnit, 1e-3)
+                        << row.name << ", " << written << "[" << i << "]";
+                }
+            }
+        }
+    }
+}
+
+TEST(WfdbReader, TakesStatedUnitsInPlaceOfAGain) {
+    const RecordFolder folder;
+    Layout layout;
+    layout.gain = "1716(6)/mV";
+    folder.Write(layout);
+    const Recording recording = Opened(folder, "units", {.unitsPerMv = 1000});
+    EXPECT_NEAR(recording.leads[kLeadII][9], SampleOf(1, 9) - 6, 1e-3);
+}
+
+TEST(WfdbReader, DerivesTheLeadsThatAreNotRecorded) {
+    const RecordFolder folder;
+    Layout layout;
+    layout.names = {"I", "II", "V1", "V2", "V3", "V4", "V5", "V6"};
+    folder.Write(layout);
+    const Recording recording = Opened(folder, "eight leads");
+    for (const std::size_t i : {std::size_t{0}, std::size_t{17}, layout.count - 1}) {
+        const double one = SampleOf(0, i), two = SampleOf(1, i);
+        EXPECT_NEAR(recording.leads[kLeadIII][i], two - one, 1e-3);
+        EXPECT_NEAR(recording.leads[kLeadAVR][i], -(one + two) / 2, 1e-3);
+        EXPECT_NEAR(recording.leads[kLeadAVL][i], one - two / 2, 1e-3);
+        EXPECT_NEAR(recording.leads[kLeadAVF][i], two - one / 2, 1e-3);
+    }
+    EXPECT_TRUE(recording.derived[kLeadIII] && recording.derived[kLeadAVF] && !recording.derived[kLeadI]);
+}
+
+// Lead II misses 10 to 13, V6 12 to 15 and its end.
+bool IsMissing(std::size_t signal, std::size_t i) {
+    return (signal == 1 && i >= 10 && i < 14) || (signal == 11 && ((i >= 12 && i < 16) || i >= 58));
+}
+
+TEST(WfdbReader, BridgesMissingSamplesAndListsThem) {
+    for (const int format : {16, 212}) {
+        Layout layout;
+        layout.format = format;
+        layout.sample = [](std::size_t signal, std::size_t i) {
+            return IsMissing(signal, i) ? std::int16_t{-32768} : SampleOf(signal, i);
+        };
+        if (format == 212) {
+            layout.sample = [](std::size_t signal, std::size_t i) {
+                return IsMissing(signal, i) ? std::int16_t{-2048} : SampleOf(signal, i);
+            };
+        }
+        const RecordFolder folder;
+        folder.Write(layout);
+        const Recording recording = Opened(folder, "gaps");
+        ASSERT_EQ(recording.gaps.size(), 2u) << format;
+        EXPECT_EQ(recording.gaps[0].first, 10u);
+        EXPECT_EQ(recording.gaps[0].end, 16u);
+        EXPECT_EQ(recording.gaps[1].first, 58u);
+        EXPECT_EQ(recording.gaps[1].end, 60u);
+        EXPECT_FALSE(recording.remarks.empty());
+        const double from = SampleOf(1, 9), to = SampleOf(1, 14);
+        EXPECT_NEAR(recording.leads[kLeadII][11], from + (to - from) * 2 / 5, 0.01) << format;
+        EXPECT_NEAR(recording.leads[11][59], SampleOf(11, 57), 0.01) << format;
+    }
+}
+
+struct Broken {
+    const char* name;
+    std::function<void(Layout&)> change;
+    std::function<void(const RecordFolder&)> harm;
+    const char* says;
+};
+
+void Nothing(const RecordFolder&) {}
+void Unchanged(Layout&) {}
+
+// In the header, `from` for `to`.
+std::function<void(const RecordFolder&)> InHeader(const std::string& from, const std::string& to) {
+    return [=](const RecordFolder& folder) {
+        folder.WriteText("r.hea", Replaced(folder.Text("r.hea"), from, to));
+    };
+}
+
+TEST(WfdbReader, OpensNothingOfABrokenRecord) {
+    const Broken kRows[] = {
+        {"no header", Unchanged, [](const RecordFolder& folder) { std::filesystem::remove(folder.Header()); },
+         "r.hea"},
+        {"empty header", Unchanged, [](const RecordFolder& folder) { folder.Resize("r.hea", 0); },
+         "no record line"},
+        {"cut header", Unchanged, [](const RecordFolder& folder) { folder.Resize("r.hea", 200); }, "r.hea"},
+        {"a header that is a picture", Unchanged,
+         [](const RecordFolder& folder) {
+             folder.WriteFile("r.hea", {0x89, 'P', 'N', 'G', 0, 1, 2});
+         },
+         "r.hea"},
+        {"no signal file", Unchanged,
+         [](const RecordFolder& folder) { std::filesystem::remove(folder.Header().parent_path() / "r.dat"); },
+         "r.dat"},
+        {"one sample short", Unchanged,
+         [](const RecordFolder& folder) { folder.Resize("r.dat", 12 * 60 * 2 - 1); },
+         "holds 59 of the 60 samples"},
+        {"empty signal file", Unchanged, [](const RecordFolder& folder) { folder.Resize("r.dat", 0); },
+         "r.dat"},
+        {"one sample short, 212", [](Layout& layout) { layout.format = 212; },
+         [](const RecordFolder& folder) { folder.Resize("r.dat", 12 * 60 * 3 / 2 - 1); },
+         "samples per signal"},
+        {"offset behind the end", Unchanged, InHeader(" 16 1000", " 16+99999 1000"), "byte offset"},
+        {"lead missing", [](Layout& layout) { layout.names[7] = "vx"; }, Nothing, "lead V2 is missing"},
+        {"lead twice", [](Layout& layout) { layout.names[7] = "v1"; }, Nothing, "lead V1 is there twice"},
+        {"another format", Unchanged, InHeader(" 16 1000", " 80 1000"), "signal format 80 is not read"},
+        {"several samples a frame", [](Layout& layout) { layout.formatSuffix = "x2"; }, Nothing, "per frame"},
+        {"skew", [](Layout& layout) { layout.formatSuffix = ":2"; }, Nothing, "skewed"},
+        {"a pressure", [](Layout& layout) { layout.gain = "10/mmHg"; }, Nothing, "no voltage"},
+        {"a gain of nearly nothing", [](Layout& layout) { layout.gain = "1e-9/mV"; }, Nothing,
+         "out of range"},
+        {"another first sample", Unchanged, InHeader("16 0 -900 ", "16 0 -901 "),
+         "first sample of I is -900"},
+        {"damaged samples", Unchanged,
+         [](const RecordFolder& folder) {
+             std::string data = folder.Text("r.dat");
+             data[700] = static_cast<char>(data[700] ^ 0x10);
+             folder.WriteText("r.dat", data);
+         },
+         "checksum"},
+        {"too long", Unchanged, InHeader("r 12 500 60", "r 12 500 1000001"), "longer than"},
+        {"hours at a low rate",
+         [](Layout& layout) {
+             layout.rate = "50";
+             layout.count = 100'001;
+         },
+         Nothing, "longer than half an hour"},
+        {"a rate too low", [](Layout& layout) { layout.rate = "0.02"; }, Nothing, "sampling rate is too low"},
+        {"longer than its file by far", Unchanged, InHeader("r 12 500 60", "r 12 500 999999"),
+         "holds 60 of the"},
+        {"leads of different lengths",
+         [](Layout& layout) {
+             layout.signalsPerFile = 6;
+             layout.sample = [](std::size_t, std::size_t i) { return static_cast<std::int16_t>(i % 2); };
+         },
+         [](const RecordFolder& folder) {
+             // Two samples less of half the leads: their sums stay even with the checksum less one.
+             std::string text = Replaced(folder.Text("r.hea"), "r 12 500 60", "r 12 500");
+             text = Replaced(text, "r1.dat 16 1000/mV 16 0 0 30", "r1.dat 16 1000/mV 16 0 0 29");
+             folder.WriteText("r.hea", text);
+             folder.Resize("r1.dat", 6 * 2 * 58);
+         },
+         "same length"},
+        {"a lead without any value",
+         [](Layout& layout) {
+             layout.sample = [](std::size_t signal, std::size_t i) {
+                 return signal == 3 ? std::int16_t{-32768} : SampleOf(signal, i);
+             };
+         },
+         Nothing, "holds no value"},
+        {"a file's signals apart", [](Layout& layout) { layout.signalsPerFile = 6; },
+         [](const RecordFolder& folder) {
+             std::string text = folder.Text("r.hea");
+             text = Replaced(text, "r1.dat 16 1000/mV 16 0 " + std::to_string(SampleOf(6, 0)),
+                             "rx.dat 16 1000/mV 16 0 " + std::to_string(SampleOf(6, 0)));
+             text = Replaced(text, "r0.dat 16 1000/mV 16 0 " + std::to_string(SampleOf(2, 0)),
+                             "r1.dat 16 1000/mV 16 0 " + std::to_string(SampleOf(2, 0)));
+             folder.WriteText("r.hea", text);
+         },
+         "do not stand together"},
+    };
+    for (const Broken& row : kRows) {
+        Layout layout;
+        row.change(layout);
+        const RecordFolder folder;
+        folder.Write(layout);
+        row.harm(folder);
+        std::string error;
+        EXPECT_FALSE(ReadWfdb(folder.Header(), {}, error)) << row.name;
+        EXPECT_NE(error.find(row.says), std::string::npos) << row.name << ": " << error;
+        EXPECT_EQ(error.find_first_of("\r\n"), std::string::npos) << row.name << ": " << error;
+        EXPECT_NE(error.find(": "), std::string::npos) << row.name << ": " << error;
+    }
+}
+
+// Whatever is cut off a record, the answer is a recording or one line.
+TEST(WfdbReader, AnyBeginningOfAHeaderIsSafe) {
+    const RecordFolder folder;
+    folder.Write({});
+    const std::string text = folder.Text("r.hea");
+    for (std::size_t size = 0; size < text.size(); ++size) {
+        folder.WriteText("r.hea", text.substr(0, size));
+        std::string error;
+        const auto recording = ReadWfdb(folder.Header(), {}, error);
+        EXPECT_NE(recording.has_value(), !error.empty()) << size;
+    }
+}
+
+TEST(WfdbReader, TakesPathsWithAndWithoutTheExtension) {
+    const RecordFolder folder;
+    folder.Write({});
+    const std::string with = folder.Header().string();
+    for (const std::string& path : {with, with.substr(0, with.size() - 4)}) {
+        std::string error;
+        EXPECT_TRUE(ReadWfdbAt(path, {}, error)) << path << ": " << error;
+    }
+    std::string backslashes = with, error;
+    std::replace(backslashes.begin(), backslashes.end(), '/', '\\');
+    EXPECT_TRUE(ReadWfdbAt(backslashes, {}, error)) << error;
+    EXPECT_FALSE(ReadWfdbAt("", {}, error));
+    EXPECT_FALSE(ReadWfdbAt("\xFF\xFE", {}, error));
+    EXPECT_FALSE(error.empty());
+}
+
+TEST(WfdbReader, Decodes212AtItsEdges) {
+    EXPECT_EQ(Decode212(std::vector<std::uint8_t>{0xFF, 0xF7, 0x00}, 2),
+              (std::vector<std::int16_t>{2047, -256}));
+    EXPECT_EQ(Decode212(std::vector<std::uint8_t>{0x00, 0x78, 0xFF}, 2),
+              (std::vector<std::int16_t>{-2048, 2047}));
+    EXPECT_EQ(Decode212(std::vector<std::uint8_t>{0xFF, 0xFF, 0xFF, 0x01, 0x00}, 5).size(), 3u);
+    EXPECT_TRUE(Decode212({}, 7).empty());
+}
+
+}  // namespace
+}  // namespace kx::recording
