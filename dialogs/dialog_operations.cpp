@@ -8,6 +8,7 @@
 #include "dialogs/morphology/pmorph.h"
 #include "dialogs/morphology/qrsmrph.h"
 #include "dialogs/morphology/tmorph.h"
+#include "dialogs/mrphlist.h"
 
 namespace kx {
 namespace {
@@ -23,7 +24,7 @@ struct Operation {
     std::uint32_t line;
 };
 
-constexpr Operation<NotBuiltYet> kTable{"TableDialog", "mrphlist", 162};  // not built yet
+constexpr Operation<TableDialog> kTable{"TableDialog", "mrphlist", 162};
 constexpr Operation<GeneralMorphDialog> kGeneralMorph{"GeneralMorphDialog", "genmorph", 478};
 constexpr Operation<PMorphDialog> kPMorph{"PMorphDialog", "pmorph", 480};
 constexpr Operation<QrsMorphDialog> kQrsMorph{"QrsMorphDialog", "qrsmrph", 740};

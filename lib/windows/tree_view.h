@@ -7,18 +7,12 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 
 #include "lib/modules/library_module.h"
+#include "lib/windows/image_list.h"
 #include "lib/windows/window.h"
 
 namespace kx {
-
-struct ImageListDeleter {
-    using pointer = HIMAGELIST;
-    void operator()(HIMAGELIST list) const noexcept { ImageList_Destroy(list); }
-};
-using UniqueImageList = std::unique_ptr<HIMAGELIST, ImageListDeleter>;
 
 // Owned by whoever made it; its end is the end of its control and of its images.
 class TreeView : public Window {
