@@ -9,17 +9,6 @@
 namespace kx::evaluation {
 namespace {
 
-// What the measurement is to reach over the records in sinus rhythm: the largest standard deviation of each
-// boundary, ms (0: none is set), and the largest mean of all of them.
-constexpr std::array<double, kBoundaries> kLargestDeviation = {15, 15, 10, 12, 0, 25};
-constexpr double kLargestMean = 5;
-
-void Append(Errors& sum, const Errors& more) {
-    sum.values.insert(sum.values.end(), more.values.begin(), more.values.end());
-    sum.missed += more.missed;
-    sum.invented += more.invented;
-}
-
 void CompareOne(const Places& reference, const std::array<bool, kBoundaries>& absent, const Places& measured,
                 std::array<Errors, kBoundaries>& errors) {
     for (std::size_t i = 0; i < kBoundaries; ++i) {
@@ -63,6 +52,12 @@ void PrintRow(const char* scope, std::size_t boundary, const Records& records, c
 }
 
 }  // namespace
+
+void Append(Errors& sum, const Errors& more) {
+    sum.values.insert(sum.values.end(), more.values.begin(), more.values.end());
+    sum.missed += more.missed;
+    sum.invented += more.invented;
+}
 
 double Errors::Mean() const {
     return values.empty()

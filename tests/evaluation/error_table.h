@@ -29,6 +29,13 @@ struct RecordErrors {
     std::array<std::array<Errors, kBoundaries>, recording::kLeadCount> leads;
 };
 
+// What the measurement is to reach over the records in sinus rhythm: the largest standard deviation of each
+// boundary, ms (0: none is set), and the largest mean of all of them.
+inline constexpr std::array<double, kBoundaries> kLargestDeviation = {15, 15, 10, 12, 0, 25};
+inline constexpr double kLargestMean = 5;
+
+void Append(Errors& sum, const Errors& more);
+
 RecordErrors Compare(const Reference& reference, const BeatPlaces& measured);
 
 // Prints a table over the records: of the global points ("all leads", and "by beat" against the widest marks
