@@ -1,16 +1,8 @@
 #include "lib/dbclient/measurement_set.h"
 
-#include <cstring>
-
-#include "lib/muldiv.h"
+#include "lib/measurement_values.h"
 
 namespace kx {
-
-namespace {
-
-constexpr std::int32_t kStStepMs = 10;
-
-}  // namespace
 
 void MeasurementSet::Clear() {
     static_cast<KxMeasurementSet&>(*this) = {};
@@ -18,16 +10,15 @@ void MeasurementSet::Clear() {
 }
 
 std::int32_t MeasurementSet::HeartRate() const {
-    return rrInterval == 0 ? 0 : MulDivRound(60000, 1, rrInterval);
+    return HeartRateOf(*this);
 }
 
 std::int32_t MeasurementSet::LeadStLevel(int lead, std::int32_t ms) const {
-    const std::int32_t element = MulDivRound(ms, 1, kStStepMs);
-    return element >= 0 && element < KX_ST_LEVELS ? leads[lead].stLevel[element] : 0;
+    return StLevelOf(leads[lead], ms);
 }
 
 std::int32_t MeasurementSet::LeadStSlope(int lead, std::int32_t ms) const {
-    return MulDivRound(LeadStLevel(lead, ms) - LeadStLevel(lead, 0), 1000, ms);
+    return StSlopeOf(leads[lead], ms);
 }
 
 }  // namespace kx
