@@ -129,7 +129,7 @@ bool ListView::SetColumns(const char* text) {
     ListPieces pieces(text);
     for (std::string_view width; pieces.Next(width);) {
         std::string_view title;
-        if (!pieces.Next(title)) {
+        if (!pieces.Next(title) || Handle() == nullptr) {
             return false;
         }
         char titleText[kTitleSize] = {};
@@ -151,6 +151,9 @@ bool ListView::SetColumns(const char* text) {
 }
 
 int ListView::AppendRow(LPARAM rowData, int image) {
+    if (Handle() == nullptr) {
+        return -1;
+    }
     LVITEMA item{};
     item.mask = LVIF_TEXT | LVIF_IMAGE | LVIF_PARAM;
     item.iItem = ItemCount();
