@@ -135,25 +135,9 @@ void HtmlDocument::EndRow(ByteSink& file) {
     CloseTag(file, "TR");
 }
 
-std::size_t HtmlDocument::FindMark(std::string_view text, std::size_t from, std::string_view mark) {
-    while (from < text.size() && text.size() - from >= mark.size()) {
-        const void* const found =
-            std::memchr(text.data() + from, mark.front(), text.size() - from - mark.size() + 1);
-        if (found == nullptr) {
-            break;
-        }
-        from = static_cast<std::size_t>(static_cast<const char*>(found) - text.data());
-        if (std::memcmp(text.data() + from, mark.data(), mark.size()) == 0) {
-            return from;
-        }
-        ++from;
-    }
-    return std::string_view::npos;
-}
-
 std::uint32_t HtmlDocument::FindOpenTag(std::uint32_t from, std::string_view tag) const {
     const std::string mark = '<' + std::string(tag) + '>';
-    const std::size_t found = FindMark(content_, from, mark);
+    const std::size_t found = content_.find(mark, from);
     return found != std::string_view::npos ? static_cast<std::uint32_t>(found + mark.size()) : 0;
 }
 
@@ -166,7 +150,7 @@ std::uint32_t HtmlDocument::ReadElement(std::uint32_t from, std::string_view tag
                                         std::size_t size) const {
     const std::uint32_t start = FindOpenTag(from, tag);
     const std::size_t end =
-        start != 0 ? FindMark(content_, start, "</" + std::string(tag) + '>') : std::string_view::npos;
+        start != 0 ? content_.find("</" + std::string(tag) + '>', start) : std::string_view::npos;
     if (end == std::string_view::npos || end == start) {
         return 0;
     }

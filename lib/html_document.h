@@ -80,9 +80,6 @@ class HtmlDocument {
     Reporter* Log() const { return log_; }
     std::string_view Content() const { return content_; }
     void SetContent(std::string_view content) { content_ = content; }
-    // The offset of the first occurrence of `mark`, which begins with '<', in text at or after `from`; npos:
-    // none.
-    static std::size_t FindMark(std::string_view text, std::size_t from, std::string_view mark);
 
   private:
     Reporter* log_;

@@ -1,9 +1,5 @@
 #include "dialogs/statements/statement_library.h"
 
-#include <cstring>
-
-#include "dialogs/statements/fixed_text.h"
-
 namespace kx {
 namespace {
 
@@ -13,21 +9,28 @@ const char* OrHidden(const char* text) {
 
 }  // namespace
 
-// Zero-initialised: every field empty.
-StatementLibrary::StatementLibrary() : sections_(std::make_unique<Sections>()) {}
+StatementLibrary::StatementLibrary() : sections_(std::make_unique_for_overwrite<Sections>()) {
+    Clear();
+}
+
+const StatementLibrary::Entry* StatementLibrary::Find(std::size_t section, std::size_t entry) const {
+    return section < kSections && entry < (*sections_)[section].reached
+               ? &(*sections_)[section].entries[entry]
+               : nullptr;
+}
 
 const char* StatementLibrary::Title(std::size_t section) const {
     return section < kSections ? OrHidden((*sections_)[section].title) : kHiddenText;
 }
 
 const char* StatementLibrary::Text(std::size_t section, std::size_t entry) const {
-    return section < kSections && entry < kEntries ? OrHidden((*sections_)[section].entries[entry].text)
-                                                   : kHiddenText;
+    const Entry* const found = Find(section, entry);
+    return found != nullptr ? OrHidden(found->text) : kHiddenText;
 }
 
 const char* StatementLibrary::Code(std::size_t section, std::size_t entry) const {
-    return section < kSections && entry < kEntries ? OrHidden((*sections_)[section].entries[entry].code)
-                                                   : kHiddenText;
+    const Entry* const found = Find(section, entry);
+    return found != nullptr ? OrHidden(found->code) : kHiddenText;
 }
 
 void StatementLibrary::SetTitle(std::size_t section, std::string_view title) {
@@ -37,19 +40,22 @@ void StatementLibrary::SetTitle(std::size_t section, std::string_view title) {
 }
 
 void StatementLibrary::SetText(std::size_t section, std::size_t entry, std::string_view text) {
-    if (section < kSections && entry < kEntries) {
-        StoreText(text, (*sections_)[section].entries[entry].text);
+    if (Entry* const stored = Reach(section, entry)) {
+        StoreText(text, stored->text);
     }
 }
 
 void StatementLibrary::SetCode(std::size_t section, std::size_t entry, std::string_view code) {
-    if (section < kSections && entry < kEntries) {
-        StoreText(code, (*sections_)[section].entries[entry].code);
+    if (Entry* const stored = Reach(section, entry)) {
+        StoreText(code, stored->code);
     }
 }
 
 void StatementLibrary::Clear() {
-    std::memset(static_cast<void*>(sections_.get()), 0, sizeof(Sections));
+    for (Section& section : *sections_) {
+        section.title[0] = '\0';
+        section.reached = 0;
+    }
 }
 
 }  // namespace kx

@@ -6,6 +6,8 @@
 #include <memory>
 #include <string_view>
 
+#include "dialogs/statements/fixed_text.h"
+
 namespace kx {
 
 // What stands for a title, a statement or a code that is empty; readers skip it. A text that reads so is
@@ -37,6 +39,7 @@ class StatementLibrary {
     void SetTitle(std::size_t section, std::string_view title);
     void SetText(std::size_t section, std::size_t entry, std::string_view text);
     void SetCode(std::size_t section, std::size_t entry, std::string_view code);
+    void SetEntry(std::size_t section, std::size_t entry, std::string_view text, std::string_view code);
     void Clear();
 
   private:
@@ -46,11 +49,36 @@ class StatementLibrary {
     };
     struct Section {
         char title[kTextSize];
+        std::size_t reached;  // entries from here on hold nothing yet, not even an empty text
         std::array<Entry, kEntries> entries;
     };
     using Sections = std::array<Section, kSections>;
 
-    std::unique_ptr<Sections> sections_;  // 411 KB: no object for a stack
+    const Entry* Find(std::size_t section, std::size_t entry) const;
+    Entry* Reach(std::size_t section, std::size_t entry);
+
+    std::unique_ptr<Sections> sections_;  // 412 KB: no object for a stack
 };
+
+// Here, because a file is read by thousands of these calls.
+inline StatementLibrary::Entry* StatementLibrary::Reach(std::size_t section, std::size_t entry) {
+    if (section >= kSections || entry >= kEntries) {
+        return nullptr;
+    }
+    Section& reached = (*sections_)[section];
+    for (; reached.reached <= entry; ++reached.reached) {
+        reached.entries[reached.reached].text[0] = '\0';
+        reached.entries[reached.reached].code[0] = '\0';
+    }
+    return &reached.entries[entry];
+}
+
+inline void StatementLibrary::SetEntry(std::size_t section, std::size_t entry, std::string_view text,
+                                       std::string_view code) {
+    if (Entry* const stored = Reach(section, entry)) {
+        StoreText(text, stored->text);
+        StoreText(code, stored->code);
+    }
+}
 
 }  // namespace kx

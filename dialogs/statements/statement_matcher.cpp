@@ -1,6 +1,7 @@
 #include "dialogs/statements/statement_matcher.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "dialogs/statements/case_fold.h"
 #include "dialogs/statements/fixed_text.h"
@@ -11,56 +12,38 @@ namespace {
 constexpr char kSource[] = "interp";
 constexpr std::uint32_t kStringLimitLine = 1086;
 constexpr std::size_t kTextKeyBytes = sizeof(std::uint64_t);
-constexpr std::size_t kCodeKeyBytes = sizeof(std::uint32_t);
+constexpr std::size_t kLongestCode = sizeof(CompletionEntry::code) - 1;
 
 bool IsWordGap(char character) {
     return character == ' ' || character == '\t' || character == '\r' || character == '\n';
 }
 
-// The first bytes of a text without their case, the first one lowest; zeros behind its end.
+// The first bytes of a text without their case, so that keys compare as texts do; zeros behind its end.
 template <typename Key>
 Key FoldedKey(std::string_view text) {
     Key key = 0;
-    for (std::size_t at = 0; at < std::min(text.size(), sizeof(Key)); ++at) {
-        key |= static_cast<Key>(Key{Folded(text[at])} << (8 * at));
+    for (std::size_t at = 0; at < sizeof(Key); ++at) {
+        key = static_cast<Key>(key << 8) | (at < text.size() ? Folded(text[at]) : Key{0});
     }
     return key;
 }
 
-// The bits of a key that a prefix of that length decides.
+// The bits of a key that a prefix of that length leaves open.
 template <typename Key>
-constexpr Key PrefixMask(std::size_t length) {
-    return length >= sizeof(Key) ? ~Key{0} : static_cast<Key>((Key{1} << (8 * length)) - 1);
+constexpr Key OpenBits(std::size_t length) {
+    return length >= sizeof(Key) ? Key{0} : static_cast<Key>(~Key{0} >> (8 * length));
 }
 
-// A prefix to compare with many texts.
-class FoldedPrefix {
-  public:
-    explicit FoldedPrefix(std::string_view prefix)
-        : prefix_(prefix),
-          key_(FoldedKey<std::uint64_t>(prefix)),
-          mask_(PrefixMask<std::uint64_t>(prefix.size())) {}
-
-    bool Begins(std::uint64_t textKey, const char* text) const {
-        return ((textKey ^ key_) & mask_) == 0 && (prefix_.size() <= kTextKeyBytes || BeginsBehindKey(text));
-    }
-
-  private:
-    // The texts agree in as many bytes as a key has, so the text has no end there; its end differs from the
-    // prefix.
-    bool BeginsBehindKey(const char* text) const {
-        for (std::size_t at = kTextKeyBytes; at < prefix_.size(); ++at) {
-            if (Folded(text[at]) != Folded(prefix_[at])) {
-                return false;
-            }
+// Less than, equal to or greater than 0 as text is before, at its beginning equal to, or behind the prefix.
+int CompareFolded(const char* text, std::string_view prefix) {
+    for (const char character : prefix) {
+        const int difference = Folded(*text++) - Folded(character);
+        if (difference != 0) {
+            return difference;
         }
-        return true;
     }
-
-    std::string_view prefix_;
-    std::uint64_t key_;
-    std::uint64_t mask_;
-};
+    return 0;
+}
 
 }  // namespace
 
@@ -70,13 +53,11 @@ bool StatementMatcher::Add(std::string_view text, std::string_view code) {
     }
     if (entries_ == nullptr) {
         entries_ = std::make_unique<Entries>();
-        textKeys_.reserve(kMaxEntries);
         codeKeys_.reserve(kMaxEntries);
     }
     CompletionEntry& entry = (*entries_)[count_++];
     StoreText(text, entry.text);
     StoreText(code, entry.code);
-    textKeys_.push_back(FoldedKey<std::uint64_t>(entry.text));
     codeKeys_.push_back(FoldedKey<std::uint32_t>(entry.code));
     return true;
 }
@@ -96,22 +77,51 @@ void StatementMatcher::AddStatements(const StatementLibrary& library, Reporter* 
     }
 }
 
-bool StatementMatcher::SomeTextBeginsWith(std::string_view prefix) const {
-    const FoldedPrefix folded(prefix);
-    for (std::size_t index = 0; index < count_; ++index) {
-        if (folded.Begins(textKeys_[index], (*entries_)[index].text)) {
-            return true;
-        }
+void StatementMatcher::SortTexts() {
+    if (order_.size() == count_) {
+        return;
     }
-    return false;
+    std::vector<std::pair<std::uint64_t, std::uint16_t>> texts(count_);
+    for (std::size_t index = 0; index < count_; ++index) {
+        texts[index] = {FoldedKey<std::uint64_t>((*entries_)[index].text), static_cast<std::uint16_t>(index)};
+    }
+    std::sort(texts.begin(), texts.end(), [this](const auto& a, const auto& b) {
+        return a.first != b.first ? a.first < b.first
+                                  : CompareFolded((*entries_)[a.second].text, (*entries_)[b.second].text) < 0;
+    });
+    order_.resize(count_);
+    textKeys_.resize(count_);
+    for (std::size_t place = 0; place < count_; ++place) {
+        textKeys_[place] = texts[place].first;
+        order_[place] = texts[place].second;
+    }
+}
+
+StatementMatcher::Range StatementMatcher::TextsBeginningWith(std::string_view prefix) const {
+    const auto key = FoldedKey<std::uint64_t>(prefix);
+    const auto lowest = std::lower_bound(textKeys_.begin(), textKeys_.end(), key);
+    const auto highest =
+        std::upper_bound(lowest, textKeys_.end(), key | OpenBits<std::uint64_t>(prefix.size()));
+    auto first = order_.begin() + (lowest - textKeys_.begin());
+    auto end = order_.begin() + (highest - textKeys_.begin());
+    if (prefix.size() > kTextKeyBytes) {
+        first = std::lower_bound(first, end, prefix, [this](std::uint16_t index, std::string_view wanted) {
+            return CompareFolded((*entries_)[index].text, wanted) < 0;
+        });
+        end = std::upper_bound(first, end, prefix, [this](std::string_view wanted, std::uint16_t index) {
+            return CompareFolded((*entries_)[index].text, wanted) > 0;
+        });
+    }
+    return {static_cast<std::size_t>(first - order_.begin()), static_cast<std::size_t>(end - order_.begin())};
 }
 
 bool StatementMatcher::SomeCodeIs(std::string_view code) const {
-    return code.size() < kCodeKeyBytes &&
+    return code.size() <= kLongestCode &&
            std::find(codeKeys_.begin(), codeKeys_.end(), FoldedKey<std::uint32_t>(code)) != codeKeys_.end();
 }
 
 bool StatementMatcher::Start(std::size_t lineStart, std::string_view lineText) {
+    SortTexts();
     matchCount_ = 0;
     exactCode_ = false;
     lineText = lineText.substr(0, lineText.find('\0'));
@@ -120,7 +130,11 @@ bool StatementMatcher::Start(std::size_t lineStart, std::string_view lineText) {
             continue;
         }
         const std::string_view prefix = lineText.substr(at);
-        if (prefix.size() <= kMaxPrefix && (SomeTextBeginsWith(prefix) || (at == 0 && SomeCodeIs(prefix)))) {
+        if (prefix.size() > kMaxPrefix) {
+            continue;
+        }
+        const Range texts = TextsBeginningWith(prefix);
+        if (texts.first < texts.end || (at == 0 && SomeCodeIs(prefix))) {
             StoreText(prefix, prefix_);
             prefixLength_ = prefix.size();
             prefixStart_ = lineStart + at;
@@ -145,35 +159,54 @@ bool StatementMatcher::Extend(std::size_t position, char character) {
 }
 
 void StatementMatcher::Refresh() {
-    const std::string_view prefix = Prefix();
     matchCount_ = 0;
     exactCode_ = false;
-    if (prefix.empty()) {
-        return;
+    if (prefixLength_ > 0 && CollectCodes()) {
+        CollectTexts();
     }
-    if (prefix.size() < kCodeKeyBytes) {
-        const auto key = FoldedKey<std::uint32_t>(prefix);
-        const auto mask = PrefixMask<std::uint32_t>(prefix.size());
-        for (std::size_t index = 0; index < count_; ++index) {
-            const std::uint32_t difference = codeKeys_[index] ^ key;
-            if (difference == 0) {
-                matches_[0] = static_cast<std::uint16_t>(index);
-                matchCount_ = 1;
-                exactCode_ = true;
-                return;
-            }
-            if ((difference & mask) == 0 && matchCount_ < kMaxMatches) {
-                matches_[matchCount_++] = static_cast<std::uint16_t>(index);
-            }
+}
+
+bool StatementMatcher::CollectCodes() {
+    if (prefixLength_ > kLongestCode) {
+        return true;
+    }
+    const auto key = FoldedKey<std::uint32_t>(Prefix());
+    const std::uint32_t open = OpenBits<std::uint32_t>(prefixLength_);
+    for (std::size_t index = 0; index < count_; ++index) {
+        const std::uint32_t difference = codeKeys_[index] ^ key;
+        if ((difference & ~open) != 0) {
+            continue;
         }
-    }
-    const std::size_t byCode = matchCount_;
-    const FoldedPrefix folded(prefix);
-    for (std::size_t index = 0; index < count_ && matchCount_ < kMaxMatches; ++index) {
-        if (folded.Begins(textKeys_[index], (*entries_)[index].text) &&
-            std::find(matches_.begin(), matches_.begin() + byCode, index) == matches_.begin() + byCode) {
+        if (difference == 0) {
+            matches_[0] = static_cast<std::uint16_t>(index);
+            matchCount_ = 1;
+            exactCode_ = true;
+            return false;
+        }
+        if (matchCount_ < kMaxMatches) {
             matches_[matchCount_++] = static_cast<std::uint16_t>(index);
         }
+    }
+    return true;
+}
+
+void StatementMatcher::CollectTexts() {
+    const auto codesEnd = matches_.begin() + static_cast<std::ptrdiff_t>(matchCount_);
+    const Range texts = TextsBeginningWith(Prefix());
+    for (std::size_t place = texts.first; place < texts.end; ++place) {
+        const std::uint16_t index = order_[place];
+        auto end = matches_.begin() + static_cast<std::ptrdiff_t>(matchCount_);
+        // The range is in the order of the alphabet, the list in the order of the entries.
+        const auto behind = std::upper_bound(codesEnd, end, index);
+        if (std::find(matches_.begin(), codesEnd, index) != codesEnd || behind == matches_.end()) {
+            continue;
+        }
+        if (matchCount_ < kMaxMatches) {
+            ++matchCount_;
+            ++end;
+        }
+        std::move_backward(behind, end - 1, end);
+        *behind = index;
     }
 }
 

@@ -72,16 +72,28 @@ class StatementMatcher {
   private:
     using Entries = std::array<CompletionEntry, kMaxEntries>;
 
-    void Refresh();
-    bool SomeTextBeginsWith(std::string_view prefix) const;
+    // Places in order_ of the texts that begin with a prefix.
+    struct Range {
+        std::size_t first;
+        std::size_t end;
+    };
+
+    void SortTexts();
+    Range TextsBeginningWith(std::string_view prefix) const;
     bool SomeCodeIs(std::string_view code) const;
+    void Refresh();
+    // False: the prefix is a code, which is the one match.
+    bool CollectCodes();
+    void CollectTexts();
 
     std::unique_ptr<Entries> entries_;
     std::size_t count_ = 0;
-    // The first letters of every text and every code without their case, so that a keystroke looks at 12
-    // bytes an entry.
-    std::vector<std::uint64_t> textKeys_;
+    // The codes without their case, in the order of the entries.
     std::vector<std::uint32_t> codeKeys_;
+    // The texts by the alphabet, and beside them their first letters: a line of many words is searched at
+    // each keystroke.
+    std::vector<std::uint16_t> order_;
+    std::vector<std::uint64_t> textKeys_;
     std::array<std::uint16_t, kMaxMatches> matches_{};
     std::size_t matchCount_ = 0;
     bool exactCode_ = false;

@@ -9,32 +9,100 @@ namespace {
 constexpr char kSource[] = "interp";
 constexpr std::uint32_t kNoReadLine = 299;
 
+constexpr std::size_t kNone = std::string_view::npos;
 constexpr std::size_t kElementLimit = 511;
 constexpr std::string_view kSectionStart = "<H1>";
 constexpr std::string_view kSectionEnd = "</H1>";
 constexpr std::string_view kEntryStart = "<P>";
 constexpr std::string_view kEntryEnd = "</P>";
 
-std::string_view UpTo(std::string_view text, char end, std::size_t limit) {
-    const std::size_t length = std::min(text.size(), limit);
-    const void* const found = length > 0 ? std::memchr(text.data(), end, length) : nullptr;
-    return text.substr(0, found != nullptr
-                              ? static_cast<std::size_t>(static_cast<const char*>(found) - text.data())
-                              : length);
-}
+// One pass over the content of a file.
+class Parser {
+  public:
+    Parser(std::string_view content, StatementLibrary& library) : content_(content), library_(library) {}
 
-// As much of an element's content as is looked at.
-std::string_view Shown(std::string_view content) {
-    return UpTo(content, '\0', kElementLimit);
-}
+    // From the start of the body on.
+    void ReadSections(std::size_t body);
 
-void StoreEntry(StatementLibrary& library, std::size_t section, std::size_t entry, std::string_view content) {
-    const std::string_view text = UpTo(content, '^', content.size());
-    library.SetText(section, entry, text);
-    if (text.size() < content.size()) {
-        const std::string_view rest = content.substr(text.size() + 1);
-        library.SetCode(section, entry, UpTo(rest, '^', rest.size()));
+  private:
+    std::size_t ReadEntries(std::size_t section, std::size_t at);
+    void FindEntryEnd(std::size_t content, std::size_t tag);
+    void StoreEntry(std::size_t section, std::size_t entry, std::string_view content);
+
+    std::size_t NextTag(std::size_t from) const { return content_.find('<', from); }
+    // The same where it is expected close by: behind a line end and a tab.
+    std::size_t NextTagNear(std::size_t from) const {
+        const std::size_t end = std::min(from + 4, content_.size());
+        while (from < end && content_[from] != '<') {
+            ++from;
+        }
+        return from < end ? from : NextTag(from);
     }
+    bool StartsAt(std::size_t at, std::string_view mark) const {
+        return content_.size() - at >= mark.size() &&
+               std::memcmp(content_.data() + at, mark.data(), mark.size()) == 0;
+    }
+    // As much of the content of an element as is looked at.
+    std::string_view Shown(std::size_t from, std::size_t to) const {
+        return {content_.data() + from, std::min(to - from, kElementLimit)};
+    }
+
+    std::string_view content_;
+    std::size_t entryEnd_ = 0;  // that was found last; kNone: there is none any more
+    StatementLibrary& library_;
+};
+
+void Parser::ReadSections(std::size_t body) {
+    std::size_t at = content_.find(kSectionStart, body);
+    for (std::size_t section = 0; section < StatementLibrary::kSections && at != kNone; ++section) {
+        const std::size_t title = at + kSectionStart.size();
+        const std::size_t end = content_.find(kSectionEnd, title);
+        if (end == kNone) {
+            return;
+        }
+        library_.SetTitle(section, Shown(title, end));
+        at = ReadEntries(section, end + kSectionEnd.size());
+    }
+}
+
+// Returns where the next section begins.
+std::size_t Parser::ReadEntries(std::size_t section, std::size_t at) {
+    std::size_t entry = 0;
+    for (at = NextTagNear(at); at != kNone && !StartsAt(at, kSectionStart); at = NextTagNear(at)) {
+        if (entry == StatementLibrary::kEntries || entryEnd_ == kNone || !StartsAt(at, kEntryStart)) {
+            ++at;
+            continue;
+        }
+        const std::size_t content = at + kEntryStart.size();
+        const std::size_t tag = NextTag(content);
+        FindEntryEnd(content, tag);
+        if (entryEnd_ == kNone) {
+            continue;
+        }
+        StoreEntry(section, entry++, Shown(content, entryEnd_));
+        // A statement that was not closed in time runs over titles, which are sections all the same.
+        const std::size_t inner =
+            tag < entryEnd_ ? content_.substr(0, entryEnd_).find(kSectionStart, tag) : kNone;
+        at = inner != kNone ? inner : entryEnd_ + kEntryEnd.size();
+    }
+    return at;
+}
+
+// The next tag is the end, but in a damaged file; an end that is far away is looked for once.
+void Parser::FindEntryEnd(std::size_t content, std::size_t tag) {
+    if (tag == kNone || StartsAt(tag, kEntryEnd)) {
+        entryEnd_ = tag;
+    } else if (entryEnd_ < content) {
+        entryEnd_ = content_.find(kEntryEnd, tag);
+    }
+}
+
+void Parser::StoreEntry(std::size_t section, std::size_t entry, std::string_view content) {
+    const std::size_t mark = std::min(content.find('^'), content.size());
+    std::string_view code = content.substr(mark, StatementLibrary::kCodeSize);
+    code.remove_prefix(std::min<std::size_t>(code.size(), 1));
+    library_.SetEntry(section, entry, content.substr(0, mark),
+                      {code.begin(), std::find(code.begin(), code.end(), '^')});
 }
 
 }  // namespace
@@ -56,41 +124,11 @@ bool StatementReader::Read(ByteSource& file, StatementLibrary& library) {
     if (!Load(file)) {
         return false;
     }
-    Parse(library);
+    if (const std::uint32_t body = FindBody(0); body != 0) {
+        Parser(Content(), library).ReadSections(body);
+    }
     SetContent({});
     return true;
-}
-
-void StatementReader::Parse(StatementLibrary& library) const {
-    constexpr std::size_t kNone = std::string_view::npos;
-    const std::uint32_t body = FindBody(0);
-    std::size_t at = body != 0 ? FindMark(Content(), body, kSectionStart) : kNone;
-    std::size_t entryEnd = 0;  // of the last search, so that an end far away is looked for once
-    for (std::size_t section = 0; section < StatementLibrary::kSections && at != kNone; ++section) {
-        const std::size_t title = at + kSectionStart.size();
-        at = FindMark(Content(), title, kSectionEnd);
-        if (at == kNone) {
-            return;
-        }
-        library.SetTitle(section, Shown(Content().substr(title, at - title)));
-        std::size_t entry = 0;
-        for (at = NextTag(at + 1); at != kNone && !StartsAt(at, kSectionStart); at = NextTag(at)) {
-            const std::size_t content = at + kEntryStart.size();
-            const bool statement = entry < StatementLibrary::kEntries && StartsAt(at, kEntryStart);
-            if (statement && entryEnd != kNone && entryEnd < content) {
-                entryEnd = FindMark(Content(), content, kEntryEnd);
-            }
-            if (!statement || entryEnd == kNone) {
-                ++at;
-                continue;
-            }
-            const std::string_view element = Content().substr(content, entryEnd - content);
-            StoreEntry(library, section, entry++, Shown(element));
-            // A statement that was not closed in time runs over titles, which are sections all the same.
-            const std::size_t inner = FindMark(element, 0, kSectionStart);
-            at = inner != kNone ? content + inner : entryEnd + kEntryEnd.size();
-        }
-    }
 }
 
 }  // namespace kx

@@ -24,13 +24,6 @@ class StatementReader final : public HtmlDocument {
     // Replaces what the library holds by the file's content. False, with that report and an empty library,
     // when the file cannot be read. The file need not outlive the call.
     bool Read(ByteSource& file, StatementLibrary& library);
-
-  private:
-    void Parse(StatementLibrary& library) const;
-    std::size_t NextTag(std::size_t from) const { return Content().find('<', from); }
-    bool StartsAt(std::size_t at, std::string_view mark) const {
-        return Content().compare(at, mark.size(), mark) == 0;
-    }
 };
 
 }  // namespace kx

@@ -1,6 +1,6 @@
 #include "dialogs/statements/statement_writer.h"
 
-#include <cstdio>
+#include <string>
 
 #include "lib/html_document.h"
 
@@ -12,9 +12,7 @@ void WriteEntry(const char* text, const char* code, ByteSink& file) {
         HtmlDocument::WriteElement(file, "P", text);
         return;
     }
-    char coded[StatementLibrary::kTextSize + StatementLibrary::kCodeSize];
-    std::snprintf(coded, sizeof coded, "%s^%s", text, code);
-    HtmlDocument::WriteElement(file, "P", coded);
+    HtmlDocument::WriteElement(file, "P", (std::string(text) + '^' + code).c_str());
 }
 
 }  // namespace

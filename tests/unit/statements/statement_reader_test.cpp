@@ -79,7 +79,7 @@ TEST(StatementReader, ReadsTheFormatAndWhatIsLeftOfIt) {
         {"bytes as they are, line ends in a statement too", "<BODY><H1>\xC8</H1><P>pi\xF9 &egrave;\r\n x</P>",
          "0 \xC8: pi\xF9 &egrave;\r\n x"},
         {"carriage returns alone", "<BODY>\r\t<H1>A</H1>\r\t<P>uno</P>\r", "0 A: uno"},
-        {"up to a zero byte", "<BODY><H1>A\0B</H1><P>uno\0due^1</P>"s, "0 A: uno"},
+        {"up to a zero byte", "<BODY><H1>A\0B</H1><P>uno\0due^1\0</P>"s, "0 A: uno[1]"},
         {"cut at 127 characters", "<BODY><H1>" + longText + "</H1><P>" + longText + "</P><P>due</P>",
          "0 " + longText.substr(0, 127) + ": " + longText.substr(0, 127) + " due"},
         {"a code within the first 511 bytes", "<BODY><H1>A</H1><P>" + longText.substr(0, 509) + "^1</P>",
