@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "dialogs/marker_view_geometry.h"
@@ -124,6 +125,8 @@ class MarkerViewControl final : public Window {
     bool backBufferValid_ = false;
     ViewGeometry geometry_;
     bool geometryValid_ = false;
+    std::optional<ScrollBarState> horizontalShown_;  // what the bars were last set to
+    std::optional<ScrollBarState> verticalShown_;
     std::vector<POINT> points_;  // of the trace being drawn; kept for the next one
 
     ViewSettings settings_;

@@ -127,7 +127,8 @@ std::int32_t ViewGeometry::PercentShowing(std::int32_t sample) const {
 bool HitsMarker(std::int32_t markerColumn, const LabelSize& label, std::int32_t viewHeight, std::int32_t x,
                 std::int32_t y) {
     const std::int64_t distance = std::llabs(std::int64_t{x} - markerColumn);
-    return distance <= kMarkerHalfWidth || (y >= std::int64_t{viewHeight} - label.height && distance <= label.width / 2);
+    return distance <= kMarkerHalfWidth ||
+           (y >= std::int64_t{viewHeight} - label.height && distance <= label.width / 2);
 }
 
 std::int32_t Scrolled(std::int32_t value, ScrollRequest request, std::int32_t thumb, std::int32_t range,

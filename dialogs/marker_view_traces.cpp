@@ -24,19 +24,31 @@ void ShowScrollBar(HWND window, int bar, const ScrollBarState& state) {
     info.fMask = SIF_RANGE | SIF_DISABLENOSCROLL;
     info.nMin = 0;
     info.nMax = state.range;
-    // The position was held to the range of before.
-    if (SetScrollInfo(window, bar, &info, TRUE) != state.position) {
-        info.fMask = SIF_POS;
+    SetScrollInfo(window, bar, &info, TRUE);
+    // Position and page were held to the range of before.
+    SCROLLINFO shown = {};
+    shown.cbSize = sizeof shown;
+    shown.fMask = SIF_PAGE | SIF_POS;
+    GetScrollInfo(window, bar, &shown);
+    if (shown.nPos != info.nPos || shown.nPage != info.nPage) {
+        info.fMask = SIF_PAGE | SIF_POS | SIF_DISABLENOSCROLL;
         SetScrollInfo(window, bar, &info, TRUE);
     }
 }
 
 }  // namespace
 
-// A bar stays visible, and is disabled when there is nothing to scroll.
+// A bar stays visible, and is disabled when there is nothing to scroll. Drawing it costs more than the whole
+// picture, so one that shows its state already is left alone.
 void MarkerViewControl::ShowScrollBars() {
-    ShowScrollBar(Handle(), SB_HORZ, geometry_.HorizontalBar());
-    ShowScrollBar(Handle(), SB_VERT, geometry_.VerticalBar());
+    if (horizontalShown_ != geometry_.HorizontalBar()) {
+        horizontalShown_ = geometry_.HorizontalBar();
+        ShowScrollBar(Handle(), SB_HORZ, *horizontalShown_);
+    }
+    if (verticalShown_ != geometry_.VerticalBar()) {
+        verticalShown_ = geometry_.VerticalBar();
+        ShowScrollBar(Handle(), SB_VERT, *verticalShown_);
+    }
 }
 
 template <typename Height>

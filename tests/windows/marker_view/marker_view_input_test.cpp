@@ -1,0 +1,401 @@
+// What a marker view makes of mouse and keys.
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <cstdlib>
+
+#include "tests/windows/marker_view/allocation_count.h"
+#include "tests/windows/marker_view/view_rig.h"
+
+namespace kx::test {
+namespace {
+
+using Posted = std::vector<Notification>;
+
+constexpr std::size_t kReadoutRoom = 256;
+
+class MarkerViewInput : public ViewRig {
+  protected:
+    // A view with five markers; the third, QRS onset, at 500 ms.
+    void Open() {
+        MakeView();
+        Show({300, 400, 500, 700, 900});
+    }
+    Posted Moved(UINT slot, WPARAM ms) const { return {{MVN_MARKERMOVED + slot, ms, KX_LEAD_II}}; }
+    // The time of the sample in a column, as the view takes it.
+    WPARAM MsAt(int column) const {
+        for (int ms = 0; ms < 1200; ms += 2) {
+            if (ColumnOfMs(ms) >= column) {
+                // Several samples share a column: the nearest to its middle.
+                int last = ms;
+                while (ColumnOfMs(last + 2) == column) {
+                    last += 2;
+                }
+                return static_cast<WPARAM>((ms + last) / 4 * 2);
+            }
+        }
+        return 0;
+    }
+    void ExpectMoved(const Posted& posted, UINT slot, int column) const {
+        ASSERT_EQ(posted.size(), 1u);
+        EXPECT_EQ(posted[0].message, MVN_MARKERMOVED + slot);
+        EXPECT_NEAR(static_cast<int>(posted[0].wParam), static_cast<int>(MsAt(column)), 2);
+        EXPECT_EQ(posted[0].lParam, KX_LEAD_II);
+    }
+};
+
+TEST_F(MarkerViewInput, ADragTellsTheOwnerTheNewPosition) {
+    Open();
+    const int from = ColumnOfMs(500);
+    const int to = from + 30;
+    Mouse(WM_LBUTTONDOWN, from + 1, 50);
+    EXPECT_EQ(GetCapture(), view_);
+    EXPECT_EQ(GetFocus(), view_);
+    EXPECT_EQ(TakePosted(), Posted()) << "a press moves nothing";
+    Mouse(WM_MOUSEMOVE, to, 70);
+    EXPECT_TRUE(MarkerStandsAt(to));
+    EXPECT_FALSE(MarkerStandsAt(from));
+    ExpectMoved(TakePosted(), 2, to);
+    Mouse(WM_LBUTTONUP, to, 70, 0);
+    EXPECT_NE(GetCapture(), view_);
+    Mouse(WM_MOUSEMOVE, to + 20, 70, 0);
+    EXPECT_EQ(TakePosted(), Posted());
+    EXPECT_TRUE(MarkerStandsAt(to));
+}
+
+// The owner's answer to the first step would not come before the first painting.
+TEST_F(MarkerViewInput, TheFirstDragWorksBeforeTheFirstPainting) {
+    MakeView();
+    ShowWindow(view_, SW_HIDE);
+    Show({300, 400, 500, 700, 900});
+    ShowWindow(view_, SW_SHOWNA);
+    const int from = ColumnOfMs(700);
+    EXPECT_EQ(HitTest(from, 20), HTCLIENT);
+    Drag(from, 20, from + 40);
+    ExpectMoved(TakePosted(), 3, from + 40);
+}
+
+TEST_F(MarkerViewInput, AMarkerIsHeldWhereTheCursorSaysSo) {
+    Open();
+    const int column = ColumnOfMs(900);
+    for (const int y : {10, kHeight - 21, kHeight - 20, kHeight - 1}) {
+        for (int x = column - 15; x <= column + 15; ++x) {
+            const bool shown = HitTest(x, y) == HTCLIENT;
+            EXPECT_EQ(shown, std::abs(x - column) <= (y < kHeight - 20 ? 2 : 12)) << x - column << ' ' << y;
+            Mouse(WM_LBUTTONDOWN, x, y);
+            EXPECT_EQ(GetCapture() == view_, shown) << x - column << ' ' << y;
+            Mouse(WM_LBUTTONUP, x, y, 0);
+        }
+    }
+    Send(WM_SETCURSOR, reinterpret_cast<WPARAM>(view_), MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
+    EXPECT_EQ(GetCursor(), LoadCursorA(nullptr, IDC_SIZEWE));
+    Send(WM_SETCURSOR, reinterpret_cast<WPARAM>(view_), MAKELPARAM(HTNOWHERE, WM_MOUSEMOVE));
+    EXPECT_EQ(GetCursor(), LoadCursorA(nullptr, IDC_CROSS));
+}
+
+TEST_F(MarkerViewInput, TheFirstMarkerAddedIsHeldWhereTwoMeet) {
+    MakeView();
+    Show({0, 500, 500, 700, 900});
+    Drag(ColumnOfMs(500), 10, ColumnOfMs(600));
+    const Posted posted = TakePosted();
+    ASSERT_EQ(posted.size(), 1u);
+    EXPECT_EQ(posted[0].message, MVN_MARKERMOVED + 1u);
+}
+
+TEST_F(MarkerViewInput, AnAbsentOrHiddenMarkerIsNotHeld) {
+    MakeView();
+    Show({0, 400, 500, 700, 900});
+    EXPECT_EQ(HitTest(ColumnOfMs(0), 10), HTNOWHERE);
+    Send(MV_SHOWMARKERS, 0, 0);
+    EXPECT_EQ(HitTest(ColumnOfMs(500), 10), HTNOWHERE);
+    Drag(ColumnOfMs(500), 10, ColumnOfMs(600));
+    EXPECT_EQ(TakePosted(), Posted());
+}
+
+TEST_F(MarkerViewInput, ADragEndsAtTheBeatsEnds) {
+    Open();
+    const int left = ColumnOfMs(300);
+    Mouse(WM_LBUTTONDOWN, left, 10);
+    Mouse(WM_MOUSEMOVE, 2, 10);
+    EXPECT_EQ(TakePosted(), Moved(0, 0)) << "left of the beat: absent";
+    Mouse(WM_MOUSEMOVE, left + 20, 10);
+    ExpectMoved(TakePosted(), 0, left + 20);
+    Mouse(WM_MOUSEMOVE, kWidth + 500, 10);
+    EXPECT_EQ(TakePosted(), Moved(0, 1198)) << "the last sample";
+    Mouse(WM_LBUTTONUP, 0, 0, 0);
+}
+
+TEST_F(MarkerViewInput, ADragStopsAtTheViewsEdgesWhileTheBeatGoesOn) {
+    Open();
+    Send(MV_SETSPEED, 0, 500);
+    Send(MV_SETHSCROLL, 0, 50);
+    SetLead({600, 0, 0, 0, 0});
+    int column = 0;
+    while (column < kWidth && !MarkerStandsAt(column)) {
+        ++column;
+    }
+    ASSERT_LT(column, kWidth);
+    Mouse(WM_LBUTTONDOWN, column, 10);
+    for (const int x : {0, -100, kWidth - 1, kWidth + 100}) {
+        Mouse(WM_MOUSEMOVE, x, 10);
+        EXPECT_EQ(TakePosted(), Posted()) << x;
+    }
+    Mouse(WM_MOUSEMOVE, 1, 10);
+    EXPECT_EQ(TakePosted().size(), 1u);
+    Mouse(WM_LBUTTONUP, 1, 10, 0);
+}
+
+// The system's mouse, through the queue: a press only where the hit test allows it, and a pointer that is
+// held on the marker's column, which has the system report a move of its own.
+TEST_F(MarkerViewInput, TheSystemsMouseDragsAMarker) {
+    Open();
+    const int from = ColumnOfMs(500);
+    const int to = from + 25;
+    const auto pointAt = [&](int x, int y) {
+        POINT point = {x, y};
+        ClientToScreen(view_, &point);
+        SetCursorPos(point.x, point.y);
+        PumpMessages();
+    };
+    const auto button = [](DWORD flag) {
+        INPUT input = {};
+        input.type = INPUT_MOUSE;
+        input.mi.dwFlags = flag;
+        SendInput(1, &input, sizeof input);
+        PumpMessages();
+    };
+    pointAt(from + 8, 30);
+    button(MOUSEEVENTF_LEFTDOWN);
+    EXPECT_NE(GetCapture(), view_) << "beside the marker";
+    button(MOUSEEVENTF_LEFTUP);
+    pointAt(from + 1, 30);
+    button(MOUSEEVENTF_LEFTDOWN);
+    ASSERT_EQ(GetCapture(), view_);
+    for (int x = from + 1; x <= to; ++x) {
+        pointAt(x, 30);
+    }
+    POINT pointer = {};
+    GetCursorPos(&pointer);
+    ScreenToClient(view_, &pointer);
+    EXPECT_EQ(pointer.x, to);
+    EXPECT_EQ(pointer.y, 30);
+    EXPECT_TRUE(MarkerStandsAt(to));
+    button(MOUSEEVENTF_LEFTUP);
+    EXPECT_NE(GetCapture(), view_);
+    const Posted posted = TakePosted();
+    ASSERT_FALSE(posted.empty());
+    EXPECT_LE(posted.size(), 26u) << "a step tells its position once";
+    ExpectMoved({posted.back()}, 2, to);
+}
+
+// With several pixels to a sample the pointer goes from sample to sample.
+TEST_F(MarkerViewInput, ThePointerFollowsWholeSamples) {
+    Open();
+    Send(MV_SETSPEED, 0, 1000);
+    Send(MV_SETHSCROLL, 0, 50);
+    SetLead({600, 0, 0, 0, 0});
+    int column = 3;
+    while (column < kWidth - 3 && !MarkerStandsAt(column)) {
+        ++column;
+    }
+    Mouse(WM_LBUTTONDOWN, column, 10);
+    POINT point = {column + 5, 10};
+    ClientToScreen(view_, &point);
+    SetCursorPos(point.x, point.y);
+    PumpMessages();
+    GetCursorPos(&point);
+    ScreenToClient(view_, &point);
+    const Posted posted = TakePosted();
+    ASSERT_EQ(posted.size(), 1u);
+    EXPECT_EQ(posted[0].wParam, 602u);
+    EXPECT_TRUE(MarkerStandsAt(static_cast<int>(point.x)));
+    EXPECT_NE(point.x, column + 5);
+    EXPECT_NEAR(point.x, column + 7.5, 1)
+        << "1000 mm/s at 500 Hz and 96 pixels per inch: 7.5 pixels a sample";
+    Mouse(WM_LBUTTONUP, column, 10, 0);
+}
+
+TEST_F(MarkerViewInput, LosingTheMouseEndsTheDrag) {
+    Open();
+    Mouse(WM_LBUTTONDOWN, ColumnOfMs(500), 10);
+    SetCapture(owner_.Handle());
+    Mouse(WM_MOUSEMOVE, ColumnOfMs(600), 10);
+    EXPECT_EQ(TakePosted(), Posted());
+    EXPECT_EQ(GetCapture(), owner_.Handle());
+    ReleaseCapture();
+    EXPECT_EQ(HitTest(3, 3), HTNOWHERE);
+}
+
+TEST_F(MarkerViewInput, ASecondPressOfADoubleClickHoldsTheMarker) {
+    Open();
+    const int column = ColumnOfMs(500);
+    Mouse(WM_LBUTTONDBLCLK, column, 10);
+    Mouse(WM_MOUSEMOVE, column + 20, 10);
+    ExpectMoved(TakePosted(), 2, column + 20);
+    Mouse(WM_LBUTTONUP, column + 20, 10, 0);
+}
+
+TEST_F(MarkerViewInput, AStepOfADragAllocatesNothing) {
+    Open();
+    const int column = ColumnOfMs(500);
+    Mouse(WM_LBUTTONDOWN, column, 10);
+    Mouse(WM_MOUSEMOVE, column + 10, 10);
+    std::int32_t positions[] = {300, 400, 500, 700, 900};
+    owner_.readout.reserve(kReadoutRoom);
+    const long before = AllocationCount();
+    for (int i = 0; i < 50; ++i) {
+        HitTest(column + i, 10);
+        Mouse(WM_MOUSEMOVE, column + i, 10);
+        positions[2] = 500 + 2 * i;
+        Send(MV_SETLEAD, KX_LEAD_II, reinterpret_cast<LPARAM>(positions));
+    }
+    EXPECT_EQ(AllocationCount(), before);
+    Mouse(WM_LBUTTONUP, column, 10, 0);
+}
+
+TEST_F(MarkerViewInput, KeysMoveTheMarkerUsedLast) {
+    Open();
+    Mouse(WM_LBUTTONDOWN, ColumnOfMs(700), 10);
+    Mouse(WM_LBUTTONUP, ColumnOfMs(700), 10, 0);
+    const struct {
+        UINT key;
+        int modifier;
+        WPARAM ms;
+    } rows[] = {
+        {VK_RIGHT, 0, 702},          {VK_RIGHT, 0, 704},         {VK_LEFT, 0, 702},
+        {VK_RIGHT, VK_CONTROL, 712}, {VK_LEFT, VK_CONTROL, 702},
+    };
+    for (const auto& row : rows) {
+        Key(row.key, row.modifier);
+        EXPECT_EQ(TakePosted(), Moved(3, row.ms)) << row.ms;
+        EXPECT_TRUE(MarkerStandsAt(ColumnOfMs(static_cast<int>(row.ms)))) << row.ms;
+        EXPECT_EQ(owner_.readout.rfind(std::to_string(row.ms) + " ms\r\n", 0), 0u) << owner_.readout;
+    }
+}
+
+TEST_F(MarkerViewInput, TabGoesFromMarkerToMarkerAndOutBehindTheLast) {
+    MakeView();
+    Show({300, 0, 500, 700, 900});
+    ::SetFocus(view_);
+    const auto current = [&] {
+        Key(VK_RIGHT);
+        const Posted posted = TakePosted();
+        return posted.size() == 1 ? static_cast<int>(posted[0].message - MVN_MARKERMOVED) : -1;
+    };
+    const auto wantsTab = [&](int modifier) {
+        BYTE keys[256] = {};
+        keys[VK_SHIFT] = static_cast<BYTE>(modifier == VK_SHIFT ? 0x80 : 0);
+        SetKeyboardState(keys);
+        const LRESULT code = Send(WM_GETDLGCODE);
+        keys[VK_SHIFT] = 0;
+        SetKeyboardState(keys);
+        EXPECT_NE(code & DLGC_WANTARROWS, 0);
+        return (code & DLGC_WANTTAB) != 0;
+    };
+    EXPECT_EQ(current(), 0);
+    EXPECT_FALSE(wantsTab(VK_SHIFT));
+    for (const int slot : {2, 3, 4}) {
+        EXPECT_TRUE(wantsTab(0));
+        Key(VK_TAB);
+        EXPECT_EQ(current(), slot) << "the second marker is absent";
+    }
+    EXPECT_FALSE(wantsTab(0)) << "behind the last marker Tab is the dialog's";
+    EXPECT_TRUE(wantsTab(VK_SHIFT));
+    Key(VK_TAB, VK_SHIFT);
+    EXPECT_EQ(current(), 3);
+}
+
+TEST_F(MarkerViewInput, TheFocusShowsOnTheCurrentMarker) {
+    MakeView();
+    // Far enough apart for their labels, of which the current one is over the others.
+    Show({100, 350, 600, 850, 1100});
+    const auto before = Picture();
+    ::SetFocus(view_);
+    UpdateWindow(view_);
+    const auto first = Picture();
+    EXPECT_NE(first, before);
+    Key(VK_TAB);
+    const auto second = Picture();
+    EXPECT_NE(second, before);
+    EXPECT_NE(second, first);
+    Key(VK_TAB, VK_SHIFT);
+    EXPECT_EQ(Picture(), first);
+    ::SetFocus(owner_.Handle());
+    UpdateWindow(view_);
+    EXPECT_EQ(Picture(), before);
+}
+
+TEST_F(MarkerViewInput, AKeyBringsItsMarkerIntoView) {
+    Open();
+    Send(MV_SETSPEED, 0, 500);
+    Send(MV_SETHSCROLL, 0, 100);
+    ::SetFocus(view_);
+    Key(VK_RIGHT);
+    EXPECT_EQ(TakePosted(), Moved(0, 302));
+    int stands = 0;
+    for (int x = 0; x < kWidth; ++x) {
+        stands += MarkerStandsAt(x) ? 1 : 0;
+    }
+    EXPECT_GE(stands, 1);
+}
+
+TEST_F(MarkerViewInput, UndoAndRedoAreTheOwners) {
+    Open();
+    Key('Z', VK_CONTROL);
+    Key('Y', VK_CONTROL);
+    Key('Z');
+    EXPECT_EQ(TakePosted(), (Posted{{MVN_UNDO, 0, 0}, {MVN_REDO, 0, 0}}));
+}
+
+TEST_F(MarkerViewInput, TheReadoutTellsWhatIsUnderThePointer) {
+    MakeView();
+    for (std::uint32_t i = 0; i < kSamples; ++i) {
+        beat_.Samples(KX_LEAD_AVR)[i] = static_cast<std::int16_t>(i * 3);
+    }
+    Show({}, KX_LEAD_AVR);
+    const struct {
+        int column;
+        const char* readout;  // null: computed
+    } rows[] = {{0, "..."}, {kWidth - 1, "..."}, {kWidth / 2, nullptr}};
+    for (const auto& row : rows) {
+        HitTest(row.column, 10);
+        if (row.readout != nullptr) {
+            EXPECT_EQ(owner_.readout, row.readout) << row.column;
+            continue;
+        }
+        int ms = 0;
+        int microvolts = 0;
+        double slope = 0;
+        ASSERT_EQ(
+            std::sscanf(owner_.readout.c_str(), "%d ms\r\n%d uV\r\n%lf uV/ms", &ms, &microvolts, &slope), 3)
+            << owner_.readout;
+        EXPECT_NEAR(ms, 600, 6);
+        EXPECT_EQ(microvolts, ms / 2 * 3) << "as it is, not upside down";
+        EXPECT_EQ(slope, 1.5);
+    }
+    Send(MV_SETLEAD, 99, 0);
+    HitTest(kWidth / 2, 10);
+    EXPECT_EQ(owner_.readout, "...") << "a missing lead";
+}
+
+TEST_F(MarkerViewInput, WithoutOwnerOrBeatThereIsNoReadout) {
+    MakeView();
+    HitTest(kWidth / 2, 10);
+    EXPECT_EQ(owner_.readouts, 0);
+    Show({300, 400, 500, 700, 900});
+    Send(MV_ATTACHOWNER, 0, 0);
+    HitTest(kWidth / 2, 10);
+    Drag(ColumnOfMs(500), 10, ColumnOfMs(600));
+    EXPECT_EQ(owner_.readouts, 0);
+    EXPECT_EQ(TakePosted(), Posted());
+}
+
+TEST_F(MarkerViewInput, AHitOutsideTheClientAreaIsPassedOn) {
+    Open();
+    EXPECT_EQ(HitTest(kWidth + 3, 50), HTVSCROLL);
+    EXPECT_EQ(HitTest(50, kHeight + 3), HTHSCROLL);
+    EXPECT_EQ(Send(WM_SETCURSOR, reinterpret_cast<WPARAM>(view_), MAKELPARAM(HTVSCROLL, WM_MOUSEMOVE)), 0);
+}
+
+}  // namespace
+}  // namespace kx::test
