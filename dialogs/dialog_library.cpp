@@ -1,6 +1,7 @@
 #include "dialogs/dialog_library.h"
 
 #include "lib/windows/common_controls.h"
+#include "lib/windows/smooth_polyline.h"
 
 namespace kx {
 
@@ -11,6 +12,11 @@ DialogLibrary::DialogLibrary(HMODULE module)
       controls_(module) {
     // The templates name date and time pickers, and the panes make list and tree views.
     UseCommonControls();
+}
+
+DialogLibrary::~DialogLibrary() {
+    // The module may be unloaded next.
+    StopSmoothDrawing();
 }
 
 }  // namespace kx

@@ -22,6 +22,9 @@ class DialogLibrary final : public LibraryModule {
   public:
     // module: the library's own handle, whose resources hold the templates, texts and version record.
     explicit DialogLibrary(HMODULE module);
+    ~DialogLibrary();
+    DialogLibrary(const DialogLibrary&) = delete;
+    DialogLibrary& operator=(const DialogLibrary&) = delete;
 
     // Null only when there was no memory for the binding; Reports serves in any case.
     SystemServices* Services() const { return session_.Services(); }
