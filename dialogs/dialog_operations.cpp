@@ -4,6 +4,7 @@
 
 #include "dialogs/dialog_library.h"
 #include "dialogs/hyptrphy.h"
+#include "dialogs/interpretation/interp.h"
 #include "dialogs/morphology/genmorph.h"
 #include "dialogs/morphology/pmorph.h"
 #include "dialogs/morphology/qrsmrph.h"
@@ -30,7 +31,7 @@ constexpr Operation<PMorphDialog> kPMorph{"PMorphDialog", "pmorph", 480};
 constexpr Operation<QrsMorphDialog> kQrsMorph{"QrsMorphDialog", "qrsmrph", 740};
 constexpr Operation<TMorphDialog> kTMorph{"TMorphDialog", "tmorph", 487};
 constexpr Operation<HypertrophyDialog> kHypertrophy{"HypertrophyDialog", "hyptrphy", 422};
-constexpr Operation<NotBuiltYet> kInterpretation{"InterpretationDialog", "interp", 2167};  // not built yet
+constexpr Operation<InterpretationDialog> kInterpretation{"InterpretationDialog", "interp", 2167};
 constexpr Operation<NotBuiltYet> kEditInterpretation{"InterpretationDialog", "interp",
                                                      2176};  // not built yet
 

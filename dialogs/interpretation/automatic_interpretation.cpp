@@ -1,0 +1,98 @@
+#include "dialogs/interpretation/automatic_interpretation.h"
+
+#include <windows.h>
+
+#include <cstring>
+#include <memory>
+#include <new>
+
+#include "dialogs/interpretation/interp_report.h"
+#include "dialogs/interpretation/library_folder.h"
+#include "lib/fileutil.h"
+#include "lib/modules/interpretation_engine.h"
+#include "lib/modules/render_services.h"
+
+namespace kx {
+namespace {
+
+constexpr std::uint32_t kNoBeatLine = 1643;
+constexpr std::uint32_t kNoSignalLine = 1644;
+constexpr std::uint32_t kNoFolderLine = 1660;
+constexpr std::uint32_t kNotRenderedLine = 1669;
+constexpr std::uint32_t kNoBufferLine = 1671;
+constexpr std::uint32_t kNoScriptLine = 1672;
+
+constexpr char kScriptName[] = "\\stress.scr";
+constexpr std::size_t kEngineTextSize = 4096;
+// What a rendered text may have more than its script.
+constexpr std::uint32_t kRenderedSurplus = 4096;
+
+bool IsLeftOut(const void* hostOptions) {
+    std::uint32_t first = 0;
+    std::memcpy(&first, hostOptions, sizeof first);
+    return first == kWithoutAutomatic;
+}
+
+std::string Interpreted(TestRecord& test, Reporter& log) {
+    if (test.Ecg() == nullptr) {
+        log.LOGOEMERROR(kInterpSource, kNoSignalLine, "no ECG");
+        return {};
+    }
+    EpisodeRecord* const episode = test.Episode(0);
+    if (episode == nullptr || episode->DurationSeconds() == 0) {
+        log.LOGOEMERROR(kInterpSource, kNoBeatLine, "no cpx");
+        return {};
+    }
+    InterpretationEngine engine;
+    if (test.Annotations() == nullptr) {
+        return {};
+    }
+    if (engine.INTERPRET(&episode->measurements, &episode->interpretation, test.annotations, 0, 0, 0) == 0) {
+        log.LOGSYSTEMERROR(engine.ErrorText());
+        return {};
+    }
+    char text[kEngineTextSize] = {};
+    episode->Interpretation().Text(text, sizeof text);
+    return text;
+}
+
+std::string Rendered(const LibraryModule& library, TestRecord& test, Reporter& log) {
+    char path[MAX_PATH];
+    if (!PathBesideLibrary(library.instance.Handle(), kScriptName, kNoFolderLine, log, path)) {
+        return {};
+    }
+    DataFile script;
+    if (!script.SetName(path) || !script.LoadAll(nullptr)) {
+        log.LOGOEMERROR(kInterpSource, kNoScriptLine, path);
+        return {};
+    }
+    const std::uint32_t size = script.Length() + kRenderedSurplus;
+    const std::unique_ptr<char[]> text(size >= kRenderedSurplus ? new (std::nothrow) char[size]() : nullptr);
+    if (text == nullptr) {
+        log.LOGMEMORYERROR(kInterpSource, kNoBufferLine);
+        return {};
+    }
+    RenderServices renderer;
+    if (renderer.CREATETEXT(script.Content(), text.get(), size, &test, 0, 0) == 0) {
+        log.LOGOEMERROR(kInterpSource, kNotRenderedLine, "interp");
+        return {};
+    }
+    text[size - 1] = '\0';
+    return text.get();
+}
+
+}  // namespace
+
+std::string ProduceAutomaticInterpretation(const LibraryModule& library, TestRecord& test,
+                                           const void* hostOptions, Reporter& log) {
+    switch (test.TestType()) {
+        case KX_TEST_RESTING:
+            return IsLeftOut(hostOptions) ? std::string() : Interpreted(test, log);
+        case KX_TEST_STRESS:
+            return Rendered(library, test, log);
+        default:
+            return {};
+    }
+}
+
+}  // namespace kx

@@ -1,0 +1,223 @@
+// The interpretation pane: building it and showing the record.
+#include "dialogs/interpretation/interp.h"
+
+#include <commctrl.h>
+
+#include <cstdio>
+#include <new>
+
+#include "dialogs/interpretation/automatic_interpretation.h"
+#include "dialogs/interpretation/interp_report.h"
+#include "dialogs/interpretation/staff_list.h"
+#include "dialogs/resources/interpretation_ids.h"
+#include "dialogs/resources/picture_ids.h"
+#include "lib/modules/version_info.h"
+#include "lib/windows/common_controls.h"
+#include "lib/windows/registry_key.h"
+#include "lib/windows/subclassed_control.h"
+
+namespace kx {
+namespace {
+
+constexpr std::uint32_t kNoRecordLine = 1185;
+constexpr std::uint32_t kNotBuiltLine = 1292;
+constexpr StaffListLines kReviewerLines{1235, 1237};
+constexpr StaffListLines kPhysicianLines{1263, 1265};
+
+constexpr char kSuiteKey[] = "Software\\Vardessa\\Halcyra OEM";
+constexpr std::uint32_t kSourceSize = 256;
+constexpr int kIconSide = 16;  // pixels
+
+constexpr GrowthRow kGrowth[] = {
+    {IDC_INTERP_STATEMENT, 0, 0, 60, 100},
+    {IDC_INTERP_INSERT_AUTOMATIC, 60, 0, 60, 0},
+    {IDC_INTERP_AUTOMATIC_SOURCE, 60, 0, 100, 0},
+    {IDC_INTERP_AUTOMATIC, 60, 0, 100, 40},
+    {IDC_INTERP_INSERT_LIBRARY_ENTRY, 60, 40, 60, 40},
+    {IDC_INTERP_DICTIONARY, 60, 40, 60, 40},
+    {IDC_INTERP_LIBRARY_TITLE, 60, 40, 100, 40},
+    {IDC_INTERP_LIBRARY, 60, 40, 100, 100},
+};
+
+bool Exists(const Window* control) {
+    return control != nullptr && control->Handle() != nullptr;
+}
+
+template <class Record>
+void AddNames(const StaffList<Record>& staff, ComboBox& names) {
+    char name[256];
+    for (std::uint32_t i = 0; i < staff.count; ++i) {
+        if (!IsNameless(staff.records[i])) {
+            DisplayName(staff.records[i], name, sizeof name);
+            names.AddString(name);
+        }
+    }
+}
+
+}  // namespace
+
+InterpretationDialog::InterpretationDialog(const DialogLibrary& library, Window* parent, TestRecord* test,
+                                           const void* hostOptions, SystemServices* services)
+    : Dialog(library, parent, library.HelpFile(), services),
+      library_(library),
+      test_(test),
+      hostOptions_(hostOptions) {
+    if (test_ == nullptr) {
+        Reports().LOGMEMORYERROR(kInterpSource, kNoRecordLine);
+        return;
+    }
+    UseCommonControls();  // the template has pickers and a tree
+    CreateModeless(IDD_INTERPRETATION, this);
+}
+
+bool InterpretationDialog::OnInitDialog() {
+    try {
+        if (Build()) {
+            filled_ = true;
+            Show();
+            return true;
+        }
+    } catch (...) {
+        // Reported below, as every other failure of this step.
+    }
+    Reports().LOGMEMORYERROR(kInterpSource, kNotBuiltLine);
+    // The window stays, without this object: what it holds of the controls would be lost.
+    Release();
+    return false;
+}
+
+bool InterpretationDialog::Build() {
+    if (!AdoptControls()) {
+        return false;
+    }
+    layout_.emplace(Handle(), kGrowth, std::size(kGrowth));
+    ShowOriginal();
+    AddNames(ListTechnicians(kReviewerLines, Reports()), *review_.names);
+    ShowReview();
+    AddNames(ListPhysicians(kPhysicianLines, Reports()), *confirmation_.names);
+    ShowConfirmation();
+
+    statement_->SendMsg(EM_LIMITTEXT, kStatementSize - 1);
+    statement_->SetText(test_->InterpretationText(statementBuffer_, sizeof statementBuffer_));
+    ShowSource();
+    automatic_->SetText(ProduceAutomaticInterpretation(library_, *test_, hostOptions_, Reports()).c_str());
+    ShowIcons();
+    return true;
+}
+
+bool InterpretationDialog::AdoptControls() {
+    originalBy_ = std::make_unique<EditBox>(this, IDC_INTERP_ORIGINAL_BY);
+    originalTime_.emplace(this, IDC_INTERP_ORIGINAL_DATE, IDC_INTERP_ORIGINAL_TIME);
+    AdoptStage(review_, IDC_INTERP_REVIEWED, IDC_INTERP_REVIEWER, IDC_INTERP_REVIEW_DATE,
+               IDC_INTERP_REVIEW_TIME);
+    AdoptStage(confirmation_, IDC_INTERP_CONFIRMED, IDC_INTERP_PHYSICIAN, IDC_INTERP_CONFIRM_DATE,
+               IDC_INTERP_CONFIRM_TIME);
+    statement_ = std::make_unique<EditBox>(this, IDC_INTERP_STATEMENT);
+    tree_ = std::make_unique<CommentLibraryTree>(library_, this, IDC_INTERP_LIBRARY, test_->TestType(),
+                                                 Reports());
+    insertLibraryEntry_ = new CheckBox(this, IDC_INTERP_INSERT_LIBRARY_ENTRY);
+    dictionary_ = new CheckBox(this, IDC_INTERP_DICTIONARY);
+    automatic_ = std::make_unique<EditBox>(this, IDC_INTERP_AUTOMATIC);
+    source_ = std::make_unique<StaticLabel>(this, IDC_INTERP_AUTOMATIC_SOURCE);
+    insertAutomatic_ = new CheckBox(this, IDC_INTERP_INSERT_AUTOMATIC);
+    return Exists(originalBy_.get()) && originalTime_->IsComplete() && review_.IsComplete() &&
+           confirmation_.IsComplete() && Exists(statement_.get()) && Exists(tree_.get()) &&
+           Exists(insertLibraryEntry_) && Exists(dictionary_) && Exists(automatic_.get()) &&
+           Exists(source_.get()) && Exists(insertAutomatic_);
+}
+
+void InterpretationDialog::AdoptStage(Stage& stage, std::uint32_t box, std::uint32_t names,
+                                      std::uint32_t date, std::uint32_t time) {
+    stage.taken = new CheckBox(this, box);
+    stage.names = new ComboBox(library_, this, names);
+    stage.time.emplace(this, date, time);
+}
+
+void InterpretationDialog::ShowOriginal() {
+    originalBy_->SetText(test_->OriginalBy());
+    originalTime_->Show(test_->OriginalTime());
+}
+
+void InterpretationDialog::ShowReview() {
+    DateTime time;  // now
+    if (test_->IsOverread() || test_->IsConfirmed()) {
+        originalTime_->Hide();
+        review_.taken->Check();
+        review_.taken->Enable(false);  // a stage that was reached is not given up
+        review_.names->SetText(test_->OverreadBy());
+        time = test_->OverreadTime();
+    } else {
+        review_.taken->Uncheck();
+    }
+    review_.time->Show(time);
+}
+
+void InterpretationDialog::ShowConfirmation() {
+    DateTime time;  // now
+    if (test_->IsConfirmed()) {
+        confirmation_.taken->Check();
+        confirmation_.names->SetText(test_->ConfirmedBy());
+        time = test_->ConfirmedTime();
+    } else {
+        confirmation_.taken->Uncheck();
+    }
+    confirmation_.time->Show(time);
+}
+
+// The suite can name itself as the source of the automatic interpretation.
+void InterpretationDialog::ShowSource() {
+    char text[kSourceSize] = {};
+    const RegistryKey suite(HKEY_CURRENT_USER, kSuiteKey, RegistryKey::ReadOnly{});
+    std::uint32_t enabled = 0;
+    if (suite.GetDword("enable", &enabled) && enabled != 0) {
+        suite.GetString("ProductName", text, sizeof text);
+    } else {
+        const VersionInfo version(Module());
+        std::snprintf(text, sizeof text, "%s (%s)", version.ProductName(), version.FileVersion());
+    }
+    source_->SetText(text);
+}
+
+void InterpretationDialog::ShowIcons() {
+    const struct {
+        CheckBox* button;
+        std::uint32_t icon;
+    } rows[] = {
+        {insertLibraryEntry_, IDI_BUTTON_INSERT_LIBRARY_ENTRY},
+        {insertAutomatic_, IDI_BUTTON_INSERT_AUTOMATIC},
+        {dictionary_, IDI_BUTTON_DICTIONARY},
+    };
+    for (const auto& row : rows) {
+        row.button->SetIcon(UniqueIcon(static_cast<HICON>(
+            Library()->instance.LoadImageById(row.icon, IMAGE_ICON, kIconSide, kIconSide, LR_DEFAULTCOLOR))));
+    }
+}
+
+void InterpretationDialog::Release() {
+    filled_ = false;
+    for (Stage* stage : {&review_, &confirmation_}) {
+        ReleaseSubclassed(stage->taken);
+        ReleaseSubclassed(stage->names);
+        stage->time.reset();
+    }
+    for (CheckBox** button : {&insertLibraryEntry_, &dictionary_, &insertAutomatic_}) {
+        ReleaseSubclassed(*button);
+    }
+    originalBy_.reset();
+    originalTime_.reset();
+    statement_.reset();
+    tree_.reset();
+    automatic_.reset();
+    source_.reset();
+    layout_.reset();
+}
+
+void InterpretationDialog::OnDestroy() {
+    // The controls are destroyed after their dialog and still hold what the user has entered.
+    Save();
+    Release();
+    Dialog::OnDestroy();
+    delete this;
+}
+
+}  // namespace kx

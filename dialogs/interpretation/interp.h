@@ -1,0 +1,117 @@
+// The pane in which the interpretation of a test is reviewed (INTERPRETATIONDIALOG): the statement, the
+// automatic interpretation and the comment library to take from, and the stages of the report: original,
+// modified by a reviewer, confirmed by a physician.
+#pragma once
+
+#include <windows.h>
+
+#include <memory>
+#include <optional>
+
+#include "dialogs/dialog_library.h"
+#include "dialogs/interpretation/comment_library_tree.h"
+#include "dialogs/interpretation/pane_layout.h"
+#include "dialogs/interpretation/stage_pickers.h"
+#include "lib/dbclient/test_record.h"
+#include "lib/windows/check_box.h"
+#include "lib/windows/combo_box.h"
+#include "lib/windows/dialog.h"
+#include "lib/windows/edit_box.h"
+#include "lib/windows/static_label.h"
+
+namespace kx {
+
+// Every change is in the record at once, and the parent window is told of it (WM_USER, 1024, 1024). The
+// object belongs to its window and is deleted in its WM_DESTROY. The parent may destroy the pane while it is
+// being told.
+class InterpretationDialog final : public Dialog {
+  public:
+    // Creates the pane in the parent's window; without a record there is none, which is reported. hostOptions
+    // is not null (see automatic_interpretation.h). All outlive the pane; none is owned.
+    InterpretationDialog(const DialogLibrary& library, Window* parent, TestRecord* test,
+                         const void* hostOptions, SystemServices* services);
+
+    INT_PTR DialogProc(UINT message, WPARAM wParam, LPARAM lParam) override;
+    // False, reported, when the pane could not be built.
+    bool OnInitDialog() override;
+    INT_PTR OnDialogCommand(WPARAM wParam) override;
+    bool OnDialogNotify(UINT_PTR id, NMHDR* header, LRESULT& result) override;
+    void OnSize(UINT sizeType, int width, int height) override;
+    // Enter in the comment library inserts the selected entry; it never ends the pane.
+    bool OnOK() override;
+    bool OnCancel() override;
+    // Saves once more, then deletes the wrappers and this object.
+    void OnDestroy() override;
+
+    // Each puts a text in the place of the statement's selection, undoable as one step, and the focus back
+    // into the statement. One that would make the statement longer than a record holds is left out as a
+    // whole, with a beep.
+    // The entry selected in the comment library, without its code; nothing when none was selected yet.
+    void InsertLibraryEntry();
+    void InsertAutomaticText();
+
+  private:
+    static constexpr int kStatementSize = sizeof(KxTestRecord::interpretationText);
+    static constexpr int kNameSize = 256;
+
+    // A stage of the report that the pane can take: its box, who and when.
+    struct Stage {
+        CheckBox* taken = nullptr;  // deleted by their controls (see subclassed_control.h)
+        ComboBox* names = nullptr;
+        std::optional<StagePickers> time;
+
+        bool IsComplete() const;
+        bool IsNameChange(WPARAM wParam) const;
+    };
+
+    ~InterpretationDialog() = default;
+
+    // ---- interp.cpp: building the pane
+    bool Build();
+    bool AdoptControls();
+    void AdoptStage(Stage& stage, std::uint32_t box, std::uint32_t names, std::uint32_t date,
+                    std::uint32_t time);
+    void ShowOriginal();
+    void ShowReview();
+    void ShowConfirmation();
+    void ShowSource();
+    void ShowIcons();
+    void Release();
+
+    // ---- interp_actions.cpp: what the user does
+    void OnStatementChanged();
+    void ReplaceSelection(const char* text);
+    // The name of a stage as its combo box shows it. picked: in its CBN_SELCHANGE, when the edit field still
+    // holds the name before.
+    void ReadName(const ComboBox& names, bool picked, char (&name)[kNameSize]) const;
+    // Takes the stage and saves.
+    void OnStageChanged(const Stage& stage, WPARAM wParam);
+    // Writes the statement and the stages that are taken into the record and tells the parent window. The
+    // last thing that a handler does: the pane may be gone afterwards. picked: whose list the user has just
+    // chosen from, or null.
+    void Save(const Stage* picked = nullptr);
+
+    const DialogLibrary& library_;
+    TestRecord* test_;
+    const void* hostOptions_;
+
+    std::unique_ptr<EditBox> originalBy_;
+    std::optional<StagePickers> originalTime_;
+    Stage review_;
+    Stage confirmation_;
+    std::unique_ptr<EditBox> statement_;
+    std::unique_ptr<CommentLibraryTree> tree_;
+    CheckBox* insertLibraryEntry_ = nullptr;
+    CheckBox* dictionary_ = nullptr;
+    CheckBox* insertAutomatic_ = nullptr;
+    std::unique_ptr<EditBox> automatic_;
+    std::unique_ptr<StaticLabel> source_;
+    std::optional<PaneLayout> layout_;
+
+    // What the controls say counts as the user's once the pane is filled.
+    bool filled_ = false;
+    // On the way from the edit into the record.
+    char statementBuffer_[kStatementSize] = {};
+};
+
+}  // namespace kx

@@ -1,0 +1,174 @@
+// The interpretation pane: what the user does, and how it gets into the record.
+#include <cstring>
+#include <string>
+
+#include "dialogs/interpretation/interp.h"
+#include "dialogs/resources/interpretation_ids.h"
+#include "dialogs/statements/statement_insertion.h"
+
+namespace kx {
+namespace {
+
+constexpr WPARAM kFocusStatement = 100;  // of a WM_USER that the pane posts to itself
+constexpr WPARAM kChangeNotice = 1024;   // both parameters of the WM_USER to the parent
+
+}  // namespace
+
+bool InterpretationDialog::Stage::IsComplete() const {
+    return taken->Handle() != nullptr && names->Handle() != nullptr && time->IsComplete();
+}
+
+bool InterpretationDialog::Stage::IsNameChange(WPARAM wParam) const {
+    return names->IsSelChange(wParam) || names->IsEditChange(wParam) || names->IsEditUpdate(wParam);
+}
+
+INT_PTR InterpretationDialog::DialogProc(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (!filled_) {
+        return Dialog::DialogProc(message, wParam, lParam);
+    }
+    switch (message) {
+        case WM_USER:
+            if (wParam == kFocusStatement) {
+                statement_->SetFocus();
+                return TRUE;
+            }
+            break;
+        case WM_CLOSE:
+            // An edit of several lines sends it for Esc; the default procedure would make a Cancel of it,
+            // and the user's report would be out of sight.
+            OnClose();
+            return TRUE;
+        default:
+            break;
+    }
+    return Dialog::DialogProc(message, wParam, lParam);
+}
+
+INT_PTR InterpretationDialog::OnDialogCommand(WPARAM wParam) {
+    if (!filled_) {
+        return 0;
+    }
+    if (statement_->IsChange(wParam)) {
+        OnStatementChanged();
+    } else if (review_.IsNameChange(wParam)) {
+        OnStageChanged(review_, wParam);
+    } else if (confirmation_.IsNameChange(wParam)) {
+        OnStageChanged(confirmation_, wParam);
+    } else if (statement_->IsKillFocus(wParam)) {
+        Save();
+    } else if (insertLibraryEntry_->IsClicked(wParam)) {
+        InsertLibraryEntry();
+    } else if (insertAutomatic_->IsClicked(wParam)) {
+        InsertAutomaticText();
+    } else {
+        return Dialog::OnDialogCommand(wParam);
+    }
+    return 1;
+}
+
+bool InterpretationDialog::OnDialogNotify(UINT_PTR id, NMHDR* header, LRESULT& result) {
+    if (!filled_ || header == nullptr) {
+        return false;
+    }
+    if (tree_->Notify(static_cast<std::uint32_t>(id), header, result)) {
+        return true;
+    }
+    if (id == tree_->Id() && (header->code == NM_DBLCLK || header->code == NM_RETURN)) {
+        InsertLibraryEntry();
+        return false;  // the tree opens or closes a section by it
+    }
+    for (const Stage* stage : {&review_, &confirmation_}) {
+        if (stage->time->IsChange(static_cast<std::uint32_t>(id), header)) {
+            OnStageChanged(*stage, 0);
+            return true;
+        }
+    }
+    return false;
+}
+
+void InterpretationDialog::OnSize(UINT sizeType, int width, int height) {
+    if (layout_ && sizeType != SIZE_MINIMIZED) {
+        layout_->Place(width, height);
+    }
+}
+
+bool InterpretationDialog::OnOK() {
+    if (filled_ && tree_->HasFocus()) {
+        InsertLibraryEntry();
+    }
+    return true;
+}
+
+bool InterpretationDialog::OnCancel() {
+    return EndCancel();
+}
+
+void InterpretationDialog::OnStatementChanged() {
+    review_.taken->Check();
+    Save();
+}
+
+void InterpretationDialog::OnStageChanged(const Stage& stage, WPARAM wParam) {
+    stage.taken->Check();
+    Save(stage.names->IsSelChange(wParam) ? &stage : nullptr);
+}
+
+void InterpretationDialog::InsertLibraryEntry() {
+    if (!tree_->SelectedText().empty()) {
+        ReplaceSelection(LibraryInsertion(tree_->SelectedText()).c_str());
+    }
+}
+
+void InterpretationDialog::InsertAutomaticText() {
+    char text[kStatementSize];
+    automatic_->GetText(text, sizeof text);
+    ReplaceSelection(text);
+}
+
+void InterpretationDialog::ReplaceSelection(const char* text) {
+    // Posted before the change: the parent, told of it, may destroy the pane.
+    PostUser(kFocusStatement, 0);
+    const TextSelection selection = statement_->GetSelection();
+    const int kept = statement_->GetTextLength() - (selection.end - selection.start);
+    // The edit would cut the text at its limit, and half a statement can say the contrary of the whole.
+    if (kept + static_cast<int>(std::strlen(text)) >= kStatementSize) {
+        MessageBeep(MB_ICONWARNING);
+        return;
+    }
+    statement_->SendMsg(EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(text));
+}
+
+void InterpretationDialog::ReadName(const ComboBox& names, bool picked, char (&name)[kNameSize]) const {
+    const int item = picked ? names.GetCurSel() : CB_ERR;
+    if (item == CB_ERR || names.GetLBText(item, name, sizeof name) == CB_ERR) {
+        names.GetText(name, sizeof name);
+    }
+}
+
+void InterpretationDialog::Save(const Stage* picked) {
+    if (!filled_) {
+        return;
+    }
+    statement_->GetText(statementBuffer_, sizeof statementBuffer_);
+    char name[kNameSize];
+    const bool confirmed = confirmation_.taken->IsChecked();
+    if (review_.taken->IsChecked()) {
+        if (!confirmed) {
+            const DateTime time = review_.time->Value();
+            test_->SetOverreadInterpretation(&time, statementBuffer_);
+        }
+        ReadName(*review_.names, picked == &review_, name);
+        test_->SetOverreadBy(name);
+    }
+    if (confirmed) {
+        const DateTime time = confirmation_.time->Value();
+        test_->SetConfirmedInterpretation(&time, statementBuffer_);
+        ReadName(*confirmation_.names, picked == &confirmation_, name);
+        test_->SetConfirmedBy(name);
+    }
+    if (const HWND parent = ParentHandle(); parent != nullptr) {
+        SendMessageA(parent, WM_USER, kChangeNotice, kChangeNotice);
+    }
+}
+
+}  // namespace kx

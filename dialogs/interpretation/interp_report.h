@@ -1,0 +1,8 @@
+// How the interpretation review names itself in the suite's log.
+#pragma once
+
+namespace kx {
+
+inline constexpr char kInterpSource[] = "interp";
+
+}  // namespace kx

@@ -1,0 +1,37 @@
+// When a stage of a report was reached: a picker for the date beside one for the time of day.
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+
+#include "lib/timestmp.h"
+#include "lib/windows/date_time_picker.h"
+
+namespace kx {
+
+class StagePickers {
+  public:
+    // Adopts two items of a dialog.
+    StagePickers(Window* dialog, std::uint32_t dateId, std::uint32_t timeId);
+
+    bool IsComplete() const { return date_.Handle() != nullptr && time_.Handle() != nullptr; }
+    void Hide();
+    void Show(const DateTime& time);
+    // The date of the one with the time of day of the other. As long as the pickers stand as Show left them
+    // it is the time that was shown: a picker knows no hundredths and not every time stamp is a calendar
+    // date, and a report that nobody touched keeps its time.
+    DateTime Value() const;
+    // Whether a WM_NOTIFY says that one of the two was changed.
+    bool IsChange(std::uint32_t id, const NMHDR* header) const;
+
+  private:
+    DateTime Picked() const;
+
+    DateTimePicker date_;
+    DateTimePicker time_;
+    DateTime given_ = DateTime::None();
+    DateTime shown_ = DateTime::None();  // what the pickers made of it
+};
+
+}  // namespace kx
