@@ -36,8 +36,9 @@ class WordReader {
     // A text of `size` bytes, padded to whole words; what is there of it when the file ends before.
     std::string Text(std::size_t size) {
         const std::size_t left = bytes_.size() - position_;
-        if (left < size + size % 2)
+        if (left < size + size % 2) {
             ended_ = true;
+        }
         const std::size_t taken = std::min(size, left);
         const auto first = bytes_.begin() + static_cast<std::ptrdiff_t>(position_);
         std::string text(first, first + static_cast<std::ptrdiff_t>(taken));
@@ -65,48 +66,57 @@ std::vector<Annotation> ParseAnnotations(std::span<const std::uint8_t> bytes, bo
     std::uint8_t channel = 0;
     while (true) {
         const unsigned word = words.Word();
-        if (words.Ended() || word == 0)
+        if (words.Ended() || word == 0) {
             break;
+        }
         const unsigned code = word >> 10;
         const unsigned interval = word & 0x3FF;
         if (code == kSkip) {
             // A 32-bit interval whose high word stands first.
             const unsigned high = words.Word();
             const unsigned low = words.Word();
-            if (!words.Ended())
+            if (!words.Ended()) {
                 sample += static_cast<std::int32_t>(high << 16 | low);
+            }
         } else if (code == kNum) {
             number = SignedLow(interval);
-            if (!found.empty())
+            if (!found.empty()) {
                 found.back().number = number;
+            }
         } else if (code == kSub) {
-            if (!found.empty())
+            if (!found.empty()) {
                 found.back().subtype = SignedLow(interval);
+            }
         } else if (code == kChannel) {
             channel = static_cast<std::uint8_t>(interval & 0xFF);
-            if (!found.empty())
+            if (!found.empty()) {
                 found.back().channel = channel;
+            }
         } else if (code == kAux) {
             std::string text = words.Text(interval);
-            if (!found.empty())
+            if (!found.empty()) {
                 found.back().text = std::move(text);
+            }
         } else {
             sample += interval;
             // Codes 50 to 58 are not given out; code 0 with an interval only moves the time on.
-            if (code != 0 && code <= kLastCode)
+            if (code != 0 && code <= kLastCode) {
                 found.push_back({sample, static_cast<std::uint8_t>(code), 0, channel, number, {}});
+            }
         }
     }
-    if (truncated)
+    if (truncated) {
         *truncated = words.Ended();
+    }
     return found;
 }
 
 std::optional<std::vector<Annotation>> ReadAnnotations(const std::filesystem::path& file,
                                                        std::string& error) {
     const auto bytes = ReadFileBytes(file, kLargestFile, error);
-    if (!bytes)
+    if (!bytes) {
         return std::nullopt;
+    }
     return ParseAnnotations(*bytes);
 }
 

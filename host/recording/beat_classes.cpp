@@ -27,18 +27,21 @@ void CutShape(const std::vector<Trace>& leads, std::ptrdiff_t place, Shape& shap
     shape.clear();
     for (const Trace& lead : leads) {
         double sum = 0;
-        for (std::ptrdiff_t k = -kHalfWindow; k <= kHalfWindow; k += kStride)
+        for (std::ptrdiff_t k = -kHalfWindow; k <= kHalfWindow; k += kStride) {
             sum += double{At(lead, place + k)};
+        }
         const auto mean = static_cast<float>(sum / static_cast<double>(kPointsPerLead));
-        for (std::ptrdiff_t k = -kHalfWindow; k <= kHalfWindow; k += kStride)
+        for (std::ptrdiff_t k = -kHalfWindow; k <= kHalfWindow; k += kStride) {
             shape.push_back(At(lead, place + k) - mean);
+        }
     }
 }
 
 double Product(const Shape& a, const Shape& b) {
     double sum = 0;
-    for (std::size_t i = 0; i < a.size(); ++i)
+    for (std::size_t i = 0; i < a.size(); ++i) {
         sum += double{a[i]} * double{b[i]};
+    }
     return sum;
 }
 
@@ -56,8 +59,9 @@ Match BestMatch(const std::vector<Trace>& leads, std::ptrdiff_t beat, const Shap
         CutShape(leads, beat + lag, cut);
         const double scale = std::sqrt(power * Product(cut, cut));
         const double correlation = scale > 0 ? Product(shape, cut) / scale : -1;
-        if (correlation > best.correlation)
+        if (correlation > best.correlation) {
             best = {correlation, beat + lag};
+        }
     }
     return best;
 }
@@ -70,8 +74,9 @@ struct Class {
 
 void Join(Class& group, std::size_t beat, const Shape& shape) {
     group.sum.resize(shape.size());
-    for (std::size_t i = 0; i < shape.size(); ++i)
+    for (std::size_t i = 0; i < shape.size(); ++i) {
         group.sum[i] += shape[i];
+    }
     group.members.push_back(beat);
 }
 
@@ -83,16 +88,20 @@ const Class& DominantClass(std::vector<Class>& classes, const std::vector<std::p
         most = std::max(most, group.members.size());
         std::vector<float> intervals;
         for (const std::size_t beat : group.members) {
-            if (beat > 0)
+            if (beat > 0) {
                 intervals.push_back(static_cast<float>(beats[beat] - beats[beat - 1]));
+            }
         }
         group.lead = Median(intervals);
     }
-    const Class* best = nullptr;
+    const Class* best = &classes.front();
+    bool found = false;
     for (const Class& group : classes) {
         const bool candidate = group.members.size() == most || (most > 2 && group.members.size() + 1 == most);
-        if (candidate && (!best || group.lead > best->lead))
+        if (candidate && (!found || group.lead > best->lead)) {
             best = &group;
+            found = true;
+        }
     }
     return *best;
 }
@@ -102,14 +111,16 @@ const Class& DominantClass(std::vector<Class>& classes, const std::vector<std::p
 BeatClasses ClassifyBeats(const Recording& recording, const std::vector<std::ptrdiff_t>& beats) {
     constexpr std::size_t kSmoothing = 5;
     std::vector<Trace> leads;
-    for (const Trace& lead : recording.leads)
+    for (const Trace& lead : recording.leads) {
         leads.push_back(MovingMean(lead, kSmoothing));
+    }
 
     BeatClasses result;
     result.dominant.resize(beats.size());
     result.aligned = beats;
-    if (beats.empty())
+    if (beats.empty()) {
         return result;
+    }
     std::vector<Class> classes;
     Shape shape;
     for (std::size_t i = 0; i < beats.size(); ++i) {
@@ -123,8 +134,9 @@ BeatClasses ClassifyBeats(const Recording& recording, const std::vector<std::ptr
             }
         }
         if (best.correlation < kSameShape) {
-            if (classes.size() == kMostClasses)
+            if (classes.size() == kMostClasses) {
                 continue;
+            }
             home = &classes.emplace_back();
             best.place = beats[i];
         }

@@ -48,8 +48,9 @@ Features FeaturesOf(const Recording& recording) {
         }
     }
     features.integrated = MovingMean(features.energy, kIntegration);
-    for (float& value : features.integrated)
+    for (float& value : features.integrated) {
         value = std::sqrt(std::max(value, 0.0f));
+    }
     return features;
 }
 
@@ -73,8 +74,9 @@ std::vector<Peak> FindPeaks(const Features& features) {
     constexpr std::ptrdiff_t kReach = ToSamples(100);
     for (std::ptrdiff_t i = 0; i < count; ++i) {
         const float height = trace[static_cast<std::size_t>(i)];
-        if (height <= 0 || LargestNear(trace, i, kReach) != i)
+        if (height <= 0 || LargestNear(trace, i, kReach) != i) {
             continue;
+        }
         const std::ptrdiff_t steepest = LargestNear(features.energy, i, ToSamples(60));
         peaks.push_back({i, height, std::sqrt(features.energy[static_cast<std::size_t>(steepest)])});
     }
@@ -88,8 +90,9 @@ float FirstSignalLevel(const Trace& trace) {
     std::vector<float> largest;
     for (std::size_t i = 0; i < trace.size(); i += kStretch) {
         // A short rest at the end may hold no beat.
-        if (!largest.empty() && trace.size() - i < kStretch / 2)
+        if (!largest.empty() && trace.size() - i < kStretch / 2) {
             break;
+        }
         const auto first = trace.begin() + static_cast<std::ptrdiff_t>(i);
         const auto length = static_cast<std::ptrdiff_t>(std::min(kStretch, trace.size() - i));
         largest.push_back(*std::max_element(first, first + length));
@@ -119,25 +122,29 @@ const Peak* SearchBack(const std::vector<Peak>& peaks, const Peak& from, const P
     const Peak* largest = nullptr;
     for (const Peak& peak : peaks) {
         if (peak.place < from.place + kTWaveSpan || peak.place > to.place - kRefractory ||
-            peak.height < threshold)
+            peak.height < threshold) {
             continue;
-        if (!largest || peak.height > largest->height)
+        }
+        if (!largest || peak.height > largest->height) {
             largest = &peak;
+        }
     }
     return largest;
 }
 
 double MedianRr(const std::vector<Peak>& beats) {
     std::vector<float> intervals;
-    for (std::size_t i = 1; i < beats.size(); ++i)
+    for (std::size_t i = 1; i < beats.size(); ++i) {
         intervals.push_back(static_cast<float>(beats[i].place - beats[i - 1].place));
+    }
     return Median(intervals);
 }
 
 std::vector<Peak> SelectBeats(const std::vector<Peak>& peaks, const Trace& integrated) {
     const float signal = FirstSignalLevel(integrated);
-    if (signal < kSmallestSignal)
+    if (signal < kSmallestSignal) {
         return {};
+    }
     std::vector<float> all(integrated.begin(), integrated.end());
     Levels levels(signal, std::min(static_cast<float>(Median(all)), signal / 2));
     std::vector<Peak> beats;
@@ -157,8 +164,9 @@ std::vector<Peak> SelectBeats(const std::vector<Peak>& peaks, const Trace& integ
         if (!complete.empty() && double(beat.place - complete.back().place) > double{kMissedBeatRr} * rr) {
             const Peak* missed =
                 SearchBack(peaks, complete.back(), beat, kSearchBackPart * levels.Threshold());
-            if (missed)
+            if (missed) {
                 complete.push_back(*missed);
+            }
         }
         complete.push_back(beat);
     }
@@ -168,16 +176,18 @@ std::vector<Peak> SelectBeats(const std::vector<Peak>& peaks, const Trace& integ
 }  // namespace
 
 std::vector<int> FindBeats(const Recording& given) {
-    if (given.SampleCount() == 0)
+    if (given.SampleCount() == 0) {
         return {};
+    }
     const Recording recording = ResampleToWorkingRate(given);
     const Features features = FeaturesOf(recording);
     std::vector<int> times;
     for (const Peak& beat : SelectBeats(FindPeaks(features), features.integrated)) {
         const std::ptrdiff_t place = LargestNear(features.magnitude, beat.place, ToSamples(70));
         const int ms = static_cast<int>(place * 1000 / kWorkingRate);
-        if (times.empty() || ms - times.back() >= 200)
+        if (times.empty() || ms - times.back() >= 200) {
             times.push_back(ms);
+        }
     }
     return times;
 }

@@ -21,8 +21,9 @@ constexpr std::size_t kIrregularPart = 4;  // more than one premature beat in so
 
 int MedianRrMs(const std::vector<int>& beatsMs) {
     std::vector<float> intervals;
-    for (std::size_t i = 1; i < beatsMs.size(); ++i)
+    for (std::size_t i = 1; i < beatsMs.size(); ++i) {
         intervals.push_back(static_cast<float>(beatsMs[i] - beatsMs[i - 1]));
+    }
     return static_cast<int>(std::lround(Median(intervals)));
 }
 
@@ -43,8 +44,9 @@ std::vector<bool> ByRhythm(const std::vector<bool>& dominant, const std::vector<
 bool IsWhole(const Recording& recording, std::ptrdiff_t place) {
     const std::ptrdiff_t first = place - kAlignment;
     const std::ptrdiff_t end = first + kMedianBeatSamples;
-    if (first < 0 || end > static_cast<std::ptrdiff_t>(recording.SampleCount()))
+    if (first < 0 || end > static_cast<std::ptrdiff_t>(recording.SampleCount())) {
         return false;
+    }
     return std::none_of(recording.gaps.begin(), recording.gaps.end(), [&](const Gap& gap) {
         return static_cast<std::ptrdiff_t>(gap.first)<end&& static_cast<std::ptrdiff_t>(gap.end)> first;
     });
@@ -53,16 +55,18 @@ bool IsWhole(const Recording& recording, std::ptrdiff_t place) {
 // The whole beats among the chosen; all of the chosen when none is whole.
 std::vector<bool> WholeBeats(const Recording& recording, const Places& places, std::vector<bool> chosen) {
     const std::vector<bool> all = chosen;
-    for (std::size_t i = 0; i < places.size(); ++i)
+    for (std::size_t i = 0; i < places.size(); ++i) {
         chosen[i] = chosen[i] && IsWhole(recording, places[i]);
+    }
     return std::count(chosen.begin(), chosen.end(), true) > 0 ? chosen : all;
 }
 
 Places Chosen(const Places& places, const std::vector<bool>& chosen) {
     Places taken;
     for (std::size_t i = 0; i < places.size(); ++i) {
-        if (chosen[i])
+        if (chosen[i]) {
             taken.push_back(places[i]);
+        }
     }
     return taken;
 }
@@ -71,8 +75,9 @@ Places Chosen(const Places& places, const std::vector<bool>& chosen) {
 void Gather(const Trace& lead, const Places& places, std::ptrdiff_t offset, std::vector<float>& values) {
     const auto last = static_cast<std::ptrdiff_t>(lead.size()) - 1;
     values.clear();
-    for (const std::ptrdiff_t place : places)
+    for (const std::ptrdiff_t place : places) {
         values.push_back(lead[static_cast<std::size_t>(std::clamp(place + offset, std::ptrdiff_t{0}, last))]);
+    }
 }
 
 // Where the QRS complex begins, in samples from the aligned places (negative): going back from its steepest
@@ -91,25 +96,29 @@ std::ptrdiff_t IsoelectricOffset(const Recording& recording, const Places& place
         for (std::size_t i = 0; i < mean.size(); ++i) {
             Gather(lead, places, static_cast<std::ptrdiff_t>(i) - kFarthest - kMargin, values);
             double sum = 0;
-            for (const float value : values)
+            for (const float value : values) {
                 sum += double{value};
+            }
             mean[i] = static_cast<float>(sum / static_cast<double>(values.size()));
         }
         const Trace slope = BandSlope(mean);
-        for (std::size_t i = 0; i < slope.size(); ++i)
+        for (std::size_t i = 0; i < slope.size(); ++i) {
             velocity[i] += slope[i] * slope[i];
+        }
     }
     const float largest = std::sqrt(*std::max_element(velocity.begin(), velocity.end()));
     const auto at = [&](std::ptrdiff_t offset) {
         return double{std::sqrt(velocity[static_cast<std::size_t>(offset + kFarthest + kMargin)])};
     };
-    double calmest = double{largest};
-    for (std::ptrdiff_t offset = -kFarthest; offset <= -kNearest; ++offset)
+    auto calmest = double{largest};
+    for (std::ptrdiff_t offset = -kFarthest; offset <= -kNearest; ++offset) {
         calmest = std::min(calmest, at(offset));
+    }
     const double threshold = std::max(kCalm * double{largest}, std::min(2 * calmest, double{largest} / 4));
     for (std::ptrdiff_t offset = -kNearest; offset > -kFarthest; --offset) {
-        if (at(offset) <= threshold)
+        if (at(offset) <= threshold) {
             return offset;
+        }
     }
     return -kFarthest;
 }
@@ -141,8 +150,9 @@ std::ptrdiff_t PeakOffset(const MedianBeat& beat) {
         double magnitude = 0;
         for (const std::vector<std::int16_t>& lead : beat.leads) {
             double sum = 0;
-            for (std::ptrdiff_t k = -kSmoothing; k <= kSmoothing; ++k)
+            for (std::ptrdiff_t k = -kSmoothing; k <= kSmoothing; ++k) {
                 sum += lead[static_cast<std::size_t>(kAlignment + offset + k)];
+            }
             magnitude += sum * sum;
         }
         if (magnitude > largest) {
@@ -163,8 +173,9 @@ std::optional<MedianBeat> Make(const Recording& given, std::string& error) {
     }
     beat.rrMs = MedianRrMs(beat.beatsMs);
     Places places;
-    for (const int ms : beat.beatsMs)
+    for (const int ms : beat.beatsMs) {
         places.push_back(ToSamples(ms));
+    }
     const BeatClasses classes = ClassifyBeats(recording, places);
     beat.dominant = classes.dominant;
     beat.kept = WholeBeats(recording, classes.aligned, ByRhythm(classes.dominant, beat.beatsMs, beat.rrMs));
@@ -173,19 +184,22 @@ std::optional<MedianBeat> Make(const Recording& given, std::string& error) {
     const Places ofShape = Chosen(classes.aligned, classes.dominant);
     const std::ptrdiff_t calm = IsoelectricOffset(recording, ofShape);
     Places knots = ofShape;
-    for (std::ptrdiff_t& knot : knots)
+    for (std::ptrdiff_t& knot : knots) {
         knot += calm;
+    }
     RemoveBaseline(recording, knots);
 
     places = Chosen(classes.aligned, beat.kept);
     FillMedians(recording, places, beat);
     if (const std::ptrdiff_t offset = PeakOffset(beat); offset != 0) {
-        for (std::ptrdiff_t& place : places)
+        for (std::ptrdiff_t& place : places) {
             place += offset;
+        }
         FillMedians(recording, places, beat);
     }
-    for (const std::ptrdiff_t place : places)
+    for (const std::ptrdiff_t place : places) {
         beat.alignedMs.push_back(static_cast<int>(place * 1000 / kWorkingRate));
+    }
     return beat;
 }
 

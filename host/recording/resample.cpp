@@ -36,8 +36,9 @@ class Kernel {
             weights_.push_back(Sinc(distance * bandwidth_) * Blackman(distance / reach_));
             sum += weights_.back();
         }
-        for (double& weight : weights_)
+        for (double& weight : weights_) {
             weight /= sum;
+        }
     }
 
     float Apply(const std::vector<float>& samples) const {
@@ -62,19 +63,22 @@ class Kernel {
 
 Recording ResampleToWorkingRate(const Recording& recording) {
     const double step = recording.sampleRate / kWorkingRate;
-    if (recording.SampleCount() == 0 || !(recording.sampleRate > 0) || std::abs(step - 1) < 1e-12)
+    if (recording.SampleCount() == 0 || !(recording.sampleRate > 0) || std::abs(step - 1) < 1e-12) {
         return recording;
+    }
     Recording result = recording;
     result.sampleRate = kWorkingRate;
     const auto last = static_cast<double>(recording.SampleCount() - 1);
     const auto count = static_cast<std::size_t>(std::floor(last / step + 1e-9)) + 1;
-    for (std::vector<float>& lead : result.leads)
+    for (std::vector<float>& lead : result.leads) {
         lead.resize(count);
+    }
     Kernel kernel(step > 1 ? 0.9 / step : 1.0);
     for (std::size_t i = 0; i < count; ++i) {
         kernel.Place(static_cast<double>(i) * step);
-        for (std::size_t lead = 0; lead < kLeadCount; ++lead)
+        for (std::size_t lead = 0; lead < kLeadCount; ++lead) {
             result.leads[lead][i] = kernel.Apply(recording.leads[lead]);
+        }
     }
     for (Gap& gap : result.gaps) {
         gap.first = static_cast<std::size_t>(static_cast<double>(gap.first) / step);

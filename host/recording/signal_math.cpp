@@ -9,8 +9,9 @@ namespace {
 // Running sums: the sum of [a, b) is sums[b] - sums[a].
 std::vector<double> RunningSums(const Trace& trace) {
     std::vector<double> sums(trace.size() + 1);
-    for (std::size_t i = 0; i < trace.size(); ++i)
+    for (std::size_t i = 0; i < trace.size(); ++i) {
         sums[i + 1] = sums[i] + double{trace[i]};
+    }
     return sums;
 }
 
@@ -40,12 +41,14 @@ Trace BandSlope(const Trace& trace) {
 }
 
 double Median(std::vector<float>& values) {
-    if (values.empty())
+    if (values.empty()) {
         return 0;
+    }
     const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
     std::nth_element(values.begin(), middle, values.end());
-    if (values.size() % 2 != 0)
+    if (values.size() % 2 != 0) {
         return *middle;
+    }
     return (double{*middle} + double{*std::max_element(values.begin(), middle)}) / 2;
 }
 

@@ -58,8 +58,9 @@ Vector WeightsOf(std::size_t lead) {
             return mix(-0.5, 1);
         default:
             for (const Projection& projection : kProjections) {
-                if (projection.lead == lead)
+                if (projection.lead == lead) {
                     return projection.weights;
+                }
             }
             return {};
     }
@@ -80,8 +81,9 @@ class Generator {
     // Standard deviation 1, by the sum of twelve.
     double Normal() {
         double sum = -6;
-        for (int i = 0; i < 12; ++i)
+        for (int i = 0; i < 12; ++i) {
             sum += Uniform();
+        }
         return sum;
     }
 
@@ -103,8 +105,9 @@ Vector DipoleAt(const SyntheticOptions& options, double msFromR) {
         const double width = k >= kFirstTWave ? wave.widthMs * stretch : wave.widthMs;
         const double distance = (msFromR - centre) / width;
         const double height = std::exp(-distance * distance / 2);
-        for (std::size_t axis = 0; axis < dipole.size(); ++axis)
+        for (std::size_t axis = 0; axis < dipole.size(); ++axis) {
             dipole[axis] += wave.moment[axis] * height;
+        }
     }
     return dipole;
 }
@@ -152,11 +155,13 @@ Recording MakeSyntheticRecording(const SyntheticOptions& options) {
         const double ms = static_cast<double>(i) * 1000 / options.sampleRate;
         Vector dipole{};
         for (const double beat : beats) {
-            if (std::abs(ms - beat) > kReachMs)
+            if (std::abs(ms - beat) > kReachMs) {
                 continue;
+            }
             const Vector one = DipoleAt(options, ms - beat);
-            for (std::size_t axis = 0; axis < dipole.size(); ++axis)
+            for (std::size_t axis = 0; axis < dipole.size(); ++axis) {
                 dipole[axis] += one[axis];
+            }
         }
         const double turns = 2 * std::numbers::pi * ms / 1000;
         for (std::size_t k = 0; k < std::size(kProjections); ++k) {
@@ -169,8 +174,9 @@ Recording MakeSyntheticRecording(const SyntheticOptions& options) {
         }
     }
     // Computed for the recording's own sake: the leads count as recorded.
-    for (const Lead lead : {kLeadIII, kLeadAVR, kLeadAVL, kLeadAVF})
+    for (const Lead lead : {kLeadIII, kLeadAVR, kLeadAVL, kLeadAVF}) {
         recording.derived[lead] = true;
+    }
     DeriveLeads(recording);
     recording.derived = {};
     return recording;

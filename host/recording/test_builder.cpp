@@ -30,16 +30,18 @@ std::string ToRecordText(std::string_view utf8) {
         const bool latin =
             (byte == 0xC2 || byte == 0xC3) && (next & 0xC0u) == 0x80 && !(byte == 0xC2 && next < 0xA0);
         text += latin ? static_cast<char>((byte & 3u) << 6 | (next & 0x3Fu)) : '?';
-        while (i + 1 < utf8.size() && (static_cast<unsigned char>(utf8[i + 1]) & 0xC0u) == 0x80)
+        while (i + 1 < utf8.size() && (static_cast<unsigned char>(utf8[i + 1]) & 0xC0u) == 0x80) {
             ++i;
+        }
     }
     return text;
 }
 
 void FillDiagnoses(const Recording& recording, TestRecord& test) {
     std::string text;
-    for (const std::string& diagnosis : recording.diagnoses)
+    for (const std::string& diagnosis : recording.diagnoses) {
         text += (text.empty() ? "" : "\r\n") + ToRecordText(diagnosis);
+    }
     const std::size_t length = std::min(text.size(), sizeof test.text332 - 1);
     std::memcpy(test.text332, text.data(), length);
     test.text332[length] = '\0';
@@ -69,8 +71,9 @@ bool FillEcg(const Recording& recording, TestRecord& test) {
 EpisodeRecord* AddBeat(TestRecord& test, const Recording& recording, const MedianBeat& beat) {
     EpisodeRecord* episode =
         test.AddEpisode(kTwelveLeads, kLeadCount, kMedianBeatSamples, kWorkingRate, kResolutionNv);
-    if (!episode)
+    if (!episode) {
         return nullptr;
+    }
     for (std::uint32_t lead = 0; lead < kLeadCount; ++lead) {
         if (!episode->SetLeadSamples(lead, beat.leads[lead].data(), kMedianBeatSamples)) {
             test.ReleaseEpisodes();
@@ -79,8 +82,9 @@ EpisodeRecord* AddBeat(TestRecord& test, const Recording& recording, const Media
     }
     // The record derives all four or none: where some were recorded, the others are the reader's.
     const std::array<bool, kLeadCount>& derived = recording.derived;
-    if (derived[kLeadAVR] && derived[kLeadAVL] && derived[kLeadAVF])
+    if (derived[kLeadAVR] && derived[kLeadAVL] && derived[kLeadAVF]) {
         episode->DeriveLimbLeads();
+    }
     const auto durationMs = static_cast<std::uint32_t>(std::lround(recording.DurationMs()));
     episode->durationSeconds = std::min<std::uint32_t>(durationMs / 1000, 65000);
     episode->SetEndTimeMs(durationMs);
@@ -96,10 +100,12 @@ EpisodeRecord* FillTestRecord(TestRecord& test, const Recording& recording, cons
     test.recordingDurationMs = static_cast<std::uint32_t>(std::lround(recording.DurationMs()));
     const std::string name = ToRecordText(recording.name);
     test.SetPatientId(name.c_str());
-    if (recording.ageYears >= 0)
+    if (recording.ageYears >= 0) {
         test.SetAgeDays(static_cast<std::uint16_t>(recording.ageYears * kDaysPerYear));
-    if (recording.sex != Sex::kUnknown)
+    }
+    if (recording.sex != Sex::kUnknown) {
         test.SetSex(recording.sex == Sex::kMale ? 1 : 2);
+    }
     const std::string rate = std::to_string(std::lround(recording.sampleRate)) + " Hz";
     test.SetDevice(ToRecordText(recording.source).c_str(), name.c_str(), rate.c_str());
     FillDiagnoses(recording, test);

@@ -14,10 +14,12 @@ inline bool IsBlank(char c) {
 }
 
 inline std::string_view Trim(std::string_view text) {
-    while (!text.empty() && IsBlank(text.front()))
+    while (!text.empty() && IsBlank(text.front())) {
         text.remove_prefix(1);
-    while (!text.empty() && IsBlank(text.back()))
+    }
+    while (!text.empty() && IsBlank(text.back())) {
         text.remove_suffix(1);
+    }
     return text;
 }
 
@@ -26,8 +28,9 @@ inline std::vector<std::string_view> Fields(std::string_view line) {
     std::vector<std::string_view> fields;
     while (!(line = Trim(line)).empty()) {
         std::size_t end = 0;
-        while (end < line.size() && !IsBlank(line[end]))
+        while (end < line.size() && !IsBlank(line[end])) {
             ++end;
+        }
         fields.push_back(line.substr(0, end));
         line.remove_prefix(end);
     }
@@ -37,8 +40,9 @@ inline std::vector<std::string_view> Fields(std::string_view line) {
 // ASCII lower case: header texts know no locale.
 inline std::string Lower(std::string_view text) {
     std::string lower(text);
-    for (char& c : lower)
+    for (char& c : lower) {
         c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    }
     return lower;
 }
 
@@ -51,8 +55,9 @@ std::optional<T> TakeNumber(std::string_view& text) {
     // from_chars takes no plus sign, which headers may have.
     const bool plus = text.size() > 1 && text[0] == '+' && text[1] != '-';
     const auto [end, failure] = std::from_chars(plus ? first + 1 : first, last, value);
-    if (failure != std::errc{})
+    if (failure != std::errc{}) {
         return std::nullopt;
+    }
     text.remove_prefix(static_cast<std::size_t>(end - first));
     return value;
 }
@@ -66,8 +71,9 @@ std::optional<T> WholeNumber(std::string_view text) {
 
 // Takes one character off the front of text when it is there.
 inline bool Take(std::string_view& text, char c) {
-    if (text.empty() || text.front() != c)
+    if (text.empty() || text.front() != c) {
         return false;
+    }
     text.remove_prefix(1);
     return true;
 }

@@ -26,8 +26,9 @@ struct LineError {
 std::string Quoted(std::string_view text) {
     constexpr std::size_t kShown = 40;
     std::string quoted = "'";
-    for (const char c : text.substr(0, kShown))
+    for (const char c : text.substr(0, kShown)) {
         quoted += static_cast<unsigned char>(c) < ' ' ? '?' : c;
+    }
     return quoted + (text.size() > kShown ? "...'" : "'");
 }
 
@@ -35,8 +36,9 @@ std::string Quoted(std::string_view text) {
 std::optional<double> TakeFinite(std::string_view& text) {
     std::string_view rest = text;
     const std::optional<double> value = TakeNumber<double>(rest);
-    if (!value || !std::isfinite(*value))
+    if (!value || !std::isfinite(*value)) {
         return std::nullopt;
+    }
     text = rest;
     return value;
 }
@@ -45,8 +47,9 @@ bool IsRecordName(std::string_view name) {
     for (const char c : name) {
         const bool allowed = (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') ||
                              c == '_' || c == '-' || c == '.';
-        if (!allowed)
+        if (!allowed) {
             return false;
+        }
     }
     return !name.empty();
 }
@@ -55,10 +58,12 @@ bool IsRecordName(std::string_view name) {
 double SampleRate(std::string_view field) {
     std::string_view rest = field;
     const std::optional<double> rate = TakeFinite(rest);
-    if (!rate || (!rest.empty() && rest.front() != '/' && rest.front() != '('))
+    if (!rate || (!rest.empty() && rest.front() != '/' && rest.front() != '(')) {
         Refuse("the sampling rate " + Quoted(field) + " is no number");
-    if (*rate <= 0 || *rate > kHighestRate)
+    }
+    if (*rate <= 0 || *rate > kHighestRate) {
         Refuse("the sampling rate " + Quoted(field) + " is out of range");
+    }
     return *rate;
 }
 
@@ -72,8 +77,9 @@ void TakeTimeOfDay(std::string_view field, KxDateTime& time) {
     do {
         const std::optional<int> part = TakeNumber<int>(rest);
         valid = valid && part && *part >= 0 && count < parts.size();
-        if (!valid)
+        if (!valid) {
             break;
+        }
         parts[count++] = *part;
     } while (Take(rest, ':'));
     if (valid && Take(rest, '.')) {
@@ -84,10 +90,12 @@ void TakeTimeOfDay(std::string_view field, KxDateTime& time) {
     }
     const std::size_t missing = parts.size() - count;
     std::array<int, 3> clock{};
-    for (std::size_t i = 0; i < count; ++i)
+    for (std::size_t i = 0; i < count; ++i) {
         clock[i + missing] = parts[i];
-    if (!valid || !rest.empty() || clock[0] > 23 || clock[1] > 59 || clock[2] > 59)
+    }
+    if (!valid || !rest.empty() || clock[0] > 23 || clock[1] > 59 || clock[2] > 59) {
         Refuse("the time " + Quoted(field) + " is none");
+    }
     time.hour = static_cast<std::uint8_t>(clock[0]);
     time.minute = static_cast<std::uint8_t>(clock[1]);
     time.second = static_cast<std::uint8_t>(clock[2]);
@@ -103,33 +111,42 @@ RecordLine ParseRecordLine(std::string_view line) {
     RecordLine record;
     const std::vector<std::string_view> fields = Fields(line);
     const std::string_view name = fields[0];
-    if (name.find('/') != std::string_view::npos)
+    if (name.find('/') != std::string_view::npos) {
         Refuse("records of several segments are not read");
-    if (!IsRecordName(name))
+    }
+    if (!IsRecordName(name)) {
         Refuse(Quoted(name) + " is no record name");
+    }
     record.header.name = name;
-    if (fields.size() < 2)
+    if (fields.size() < 2) {
         Refuse("the number of signals is missing");
+    }
     const auto signals = WholeNumber<std::uint64_t>(fields[1]);
-    if (!signals)
+    if (!signals) {
         Refuse("the number of signals " + Quoted(fields[1]) + " is no number");
-    if (*signals == 0 || *signals > kMostSignals)
+    }
+    if (*signals == 0 || *signals > kMostSignals) {
         Refuse("the number of signals " + Quoted(fields[1]) + " is out of range");
+    }
     record.signals = *signals;
-    if (fields.size() > 2)
+    if (fields.size() > 2) {
         record.header.sampleRate = SampleRate(fields[2]);
+    }
     if (fields.size() > 3) {
         const auto samples = WholeNumber<std::uint64_t>(fields[3]);
-        if (!samples)
+        if (!samples) {
             Refuse("the number of samples " + Quoted(fields[3]) + " is no number");
+        }
         record.header.sampleCount = *samples;
     }
     KxDateTime time{};
-    if (fields.size() > 4)
+    if (fields.size() > 4) {
         TakeTimeOfDay(fields[4], time);
+    }
     if (fields.size() > 5) {
-        if (!TakeDayMonthYear(fields[5], time))
+        if (!TakeDayMonthYear(fields[5], time)) {
             Refuse("the date " + Quoted(fields[5]) + " is none");
+        }
         record.header.baseTime = time;
     }
     return record;
@@ -145,19 +162,24 @@ void TakeFormat(std::string_view field, WfdbSignal& signal) {
     std::string_view rest = field;
     const auto read = [&](auto& target, auto least) {
         const auto value = TakeNumber<std::remove_reference_t<decltype(target)>>(rest);
-        if (!value || *value < least)
+        if (!value || *value < least) {
             Refuse("the format " + Quoted(field) + " is not understood");
+        }
         target = *value;
     };
     read(signal.format, 0);
-    if (Take(rest, 'x'))
+    if (Take(rest, 'x')) {
         read(signal.samplesPerFrame, 1);
-    if (Take(rest, ':'))
+    }
+    if (Take(rest, ':')) {
         read(signal.skew, 0);
-    if (Take(rest, '+'))
+    }
+    if (Take(rest, '+')) {
         read(signal.byteOffset, std::uint64_t{0});
-    if (!rest.empty())
+    }
+    if (!rest.empty()) {
         Refuse("the format " + Quoted(field) + " is not understood");
+    }
 }
 
 // "2000", "1000/mV", "1716(6)/mV". Tells whether a baseline is written.
@@ -165,19 +187,22 @@ bool TakeGain(std::string_view field, WfdbSignal& signal) {
     std::string_view rest = field;
     const auto refuse = [&] { Refuse("the gain " + Quoted(field) + " is not understood"); };
     const std::optional<double> gain = TakeFinite(rest);
-    if (!gain)
+    if (!gain) {
         refuse();
+    }
     signal.gain = *gain;
     const bool hasBaseline = Take(rest, '(');
     if (hasBaseline) {
         const std::optional<double> baseline = TakeFinite(rest);
-        if (!baseline || !Take(rest, ')'))
+        if (!baseline || !Take(rest, ')')) {
             refuse();
+        }
         signal.baseline = *baseline;
     }
     if (Take(rest, '/')) {
-        if (rest.empty())
+        if (rest.empty()) {
             refuse();
+        }
         signal.units = rest;
     } else if (!rest.empty()) {
         refuse();
@@ -187,8 +212,9 @@ bool TakeGain(std::string_view field, WfdbSignal& signal) {
 
 std::int32_t Integer(std::string_view field, const char* what) {
     const auto value = WholeNumber<std::int32_t>(field);
-    if (!value)
+    if (!value) {
         Refuse(std::string("the ") + what + " " + Quoted(field) + " is no number");
+    }
     return *value;
 }
 
@@ -197,27 +223,34 @@ WfdbSignal ParseSignalLine(std::string_view line) {
     enum { kFile, kFormat, kGain, kResolution, kZero, kInitial, kChecksum, kBlock, kDescription };
     const std::vector<std::string_view> fields = Fields(line);
     WfdbSignal signal;
-    if (!IsBareFileName(fields[kFile]))
+    if (!IsBareFileName(fields[kFile])) {
         Refuse("the signal file " + Quoted(fields[kFile]) + " is not a name in the header's folder");
+    }
     signal.file = fields[kFile];
     signal.units = "mV";
-    if (fields.size() <= kFormat)
+    if (fields.size() <= kFormat) {
         Refuse("the signal's format is missing");
+    }
     TakeFormat(fields[kFormat], signal);
     const bool hasBaseline = fields.size() > kGain && TakeGain(fields[kGain], signal);
-    if (fields.size() > kResolution)
+    if (fields.size() > kResolution) {
         Integer(fields[kResolution], "resolution");
+    }
     if (fields.size() > kZero) {
         const std::int32_t zero = Integer(fields[kZero], "zero of the converter");
-        if (!hasBaseline)
+        if (!hasBaseline) {
             signal.baseline = zero;
+        }
     }
-    if (fields.size() > kInitial)
+    if (fields.size() > kInitial) {
         signal.initialValue = Integer(fields[kInitial], "first sample");
-    if (fields.size() > kChecksum)
+    }
+    if (fields.size() > kChecksum) {
         signal.checksum = Integer(fields[kChecksum], "checksum");
-    if (fields.size() > kBlock)
+    }
+    if (fields.size() > kBlock) {
         Integer(fields[kBlock], "block size");
+    }
     if (fields.size() > kDescription) {
         // The rest of the line, blanks within it included.
         const auto start = static_cast<std::size_t>(fields[kDescription].data() - line.data());
@@ -228,8 +261,9 @@ WfdbSignal ParseSignalLine(std::string_view line) {
 
 // The lines of a text that may end in LF or CR LF.
 std::optional<std::string_view> TakeLine(std::string_view& text) {
-    if (text.empty())
+    if (text.empty()) {
         return std::nullopt;
+    }
     const std::size_t end = text.find('\n');
     const std::string_view line = text.substr(0, end);
     text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
@@ -242,27 +276,31 @@ WfdbHeader Parse(std::string_view text, int& lineNumber) {
     while (const auto taken = TakeLine(text)) {
         ++lineNumber;
         const std::string_view line = Trim(*taken);
-        if (line.empty() || line.front() == '#')
+        if (line.empty() || line.front() == '#') {
             comments.Take(line.empty() ? line : Trim(line.substr(1)));
-        else if (!record)
+        } else if (!record) {
             record = ParseRecordLine(line);
-        else if (record->header.signals.size() < record->signals)
+        } else if (record->header.signals.size() < record->signals) {
             record->header.signals.push_back(ParseSignalLine(line));
-        else
+        } else {
             Refuse("more signal lines than the record line says");
+        }
     }
     lineNumber = 0;
-    if (!record)
+    if (!record) {
         Refuse("there is no record line");
+    }
     WfdbHeader& header = record->header;
-    if (header.signals.size() < record->signals)
+    if (header.signals.size() < record->signals) {
         Refuse("the header has " + std::to_string(header.signals.size()) + " of the " +
                std::to_string(record->signals) + " signal lines that its record line says");
+    }
     header.ageYears = comments.AgeYears();
     header.sex = comments.PatientSex();
     header.diagnoses = comments.Diagnoses();
-    if (header.baseTime.year == 0)
+    if (header.baseTime.year == 0) {
         header.baseTime = comments.RecordingDate();
+    }
     return std::move(header);
 }
 
@@ -282,8 +320,9 @@ std::optional<WfdbHeader> ParseWfdbHeader(std::string_view text, std::string& er
 std::optional<std::size_t> LeadOfDescription(std::string_view description) {
     const std::string wanted = Lower(Trim(description));
     for (std::size_t lead = 0; lead < kLeadCount; ++lead) {
-        if (wanted == Lower(kLeadNames[lead]))
+        if (wanted == Lower(kLeadNames[lead])) {
             return lead;
+        }
     }
     return std::nullopt;
 }

@@ -9,6 +9,7 @@
 #include "host/recording/file_bytes.h"
 #include "host/recording/text_scanner.h"
 #include "host/recording/wfdb_header.h"
+#include "host/recording/wfdb_samples.h"
 
 namespace kx::recording {
 
@@ -48,8 +49,9 @@ std::vector<SignalFile> GroupByFile(const WfdbHeader& header, const fs::path& he
             continue;
         }
         for (const SignalFile& group : groups) {
-            if (header.signals[group.first].file == name)
+            if (header.signals[group.first].file == name) {
                 Fail(headerFile, "the signals of " + name + " do not stand together");
+            }
         }
         groups.push_back({i, 1});
     }
@@ -63,29 +65,35 @@ LeadSignals FindLeads(const WfdbHeader& header, const fs::path& headerFile) {
     LeadSignals signals;
     for (std::size_t i = 0; i < header.signals.size(); ++i) {
         const auto lead = LeadOfDescription(header.signals[i].description);
-        if (!lead)
+        if (!lead) {
             continue;
-        if (signals[*lead])
+        }
+        if (signals[*lead]) {
             Fail(headerFile, std::string("lead ") + kLeadNames[*lead] + " is there twice");
+        }
         signals[*lead] = i;
     }
     for (std::size_t lead = 0; lead < kLeadCount; ++lead) {
         const bool derivable = lead >= kLeadIII && lead <= kLeadAVF;
-        if (!signals[lead] && !derivable)
+        if (!signals[lead] && !derivable) {
             Fail(headerFile, std::string("lead ") + kLeadNames[lead] + " is missing");
+        }
     }
     return signals;
 }
 
 double MicrovoltsPerPhysicalUnit(const std::string& units) {
-    if (units == "mV")
+    if (units == "mV") {
         return 1e3;
-    if (units == "V")
+    }
+    if (units == "V") {
         return 1e6;
+    }
     // The micro sign and the Greek letter, in UTF-8 and the former also in Windows-1252.
     for (const char* micro : {"uV", "\xC2\xB5V", "\xCE\xBCV", "\xB5V"}) {
-        if (units == micro)
+        if (units == micro) {
             return 1;
+        }
     }
     return 0;
 }
@@ -93,27 +101,25 @@ double MicrovoltsPerPhysicalUnit(const std::string& units) {
 // Throws for the signals of one file that this reader does not decode.
 void CheckLayout(const WfdbHeader& header, const SignalFile& group, const fs::path& headerFile) {
     const WfdbSignal& first = header.signals[group.first];
-    if (first.format != kFormat16 && first.format != kFormat212)
+    if (first.format != kFormat16 && first.format != kFormat212) {
         Fail(headerFile, "signal format " + std::to_string(first.format) + " is not read (16 and 212 are)");
+    }
     for (std::size_t i = group.first; i < group.first + group.count; ++i) {
         const WfdbSignal& signal = header.signals[i];
-        if (signal.format != first.format)
+        if (signal.format != first.format) {
             Fail(headerFile, "the signals of " + first.file + " have different formats");
+        }
         // The format's rule: a file's offset may stand with its first signal only.
-        if (signal.byteOffset != first.byteOffset && signal.byteOffset != 0)
+        if (signal.byteOffset != first.byteOffset && signal.byteOffset != 0) {
             Fail(headerFile, "the signals of " + first.file + " have different byte offsets");
-        if (signal.samplesPerFrame != 1)
+        }
+        if (signal.samplesPerFrame != 1) {
             Fail(headerFile, "signals of several samples per frame are not read");
-        if (signal.skew != 0)
+        }
+        if (signal.skew != 0) {
             Fail(headerFile, "skewed signals are not read");
+        }
     }
-}
-
-std::vector<std::int16_t> Decode16(std::span<const std::uint8_t> bytes, std::size_t count) {
-    std::vector<std::int16_t> samples(std::min(count, bytes.size() / 2));
-    for (std::size_t i = 0; i < samples.size(); ++i)
-        samples[i] = static_cast<std::int16_t>(bytes[2 * i] | bytes[2 * i + 1] << 8);
-    return samples;
 }
 
 // All samples of a file, frame after frame.
@@ -121,78 +127,48 @@ std::vector<std::int16_t> ReadSamples(const FileBytes& files, const fs::path& fi
                                       std::size_t signals, std::uint64_t statedCount) {
     std::string error;
     const auto bytes = files(file, kLargestSignalFile, error);
-    if (!bytes)
+    if (!bytes) {
         throw ReadFailure{error};
-    if (layout.byteOffset > bytes->size())
+    }
+    if (layout.byteOffset > bytes->size()) {
         Fail(file, "is shorter than the byte offset of its samples");
+    }
     const std::span<const std::uint8_t> data =
         std::span(*bytes).subspan(static_cast<std::size_t>(layout.byteOffset));
     const std::uint64_t held =
         layout.format == kFormat16 ? data.size() / 2 : std::uint64_t{data.size()} * 2 / 3;
     const std::uint64_t frames = statedCount != 0 ? statedCount : held / signals;
     // The header's reader keeps the number of signals small and ReadWfdb that of samples: the product fits.
-    if (frames > kMostSamples)
+    if (frames > kMostSamples) {
         Fail(file, "is longer than " + std::to_string(kMostSamples) + " samples a lead");
-    if (frames == 0)
+    }
+    if (frames == 0) {
         Fail(file, "holds no samples");
-    if (frames * signals > held)
+    }
+    if (frames * signals > held) {
         Fail(file, "holds " + std::to_string(held / signals) + " of the " + std::to_string(frames) +
                        " samples per signal that the header says");
+    }
     const auto wanted = static_cast<std::size_t>(frames * signals);
     return layout.format == kFormat16 ? Decode16(data, wanted) : Decode212(data, wanted);
 }
 
 // Compares the samples with what the header says of them.
 void CheckSamples(const WfdbSignal& signal, std::span<const std::int16_t> samples, const fs::path& file) {
-    if (signal.initialValue && *signal.initialValue != samples.front())
+    if (signal.initialValue && *signal.initialValue != samples.front()) {
         Fail(file, "the first sample of " + signal.description + " is " + std::to_string(samples.front()) +
                        ", the header says " + std::to_string(*signal.initialValue));
-    if (!signal.checksum)
+    }
+    if (!signal.checksum) {
         return;
+    }
     std::uint16_t sum = 0;
-    for (const std::int16_t sample : samples)
+    for (const std::int16_t sample : samples) {
         sum = static_cast<std::uint16_t>(sum + static_cast<std::uint16_t>(sample));
-    if (sum != static_cast<std::uint16_t>(*signal.checksum))
+    }
+    if (sum != static_cast<std::uint16_t>(*signal.checksum)) {
         Fail(file, "the checksum of " + signal.description + " is not the header's: the samples are damaged");
-}
-
-// Joins [first, end) to the gaps, which are kept in order and apart.
-void AddGaps(std::vector<Gap>& gaps, const std::vector<Gap>& more) {
-    gaps.insert(gaps.end(), more.begin(), more.end());
-    std::sort(gaps.begin(), gaps.end(), [](const Gap& a, const Gap& b) { return a.first < b.first; });
-    std::vector<Gap> joined;
-    for (const Gap& gap : gaps) {
-        if (!joined.empty() && gap.first <= joined.back().end)
-            joined.back().end = std::max(joined.back().end, gap.end);
-        else
-            joined.push_back(gap);
     }
-    gaps = std::move(joined);
-}
-
-// Bridges the samples of no value by straight lines (the ends by the nearest value). False when none has a
-// value.
-bool Bridge(std::vector<float>& lead, std::span<const std::int16_t> samples, std::int16_t missing,
-            std::vector<Gap>& gaps) {
-    for (std::size_t i = 0; i < samples.size(); ++i) {
-        if (samples[i] != missing)
-            continue;
-        if (gaps.empty() || gaps.back().end != i)
-            gaps.push_back({i, i});
-        gaps.back().end = i + 1;
-    }
-    for (const Gap& gap : gaps) {
-        const bool before = gap.first > 0;
-        const bool after = gap.end < lead.size();
-        if (!before && !after)
-            return false;
-        const float from = before ? lead[gap.first - 1] : lead[gap.end];
-        const float to = after ? lead[gap.end] : from;
-        const auto steps = static_cast<float>(gap.end - gap.first + 1);
-        for (std::size_t i = gap.first; i < gap.end; ++i)
-            lead[i] = from + (to - from) * static_cast<float>(i - gap.first + 1) / steps;
-    }
-    return true;
 }
 
 class Reader {
@@ -203,31 +179,39 @@ class Reader {
     Recording Read() {
         std::string error;
         const auto text = files_(headerFile_, kLargestHeader, error);
-        if (!text)
+        if (!text) {
             throw ReadFailure{error};
+        }
         const auto header =
             ParseWfdbHeader({reinterpret_cast<const char*>(text->data()), text->size()}, error);
-        if (!header)
+        if (!header) {
             Fail(headerFile_, error);
-        if (header->sampleCount > kMostSamples)
+        }
+        if (header->sampleCount > kMostSamples) {
             Fail(headerFile_,
                  "the recording is longer than " + std::to_string(kMostSamples) + " samples a lead");
-        if (header->sampleRate < kLowestSampleRate)
+        }
+        if (header->sampleRate < kLowestSampleRate) {
             Fail(headerFile_, "its sampling rate is too low for an ECG");
+        }
         Describe(*header);
         const LeadSignals leads = FindLeads(*header, headerFile_);
-        for (const SignalFile& group : GroupByFile(*header, headerFile_))
+        for (const SignalFile& group : GroupByFile(*header, headerFile_)) {
             ReadFile(*header, group, leads);
+        }
         for (std::size_t lead = 0; lead < kLeadCount; ++lead) {
             recording_.derived[lead] = !leads[lead];
-            if (leads[lead] && recording_.leads[lead].size() != recording_.SampleCount())
+            if (leads[lead] && recording_.leads[lead].size() != recording_.SampleCount()) {
                 Fail(headerFile_, "the leads are not of the same length");
+            }
         }
-        if (recording_.DurationMs() > kLongestSeconds * 1000)
+        if (recording_.DurationMs() > kLongestSeconds * 1000) {
             Fail(headerFile_, "the recording is longer than half an hour");
+        }
         DeriveLeads(recording_);
-        if (!recording_.gaps.empty())
+        if (!recording_.gaps.empty()) {
             recording_.remarks.emplace_back("some samples are missing and were bridged");
+        }
         return std::move(recording_);
     }
 
@@ -247,8 +231,9 @@ class Reader {
         const auto carries = [&](const std::optional<std::size_t>& signal) {
             return signal && *signal >= group.first && *signal < group.first + group.count;
         };
-        if (std::none_of(leads.begin(), leads.end(), carries))
+        if (std::none_of(leads.begin(), leads.end(), carries)) {
             return;
+        }
         CheckLayout(header, group, headerFile_);
         const WfdbSignal& layout = header.signals[group.first];
         const fs::path file =
@@ -258,10 +243,12 @@ class Reader {
         const std::int16_t missing = layout.format == kFormat16 ? -32768 : -2048;
         std::vector<std::int16_t> samples(all.size() / group.count);
         for (std::size_t lead = 0; lead < kLeadCount; ++lead) {
-            if (!carries(leads[lead]))
+            if (!carries(leads[lead])) {
                 continue;
-            for (std::size_t i = 0; i < samples.size(); ++i)
+            }
+            for (std::size_t i = 0; i < samples.size(); ++i) {
                 samples[i] = all[i * group.count + (*leads[lead] - group.first)];
+            }
             const WfdbSignal& signal = header.signals[*leads[lead]];
             CheckSamples(signal, samples, file);
             TakeLead(lead, signal, samples, missing, file);
@@ -273,29 +260,34 @@ class Reader {
         const double scale = Microvolts(signal);
         std::vector<float>& target = recording_.leads[lead];
         target.reserve(samples.size());
-        for (const std::int16_t sample : samples)
+        for (const std::int16_t sample : samples) {
             target.push_back(static_cast<float>((sample - signal.baseline) * scale));
+        }
         std::vector<Gap> gaps;
-        if (!Bridge(target, samples, missing, gaps))
+        if (!Bridge(target, samples, missing, gaps)) {
             Fail(file, "lead " + signal.description + " holds no value");
+        }
         AddGaps(recording_.gaps, gaps);
     }
 
     // Microvolts per unit.
     double Microvolts(const WfdbSignal& signal) {
-        if (options_.unitsPerMv > 0)
+        if (options_.unitsPerMv > 0) {
             return 1000 / options_.unitsPerMv;
+        }
         if (signal.gain == 0) {
             recording_.remarks.push_back("lead " + signal.description +
                                          ": no gain is stated, 200 units per mV are assumed");
             return 1000 / kDefaultGain;
         }
         const double perUnit = MicrovoltsPerPhysicalUnit(signal.units);
-        if (perUnit == 0)
+        if (perUnit == 0) {
             Fail(headerFile_,
                  "lead " + signal.description + " is in '" + signal.units + "', which is no voltage");
-        if (std::abs(signal.gain) < kSmallestGain || std::abs(signal.baseline) > kLargestBaseline)
+        }
+        if (std::abs(signal.gain) < kSmallestGain || std::abs(signal.baseline) > kLargestBaseline) {
             Fail(headerFile_, "the gain or baseline of lead " + signal.description + " is out of range");
+        }
         return perUnit / signal.gain;
     }
 
@@ -307,21 +299,6 @@ class Reader {
 
 }  // namespace
 
-std::vector<std::int16_t> Decode212(std::span<const std::uint8_t> bytes, std::size_t count) {
-    std::vector<std::int16_t> samples;
-    samples.reserve(std::min(count, bytes.size() * 2 / 3));
-    // The sign is bit 11: shifted up to bit 15 and back it fills the bits above.
-    const auto extended = [](unsigned value) {
-        return static_cast<std::int16_t>(static_cast<std::int16_t>(value << 4) >> 4);
-    };
-    for (std::size_t i = 0; samples.size() < count && i + 2 <= bytes.size(); i += 3) {
-        samples.push_back(extended(bytes[i] | (bytes[i + 1] & 0x0Fu) << 8));
-        if (samples.size() < count && i + 2 < bytes.size())
-            samples.push_back(extended(bytes[i + 2] | (bytes[i + 1] & 0xF0u) << 4));
-    }
-    return samples;
-}
-
 std::optional<Recording> ReadWfdb(const fs::path& path, const ReadOptions& options, std::string& error) {
     return ReadWfdb(path, options, ReadFileBytes, error);
 }
@@ -330,8 +307,9 @@ std::optional<Recording> ReadWfdb(const fs::path& path, const ReadOptions& optio
                                   std::string& error) {
     fs::path headerFile = path;
     try {
-        if (Lower(PathText(path.extension())) != ".hea")
+        if (Lower(PathText(path.extension())) != ".hea") {
             headerFile += ".hea";
+        }
         return Reader(headerFile, options, files).Read();
     } catch (const ReadFailure& failure) {
         error = failure.text;
@@ -347,8 +325,9 @@ std::optional<Recording> ReadWfdbAt(std::string_view path, const ReadOptions& op
     std::string text(path);
     if constexpr (fs::path::preferred_separator == '/') {
         std::error_code ignored;
-        if (!fs::exists(text, ignored) && !fs::exists(text + ".hea", ignored))
+        if (!fs::exists(text, ignored) && !fs::exists(text + ".hea", ignored)) {
             std::replace(text.begin(), text.end(), '\\', '/');
+        }
     }
     fs::path file;
     try {

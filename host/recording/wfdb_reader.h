@@ -5,7 +5,6 @@
 #include <filesystem>
 #include <functional>
 #include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -53,9 +52,5 @@ std::optional<Recording> ReadWfdb(const std::filesystem::path& path, const ReadO
 // The same for a path as text (UTF-8) in POSIX or Windows form: on a POSIX system a backslash counts as a
 // separator too when no such file exists.
 std::optional<Recording> ReadWfdbAt(std::string_view path, const ReadOptions& options, std::string& error);
-
-// `count` samples of format 212: pairs of 12-bit two's complement numbers in three bytes. Fewer when bytes
-// end before.
-std::vector<std::int16_t> Decode212(std::span<const std::uint8_t> bytes, std::size_t count);
 
 }  // namespace kx::recording

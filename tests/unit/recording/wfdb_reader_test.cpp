@@ -7,6 +7,7 @@
 #include <cctype>
 #include <functional>
 
+#include "host/recording/wfdb_samples.h"
 #include "tests/unit/recording/record_files.h"
 
 namespace kx::recording {
