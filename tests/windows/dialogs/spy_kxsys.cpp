@@ -73,6 +73,15 @@ std::uint32_t __stdcall LOGSERVICESTOP(const char* text) {
     return Note("LOGSERVICESTOP \"%s\"", Text(text));
 }
 
+// The owner is told by its caption.
+std::uint32_t __stdcall SHOWSYSTEMERROR(const HWND* owner, const char* text) {
+    char caption[128] = {};
+    if (owner != nullptr) {
+        GetWindowTextA(owner[1], caption, sizeof caption);
+    }
+    return Note("SHOWSYSTEMERROR \"%s\" \"%s\"", caption, Text(text));
+}
+
 BOOL WINAPI DllMain(HINSTANCE, DWORD, LPVOID) {
     return TRUE;
 }

@@ -1,0 +1,76 @@
+// The dialog with which the user maintains the statement file of a test type ("Aggiorna Dizionario Utenti").
+#pragma once
+
+#include <windows.h>
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "dialogs/dictionary/entry_button.h"
+#include "dialogs/statements/statement_library.h"
+#include "lib/modules/library_module.h"
+#include "lib/windows/combo_box.h"
+#include "lib/windows/dialog.h"
+#include "lib/windows/edit_box.h"
+#include "lib/windows/gdi_handles.h"
+
+namespace kx {
+
+// Edits a copy of the file in memory: nothing is written before OK, which replaces the file as a whole. The
+// object is its caller's and is used for one run.
+class UserDictionaryDialog final : public Dialog {
+  public:
+    static constexpr std::uint32_t kFirstButtonId = 100;
+
+    // Reads the file at path; one that cannot be read is reported and gives an empty dictionary. owner may be
+    // null.
+    UserDictionaryDialog(const LibraryModule& library, Window* owner, const char* path,
+                         SystemServices* services);
+
+    // Runs the dialog. True: the user ended it with OK and the file has been written.
+    bool Run();
+
+    bool OnInitDialog() override;
+    INT_PTR OnDialogCommand(WPARAM wParam) override;
+    bool OnDrawItem(UINT id, DRAWITEMSTRUCT* item) override;
+    // Writes the file. When that fails the user is told so, and the dialog stays open with its edits.
+    bool OnOK() override;
+    void OnDestroy() override;
+
+  private:
+    static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
+
+    bool WrapControls();
+    bool MakeButtons();
+    void FitHeight();
+    void FillSections();
+    void ReleaseControls();
+
+    void ShowSection();
+    void SelectEntry(std::size_t entry);
+    void TakeEdits();
+    void TakeTitle(const char* title);
+    bool WriteFile();
+
+    // Of what the combo box shows; kNone when it shows no section.
+    std::size_t CurrentSection() const;
+    // kNone while no statement is selected.
+    std::size_t SelectedEntry() const;
+
+    std::string path_;
+    StatementLibrary dictionary_;
+    bool fileRead_;
+    // Its own writing into the edits is no typing.
+    bool filling_ = false;
+
+    ComboBox* sections_ = nullptr;  // deletes itself with its control
+    std::unique_ptr<EditBox> text_;
+    std::unique_ptr<EditBox> code_;
+    UniqueFont buttonFont_;
+    std::array<std::unique_ptr<EntryButton>, StatementLibrary::kEntries> buttons_;
+};
+
+}  // namespace kx

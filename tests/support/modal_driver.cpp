@@ -1,0 +1,136 @@
+#include "tests/support/modal_driver.h"
+
+#include <string>
+
+namespace kx::test {
+namespace {
+
+constexpr UINT kPollMs = 10;
+
+// On a screen without a window manager Wine waits two seconds for the end of every captioned window. Told
+// before this program's first window that there is none, it does not. Windows reads no such key.
+bool DoWithoutWindowManager() {
+    char path[MAX_PATH] = {};
+    GetModuleFileNameA(nullptr, path, sizeof path);
+    const std::string program = path;
+    const std::string key =
+        "Software\\Wine\\AppDefaults\\" + program.substr(program.rfind('\\') + 1) + "\\X11 Driver";
+    HKEY opened = nullptr;
+    if (RegCreateKeyExA(HKEY_CURRENT_USER, key.c_str(), 0, nullptr, 0, KEY_SET_VALUE, nullptr, &opened,
+                        nullptr) != ERROR_SUCCESS) {
+        return false;
+    }
+    const BYTE no[] = "N";
+    const LSTATUS set = RegSetValueExA(opened, "Managed", 0, REG_SZ, no, sizeof no);
+    RegCloseKey(opened);
+    return set == ERROR_SUCCESS;
+}
+
+[[maybe_unused]] const bool g_withoutWindowManager = DoWithoutWindowManager();
+
+struct Driven {
+    const std::function<void(HWND)>* script;
+    HWND dialog;
+};
+
+// One at a time: dialogs are modal.
+Driven g_driven{};
+
+BOOL CALLBACK FindDialog(HWND window, LPARAM found) {
+    char name[16] = {};
+    GetClassNameA(window, name, sizeof name);
+    if (lstrcmpA(name, "#32770") != 0 || !IsWindowVisible(window)) {
+        return TRUE;
+    }
+    *reinterpret_cast<HWND*>(found) = window;
+    return FALSE;
+}
+
+void CALLBACK RunScript(HWND, UINT, UINT_PTR timer, DWORD) {
+    HWND dialog = nullptr;
+    EnumThreadWindows(GetCurrentThreadId(), FindDialog, reinterpret_cast<LPARAM>(&dialog));
+    if (dialog == nullptr || g_driven.script == nullptr) {
+        return;
+    }
+    KillTimer(nullptr, timer);
+    const std::function<void(HWND)>* const script = g_driven.script;
+    g_driven = {nullptr, dialog};
+    PumpDialog(dialog);
+    (*script)(dialog);
+    // One that was ended is hidden already and keeps its result.
+    if (IsWindowVisible(dialog)) {
+        EndDialog(dialog, -2);
+    }
+    PostMessageA(dialog, WM_NULL, 0, 0);
+}
+
+LPARAM Packed(POINT at) {
+    return MAKELPARAM(at.x, at.y);
+}
+
+}  // namespace
+
+bool DriveModal(const std::function<void()>& open, const std::function<void(HWND)>& script) {
+    g_driven = {&script, nullptr};
+    const UINT_PTR timer = SetTimer(nullptr, 0, kPollMs, RunScript);
+    open();
+    KillTimer(nullptr, timer);
+    const bool came = g_driven.dialog != nullptr;
+    g_driven = {};
+    return came;
+}
+
+void PumpDialog(HWND dialog) {
+    MSG message;
+    while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
+        if (!IsDialogMessageA(dialog, &message)) {
+            TranslateMessage(&message);
+            DispatchMessageA(&message);
+        }
+    }
+}
+
+bool PumpDialogUntil(HWND dialog, const std::function<bool()>& done, DWORD milliseconds) {
+    const DWORD start = GetTickCount();
+    while (!done() && GetTickCount() - start < milliseconds) {
+        MsgWaitForMultipleObjects(0, nullptr, FALSE, kPollMs, QS_ALLINPUT);
+        PumpDialog(dialog);
+    }
+    return done();
+}
+
+void PressKey(HWND dialog, UINT virtualKey) {
+    const HWND focus = GetFocus();
+    PostMessageA(focus, WM_KEYDOWN, virtualKey, 1);
+    PumpDialog(dialog);
+    PostMessageA(focus, WM_KEYUP, virtualKey, static_cast<LPARAM>(0xC0000001));
+    PumpDialog(dialog);
+}
+
+void TypeText(HWND dialog, std::string_view text) {
+    for (const char character : text) {
+        PostMessageA(GetFocus(), WM_CHAR, static_cast<unsigned char>(character), 1);
+        PumpDialog(dialog);
+    }
+}
+
+void ClickAt(HWND dialog, HWND window, POINT at) {
+    PostMessageA(window, WM_LBUTTONDOWN, MK_LBUTTON, Packed(at));
+    PostMessageA(window, WM_LBUTTONUP, 0, Packed(at));
+    PumpDialog(dialog);
+}
+
+void Click(HWND dialog, HWND window) {
+    RECT area{};
+    GetClientRect(window, &area);
+    ClickAt(dialog, window, {area.right / 2, area.bottom / 2});
+}
+
+void DoubleClickAt(HWND dialog, HWND window, POINT at) {
+    ClickAt(dialog, window, at);
+    PostMessageA(window, WM_LBUTTONDBLCLK, MK_LBUTTON, Packed(at));
+    PostMessageA(window, WM_LBUTTONUP, 0, Packed(at));
+    PumpDialog(dialog);
+}
+
+}  // namespace kx::test
