@@ -28,7 +28,7 @@ TEST(BeatLabels, FollowShapeAndTime) {
              Row{"early, another shape", {800, 500, 1100, 800}, "ddxdd", {1, 1, 5, 1, 1}},
              Row{"late, another shape", {800, 1500, 800, 800}, "ddxdd", {1, 1, 13, 1, 1}},
              Row{"the first beat", {800, 800}, "xdd", {13, 1, 1}},
-             Row{"bigeminy", {500, 1100, 500, 1100, 500}, "dxdxdx", {1, 5, 1, 5, 1, 5}},
+             Row{"bigeminy", {500, 1100, 500, 1100, 500}, "dxdxdx", {1, 5, 1, 5, 1, 13}},
              Row{"irregular", {900, 500, 1200, 600, 850, 900, 640}, "dddddddd", {1, 1, 1, 1, 1, 1, 1, 1}},
              Row{"alone", {}, "d", {1}},
              Row{"none", {}, "", {}},
