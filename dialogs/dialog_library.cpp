@@ -1,5 +1,7 @@
 #include "dialogs/dialog_library.h"
 
+#include "dialogs/interpretation/completion_popup.h"
+
 #include "lib/windows/common_controls.h"
 #include "lib/windows/smooth_polyline.h"
 
@@ -9,6 +11,7 @@ DialogLibrary::DialogLibrary(HMODULE module)
     : LibraryModule(module),
       session_(*this),
       markerViewClass_(*this, session_.Services()),
+      completionPopupClass_(this, kCompletionPopupClass, 0, 0, session_.Services()),
       controls_(module) {
     // The templates name date and time pickers, and the panes make list and tree views.
     UseCommonControls();

@@ -10,6 +10,7 @@
 #include "dialogs/service_session.h"
 #include "include/kxdialogs.h"
 #include "lib/modules/library_module.h"
+#include "lib/windows/window_class.h"
 
 namespace kx {
 
@@ -50,7 +51,8 @@ class DialogLibrary final : public LibraryModule {
 
   private:
     ServiceSession session_;
-    MarkerViewClass markerViewClass_;  // unregistered before the session ends
+    MarkerViewClass markerViewClass_;  // the classes are unregistered before the session ends
+    WindowClass completionPopupClass_;
     const char* helpFile_ = "DLGHELP.CHM";
     ActivationContext controls_;
 };

@@ -99,6 +99,8 @@ bool InterpretationDialog::Build() {
 
     statement_->SendMsg(EM_LIMITTEXT, kStatementSize - 1);
     statement_->SetText(test_->InterpretationText(statementBuffer_, sizeof statementBuffer_));
+    completion_ = std::make_unique<StatementCompletion>(library_, this, *statement_, test_->TestType(),
+                                                        StatementCompletion::Source::kStatements, Reports());
     ShowSource();
     automatic_->SetText(ProduceAutomaticInterpretation(library_, *test_, hostOptions_, Reports()).c_str());
     ShowIcons();
@@ -205,6 +207,7 @@ void InterpretationDialog::Release() {
     }
     originalBy_.reset();
     originalTime_.reset();
+    completion_.reset();  // before the edit that it serves
     statement_.reset();
     tree_.reset();
     automatic_.reset();

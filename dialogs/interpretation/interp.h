@@ -12,6 +12,7 @@
 #include "dialogs/interpretation/comment_library_tree.h"
 #include "dialogs/interpretation/pane_layout.h"
 #include "dialogs/interpretation/stage_pickers.h"
+#include "dialogs/interpretation/statement_completion.h"
 #include "lib/dbclient/test_record.h"
 #include "lib/windows/check_box.h"
 #include "lib/windows/combo_box.h"
@@ -43,9 +44,8 @@ class InterpretationDialog final : public Dialog {
     // Saves once more, then deletes the wrappers and this object.
     void OnDestroy() override;
 
-    // Each puts a text in the place of the statement's selection, undoable as one step, and the focus back
-    // into the statement. One that would make the statement longer than a record holds is left out as a
-    // whole, with a beep.
+    // Each puts a text in the place of the statement's selection (see StatementCompletion::ReplaceSelection)
+    // and the focus back into the statement.
     // The entry selected in the comment library, without its code; nothing when none was selected yet.
     void InsertLibraryEntry();
     void InsertAutomaticText();
@@ -100,6 +100,7 @@ class InterpretationDialog final : public Dialog {
     Stage review_;
     Stage confirmation_;
     std::unique_ptr<EditBox> statement_;
+    std::unique_ptr<StatementCompletion> completion_;
     std::unique_ptr<CommentLibraryTree> tree_;
     CheckBox* insertLibraryEntry_ = nullptr;
     CheckBox* dictionary_ = nullptr;

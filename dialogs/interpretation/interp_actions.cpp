@@ -1,5 +1,4 @@
 // The interpretation pane: what the user does, and how it gets into the record.
-#include <cstring>
 #include <string>
 
 #include "dialogs/interpretation/interp.h"
@@ -60,7 +59,7 @@ INT_PTR InterpretationDialog::OnDialogCommand(WPARAM wParam) {
         InsertLibraryEntry();
     } else if (insertAutomatic_->IsClicked(wParam)) {
         InsertAutomaticText();
-    } else {
+    } else if (!completion_->OnDialogCommand(wParam)) {
         return Dialog::OnDialogCommand(wParam);
     }
     return 1;
@@ -88,6 +87,9 @@ bool InterpretationDialog::OnDialogNotify(UINT_PTR id, NMHDR* header, LRESULT& r
 
 void InterpretationDialog::OnSize(UINT sizeType, int width, int height) {
     if (layout_ && sizeType != SIZE_MINIMIZED) {
+        if (completion_ != nullptr) {
+            completion_->Close();  // the caret moves away from it
+        }
         layout_->Place(width, height);
     }
 }
@@ -100,12 +102,20 @@ bool InterpretationDialog::OnOK() {
 }
 
 bool InterpretationDialog::OnCancel() {
+    if (filled_) {
+        completion_->Close();
+    }
     return EndCancel();
 }
 
 void InterpretationDialog::OnStatementChanged() {
     review_.taken->Check();
-    Save();
+    // A choice made by this change has been saved already, and the parent may have ended the pane for it.
+    const HWND window = Handle();
+    completion_->OnTextChanged();
+    if (IsWindow(window) != FALSE) {
+        Save();
+    }
 }
 
 void InterpretationDialog::OnStageChanged(const Stage& stage, WPARAM wParam) {
@@ -128,14 +138,7 @@ void InterpretationDialog::InsertAutomaticText() {
 void InterpretationDialog::ReplaceSelection(const char* text) {
     // Posted before the change: the parent, told of it, may destroy the pane.
     PostUser(kFocusStatement, 0);
-    const TextSelection selection = statement_->GetSelection();
-    const int kept = statement_->GetTextLength() - (selection.end - selection.start);
-    // The edit would cut the text at its limit, and half a statement can say the contrary of the whole.
-    if (kept + static_cast<int>(std::strlen(text)) >= kStatementSize) {
-        MessageBeep(MB_ICONWARNING);
-        return;
-    }
-    statement_->SendMsg(EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(text));
+    completion_->ReplaceSelection(text);
 }
 
 void InterpretationDialog::ReadName(const ComboBox& names, bool picked, char (&name)[kNameSize]) const {

@@ -5,13 +5,6 @@
 namespace kx::test {
 namespace {
 
-std::string ProgramFolder() {
-    char path[MAX_PATH] = {};
-    GetModuleFileNameA(nullptr, path, MAX_PATH);
-    const std::string text = path;
-    return text.substr(0, text.find_last_of('\\'));
-}
-
 template <class Function>
 void Find(HMODULE module, const char* name, Function& function) {
     function = reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(module, name)));
@@ -19,7 +12,14 @@ void Find(HMODULE module, const char* name, Function& function) {
 
 }  // namespace
 
-LibraryUnderTest::LibraryUnderTest(SystemModule system) {
+std::string ProgramFolder() {
+    char path[MAX_PATH] = {};
+    GetModuleFileNameA(nullptr, path, MAX_PATH);
+    const std::string text = path;
+    return text.substr(0, text.find_last_of('\\'));
+}
+
+LibraryUnderTest::LibraryUnderTest(SystemModule system, const char* dll) {
     const std::string folder = ProgramFolder();
     const std::string laid = folder + "\\kxsys.dll";
     DeleteFileA(laid.c_str());
@@ -28,7 +28,7 @@ LibraryUnderTest::LibraryUnderTest(SystemModule system) {
         CopyFileA((folder + name).c_str(), laid.c_str(), FALSE);
         spy_ = LoadLibraryA(laid.c_str());
     }
-    module_ = LoadLibraryA((folder + "\\..\\..\\bin\\kxdialogs.dll").c_str());
+    module_ = LoadLibraryA((folder + dll).c_str());
     Find(module_, "LIBSTART", exports_.start);
     Find(module_, "LIBSTOP", exports_.stop);
     Find(module_, "TABLEDIALOG", exports_.table);

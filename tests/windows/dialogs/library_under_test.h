@@ -10,6 +10,9 @@
 
 namespace kx::test {
 
+// Where the test program stands, without a backslash at the end.
+std::string ProgramFolder();
+
 // The ten exports, looked up by their undecorated names.
 struct Exports {
     decltype(&::LIBSTART) start;
@@ -33,7 +36,8 @@ enum class SystemModule {
 // Loads the DLL and unloads it again; whatever starts the test leaves open die with it.
 class LibraryUnderTest {
   public:
-    explicit LibraryUnderTest(SystemModule system);
+    // dll: its path from the folder of the test program.
+    explicit LibraryUnderTest(SystemModule system, const char* dll = "\\..\\..\\bin\\kxdialogs.dll");
     ~LibraryUnderTest();
     LibraryUnderTest(const LibraryUnderTest&) = delete;
     LibraryUnderTest& operator=(const LibraryUnderTest&) = delete;
