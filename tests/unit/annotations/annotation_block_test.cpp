@@ -3,10 +3,11 @@
 #include <cstring>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "lib/annotation_store.h"
-#include "tests/support/collected_reports.h"
+#include "tests/unit/collected_reports.h"
 #include "tests/unit/annotations/failing_memory.h"
 
 namespace {
@@ -69,7 +70,7 @@ TEST(AnnotationBlock, ComesBackAsItWasWritten) {
         ASSERT_TRUE(rebuilt.Rebuild(block.data(), block.size(), false)) << count;
         EXPECT_EQ(count, rebuilt.Capacity());
         EXPECT_EQ(block, Serialized(rebuilt)) << count;
-        EXPECT_EQ(Lines(), reports.lines);
+        EXPECT_EQ(Lines(), reports.texts);
     }
 }
 
@@ -116,7 +117,7 @@ TEST(AnnotationBlock, IsReadUpToTheCapacity) {
     AnnotationStore all(5), three(3);
     ASSERT_TRUE(all.Read(block.data(), block.size(), reports));
     ASSERT_TRUE(three.Read(block.data(), block.size(), reports));
-    EXPECT_EQ(Lines{kTooSmall}, reports.Take());
+    EXPECT_EQ(Lines{kTooSmall}, std::exchange(reports.texts, {}));
     EXPECT_EQ(3u, three.Capacity());
     ASSERT_EQ(3u, three.Count());
     for (std::uint32_t i = 0; i < 3; ++i) {
@@ -151,9 +152,9 @@ TEST(AnnotationBlock, IsRefusedAndReported) {
         store.Append(5, 1234);
         const std::uint32_t count = store.Count();
         EXPECT_FALSE(store.Read(block.data(), block.size(), reports)) << row.name;
-        EXPECT_EQ(row.reports, reports.Take()) << row.name;
+        EXPECT_EQ(row.reports, std::exchange(reports.texts, {})) << row.name;
         EXPECT_FALSE(store.ReadEntries(block.data(), block.size(), reports)) << row.name;
-        EXPECT_EQ(row.reports, reports.Take()) << row.name;
+        EXPECT_EQ(row.reports, std::exchange(reports.texts, {})) << row.name;
         EXPECT_EQ(count, store.Count()) << row.name;
         EXPECT_EQ(count != 0 ? 1234u : 0u, store.Time(0)) << row.name;
         EXPECT_EQ(500u, store.SampleRate()) << "taken from the block all the same";
@@ -173,7 +174,7 @@ TEST(AnnotationBlock, IsNeverReadBeyondItsEnd) {
             ASSERT_FALSE(store.Read(block.data(), block.size(), reports)) << size;
             ASSERT_FALSE(store.ReadEntries(block.data(), block.size(), reports)) << size;
             ASSERT_FALSE(store.Rebuild(block.data(), block.size(), true)) << size;
-            ASSERT_EQ((Lines{kInvalid, kInvalid}), reports.lines) << size;
+            ASSERT_EQ((Lines{kInvalid, kInvalid}), reports.texts) << size;
             ASSERT_EQ(1234u, store.Time(0)) << "nothing changed";
             ASSERT_EQ(240u, store.SampleRate()) << size;
             ASSERT_TRUE(store.IsModified()) << size;
@@ -183,7 +184,7 @@ TEST(AnnotationBlock, IsNeverReadBeyondItsEnd) {
     AnnotationStore store(9);
     EXPECT_FALSE(store.Read(nullptr, 4096, reports));
     EXPECT_FALSE(store.Rebuild(nullptr, 4096, false));
-    EXPECT_EQ(Lines{kInvalid}, reports.lines);
+    EXPECT_EQ(Lines{kInvalid}, reports.texts);
 }
 
 TEST(AnnotationBlock, RebuildsAnyStore) {
@@ -207,7 +208,7 @@ TEST(AnnotationBlock, RebuildsAnyStore) {
     EXPECT_EQ(nullptr, store.Serialize());
     CollectedReports reports;
     EXPECT_FALSE(store.Read(MakeBlock(1).data(), 88, reports));
-    EXPECT_EQ(Lines{kInvalid}, reports.lines);
+    EXPECT_EQ(Lines{kInvalid}, reports.texts);
 
     Put(block, 4, 0);
     EXPECT_FALSE(store.Rebuild(block.data(), block.size(), false));

@@ -6,7 +6,7 @@
 
 #include "lib/annotation_store.h"
 #include "lib/dbclient/test_record.h"
-#include "tests/support/collected_reports.h"
+#include "tests/unit/collected_reports.h"
 
 namespace {
 
@@ -60,7 +60,7 @@ TEST(RecordAnnotations, CurrentOneMustExist) {
     EXPECT_EQ((std::vector<std::string>{
                   "..\\lib\\dbclient\\c_test: ann NULL", "..\\lib\\dbclient\\c_test: ann too large",
                   "..\\lib\\dbclient\\c_test: ann too large", "..\\lib\\dbclient\\c_test: ann too large"}),
-              reports.lines);
+              reports.texts);
 }
 
 }  // namespace

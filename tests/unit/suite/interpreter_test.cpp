@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/collected_reports.h"
+#include "tests/unit/collected_reports.h"
 #include "tests/unit/suite/ecg_cases.h"
 
 namespace {
@@ -67,7 +67,7 @@ TEST(Interpreter, WritesOneStatementALine) {
     EXPECT_STREQ("BOR", result.code);
     EXPECT_EQ(3u, result.flags);
     EXPECT_EQ(4u, result.extra);
-    EXPECT_EQ(std::vector<std::string>(), reports.lines);
+    EXPECT_EQ(std::vector<std::string>(), reports.texts);
 
     KxInterpretationResult again{};
     ASSERT_TRUE(Interpret(&set, AsShared(beats), kTexts, &again, reports));
@@ -80,8 +80,8 @@ TEST(Interpreter, ReportsATextThatIsMissingAndNamesItsCode) {
     KxInterpretationResult result{};
     ASSERT_TRUE(Interpret(&set, nullptr, TableTexts({{30036, "Sinus rhythm."}}), &result, reports));
     EXPECT_STREQ("Sinus rhythm.\r\n30042\r\n30026\r\n30073\r\n30133", result.text);
-    ASSERT_EQ(4u, reports.lines.size());
-    EXPECT_EQ("kxinterp: no text of statement 30042", reports.lines[0]);
+    ASSERT_EQ(4u, reports.texts.size());
+    EXPECT_EQ("kxinterp: no text of statement 30042", reports.texts[0]);
 }
 
 TEST(Interpreter, KeepsTheHeavyStatementsWhenTheTextIsFull) {
@@ -122,7 +122,7 @@ TEST(Interpreter, RefusesWhatItCannotRead) {
     EXPECT_FALSE(Interpret(nullptr, nullptr, kTexts, &result, reports));
     EXPECT_FALSE(Interpret(&set, nullptr, kTexts, nullptr, reports));
     EXPECT_FALSE(Interpret(&other, nullptr, kTexts, &result, reports));
-    EXPECT_EQ(3u, reports.lines.size());
+    EXPECT_EQ(3u, reports.texts.size());
     EXPECT_EQ(77u, result.extra);
 
     // Stores that hold nothing, or say that they hold more than they have.

@@ -6,7 +6,7 @@
 #include <iterator>
 #include <string>
 
-#include "tests/support/collected_reports.h"
+#include "tests/unit/collected_reports.h"
 
 namespace {
 
@@ -54,7 +54,7 @@ TEST(StaffList, ReadsOnePersonALine) {
          }) {
         CollectedReports reports;
         EXPECT_EQ(row.names, Names(ParseStaff(row.line, kFile, reports))) << row.line;
-        EXPECT_EQ(std::vector<std::string>(), reports.lines) << row.line;
+        EXPECT_EQ(std::vector<std::string>(), reports.texts) << row.line;
     }
 }
 
@@ -85,7 +85,7 @@ TEST(StaffList, LeavesABrokenLineOutAndSaysSo) {
         const std::string file = std::string("tecnico;Prima\n") + row.line + "\ntecnico;Dopo\n";
         EXPECT_EQ("t Prima||\nt Dopo||\n", Names(ParseStaff(file, kFile, reports))) << row.line;
         EXPECT_EQ(std::vector<std::string>{std::string("staff.csv: ") + row.report + ", riga ignorata"},
-                  reports.lines)
+                  reports.texts)
             << row.line;
     }
 }
@@ -95,7 +95,7 @@ TEST(StaffList, AcceptsTheExampleThatIsShipped) {
     const std::string file((std::istreambuf_iterator<char>(stream)), std::istreambuf_iterator<char>());
     CollectedReports reports;
     const StaffList staff = ParseStaff(file, kFile, reports);
-    EXPECT_EQ(std::vector<std::string>(), reports.lines);
+    EXPECT_EQ(std::vector<std::string>(), reports.texts);
     ASSERT_EQ(5u, staff.technicians.size());
     ASSERT_EQ(5u, staff.physicians.size());
     EXPECT_STREQ("Nicol\xF2", staff.technicians[0].lastName);
