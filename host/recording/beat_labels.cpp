@@ -21,10 +21,14 @@ bool IsEarly(const MedianBeat& beat, std::size_t i) {
     return i > 0 && 10 * IntervalBefore(beat, i) < kEarlyTenths * beat.rrMs;
 }
 
-// In bigeminy the median interval may be the early beats' own: then the pause behind tells.
-bool ComesBeforeAPause(const MedianBeat& beat, std::size_t i) {
-    return i > 0 && i + 1 < beat.beatsMs.size() &&
-           10 * IntervalBefore(beat, i) < kEarlyTenths * IntervalBefore(beat, i + 1);
+// In bigeminy the median interval may be the early beats' own: then the pause behind tells, and for the last
+// beat, which has none, the pause before its predecessor.
+bool IsShorterThanItsNeighbour(const MedianBeat& beat, std::size_t i) {
+    const bool last = i + 1 == beat.beatsMs.size();
+    if (i == 0 || (last && i == 1))
+        return false;
+    const int neighbour = last ? IntervalBefore(beat, i - 1) : IntervalBefore(beat, i + 1);
+    return 10 * IntervalBefore(beat, i) < kEarlyTenths * neighbour;
 }
 
 bool IsIrregular(const MedianBeat& beat) {
@@ -41,7 +45,8 @@ std::uint8_t LabelOf(const MedianBeat& beat, std::size_t i, bool irregular) {
     if (beat.dominant[i]) {
         return IsEarly(beat, i) && !irregular ? kLabelSupraventricularEctopic : kLabelNormalBeat;
     }
-    return IsEarly(beat, i) || ComesBeforeAPause(beat, i) ? kLabelVentricularEctopic : kLabelUnclassifiedBeat;
+    return IsEarly(beat, i) || IsShorterThanItsNeighbour(beat, i) ? kLabelVentricularEctopic
+                                                                  : kLabelUnclassifiedBeat;
 }
 
 }  // namespace
