@@ -2,7 +2,6 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 
 #include "lib/measurement_scores.h"
 #include "lib/measurement_values.h"
@@ -12,7 +11,6 @@ namespace kx {
 namespace {
 
 constexpr std::size_t kTextSize = 64;
-constexpr char kNotMeasured[] = "..";
 
 // What a field is written from.
 struct Request {
@@ -154,8 +152,7 @@ bool MeasurementFieldText(const KxMeasurementSet& set, int code, char* buffer, s
         if (code < field.code || code > last) {
             continue;
         }
-        char text[kTextSize];
-        std::strcpy(text, kNotMeasured);
+        char text[kTextSize] = "..";
         if (set.measured != 0) {
             field.write({set, code - field.code, amplitudeUnit, stTimeMs}, text);
         }

@@ -10,10 +10,14 @@
 #include "lib/locale_formats.h"
 #include "lib/reporter.h"
 
-struct _SYSTEMTIME;
-struct _FILETIME;
+// The system's own names.
+struct _SYSTEMTIME;  // NOLINT(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
+struct _FILETIME;    // NOLINT(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
 
 namespace kx {
+
+// A date of this year or before is none.
+inline constexpr int kLastUnknownYear = 1800;
 
 // A KxDateTime with its operations; it adds no data, so a record's field is copied to and from one as it is.
 // Valid when its year is greater than 1800; arithmetic on fields out of range gives some time, never a fault.
@@ -47,7 +51,7 @@ struct DateTime : KxDateTime {
     int Minute() const { return minute; }
     int Second() const { return second; }
     int Milliseconds() const { return hundredths * 10; }
-    bool IsValid() const { return year > 1800; }
+    bool IsValid() const { return year > kLastUnknownYear; }
 
     // Days from the other date to this one; years before 1800 do not count. A month below 1 becomes 1, in the
     // operands themselves where both may be changed.

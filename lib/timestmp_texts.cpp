@@ -140,8 +140,8 @@ bool DateTime::LongDateAndTime(char* buffer, std::size_t size, const LocaleForma
         Join(date, time, buffer, size)) {
         return true;
     }
-    if (Clear(buffer, size) && size > 1) {
-        std::strcpy(buffer, "?");
+    if (Clear(buffer, size)) {
+        std::snprintf(buffer, size, "?");
     }
     return false;
 }

@@ -10,7 +10,7 @@ namespace kx {
 namespace {
 
 int AsSize(std::size_t size) {
-    constexpr std::size_t kMost = static_cast<std::size_t>(std::numeric_limits<int>::max());
+    constexpr auto kMost = static_cast<std::size_t>(std::numeric_limits<int>::max());
     return static_cast<int>(size < kMost ? size : kMost);
 }
 

@@ -49,7 +49,7 @@ std::int32_t EpisodeRecord::Sample(std::uint32_t leadCode, std::uint32_t index) 
 }
 
 std::int32_t EpisodeRecord::SampleMicrovolts(std::uint32_t leadCode, std::uint32_t index) const {
-    constexpr std::uint32_t kMost = static_cast<std::uint32_t>(std::numeric_limits<std::int32_t>::max());
+    constexpr auto kMost = static_cast<std::uint32_t>(std::numeric_limits<std::int32_t>::max());
     return MulDivRound(Sample(leadCode, index), static_cast<std::int32_t>(std::min(resolutionNv, kMost)),
                        1000);
 }

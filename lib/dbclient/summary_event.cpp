@@ -57,7 +57,8 @@ constexpr char kUnknownRate[] = "HR: 0";
 // behind it.
 void PutStChange(const SummaryOutput& output) {
     const auto value = static_cast<std::uint32_t>(output.request.eventValue);
-    const int tenths = static_cast<std::int8_t>(value >> 8 & 0xFF);
+    // The byte is a signed one.
+    const int tenths = static_cast<int>((value >> 8 & 0xFF) ^ 0x80) - 0x80;
     const char* unit = output.request.amplitudeUnitName;
     char change[24];
     std::snprintf(change, sizeof change, "%c%d.%d %.8s", tenths < 0 ? '-' : '+', std::abs(tenths) / 10,

@@ -83,7 +83,7 @@ void PutOfStage(const SummaryOutput& output) {
 }
 
 ExerciseLevel LevelOf(const SummaryOutput& output, const StressStageRecord& stage) {
-    return ExerciseLevel(output, stage.speed, stage.gradeOrLoad);
+    return {output, stage.speed, stage.gradeOrLoad};
 }
 
 void WriteMets(const SummaryOutput& output, const StressStageRecord& stage) {

@@ -51,7 +51,7 @@ void PutExerciseTime(const SummaryOutput& output) {
 }
 
 ExerciseLevel PeakLevel(const SummaryOutput& output) {
-    return ExerciseLevel(output, output.test.peakSpeed, output.test.peakGradeOrLoad);
+    return {output, output.test.peakSpeed, output.test.peakGradeOrLoad};
 }
 
 void PutPeakGradeOrLoad(const SummaryOutput& output) {

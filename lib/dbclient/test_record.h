@@ -99,7 +99,7 @@ struct TestRecord : KxTestRecord {
     std::uint32_t Sex() const { return sex; }  // KX_SEX_...
     void SetSex(std::uint32_t code);
     DateTime BirthDate() const;
-    bool HasBirthDate() const { return birthDate.year > 1800; }
+    bool HasBirthDate() const { return birthDate.year > kLastUnknownYear; }
     // A changed date also sets the age at the acquisition, where both years are known (0 when not positive,
     // at most 65535 days).
     void SetBirthDate(const KxDate& date);

@@ -314,13 +314,13 @@ void TestRecord::SetClinicalFlag(int flag, std::uint32_t code) {
 
 void TestRecord::ClinicalDateText(char* buffer, std::size_t size, const LocaleFormats& locale) const {
     const DateTime date(clinicalDate.year, clinicalDate.month, clinicalDate.day);
-    if (!date.IsValid() || !date.ShortDate(buffer, size, locale)) {
+    if (clinicalDate.year <= kLastUnknownYear || !date.ShortDate(buffer, size, locale)) {
         CopyText("NG", buffer, size);
     }
 }
 
 void TestRecord::SetClinicalDate(const KxDate& date) {
-    const KxDate stored = date.year > 1800 ? date : KxDate{};
+    const KxDate stored = date.year > kLastUnknownYear ? date : KxDate{};
     if (stored.year != clinicalDate.year || stored.month != clinicalDate.month ||
         stored.day != clinicalDate.day) {
         clinicalDate = stored;
