@@ -1,6 +1,5 @@
 // How each export's dialog is opened: one table, one pattern.
 #include <new>
-#include <type_traits>
 
 #include "dialogs/dialog_library.h"
 #include "dialogs/hyptrphy.h"
@@ -10,12 +9,10 @@
 #include "dialogs/morphology/qrsmrph.h"
 #include "dialogs/morphology/tmorph.h"
 #include "dialogs/mrphlist.h"
+#include "dialogs/statement_editor.h"
 
 namespace kx {
 namespace {
-
-// Stands for a dialog class that is not built yet: its operation checks its arguments and returns 0.
-struct NotBuiltYet;
 
 // What an operation opens, and what it says when it cannot.
 template <class DialogClass>
@@ -32,8 +29,9 @@ constexpr Operation<QrsMorphDialog> kQrsMorph{"QrsMorphDialog", "qrsmrph", 740};
 constexpr Operation<TMorphDialog> kTMorph{"TMorphDialog", "tmorph", 487};
 constexpr Operation<HypertrophyDialog> kHypertrophy{"HypertrophyDialog", "hyptrphy", 422};
 constexpr Operation<InterpretationDialog> kInterpretation{"InterpretationDialog", "interp", 2167};
-constexpr Operation<NotBuiltYet> kEditInterpretation{"InterpretationDialog", "interp",
-                                                     2176};  // not built yet
+constexpr Operation<StatementEditor> kEditInterpretation{"InterpretationDialog", "interp", 2176};
+// An editor of what: neither of the two that there are.
+constexpr std::uint32_t kEditModeLine = 2180;
 
 // What every operation does around its own step: no null argument gets in, no exception gets out, and the
 // windows made meanwhile have the library's controls.
@@ -60,12 +58,8 @@ std::uint32_t OpenModeless(const Operation<DialogClass>& operation, DialogLibrar
                            TestRecord* test, More*... more) noexcept {
     const bool argumentsGiven = parent != nullptr && test != nullptr && (... && (more != nullptr));
     return Guard(operation, library, argumentsGiven, [&]() -> std::uint32_t {
-        if constexpr (std::is_same_v<DialogClass, NotBuiltYet>) {
-            return 0;
-        } else {
-            auto* dialog = new (std::nothrow) DialogClass(library, parent, test, more..., library.Services());
-            return static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(dialog));
-        }
+        auto* dialog = new (std::nothrow) DialogClass(library, parent, test, more..., library.Services());
+        return static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(dialog));
     });
 }
 
@@ -100,10 +94,17 @@ std::uint32_t DialogLibrary::INTERPRETATIONDIALOG(Window* parent, TestRecord* te
     return OpenModeless(kInterpretation, *this, parent, test, hostOptions);
 }
 
-std::uint32_t DialogLibrary::EDITINTERPRETATION(Window* parent, TestRecord* test, const KxRect*,
-                                                std::uint32_t) noexcept {
-    return Guard(kEditInterpretation, *this, parent != nullptr && test != nullptr,
-                 [] { return std::uint32_t{0}; });
+std::uint32_t DialogLibrary::EDITINTERPRETATION(Window* parent, TestRecord* test, const KxRect* area,
+                                                std::uint32_t mode) noexcept {
+    const bool argumentsGiven = parent != nullptr && test != nullptr && area != nullptr;
+    return Guard(kEditInterpretation, *this, argumentsGiven, [&]() -> std::uint32_t {
+        if (mode > 1) {
+            Reports().LOGOEMERROR(kEditInterpretation.source, kEditModeLine, "mode");
+            return 0;
+        }
+        const auto edited = mode == 0 ? StatementEditor::Mode::kStatement : StatementEditor::Mode::kPhysician;
+        return StatementEditor(*this, parent, test, *area, edited, Services()).Run() ? 1 : 0;
+    });
 }
 
 }  // namespace kx

@@ -4,31 +4,28 @@
 
 #include "dialogs/dialog_library.h"
 #include "dialogs/dictionary/user_dictionary_dialog.h"
+#include "dialogs/interpretation/interp_report.h"
+#include "dialogs/interpretation/library_folder.h"
 #include "dialogs/statements/statement_files.h"
 
 namespace kx {
 namespace {
 
-constexpr char kSource[] = "interp";
 constexpr std::uint32_t kNoFolderLine = 1687;
-constexpr std::uint32_t kNoFileLine = 1697;
+constexpr std::uint32_t kTestTypeLine = 1697;
 
 }  // namespace
 
 bool EditUserDictionary(const DialogLibrary& library, Window* owner, std::uint32_t testType) {
-    char module[MAX_PATH] = {};
+    const char* const fileName = StatementFileName(testType, StatementUse::kDictionary);
     char path[MAX_PATH];
-    // Without a handle the system would tell the program's own path.
-    if (library.instance.Handle() != nullptr) {
-        GetModuleFileNameA(library.instance.Handle(), module, sizeof module);
-    }
-    const char* const name = StatementFileName(testType, StatementUse::kDictionary);
-    if (!StatementFilePath(module, name != nullptr ? name : "", path, sizeof path)) {
-        library.Reports().LOGOEMERROR(kSource, kNoFolderLine, module);
+    // A module without a folder is reported before a type without a file.
+    if (!PathBesideLibrary(library.instance.Handle(), fileName != nullptr ? fileName : "", kNoFolderLine,
+                           library.Reports(), path)) {
         return false;
     }
-    if (name == nullptr) {
-        library.Reports().LOGOEMERROR(kSource, kNoFileLine, "ptype");
+    if (fileName == nullptr) {
+        library.Reports().LOGOEMERROR(kInterpSource, kTestTypeLine, "ptype");
         return false;
     }
     const ActivationScope controls(library.Controls());

@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "dialogs/interpretation/interp_report.h"
 #include "dialogs/resources/dictionary_ids.h"
 #include "dialogs/statements/statement_files.h"
 #include "lib/windows/subclassed_control.h"
@@ -9,7 +10,6 @@
 namespace kx {
 namespace {
 
-constexpr char kSource[] = "interp";
 constexpr std::uint32_t kNoWriteLine = 337;
 constexpr std::uint32_t kNoButtonLine = 489;
 constexpr std::uint32_t kNoControlLine = 497;
@@ -73,12 +73,12 @@ bool UserDictionaryDialog::Run() {
 bool UserDictionaryDialog::OnInitDialog() {
     if (!WrapControls()) {
         ReleaseControls();
-        Reports().LOGMEMORYERROR(kSource, kNoControlLine);
+        Reports().LOGMEMORYERROR(kInterpSource, kNoControlLine);
         return false;
     }
     if (!MakeButtons()) {
         ReleaseControls();
-        Reports().LOGMEMORYERROR(kSource, kNoButtonLine);
+        Reports().LOGMEMORYERROR(kInterpSource, kNoButtonLine);
         return false;
     }
     FitHeight();
@@ -198,7 +198,7 @@ void UserDictionaryDialog::ShowSection() {
     }
     const std::size_t section = CurrentSection();
     if (section == kNone) {
-        Reports().LOGOEMERROR(kSource, kNoSectionLine, "idx -1");
+        Reports().LOGOEMERROR(kInterpSource, kNoSectionLine, "idx -1");
         return;
     }
     for (std::size_t i = 0; i < buttons_.size(); ++i) {
@@ -277,7 +277,7 @@ bool UserDictionaryDialog::OnOK() {
 bool UserDictionaryDialog::WriteFile() {
     // A file that is there but could not be read holds statements that this dialog does not know.
     if (!fileRead_ && FileExists(path_)) {
-        Reports().LOGOEMERROR(kSource, kNoWriteLine, "no write");
+        Reports().LOGOEMERROR(kInterpSource, kNoWriteLine, "no write");
         return false;
     }
     return WriteStatementFile(path_.c_str(), dictionary_, &Reports());

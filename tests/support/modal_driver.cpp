@@ -120,7 +120,7 @@ void ClickAt(HWND dialog, HWND window, POINT at) {
     PumpDialog(dialog);
 }
 
-void Click(HWND dialog, HWND window) {
+void ClickOn(HWND dialog, HWND window) {
     RECT area{};
     GetClientRect(window, &area);
     ClickAt(dialog, window, {area.right / 2, area.bottom / 2});

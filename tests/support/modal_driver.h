@@ -24,7 +24,7 @@ void PressKey(HWND dialog, UINT virtualKey);
 void TypeText(HWND dialog, std::string_view text);
 // The left button on a point of a window's client area; without one, on its middle.
 void ClickAt(HWND dialog, HWND window, POINT at);
-void Click(HWND dialog, HWND window);
+void ClickOn(HWND dialog, HWND window);
 void DoubleClickAt(HWND dialog, HWND window, POINT at);
 
 }  // namespace kx::test

@@ -85,49 +85,49 @@ TEST_F(DictionaryTest, PutsTheButtonsIntoTwoColumnsByTheWidthOfTheEdit) {
 
 TEST_F(DictionaryTest, ShowsTheStatementThatWasClickedInTheEdits) {
     Run(Path(), [&](HWND dialog) {
-        Click(dialog, Entry(dialog, 1));
+        ClickOn(dialog, Entry(dialog, 1));
         EXPECT_EQ(ItemText(dialog, IDC_DICT_TEXT), "Fibrillazione atriale.");
         EXPECT_EQ(ItemText(dialog, IDC_DICT_CODE), "fa");
         EXPECT_EQ(GetFocus(), Item(dialog, IDC_DICT_TEXT));
         EXPECT_TRUE(IsShownSelected(dialog, 1));
         EXPECT_FALSE(IsShownSelected(dialog, 0));
         // What goes into the edits is no typing: each statement keeps its own code.
-        Click(dialog, Entry(dialog, 0));
+        ClickOn(dialog, Entry(dialog, 0));
         EXPECT_TRUE(IsShownSelected(dialog, 0));
         EXPECT_FALSE(IsShownSelected(dialog, 1));
-        Click(dialog, Entry(dialog, 5));
+        ClickOn(dialog, Entry(dialog, 5));
         EXPECT_EQ(ItemText(dialog, IDC_DICT_TEXT), "X");
         EXPECT_EQ(ItemText(dialog, IDC_DICT_CODE), "X");
-        Click(dialog, Entry(dialog, 1));
+        ClickOn(dialog, Entry(dialog, 1));
         EXPECT_EQ(ItemText(dialog, IDC_DICT_CODE), "fa");
         ChooseSection(dialog, 1);
         EXPECT_FALSE(IsShownSelected(dialog, 1));
         EXPECT_EQ(ItemText(dialog, IDC_DICT_CODE), "");
-        Click(dialog, Item(dialog, IDOK));
+        ClickOn(dialog, Item(dialog, IDOK));
     });
     EXPECT_EQ(ReadBytes(Path()), kDictionaryFile);
 }
 
 TEST_F(DictionaryTest, TakesWhatIsTypedIntoTheSelectedStatement) {
     Run(Path(), [&](HWND dialog) {
-        Click(dialog, Entry(dialog, 2));
+        ClickOn(dialog, Entry(dialog, 2));
         TypeText(dialog, "Bradicardia \xE8 lieve");  // over the "X"
         EXPECT_EQ(Caption(dialog, 2), "Bradicardia \xE8 lieve");
         EXPECT_EQ(SectionText(dialog, 0), "Ritmo");
         PressKey(dialog, VK_TAB);
         EXPECT_EQ(GetFocus(), Item(dialog, IDC_DICT_CODE));
         TypeText(dialog, "brad");
-        Click(dialog, Entry(dialog, 0));
+        ClickOn(dialog, Entry(dialog, 0));
         TypeText(dialog, " Normale.");  // behind it
         EXPECT_EQ(Caption(dialog, 0), "Ritmo sinusale. Normale.");
-        Click(dialog, Entry(dialog, 2));
+        ClickOn(dialog, Entry(dialog, 2));
         EXPECT_EQ(ItemText(dialog, IDC_DICT_CODE), "bra");
 
         // A code that gets into the edit otherwise is cut as well.
         SetWindowTextA(Item(dialog, IDC_DICT_CODE), "xyzt");
-        Click(dialog, Entry(dialog, 0));
+        ClickOn(dialog, Entry(dialog, 0));
         EXPECT_EQ(ItemText(dialog, IDC_DICT_CODE), "rs");
-        Click(dialog, Entry(dialog, 2));
+        ClickOn(dialog, Entry(dialog, 2));
         EXPECT_EQ(ItemText(dialog, IDC_DICT_CODE), "xyz");
 
         TypeOver(dialog, IDC_DICT_TEXT, std::string(200, 'w'));
@@ -137,7 +137,7 @@ TEST_F(DictionaryTest, TakesWhatIsTypedIntoTheSelectedStatement) {
 
 TEST_F(DictionaryTest, HidesAnEmptiedStatementWhenTheSectionIsShownAgain) {
     Run(Path(), [&](HWND dialog) {
-        Click(dialog, Entry(dialog, 0));
+        ClickOn(dialog, Entry(dialog, 0));
         TypeOver(dialog, IDC_DICT_TEXT, "");
         EXPECT_EQ(Caption(dialog, 0), "");
         ChooseSection(dialog, 1);
@@ -171,15 +171,15 @@ TEST_F(DictionaryTest, RenamesTheSectionWhileNoStatementIsSelected) {
 
 TEST_F(DictionaryTest, ReportsACombinationWithoutASection) {
     Run(Path(), [&](HWND dialog) {
-        Click(dialog, Entry(dialog, 0));
+        ClickOn(dialog, Entry(dialog, 0));
         SendMessageA(Item(dialog, IDC_DICT_SECTION), CB_SETCURSEL, static_cast<WPARAM>(-1), 0);
         SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(IDC_DICT_SECTION, CBN_SELCHANGE), 0);
         EXPECT_THAT(dll.TakeLog(), ElementsAre("LOGOEMERROR \"interp\" 589 \"idx -1\""));
         EXPECT_FALSE(IsShownSelected(dialog, 0));
         TypeOver(dialog, IDC_DICT_TEXT, "nowhere");
-        Click(dialog, Entry(dialog, 1));
+        ClickOn(dialog, Entry(dialog, 1));
         EXPECT_FALSE(IsShownSelected(dialog, 1));
-        Click(dialog, Item(dialog, IDOK));
+        ClickOn(dialog, Item(dialog, IDOK));
     });
     EXPECT_EQ(ReadBytes(Path()), kDictionaryFile);
 }
@@ -261,7 +261,7 @@ TEST_F(DictionaryTest, LeavesNoObjectsBehind) {
     GuiObjects before{};
     for (int i = 0; i < 12; ++i) {
         Run(Path(), [&](HWND dialog) {
-            Click(dialog, Entry(dialog, i));
+            ClickOn(dialog, Entry(dialog, i));
             TypeText(dialog, "abc");
             ChooseSection(dialog, 1);
             PressKey(dialog, VK_ESCAPE);

@@ -15,13 +15,13 @@ constexpr char kToldUser[] =
 
 TEST_F(DictionaryTest, WritesWhatIsNotHidden) {
     const bool ok = Run(Path(), [&](HWND dialog) {
-        Click(dialog, Entry(dialog, 0));
+        ClickOn(dialog, Entry(dialog, 0));
         TypeOver(dialog, IDC_DICT_TEXT, "");
-        Click(dialog, Entry(dialog, 2));
+        ClickOn(dialog, Entry(dialog, 2));
         TypeText(dialog, "Perch\xE9 no");
         ChooseSection(dialog, 2);
         TypeOver(dialog, IDC_DICT_TEXT, "Solo titolo");
-        Click(dialog, Item(dialog, IDOK));
+        ClickOn(dialog, Item(dialog, IDOK));
     });
     EXPECT_TRUE(ok);
     EXPECT_EQ(ReadBytes(Path()),
@@ -38,7 +38,7 @@ TEST_F(DictionaryTest, WritesNothingUnlessItEndsWithOk) {
         const char* name;
         std::function<void(HWND)> end;
     } rows[] = {
-        {"Cancella", [](HWND dialog) { Click(dialog, Item(dialog, IDCANCEL)); }},
+        {"Cancella", [](HWND dialog) { ClickOn(dialog, Item(dialog, IDCANCEL)); }},
         {"Escape", [](HWND dialog) { PressKey(dialog, VK_ESCAPE); }},
         {"the caption's button",
          [](HWND dialog) {
@@ -49,7 +49,7 @@ TEST_F(DictionaryTest, WritesNothingUnlessItEndsWithOk) {
     for (const auto& row : rows) {
         bool ended = false;
         const bool ok = Run(Path(), [&](HWND dialog) {
-            Click(dialog, Entry(dialog, 0));
+            ClickOn(dialog, Entry(dialog, 0));
             TypeText(dialog, "altro");
             row.end(dialog);
             ended = !IsWindowVisible(dialog);
@@ -62,10 +62,10 @@ TEST_F(DictionaryTest, WritesNothingUnlessItEndsWithOk) {
 
 // OK on a file that cannot be replaced: told once, and the edits are still there to be written.
 void ExpectRefusal(HWND dialog, LibraryUnderTest& dll, const char* name) {
-    Click(dialog, Entry(dialog, 3));
+    ClickOn(dialog, Entry(dialog, 3));
     TypeText(dialog, "Nuovo");
     dll.TakeLog();
-    Click(dialog, Item(dialog, IDOK));
+    ClickOn(dialog, Item(dialog, IDOK));
     EXPECT_THAT(dll.TakeLog(), ElementsAre(kNoWrite, kToldUser)) << name;
     EXPECT_TRUE(IsWindowVisible(dialog)) << name;
     EXPECT_EQ(Caption(dialog, 3), "Nuovo") << name;
@@ -78,7 +78,7 @@ TEST_F(DictionaryTest, StaysOpenWithItsEditsWhenItCannotWrite) {
         ExpectRefusal(dialog, dll, "read-only");
         EXPECT_EQ(ReadBytes(path), kDictionaryFile);
         SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_NORMAL);
-        Click(dialog, Item(dialog, IDOK));
+        ClickOn(dialog, Item(dialog, IDOK));
     }));
     EXPECT_THAT(ReadBytes(path), HasSubstr("<P>Nuovo</P>"));
 
@@ -89,7 +89,7 @@ TEST_F(DictionaryTest, StaysOpenWithItsEditsWhenItCannotWrite) {
             ExpectRefusal(dialog, dll, "in use");
         }
         EXPECT_EQ(ReadBytes(path), kDictionaryFile);
-        Click(dialog, Item(dialog, IDOK));
+        ClickOn(dialog, Item(dialog, IDOK));
     }));
     EXPECT_THAT(ReadBytes(path), HasSubstr("<P>Nuovo</P>"));
 
@@ -106,7 +106,7 @@ TEST_F(DictionaryTest, OpensEmptyOnAFileThatIsNotThereAndMakesIt) {
         EXPECT_EQ(SectionText(dialog, 0), "X");
         EXPECT_EQ(Caption(dialog, 0), "X");
         TypeOver(dialog, IDC_DICT_TEXT, "Primo");
-        Click(dialog, Item(dialog, IDOK));
+        ClickOn(dialog, Item(dialog, IDOK));
     }));
     EXPECT_THAT(ReadBytes(Path("new.htm")), HasSubstr("\t<H1>Primo</H1>\r\n</BODY>\r\n"));
 }
@@ -150,8 +150,8 @@ TEST_F(DictionaryTest, OpensTheFileOfTheTestTypeBesideTheModule) {
                                    [&](HWND dialog) {
                                        EXPECT_EQ(SectionText(dialog, 0), row.file);
                                        EXPECT_FALSE(IsWindowEnabled(owner.Handle()));
-                                       Click(dialog,
-                                             Item(dialog, row.type == KX_TEST_ABPM ? IDOK : IDCANCEL));
+                                       ClickOn(dialog,
+                                               Item(dialog, row.type == KX_TEST_ABPM ? IDOK : IDCANCEL));
                                    }));
             EXPECT_EQ(ok, row.type == KX_TEST_ABPM) << row.file;
         }
@@ -166,10 +166,18 @@ TEST_F(DictionaryTest, ReportsATypeWithoutAFileAndAModuleWithoutAFolder) {
         EXPECT_FALSE(EditUserDictionary(library, &owner, type));
         EXPECT_THAT(dll.TakeLog(), ElementsAre("LOGOEMERROR \"interp\" 1697 \"ptype\"")) << type;
     }
-    const DialogLibrary nowhere(nullptr);
-    dll.TakeLog();
-    EXPECT_FALSE(EditUserDictionary(nowhere, &owner, KX_TEST_RESTING));
-    EXPECT_THAT(dll.TakeLog(), ElementsAre("LOGOEMERROR \"interp\" 1687 \"\""));
+    // A module that is loaded for its resources alone has no path.
+    char path[MAX_PATH] = {};
+    GetModuleFileNameA(dll.Module(), path, MAX_PATH);
+    CopyFileA(path, Path("data.dll").c_str(), TRUE);
+    const HMODULE module = LoadLibraryExA(Path("data.dll").c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
+    {
+        const DialogLibrary nowhere(module);
+        dll.TakeLog();
+        EXPECT_FALSE(EditUserDictionary(nowhere, &owner, KX_TEST_RESTING));
+        EXPECT_THAT(dll.TakeLog(), ElementsAre("LOGOEMERROR \"interp\" 1687 \"\""));
+    }
+    FreeLibrary(module);
 }
 
 }  // namespace

@@ -130,12 +130,16 @@ void InterpretationPane::HoldModule(const char* name) {
     *hooks = {TechList, PhysList, Interpret, CreateText, hooks->starts};
 }
 
-HWND InterpretationPane::Open() {
+void InterpretationPane::HoldModules() {
     if (held_.empty()) {
         for (const char* module : kModules) {
             HoldModule(module);
         }
     }
+}
+
+HWND InterpretationPane::Open() {
+    HoldModules();
     library_.TakeLog();
     const std::uint32_t handle = library_->interpretation(&parent_, record_.get(), hostOptions_);
     EXPECT_NE(handle, 0u);

@@ -46,6 +46,8 @@ class InterpretationPane : public testing::Test {
     void LayFile(const char* name, const std::string& content);
     void RemoveFile(const char* name);
 
+    // Loads the modules, so that they give this test's answers. Open does it as well.
+    void HoldModules();
     // Opens the pane on record_ and drops the reports before; null when there is no window.
     HWND Open();
     void Close();
