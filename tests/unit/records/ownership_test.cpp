@@ -1,6 +1,7 @@
 // What a test record made here frees, and in which order; what it frees of a host's record: nothing.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <memory>
@@ -77,6 +78,8 @@ TEST(Ownership, ARecordMadeHereFreesItsObjectsInOrder) {
     auto* test = new TestRecord;
     const std::uint8_t bytes[300] = {};
     test->SetBuffer7584(bytes, sizeof bytes);
+    test->CreateAnnotations(3);
+    test->CreateAnnotations2(3, true);
     test->SetEcg(bytes, sizeof bytes);
     test->SetObject7600({});
     test->SetObject7604({});
@@ -115,11 +118,18 @@ TEST(Ownership, ARecordMadeHereFreesItsObjectsInOrder) {
                                          test->episodes[0],
                                          test->object7604,
                                          test->object7600,
+                                         test->annotations,
+                                         test->annotations2,
                                          test->ecg,
                                          test};
     watching = true;
     delete test;
-    EXPECT_EQ(FreedWhileWatching(), expected);
+    std::vector<void*> addresses = FreedWhileWatching();
+    // What the annotation stores free by themselves lies between.
+    std::erase_if(addresses, [&expected](void* address) {
+        return std::find(expected.begin(), expected.end(), address) == expected.end();
+    });
+    EXPECT_EQ(addresses, expected);
 }
 
 TEST(Ownership, ReplacingAnObjectFreesThePreviousOne) {
