@@ -61,8 +61,7 @@ class DataFile final : public ByteSink, public ByteSource {
     DataFile(const DataFile&) = delete;
     DataFile& operator=(const DataFile&) = delete;
 
-    // --- naming
-    // -----------------------------------------------------------------------------------------------------
+    // ---- naming
 
     // Shows the open-file dialog over owner (may be null); the path and the file must exist. title,
     // initialDirectory, initialName and filter (description^pattern^...) may be null; they are cut at 255
@@ -85,8 +84,7 @@ class DataFile final : public ByteSink, public ByteSource {
     // See FileNameAt; null also while there are no names. Valid until the next call or the next name.
     const char* FileName(std::uint32_t index);
 
-    // --- opening and closing; each closes what is open first
-    // ----------------------------------------------------------
+    // ---- opening and closing; each closes what is open first
 
     // Creates the file for writing, shared for reading and writing. An existing one is replaced with
     // overwrite and makes the call fail without. The content in memory stays.
@@ -101,8 +99,7 @@ class DataFile final : public ByteSink, public ByteSource {
     void Close();
     bool IsOpen() const;
 
-    // --- reading and writing
-    // ------------------------------------------------------------------------------------------
+    // ---- reading and writing
 
     // Frees the content, opens file `index` for reading and reads its first `limit` bytes (0: all) into
     // memory, with room for `limit` bytes. A longer file than the limit is reported and is no failure. The
@@ -117,8 +114,7 @@ class DataFile final : public ByteSink, public ByteSource {
     // Moves to an absolute position, which may lie behind the end of the file.
     bool Seek(std::uint32_t position, Reporter* log);
 
-    // --- the content in memory
-    // ----------------------------------------------------------------------------------------
+    // ---- the content in memory
 
     const char* Content() const override { return content_.get(); }
     std::uint32_t Length() const override { return length_; }
@@ -135,8 +131,7 @@ class DataFile final : public ByteSink, public ByteSource {
     // the content, and as DeleteRange when the file could not be written.
     bool InsertAt(std::uint32_t position, const void* bytes, std::int32_t count);
 
-    // --- the file as a whole
-    // ------------------------------------------------------------------------------------------
+    // ---- the file as a whole
 
     // UTC; false without an open file.
     bool LastWriteTime(_SYSTEMTIME* systemTime) const;

@@ -38,8 +38,7 @@ class HtmlDocument {
     virtual void WriteRows(ByteSink& file);
     virtual ~HtmlDocument() = default;
 
-    // --- writing; a line that cannot be written is not reported
-    // -------------------------------------------------------
+    // ---- writing; a line that cannot be written is not reported
 
     // Cut at 63 characters. Null: empty.
     void SetTitle(const char* text);
@@ -63,8 +62,7 @@ class HtmlDocument {
                      std::uint32_t color = kCellTextColor);
     static void EndRow(ByteSink& file);
 
-    // --- reading; positions are byte offsets into the loaded content, and nothing is found without one
-    // ----------------
+    // ---- reading; positions are byte offsets into the loaded content, and nothing is found without one
 
     // The offset behind the first <tag> at or after `from`; 0: none.
     std::uint32_t FindOpenTag(std::uint32_t from, std::string_view tag) const;

@@ -27,8 +27,7 @@ class StatementMatcher {
     static constexpr std::size_t kMaxMatches = 5;
     static constexpr std::size_t kMaxPrefix = 255;
 
-    // --- what can be completed
-    // ----------------------------------------------------------------------------------------
+    // ---- what can be completed
 
     // Adds an entry behind the others, its text cut at 255 and its code at 3 characters. False when there are
     // kMaxEntries already. Addresses of entries stay valid as long as the matcher.
@@ -38,8 +37,7 @@ class StatementMatcher {
     void AddStatements(const StatementLibrary& library, Reporter* log);
     std::size_t EntryCount() const { return count_; }
 
-    // --- what the user types
-    // ------------------------------------------------------------------------------------------
+    // ---- what the user types
 
     // Looks for what is being typed in a line from its start at position lineStart to the caret, and
     // refreshes the matches. From the first word of the line on, the rest of the line that begins at a word
@@ -57,8 +55,7 @@ class StatementMatcher {
     std::string_view Prefix() const { return {prefix_, prefixLength_}; }
     std::size_t PrefixStart() const { return prefixStart_; }
 
-    // --- what matches
-    // -------------------------------------------------------------------------------------------------
+    // ---- what matches
 
     // At most kMaxMatches entries in the order of their list: the first entry whose code is the prefix,
     // alone; else those whose code begins with it and then those whose text does, each in the order in which

@@ -34,7 +34,6 @@ class Dialog : public Window {
         : Dialog(&library, parent, helpFile, services) {}
 
     // ---- handlers of Window with other defaults
-    // -----------------------------------------------------------------------
 
     // 2. False: the system erases.
     bool OnEraseBackground(DeviceContext& context) override;
@@ -47,7 +46,6 @@ class Dialog : public Window {
     bool OnDrawItem(UINT id, DRAWITEMSTRUCT* item) override;
 
     // ---- the dialog's own, slots 42 to 48
-    // -----------------------------------------------------------------------------
 
     // 42. Every message but WM_INITDIALOG: calls the handlers (see dialog_dispatch.cpp). The result of a
     // dialog procedure: FALSE means not handled.
@@ -67,8 +65,7 @@ class Dialog : public Window {
     virtual bool OnCancel();
 
     // ---- creation; object receives the messages (the dialog itself, as a rule)
-    // ---------------------------------------- When the window was made and destroyed again meanwhile, this
-    // object may be gone on return.
+    // When the window was made and destroyed again meanwhile, this object may be gone on return.
 
     // A child pane from a template, visible and without border, whatever the template's style says. Needs a
     // parent. On failure the handle stays 0. When OnInitDialog fails the window stays hidden, without an
@@ -86,7 +83,6 @@ class Dialog : public Window {
     INT_PTR RunModalLogged(std::uint32_t templateId, Dialog* object, std::uint32_t captionId);
 
     // ---- operations
-    // ---------------------------------------------------------------------------------------------------
 
     // Ends a modal dialog with a result (a modeless one is only hidden).
     bool End(INT_PTR result);

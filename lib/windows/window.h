@@ -34,9 +34,9 @@ LRESULT CALLBACK ClassWindowProc(HWND window, UINT message, WPARAM wParam, LPARA
 // Windows-1252. User-interface thread only.
 class Window {
   public:
-    // ---- virtual handlers, in the order of their slots; each comment: message, default
-    // ---------------------------- x and y are relative to the client area unless said otherwise, and
-    // negative left of or above it.
+    // ---- virtual handlers, in the order of their slots
+    // Each comment says the message and the default. x and y are relative to the client area unless said
+    // otherwise, and negative left of or above it.
 
     // 0. Every message of a window of a registered class: calls the handlers below (see window_dispatch.cpp).
     virtual LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam);
@@ -121,7 +121,6 @@ class Window {
     virtual bool IsCommandChecked(UINT id);
 
     // ---- construction; none creates a window
-    // ------------------------------------------------------------------------
 
     explicit Window(Window* parent = nullptr) noexcept;
     // Adopts the item `id` of the dialog `parent`; handle 0 when there is none.
@@ -143,7 +142,6 @@ class Window {
     WNDPROC ReplacedProc() const { return replacedProc_; }
 
     // ---- creation and attachment
-    // ------------------------------------------------------------------------------------
 
     // CreateWindowExA with the parent's handle (or none) and no menu. createParam: the object that becomes
     // attached when the class is one of WindowClass (this object, as a rule); else null. False: no window,
@@ -174,9 +172,7 @@ class Window {
     // The object attached to a window of this library; null when there is none.
     static Window* FromHandle(HWND window);
 
-    // ---- showing and placing (window_placement.cpp)
-    // ----------------------------------------------------------------- The results are those of the Win32
-    // functions.
+    // ---- showing and placing (window_placement.cpp); results as the Win32 functions give them
 
     bool Show();
     bool Hide();
@@ -221,7 +217,6 @@ class Window {
     bool SetStyles(DWORD style, DWORD extendedStyle);
 
     // ---- text, number and font (window_text.cpp); forms of the numbers: lib/number_text.h
-    // -----------------------------
 
     // At most size - 1 characters, always terminated; returns their number.
     int GetText(char* buffer, int size) const;
@@ -244,7 +239,6 @@ class Window {
     HFONT GetFont() const;
 
     // ---- scroll bars (window_scroll.cpp); V: vertical, H: horizontal
-    // ---------------------------------------------------
 
     bool HasScrollBar(bool vertical) const;
     // A bar without need for scrolling is disabled, not hidden. The position that results is returned.
@@ -265,7 +259,6 @@ class Window {
     int GetHMinimum() const;
 
     // ---- messages, menu, hot keys, boxes (window_messages.cpp)
-    // ---------------------------------------------------------
 
     LRESULT SendMsg(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
     bool PostMsg(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
@@ -295,7 +288,6 @@ class Window {
     static void PostQuit();
 
     // ---- timer (window_timer.cpp)
-    // ---------------------------------------------------------------------------------------
 
     // One timer for each object, started anew when it runs; calls OnTimer. It ends with the object or the
     // window.

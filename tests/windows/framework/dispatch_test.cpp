@@ -175,7 +175,6 @@ TEST_F(Dispatch, DraggedRectanglesArePassedOn) {
 }
 
 // ---- the handlers' defaults
-// -----------------------------------------------------------------------------------
 
 class CommandWindow final : public Window {
   public:
@@ -264,8 +263,8 @@ TEST(MenuDefault, EnablesAndChecksItems) {
 TEST(PaintDefault, FillsTheUpdateRectangleWithTheWindowColour) {
     WindowClass windowClass(&ThisLibrary(), "KxFramework", 0, 0, nullptr);
     Window window;
-    ASSERT_TRUE(window.Create("KxFramework", "", ThisLibrary().instance.Handle(), &window,
-                              WS_POPUP, 0, 0, 0, 100, 100));
+    ASSERT_TRUE(window.Create("KxFramework", "", ThisLibrary().instance.Handle(), &window, WS_POPUP, 0, 0, 0,
+                              100, 100));
     ShowWindow(window.Handle(), SW_SHOWNA);
     window.Update();
     const HDC context = GetDC(window.Handle());
