@@ -3,31 +3,26 @@
 //
 // Sources of the criteria, and where the pane's rules differ from them:
 //
-//   Sokolow-Lyon   M. Sokolow, T. P. Lyon, "The ventricular complex in left ventricular hypertrophy as
-//   obtained by
-//                  unipolar precordial and limb leads", Am Heart J 37 (1949) 161-186: S in V1 plus the taller
-//                  R of V5 and V6 reaches 35 mm (3.5 mV). Here a sum of exactly 3500 µV is still in the outer
-//                  (olive) band.
-//   Cornell        P. N. Casale et al., "Electrocardiographic detection of left ventricular hypertrophy:
-//   development
-//                  and prospective validation of improved criteria", J Am Coll Cardiol 6 (1985) 572-580: R in
-//                  aVL plus S in V3 above 2.8 mV in men, above 2.0 mV in women. An unknown sex is held to the
-//                  men's limit.
-//   Point score    D. W. Romhilt, E. H. Estes, "A point-score system for the ECG diagnosis of left
-//   ventricular
-//                  hypertrophy", Am Heart J 75 (1968) 752-758. Differences here:
-//                  - the limb-lead amplitude counts Q waves as well as R and S waves;
-//                  - the ST-T group compares the QRS and T axes (folded in steps of 180 degrees) in place of
-//                  reading
-//                    the ST segment's direction; the record does not tell digitalis, so the one point under
-//                    digitalis is never given;
-//                  - left axis deviation ends at -90 degrees;
-//                  - the intrinsicoid deflection is read in V3 or V6, not in V5 or V6;
-//                  - the left atrium needs a terminal P amplitude in V1 beyond 2.1 mV (1 mm there) and takes
-//                  the
-//                    duration of the whole P wave for that of its terminal part;
-//                  - no diagnosis is stated: 5 points show olive, 6 and more red (4 probable, 5 definite
-//                  there).
+//   Sokolow-Lyon
+//     M. Sokolow, T. P. Lyon, "The ventricular complex in left ventricular hypertrophy as obtained by
+//     unipolar precordial and limb leads", Am Heart J 37 (1949) 161-186: S in V1 plus the taller R of V5 and
+//     V6 reaches 35 mm (3.5 mV). Here a sum of exactly 3500 µV is still in the outer (olive) band.
+//   Cornell
+//     P. N. Casale et al., "Electrocardiographic detection of left ventricular hypertrophy: development and
+//     prospective validation of improved criteria", J Am Coll Cardiol 6 (1985) 572-580: R in aVL plus S in
+//     V3 above 2.8 mV in men, above 2.0 mV in women. An unknown sex is held to the men's limit.
+//   Point score
+//     D. W. Romhilt, E. H. Estes, "A point-score system for the ECG diagnosis of left ventricular
+//     hypertrophy", Am Heart J 75 (1968) 752-758. Differences here:
+//     - the limb-lead amplitude counts Q waves as well as R and S waves;
+//     - the ST-T group compares the QRS and T axes (folded in steps of 180 degrees) in place of reading the
+//       ST segment's direction; the record does not tell digitalis, so the one point under digitalis is
+//       never given;
+//     - left axis deviation ends at -90 degrees;
+//     - the intrinsicoid deflection is read in V3 or V6, not in V5 or V6;
+//     - the left atrium needs a terminal P amplitude in V1 beyond 2.1 mV (1 mm there) and takes the duration
+//       of the whole P wave for that of its terminal part;
+//     - no diagnosis is stated: 5 points show olive, 6 and more red (4 probable, 5 definite there).
 #pragma once
 
 #include <cstdint>

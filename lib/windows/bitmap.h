@@ -52,8 +52,8 @@ class Bitmap {
     // system's message too.
     static Bitmap LoadBmpFile(const ModuleInstance* module, const char* fileName, Reporter& services);
     // Writes the bitmap as a BMP file with a table of two colours, black and white, which is right for a
-    // bitmap of 1 bit per pixel. The bitmap must not be selected in a context. False, reported unless the
-    // file could not be opened or written, when there is none; what was written of it is then removed.
+    // bitmap of 1 bit per pixel. The bitmap must not be selected in a context. False when there is no file
+    // then, reported but for a null name and for a failed write, whose beginning is removed.
     bool SaveBmpFile(const char* fileName, Reporter& services) const;
 
     // A square monochrome pattern for a hatch brush. pattern: 0 falling, 1 rising diagonals, 2 vertical

@@ -107,7 +107,7 @@ bool DeviceContext::SetPatternBrush(const Bitmap& pattern) {
 }
 
 bool DeviceContext::SetDotBrush() {
-    // One dot in each row of 8 pixels; a row fills a word, of which the second byte is beyond the bitmap.
+    // Each row fills a word, of which the second byte lies beyond the 8 pixels.
     constexpr int kSide = 8;
     static constexpr unsigned char kDots[2 * kSide] = {0x10, 0x00, 0x01, 0x00, 0x01, 0x10, 0x00, 0x00,
                                                        0x01, 0x10, 0x00, 0x00, 0x10, 0x00, 0x01, 0x00};
