@@ -26,6 +26,11 @@ static void FillRecord(void) {
     record.episodes[0] = &episode;
 }
 
+/* The dialog manager makes OK and Cancel of these keys, and both end a pane: its window would be hidden for good. */
+static int IsEndingKey(const MSG* message) {
+    return message->message == WM_KEYDOWN && (message->wParam == VK_RETURN || message->wParam == VK_ESCAPE);
+}
+
 static LRESULT CALLBACK OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_DESTROY) PostQuitMessage(0);
     return DefWindowProcA(window, message, wParam, lParam);
@@ -38,6 +43,7 @@ int main(void) {
     ControlFunction start = (ControlFunction)(void (*)(void))GetProcAddress(library, "LIBSTART");
     ControlFunction stop = (ControlFunction)(void (*)(void))GetProcAddress(library, "LIBSTOP");
     PaneFunction open = (PaneFunction)(void (*)(void))GetProcAddress(library, "HYPERTROPHYDIALOG");
+    if (start == NULL || stop == NULL || open == NULL) return 1;
 
     windowClass.lpfnWndProc = OnMessage;
     windowClass.lpszClassName = "MinimalHost";
@@ -53,7 +59,7 @@ int main(void) {
 
     MSG message;
     while (GetMessageA(&message, NULL, 0, 0) > 0) {
-        if (IsWindow(paneWindow) && IsDialogMessageA(paneWindow, &message)) continue;
+        if (IsWindow(paneWindow) && !IsEndingKey(&message) && IsDialogMessageA(paneWindow, &message)) continue;
         TranslateMessage(&message);
         DispatchMessageA(&message);
     }
