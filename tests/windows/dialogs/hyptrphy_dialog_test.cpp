@@ -398,6 +398,26 @@ TEST_F(HypertrophyPane, HasItsFontsAndStates) {
     EXPECT_EQ(SendMessageA(Item(pane, 59005), CB_GETCOUNT, 0, 0), 3);
 }
 
+// The file of the module whose procedure a window's class has.
+std::string ClassModule(HWND window) {
+    const DWORD procedure = GetClassLongW(window, GCL_WNDPROC);
+    HMODULE module = nullptr;
+    GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                       reinterpret_cast<const char*>(static_cast<std::uintptr_t>(procedure)), &module);
+    char path[MAX_PATH] = {};
+    GetModuleFileNameA(module, path, MAX_PATH);
+    return path;
+}
+
+TEST_F(HypertrophyPane, HasVersionSixControlsInAHostWithoutManifest) {
+    const auto test = NewRecord();
+    const HWND pane = Open(test.get());
+    const HWND own = CreateWindowExA(0, "BUTTON", "", WS_CHILD, 0, 0, 9, 9, Parent(), nullptr,
+                                     GetModuleHandleA(nullptr), nullptr);
+    EXPECT_THAT(ClassModule(Item(pane, 59008)), testing::ContainsRegex("common-controls_.*_6\\.0"));
+    EXPECT_THAT(ClassModule(own), testing::Not(testing::HasSubstr("common-controls")));
+}
+
 TEST_F(HypertrophyPane, LeavesOtherControlsToTheSystem) {
     const auto test = NewRecord();
     const HWND pane = Open(test.get());
