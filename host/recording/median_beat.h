@@ -35,20 +35,19 @@ struct MedianBeat {
 
 // The median beat over the beats of the dominant shape. Steps:
 // - to kWorkingRate (resample.h); beats by FindBeats unless given;
-// - shapes: the QRS complexes of all leads together are compared by normalised cross-correlation within +/-
-// 40 ms; beats
-//   that correlate with a class at 0.9 or more belong to it; the largest class wins, and of two of nearly the
-//   same size the one whose beats come later after their predecessors (in bigeminy the normal beats);
+// - shapes: the QRS complexes of all leads together are compared by normalised cross-correlation within
+//   +/- 40 ms; beats that correlate with a class at 0.9 or more belong to it; the largest class wins, and of
+//   two of nearly the same size the one whose beats come later after their predecessors (in bigeminy the
+//   normal beats);
 // - premature beats of the winning shape (RR below 0.8 of the median, as of atrial extrasystoles) are left
-// out as long
-//   as they are few; in an irregular rhythm (more than a quarter of them) all stay;
+//   out as long as they are few; in an irregular rhythm (more than a quarter of them) all stay;
 // - beats whose window leaves the recording or touches a gap are left out, unless no others are there;
 // - baseline: a natural cubic spline through the level before each QRS complex (C. R. Meyer and H. N. Keiser,
 //   "Electrocardiogram baseline noise estimation and removal using cubic splines and state-space computation
 //   techniques", Comput. Biomed. Res. 10, 459-470, 1977) is subtracted; unlike a high-pass filter it does not
 //   bend the ST segment. That level is 0 in the median beat;
 // - the beats are aligned by cross-correlation with their mean, and each sample of the result is the median
-// over them.
+//   over them.
 //
 // Nothing, and the reason in `error`, when the recording holds no beats or memory is short.
 std::optional<MedianBeat> MakeMedianBeat(const Recording& recording, std::string& error);

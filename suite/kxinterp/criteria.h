@@ -4,9 +4,9 @@
 // Neither age nor sex is known here: where a limit depends on them, it is the one that fewer healthy people
 // exceed. Sources, by the short names that the criteria give:
 //   AHA II to VI  AHA/ACCF/HRS Recommendations for the Standardization and Interpretation of the
-//   Electrocardiogram,
-//                 parts II to VI, J. Am. Coll. Cardiol. 49, 1128-1135, 2007, and 53, 976-1011, 2009 (III
-//                 conduction, IV ST, T, U and QT, V chamber hypertrophy, VI ischemia and infarction)
+//                 Electrocardiogram, parts II to VI, J. Am. Coll. Cardiol. 49, 1128-1135, 2007, and 53,
+//                 976-1011, 2009 (III conduction, IV ST, T, U and QT, V chamber hypertrophy, VI ischemia and
+//                 infarction)
 //   UDMI          Fourth Universal Definition of Myocardial Infarction, Circulation 138, e618-e651, 2018
 //   ACC 2018      ACC/AHA/HRS Guideline on Bradycardia and Conduction Delay, Circulation 140, e382-e482, 2019
 #pragma once

@@ -3,18 +3,16 @@
 // A script is plain text (UTF-8 or Windows-1252), its lines are those of the report:
 //
 //   # ...            a comment
-//   {#N}             the value of field N, without blanks around it (the field codes of
-//   lib/dbclient/summary_text.h)
+//   {#N}             the value of field N, without blanks around it (codes: lib/dbclient/summary_text.h)
 //   {%N}             the patient's placeholders of the suite's texts, such as {%2} for the last name
 //   [ ... ]          a part that is left out when one of the fields in it has no value
-//   ?CONDITION text  a line that is left out unless the condition holds; several conditions stand one after
-//   another \c               the character c itself, where it would mean one of the above
+//   ?CONDITION text  a line that is left out unless the condition holds; there may be several conditions
+//   \c               the character c itself, where it would mean one of the above
 //
 // A condition is a field's code, alone (the field has a value) or after ! (it has none), or the code, one of
-// = != <
-// <= > >= and what to compare with, up to the next blank: a number with the first number in the field's text,
-// anything else with the whole text. A field without a value, or without a number to compare, makes every
-// comparison false.
+// the comparisons "=", "!=", "<", "<=", ">", ">=" and what to compare with, up to the next blank: a number
+// with the first number in the field's text, anything else with the whole text. A field without a value, or
+// without a number to compare, makes every comparison false.
 //
 // A field has no value when its text is empty, "NG", "..", "..." or "*", or when its code is not known.
 // Outside brackets it is then shown as "...". Lines come out in their order, joined by CR LF; of several
