@@ -9,6 +9,12 @@
 #include "host/window_picture.h"
 
 namespace kxhost {
+namespace {
+
+constexpr int kEditorMargin = 40;        // pixels between the middle's edge and the editor
+constexpr int kLibraryPanelWidth = 300;  // by which the editor grows to the left
+
+}  // namespace
 
 void FrameWindow::Say(const std::wstring& text, UINT icon) const {
     MessageBoxW(Window(), text.c_str(), L"Stazione ECG", MB_OK | icon);
@@ -79,6 +85,12 @@ void FrameWindow::OnCommand(int id) {
         case IDM_VIEW_PREVIOUS_PANE:
             StepPane(-1);
             break;
+        case IDM_REPORT_STATEMENT:
+            OnEditReport(0);
+            break;
+        case IDM_REPORT_PHYSICIAN:
+            OnEditReport(1);
+            break;
         case IDM_HELP_COMMAND_LINE:
             Say(FromUtf8(UsageText()), MB_ICONINFORMATION);
             break;
@@ -124,6 +136,25 @@ void FrameWindow::OnSavePicture() {
     const UniqueBitmap picture = TakePicture(Window());
     if (!gdiPlus.IsStarted() || !picture || !WritePng(picture.get(), *file))
         Say(L"L'immagine non può essere salvata.\n\n" + file->wstring(), MB_ICONERROR);
+}
+
+// In the middle of the window, with room on the left for the editor's library panel.
+void FrameWindow::OnEditReport(uint32_t mode) {
+    if (!session_)
+        return;
+    paneHost_->Close();
+    RECT frame;
+    RECT middle;
+    GetWindowRect(Window(), &frame);
+    GetWindowRect(paneHost_->Window(), &middle);
+    const int left = static_cast<int>(middle.left - frame.left) + kEditorMargin + kLibraryPanelWidth;
+    const int top = static_cast<int>(middle.top - frame.top) + kEditorMargin;
+    const KxRect area{left, top, left + metrics_.Scale(420), top + metrics_.Scale(mode == 0 ? 160 : 60)};
+    KxHostWindow parent{};
+    parent.handle = Window();
+    library_.EditReport(parent, session_->Test(), area, mode);
+    ShowPane();
+    ShowChanges();
 }
 
 void FrameWindow::OnAbout() {

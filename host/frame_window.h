@@ -59,6 +59,7 @@ class FrameWindow final : public HostWindow {
     void OnOpenFile();
     void OnSaveEpisode();
     void OnSavePicture();
+    void OnEditReport(uint32_t mode);
     void OnAbout();
 
     void CreateChildren();

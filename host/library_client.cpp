@@ -29,4 +29,10 @@ HWND LibraryClient::Open(PaneKind kind, KxHostWindow& parent, KxTestRecord& test
     return open == nullptr ? nullptr : WindowBehind(open(&parent, &test));
 }
 
+bool LibraryClient::EditReport(KxHostWindow& parent, KxTestRecord& test, const KxRect& area,
+                               uint32_t mode) const {
+    const auto edit = module_.Find<decltype(&EDITINTERPRETATION)>("EDITINTERPRETATION");
+    return edit != nullptr && edit(&parent, &test, &area, mode) == 1;
+}
+
 }  // namespace kxhost

@@ -22,6 +22,11 @@ class LibraryClient {
     // none. Parent and record must outlive the pane; who wants to end it destroys its window.
     HWND Open(PaneKind kind, KxHostWindow& parent, KxTestRecord& test) const;
 
+    // Has the user edit the report in the library's modal editor, at an area relative to the parent's window;
+    // `mode` as in include/kxdialogs.h. No interpretation pane may be open on the record: it writes its own
+    // statement once more when it is destroyed. True when the user ended it with OK.
+    bool EditReport(KxHostWindow& parent, KxTestRecord& test, const KxRect& area, uint32_t mode) const;
+
   private:
     SuiteModule module_;
 };

@@ -348,6 +348,29 @@ TEST_F(HostTest, EnterAndEscapeLeaveEveryPaneOpen) {
     }
 }
 
+TEST_F(HostTest, TheReportIsEditedInTheLibrarysEditorAndShownAnew) {
+    constexpr int kEditorText = 100;
+    constexpr int kPaneStatement = 33831;
+    constexpr int kPaneReviewer = 33823;
+    const OpenHost host({});
+    ASSERT_NE(host.Frame(), nullptr);
+    SendMessageW(host.Frame(), WM_COMMAND, IDM_VIEW_FIRST_PANE + 5, 0);
+    ASSERT_NE(host.Pane(), nullptr);
+    PostMessageW(host.Frame(), WM_COMMAND, IDM_REPORT_STATEMENT, 0);
+    const HWND editor = host.WaitForMessageBox();
+    ASSERT_NE(editor, nullptr);
+    EXPECT_EQ(host.Pane(), nullptr);
+    for (const wchar_t letter : {L'Z', L'z'})
+        SendMessageW(GetDlgItem(editor, kEditorText), WM_CHAR, letter, 1);
+    PostMessageW(editor, WM_COMMAND, IDOK, 0);
+    ASSERT_TRUE(WaitUntil([&] { return host.Pane() != nullptr; }));
+    wchar_t text[64] = {};
+    SendDlgItemMessageW(host.Pane(), kPaneStatement, WM_GETTEXT, std::size(text),
+                        reinterpret_cast<LPARAM>(text));
+    EXPECT_STREQ(text, L"Zz");
+    EXPECT_EQ(SendDlgItemMessageW(host.Pane(), kPaneReviewer, BM_GETCHECK, 0, 0), BST_CHECKED);
+}
+
 TEST_F(HostTest, TheStripShowsWhatIsMeasured) {
     const auto values = ParseMeasurements(RunHost({L"--measure", L"--builtin"}).output);
     ASSERT_GT(Value(values, "rrInterval"), 0);
