@@ -2,19 +2,20 @@
 
 // After <windows.h>.
 #include <commctrl.h>
-#include <windowsx.h>
 
 #include <algorithm>
 
 #include "dialogs/dialog_library.h"
 #include "dialogs/interpretation/completion_entries.h"
 #include "dialogs/interpretation/interp_report.h"
+#include "lib/windows/device_context.h"
 
 namespace kx {
 namespace {
 
 constexpr std::uint32_t kNoWindowLine = 1112;
 constexpr UINT_PTR kListWatch = 1;
+constexpr int kRowHeight = 19;  // pixels at 96 dpi
 
 }  // namespace
 
@@ -131,6 +132,12 @@ LRESULT CompletionPopup::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) 
     return message == WM_MOUSEACTIVATE ? MA_NOACTIVATE : Window::WindowProc(message, wParam, lParam);
 }
 
+LRESULT CompletionPopup::OnMeasureItem(UINT, MEASUREITEMSTRUCT* item) {
+    const WindowContext screen(nullptr);
+    item->itemHeight = static_cast<UINT>(MulDiv(kRowHeight, screen.PixelsPerInchY(), 96));
+    return TRUE;
+}
+
 bool CompletionPopup::OnDrawItem(UINT id, DRAWITEMSTRUCT* item) {
     return IsOpen() && list_->DrawItem(id, item);
 }
@@ -154,7 +161,7 @@ LRESULT CALLBACK CompletionPopup::ListProc(HWND window, UINT message, WPARAM wPa
         case WM_LBUTTONDBLCLK:
         case WM_LBUTTONUP:
             reinterpret_cast<CompletionPopup*>(popup)->OnListButton(
-                message, {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
+                message, {static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))});
             return 0;
         case WM_RBUTTONDOWN:
         case WM_RBUTTONUP:

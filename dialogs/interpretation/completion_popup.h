@@ -61,6 +61,8 @@ class CompletionPopup final : public Window {
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     void OnSize(UINT sizeType, int width, int height) override;
     LRESULT OnNotify(WPARAM id, NMHDR* header) override;
+    // The list asks for the height of its rows when it is made: the popup shows as many as can match.
+    LRESULT OnMeasureItem(UINT id, MEASUREITEMSTRUCT* item) override;
     bool OnDrawItem(UINT id, DRAWITEMSTRUCT* item) override;
     void OnDestroy() override;
 

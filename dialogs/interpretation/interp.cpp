@@ -3,6 +3,7 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <new>
 
@@ -13,6 +14,8 @@
 #include "dialogs/resources/picture_ids.h"
 #include "lib/modules/version_info.h"
 #include "lib/windows/common_controls.h"
+#include "lib/windows/device_context.h"
+#include "lib/windows/gdi_handles.h"
 #include "lib/windows/registry_key.h"
 #include "lib/windows/subclassed_control.h"
 
@@ -43,15 +46,21 @@ bool Exists(const Window* control) {
     return control != nullptr && control->Handle() != nullptr;
 }
 
+// Adds the names and makes the list wide enough for them: a title behind a name is as long as the name.
 template <class Record>
 void AddNames(const StaffList<Record>& staff, ComboBox& names) {
+    WindowContext context(names.Handle());
+    const GdiSelection font(context.Handle(), names.GetFont());
+    LONG widest = 0;
     char name[256];
     for (std::uint32_t i = 0; i < staff.count; ++i) {
         if (!IsNameless(staff.records[i])) {
-            DisplayName(staff.records[i], name, sizeof name);
+            const std::size_t length = DisplayName(staff.records[i], name, sizeof name);
+            widest = std::max(widest, context.TextExtent(name, static_cast<int>(length)).cx);
             names.AddString(name);
         }
     }
+    names.SendMsg(CB_SETDROPPEDWIDTH, static_cast<WPARAM>(widest + 2 * GetSystemMetrics(SM_CXVSCROLL)));
 }
 
 }  // namespace

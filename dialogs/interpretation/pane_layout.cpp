@@ -38,7 +38,7 @@ void PaneLayout::Place(int width, int height) const {
         const int bottom = moved(item.area.bottom, higher, item.growth->bottom);
         if (moves != nullptr) {
             moves = DeferWindowPos(moves, item.control, nullptr, left, top, right - left, bottom - top,
-                                   SWP_NOZORDER | SWP_NOACTIVATE);
+                                   SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
         }
     }
     if (moves != nullptr) {
