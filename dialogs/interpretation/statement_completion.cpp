@@ -252,6 +252,11 @@ LRESULT StatementCompletion::Watch(HWND window, UINT message, WPARAM wParam, LPA
     const int pause = IsEditingCommand(message, wParam) ? 1 : 0;
     paused_ += pause;
     const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
+    if (message == WM_GETDLGCODE) {
+        // A dialog selects the text of an edit that it gives the focus. Here the next key would replace what
+        // may be a whole report.
+        return result & ~LRESULT{DLGC_HASSETSEL};
+    }
     if (IsWatched(window, EditProc)) {
         paused_ -= pause;
         AfterMessage(message, wParam);

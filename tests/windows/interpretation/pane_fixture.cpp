@@ -35,6 +35,29 @@ std::string Beside(const char* name) {
     return ProgramFolder() + "\\" + name;
 }
 
+// Once for the program.
+const char* LaidLibrary() {
+    static const bool laid = CopyFileA(Beside("..\\..\\bin\\kxdialogs.dll").c_str(),
+                                       Beside("kxdialogs.dll").c_str(), FALSE) != FALSE;
+    return laid ? "\\kxdialogs.dll" : "";
+}
+
+// One for the program: a screen without window manager is slow to show it.
+HWND HostWindow(WNDPROC procedure) {
+    static const HWND host = [procedure] {
+        WNDCLASSA hostClass{};
+        hostClass.lpfnWndProc = procedure;
+        hostClass.hInstance = GetModuleHandleA(nullptr);
+        hostClass.lpszClassName = kHostClass;
+        RegisterClassA(&hostClass);
+        const HWND window = CreateWindowExA(0, kHostClass, "", WS_POPUP | WS_VISIBLE, 0, 0, 760, 500, nullptr,
+                                            nullptr, hostClass.hInstance, nullptr);
+        SetForegroundWindow(window);
+        return window;
+    }();
+    return host;
+}
+
 template <std::size_t kSize>
 void Fill(char (&field)[kSize], const char* text) {
     std::memcpy(field, text, std::min(std::strlen(text), kSize));
@@ -60,11 +83,7 @@ PhysicianRecord Physician(const char* first, const char* initial, const char* la
 }
 
 InterpretationPane::InterpretationPane()
-    : record_(std::make_unique<TestRecord>()),
-      library_(SystemModule::kCurrent, CopyFileA((ProgramFolder() + "\\..\\..\\bin\\kxdialogs.dll").c_str(),
-                                                 Beside("kxdialogs.dll").c_str(), FALSE)
-                                           ? "\\kxdialogs.dll"
-                                           : "") {
+    : record_(std::make_unique<TestRecord>()), library_(SystemModule::kCurrent, LaidLibrary()) {
     g_answers = &answers_;
     for (const char* module : kModules) {
         LayModule(module, SuiteModule::kCurrent);
@@ -77,25 +96,26 @@ InterpretationPane::InterpretationPane()
             "<P>Ritmo atriale.^RA</P><H1>Asse</H1><P>Asse normale</P></BODY>");
     record_->SetTestType(KX_TEST_RESTING);
 
-    WNDCLASSA hostClass{};
-    hostClass.lpfnWndProc = HostProc;
-    hostClass.hInstance = GetModuleHandleA(nullptr);
-    hostClass.lpszClassName = kHostClass;
-    RegisterClassA(&hostClass);
-    parent_.handle = CreateWindowExA(0, kHostClass, "", WS_POPUP | WS_VISIBLE, 0, 0, 760, 500, nullptr,
-                                     nullptr, hostClass.hInstance, this);
-    SetForegroundWindow(static_cast<HWND>(parent_.handle));
+    parent_.handle = HostWindow(HostProc);
+    SetWindowLongPtrA(static_cast<HWND>(parent_.handle), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     library_->start();
 }
 
 InterpretationPane::~InterpretationPane() {
     onChange_ = nullptr;
-    DestroyWindow(static_cast<HWND>(parent_.handle));
+    if (pane_ != nullptr) {
+        DestroyWindow(pane_);
+    }
+    SetWindowLongPtrA(static_cast<HWND>(parent_.handle), GWLP_USERDATA, 0);
     library_->stop();
     for (const HMODULE module : held_) {
         FreeLibrary(module);
     }
     for (const char* module : kModules) {
+        // One that was refused stays mapped.
+        while (const HMODULE left = GetModuleHandleA(module)) {
+            FreeLibrary(left);
+        }
         DeleteFileA(Beside(module).c_str());
     }
     g_answers = nullptr;
@@ -239,11 +259,8 @@ void InterpretationPane::Pump() {
 }
 
 LRESULT CALLBACK InterpretationPane::HostProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WM_NCCREATE) {
-        const auto* const creation = reinterpret_cast<const CREATESTRUCTA*>(lParam);
-        SetWindowLongPtrA(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(creation->lpCreateParams));
-    } else if (message == WM_USER && wParam == 1024 && lParam == 1024) {
-        auto* const host = reinterpret_cast<InterpretationPane*>(GetWindowLongPtrA(window, GWLP_USERDATA));
+    auto* const host = reinterpret_cast<InterpretationPane*>(GetWindowLongPtrA(window, GWLP_USERDATA));
+    if (message == WM_USER && wParam == 1024 && lParam == 1024 && host != nullptr) {
         ++host->changes_;
         if (host->onChange_) {
             host->onChange_();
