@@ -7,8 +7,23 @@ namespace {
 
 constexpr UINT kPollMs = 10;
 
-// On a screen without a window manager Wine waits two seconds for the end of every captioned window. Told
-// before this program's first window that there is none, it does not. Windows reads no such key.
+// Runs this program once more in the place of this process.
+void StartAnew() {
+    STARTUPINFOA startup{};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION again{};
+    std::string commandLine = GetCommandLineA();
+    if (CreateProcessA(nullptr, commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup,
+                       &again)) {
+        DWORD exitCode = 1;
+        WaitForSingleObject(again.hProcess, INFINITE);
+        GetExitCodeProcess(again.hProcess, &exitCode);
+        ExitProcess(exitCode);
+    }
+}
+
+// On a screen without a window manager Wine waits two seconds for the end of every captioned window, unless
+// it was told before the program's start that there is none. Windows reads no such key.
 bool DoWithoutWindowManager() {
     char path[MAX_PATH] = {};
     GetModuleFileNameA(nullptr, path, sizeof path);
@@ -16,14 +31,18 @@ bool DoWithoutWindowManager() {
     const std::string key =
         "Software\\Wine\\AppDefaults\\" + program.substr(program.rfind('\\') + 1) + "\\X11 Driver";
     HKEY opened = nullptr;
+    DWORD found = 0;
     if (RegCreateKeyExA(HKEY_CURRENT_USER, key.c_str(), 0, nullptr, 0, KEY_SET_VALUE, nullptr, &opened,
-                        nullptr) != ERROR_SUCCESS) {
+                        &found) != ERROR_SUCCESS) {
         return false;
     }
     const BYTE no[] = "N";
-    const LSTATUS set = RegSetValueExA(opened, "Managed", 0, REG_SZ, no, sizeof no);
+    RegSetValueExA(opened, "Managed", 0, REG_SZ, no, sizeof no);
     RegCloseKey(opened);
-    return set == ERROR_SUCCESS;
+    if (found == REG_CREATED_NEW_KEY) {
+        StartAnew();
+    }
+    return true;
 }
 
 [[maybe_unused]] const bool g_withoutWindowManager = DoWithoutWindowManager();

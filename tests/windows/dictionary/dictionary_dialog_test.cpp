@@ -78,8 +78,16 @@ TEST_F(DictionaryTest, PutsTheButtonsIntoTwoColumnsByTheWidthOfTheEdit) {
         GetClientRect(dialog, &client);
         GetWindowRect(dialog, &window);
         EXPECT_EQ(client.bottom, 48 + 32 * 18 + 7);
+        // A screen of 1024 x 768 at 96 dpi.
+        const HDC screen = GetDC(nullptr);
+        const int dpi = GetDeviceCaps(screen, LOGPIXELSX);
+        ReleaseDC(nullptr, screen);
         EXPECT_LE(window.bottom - window.top, 768);
-        EXPECT_LE(window.right - window.left, 1024);
+        EXPECT_LE(window.right - window.left, MulDiv(1024, dpi, 96));
+        // The row above the buttons ends before them.
+        for (const std::uint32_t id : {IDC_DICT_TEXT, IDC_DICT_CODE, IDC_DICT_SECTION}) {
+            EXPECT_LE(PlaceOf(dialog, Item(dialog, id)).bottom, 48) << id;
+        }
     });
 }
 
