@@ -2,19 +2,40 @@
 
 #include <algorithm>
 #include <charconv>
+#include <map>
 
 namespace kxhost {
 namespace {
 
-// The words of the command line sorted into options and places.
+// The words of the command line, sorted; places are those that are neither options nor their values.
 struct Words {
-    std::vector<std::string> places;
-    bool measure = false;
+    std::vector<std::string_view> places;
+    std::map<std::string_view, std::string_view> values;  // of the options, by their names
+    const struct Form* form = nullptr;
     bool builtin = false;
-    std::optional<std::string> shotFile;
-    std::optional<std::string> size;
-    std::optional<std::string> unitsPerMv;
+
+    const std::string_view* Value(std::string_view option) const {
+        const auto found = values.find(option);
+        return found == values.end() ? nullptr : &found->second;
+    }
 };
+
+// A batch form, named by its option. What stands behind the recording is one word, its place.
+struct Form {
+    std::string_view option;
+    bool takesValue;
+    const char* place;  // null: none
+    bool placeMayMiss;
+    Command (*make)(const RecordRequest& record, const Words& words, std::optional<std::string_view> place);
+};
+
+// An option of one form alone, or of all.
+struct Setting {
+    std::string_view option;
+    std::string_view form;  // empty: every one, the window too
+};
+
+constexpr Setting kSettings[] = {{"--units-per-mv", ""}, {"--size", "--shot"}};
 
 std::optional<int> ParseNumber(std::string_view text, int least, int most) {
     int value = 0;
@@ -26,43 +47,6 @@ std::optional<int> ParseNumber(std::string_view text, int least, int most) {
 
 UsageError Wrong(std::string_view what, std::string_view word) {
     return {std::string(what) + ": " + std::string(word)};
-}
-
-// Takes the words apart; a text in the result's second half means that they make no sense.
-std::variant<Words, ShowHelp, UsageError> SortWords(const std::vector<std::string>& arguments) {
-    Words words;
-    bool optionsEnded = false;
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        const std::string& word = arguments[i];
-        if (optionsEnded || !word.starts_with("-")) {
-            words.places.push_back(word);
-            continue;
-        }
-        std::optional<std::string>* value = nullptr;
-        if (word == "--") {
-            optionsEnded = true;
-        } else if (word == "--help" || word == "-h") {
-            return ShowHelp{};
-        } else if (word == "--measure") {
-            words.measure = true;
-        } else if (word == "--builtin") {
-            words.builtin = true;
-        } else if (word == "--shot") {
-            value = &words.shotFile;
-        } else if (word == "--size") {
-            value = &words.size;
-        } else if (word == "--units-per-mv") {
-            value = &words.unitsPerMv;
-        } else {
-            return Wrong("unknown option", word);
-        }
-        if (value != nullptr) {
-            if (i + 1 == arguments.size())
-                return Wrong("a value is missing behind", word);
-            *value = arguments[++i];
-        }
-    }
-    return words;
 }
 
 // "WxH", both between the smallest and the largest picture.
@@ -92,62 +76,151 @@ bool ParsePane(std::string_view name, std::optional<PaneKind>& pane) {
     return true;
 }
 
-Command ToShot(const Words& words, const RecordRequest& record, std::string_view paneName) {
+// "1,2,48-59": numbers and ranges of numbers.
+bool ParseCodes(std::string_view text, std::vector<int>& codes) {
+    for (std::size_t next = 0; next <= text.size();) {
+        const std::size_t end = std::min(text.find(',', next), text.size());
+        const std::string_view item = text.substr(next, end - next);
+        const std::size_t dash = std::min(item.find('-'), item.size());
+        const auto first = ParseNumber(item.substr(0, dash), 0, kLargestFieldCode);
+        const auto last =
+            dash == item.size() ? first : ParseNumber(item.substr(dash + 1), 0, kLargestFieldCode);
+        if (!first || !last || *last < *first)
+            return false;
+        for (int code = *first; code <= *last; ++code)
+            codes.push_back(code);
+        next = end + 1;
+    }
+    return true;
+}
+
+using Place = std::optional<std::string_view>;
+
+Command MakeMeasure(const RecordRequest& record, const Words&, Place) {
+    return Measure{record};
+}
+
+Command MakeShot(const RecordRequest& record, const Words& words, Place pane) {
     Shot shot;
     shot.record = record;
-    shot.file = *words.shotFile;
-    if (!ParsePane(paneName, shot.pane))
-        return Wrong("unknown pane", paneName);
-    if (words.size && !ParseSize(*words.size, shot))
-        return Wrong("not a size between 64x64 and 4096x4096", *words.size);
+    shot.file = *words.Value("--shot");
+    if (!ParsePane(*pane, shot.pane))
+        return Wrong("unknown pane", *pane);
+    const std::string_view* size = words.Value("--size");
+    if (size != nullptr && !ParseSize(*size, shot))
+        return Wrong("not a size between 64x64 and 4096x4096", *size);
     return shot;
+}
+
+Command MakeListFields(const RecordRequest& record, const Words&, Place codes) {
+    ListFields command{record, {}};
+    if (codes && !ParseCodes(*codes, command.codes))
+        return Wrong("not a list of field codes like 1,2,48-59", *codes);
+    return command;
+}
+
+Command MakeExpand(const RecordRequest& record, const Words& words, Place) {
+    return Expand{record, std::string(*words.Value("--expand"))};
+}
+
+constexpr Form kForms[] = {
+    {"--measure", false, nullptr, false, MakeMeasure},
+    {"--shot", true, "pane", false, MakeShot},
+    {"--fields", false, "field codes", true, MakeListFields},
+    {"--expand", true, nullptr, false, MakeExpand},
+};
+
+std::optional<UsageError> TakeForm(const Form& form, Words& words) {
+    if (words.form != nullptr && words.form != &form)
+        return UsageError{std::string(words.form->option) + " and " + std::string(form.option) +
+                          " exclude each other"};
+    words.form = &form;
+    return std::nullopt;
+}
+
+// Sorts the words; what is wrong with them, or that help was asked for, is the result.
+std::optional<Command> SortWords(const std::vector<std::string>& arguments, Words& words) {
+    bool optionsEnded = false;
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const std::string_view word = arguments[i];
+        if (optionsEnded || !word.starts_with("-")) {
+            words.places.push_back(word);
+            continue;
+        }
+        if (word == "--") {
+            optionsEnded = true;
+            continue;
+        }
+        if (word == "--help" || word == "-h")
+            return ShowHelp{};
+        if (word == "--builtin") {
+            words.builtin = true;
+            continue;
+        }
+        const auto named = [&](const auto& row) { return row.option == word; };
+        const Form* form = std::find_if(std::begin(kForms), std::end(kForms), named);
+        const bool isForm = form != std::end(kForms);
+        if (!isForm && std::none_of(std::begin(kSettings), std::end(kSettings), named))
+            return Wrong("unknown option", word);
+        if (isForm) {
+            if (const auto error = TakeForm(*form, words))
+                return *error;
+        }
+        if (isForm && !form->takesValue)
+            continue;
+        if (i + 1 == arguments.size())
+            return Wrong("a value is missing behind", word);
+        words.values[word] = arguments[++i];
+    }
+    return std::nullopt;
+}
+
+std::optional<UsageError> CheckSettings(const Words& words) {
+    for (const Setting& setting : kSettings) {
+        if (words.Value(setting.option) != nullptr && !setting.form.empty() &&
+            (words.form == nullptr || words.form->option != setting.form))
+            return UsageError{std::string(setting.option) + " belongs to " + std::string(setting.form)};
+    }
+    return std::nullopt;
 }
 
 Command ToCommand(const Words& words) {
     RecordRequest record;
-    if (words.unitsPerMv) {
-        const auto units = ParseNumber(*words.unitsPerMv, 1, kMostUnitsPerMv);
+    if (const std::string_view* text = words.Value("--units-per-mv")) {
+        const auto units = ParseNumber(*text, 1, kMostUnitsPerMv);
         if (!units)
-            return Wrong("not a whole number of units per mV", *words.unitsPerMv);
+            return Wrong("not a whole number of units per mV", *text);
         record.unitsPerMv = *units;
     }
-    if (words.measure && words.shotFile)
-        return UsageError{"--measure and --shot exclude each other"};
-    if (words.size && !words.shotFile)
-        return UsageError{"--size belongs to --shot"};
+    if (const auto error = CheckSettings(words))
+        return *error;
 
     // The recording stands first and may be left out only for the built-in one, which a batch form must ask
     // for.
-    const bool batch = words.measure || words.shotFile;
     std::size_t next = 0;
     if (!words.builtin && next < words.places.size())
         record.path = words.places[next++];
-    if (batch && !words.builtin && record.path.empty())
+    if (words.form != nullptr && !words.builtin && record.path.empty())
         return UsageError{"no recording given (a path, or --builtin)"};
-    std::string_view paneName;
-    if (words.shotFile) {
-        if (next == words.places.size())
-            return UsageError{"no pane given"};
-        paneName = words.places[next++];
+    Place place;
+    if (words.form != nullptr && words.form->place != nullptr) {
+        if (next < words.places.size())
+            place = words.places[next++];
+        else if (!words.form->placeMayMiss)
+            return UsageError{std::string("no ") + words.form->place + " given"};
     }
     if (next != words.places.size())
         return Wrong("one word too many", words.places[next]);
-    if (words.shotFile)
-        return ToShot(words, record, paneName);
-    if (words.measure)
-        return Measure{record};
-    return OpenWorkstation{record};
+    return words.form == nullptr ? OpenWorkstation{record} : words.form->make(record, words, place);
 }
 
 }  // namespace
 
 Command ParseCommandLine(const std::vector<std::string>& arguments) {
-    const auto sorted = SortWords(arguments);
-    if (const auto* words = std::get_if<Words>(&sorted))
-        return ToCommand(*words);
-    if (const auto* error = std::get_if<UsageError>(&sorted))
-        return *error;
-    return ShowHelp{};
+    Words words;
+    if (const auto decided = SortWords(arguments, words))
+        return *decided;
+    return ToCommand(words);
 }
 
 std::string_view UsageText() {
@@ -156,13 +229,18 @@ std::string_view UsageText() {
       opens the workstation window on a recording, or on the built-in synthetic one
   kxhost --measure RECORD [--units-per-mv N]
       prints the beats and the measurements of the median beat
+  kxhost --fields RECORD [CODES] [--units-per-mv N]
+      prints the texts of the report fields
+  kxhost --expand TEMPLATE RECORD [--units-per-mv N]
+      prints a text with the patient in the place of {%1}, {%2}, {%5}, {%11} and {%14}
   kxhost --shot FILE.png RECORD PANE [--units-per-mv N] [--size WxH]
       writes a picture of one pane, or of the whole window
   kxhost --help
 
 RECORD  the header (.hea) of a WFDB recording, with or without its extension; in its place --builtin takes the
         built-in synthetic recording
-PANE    general, qrs, p, t, hypertrophy, interpretation, table, or window for the whole workstation window
+PANE    general, qrs, p, t, hypertrophy, interpretation, table, report, or window for the whole workstation window
+CODES   field codes of the report templates, as 1,2,48-59; all by default
 N       sample units in one millivolt, in place of what the header says (a whole number)
 WxH     size of the picture in pixels, 64x64 to 4096x4096; by default the pane's or the window's own size
 --      what follows is no option
@@ -172,9 +250,11 @@ WxH     size of the picture in pixels, 64x64 to 4096x4096; by default the pane's
 (degrees) and the fiducial points (ms) by their names, then "LEAD.name" for each lead: amplitudes and ST levels in
 microvolts, markers in ms; 0 is an absent marker. Numbers are decimal integers.
 
-The batch forms (--measure, --shot) show no message and wait for nobody. Exit code: 0 done; 1 it could not be done,
-one line on standard error says why; 2 the command line was not understood. The program is a Windows program without
-a console of its own: it writes to the redirected handles, else to the console that it was started from.
+--fields prints one "code<TAB>text" a line in UTF-8; CR, LF, tab and backslash in a text are written \r, \n, \t, \\.
+
+The batch forms show no message and wait for nobody. Exit code: 0 done; 1 it could not be done, one line on standard
+error says why; 2 the command line was not understood. The program is a Windows program without a console of its own:
+it writes to the redirected handles, else to the console that it was started from.
 )";
 }
 

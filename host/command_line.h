@@ -36,6 +36,16 @@ struct Shot {
     int height = 0;
 };
 
+struct ListFields {
+    RecordRequest record;
+    std::vector<int> codes;  // empty: all
+};
+
+struct Expand {
+    RecordRequest record;
+    std::string text;  // UTF-8
+};
+
 struct ShowHelp {};
 
 // The command line cannot be understood; text says why, in one line without a line break.
@@ -43,11 +53,12 @@ struct UsageError {
     std::string text;
 };
 
-using Command = std::variant<OpenWorkstation, Measure, Shot, ShowHelp, UsageError>;
+using Command = std::variant<OpenWorkstation, Measure, Shot, ListFields, Expand, ShowHelp, UsageError>;
 
 inline constexpr int kSmallestShot = 64;
 inline constexpr int kLargestShot = 4096;
 inline constexpr int kMostUnitsPerMv = 10'000'000;
+inline constexpr int kLargestFieldCode = 9999;
 
 // arguments: the words behind the program's name, UTF-8.
 Command ParseCommandLine(const std::vector<std::string>& arguments);

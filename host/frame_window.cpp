@@ -138,6 +138,7 @@ void FrameWindow::ShowRecord() {
     if (!session_->MeasuringFailure().empty())
         AppendReport(L"Stazione", L"Il battito mediano non è misurato: " + session_->MeasuringFailure());
     ShowPane();
+    paneHost_->FocusPane();
     shown_ = TakeSnapshot();
     strip_->Show(DescribePatient(session_->Test(), &session_->Measurements()));
     ShowStatus();
@@ -189,6 +190,30 @@ void FrameWindow::ShowPane() {
 void FrameWindow::SelectPane(PaneKind kind) {
     SendMessageW(tabs_, TCM_SETCURSEL, static_cast<WPARAM>(kind), 0);
     ShowPane();
+    paneHost_->FocusPane();
+}
+
+// The arrows on the tabs go from tab to tab and must not lose the keyboard on the way; a click means the
+// pane.
+void FrameWindow::OnTabChosen() {
+    ShowPane();
+    if (GetKeyState(VK_LBUTTON) < 0)
+        paneHost_->FocusPane();
+}
+
+// The window manager gives the keyboard to the window itself; it belongs to the control that had it.
+void FrameWindow::OnActivate(bool active) {
+    if (active)
+        return;
+    const HWND focus = GetFocus();
+    lastFocus_ = IsChild(Window(), focus) ? focus : nullptr;
+}
+
+void FrameWindow::OnSetFocus() {
+    if (lastFocus_ != nullptr && IsChild(Window(), lastFocus_))
+        SetFocus(lastFocus_);
+    else if (paneHost_)
+        paneHost_->FocusPane();
 }
 
 void FrameWindow::StepPane(int step) {
@@ -200,9 +225,8 @@ void FrameWindow::StepPane(int step) {
 void FrameWindow::FocusNextPart() {
     const HWND focus = GetFocus();
     const HWND pane = paneHost_->Pane();
-    const HWND inPane = pane == nullptr ? nullptr : GetNextDlgTabItem(pane, nullptr, FALSE);
-    if (focus == tabs_ && inPane != nullptr)
-        SetFocus(inPane);
+    if (focus == tabs_ && pane != nullptr)
+        paneHost_->FocusPane();
     else if (logShown_ && focus != log_->Window())
         SetFocus(log_->Window());
     else
@@ -236,7 +260,13 @@ LRESULT FrameWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_NOTIFY:
             if (const auto& header = *reinterpret_cast<const NMHDR*>(lParam);
                 header.hwndFrom == tabs_ && header.code == static_cast<UINT>(TCN_SELCHANGE))
-                ShowPane();
+                OnTabChosen();
+            return 0;
+        case WM_ACTIVATE:
+            OnActivate(LOWORD(wParam) != WA_INACTIVE);
+            return HostWindow::OnMessage(message, wParam, lParam);
+        case WM_SETFOCUS:
+            OnSetFocus();
             return 0;
         case WM_DROPFILES:
             OnDropFiles(reinterpret_cast<HDROP>(wParam));

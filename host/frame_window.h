@@ -69,6 +69,9 @@ class FrameWindow final : public HostWindow {
     void ShowStatus();
     void StepPane(int step);
     void FocusNextPart();
+    void OnActivate(bool active);
+    void OnSetFocus();
+    void OnTabChosen();
     bool ConfirmLoss();
     void Say(const std::wstring& text, UINT icon) const;
     Snapshot TakeSnapshot() const;
@@ -79,6 +82,7 @@ class FrameWindow final : public HostWindow {
     HACCEL accelerators_;
     HWND tabs_ = nullptr;
     HWND status_ = nullptr;
+    HWND lastFocus_ = nullptr;  // what had the keyboard when the window was left
     bool logShown_ = true;
     std::unique_ptr<PatientStrip> strip_;
     std::unique_ptr<LogPane> log_;

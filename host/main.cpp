@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "host/batch_measure.h"
+#include "host/batch_report.h"
 #include "host/batch_shot.h"
 #include "host/command_line.h"
 #include "host/frame_window.h"
@@ -96,6 +97,14 @@ int Run(const Shot& command) {
         const LibraryClient library;
         return RunShot(command, log, library, analysis, UiMetrics());
     });
+}
+
+int Run(const ListFields& command) {
+    return RunBatch([&](SystemLog&) { return RunListFields(command, AnalysisClient()); });
+}
+
+int Run(const Expand& command) {
+    return RunBatch([&](SystemLog&) { return RunExpand(command, AnalysisClient()); });
 }
 
 int Run(const ShowHelp&) {

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <utility>
 
+#include "host/library_texts.h"
 #include "host/resource_ids.h"
+#include "lib/dbclient/test_record.h"
 
 namespace kxhost {
 namespace {
@@ -32,13 +34,22 @@ PaneHost::~PaneHost() {
     Close();
 }
 
-bool PaneHost::Open(PaneKind kind, KxTestRecord& test) {
+HWND PaneHost::MakePane(PaneKind kind, kx::TestRecord& test) {
+    if (kind != PaneKind::Report)
+        return library_.Open(kind, shared_, test);
+    // Without the library its pick lists are missing and everything else is there.
+    const LibraryTexts texts;
+    report_ = std::make_unique<ReportPane>(Window(), metrics_, ListReport(test, {texts, kx::UserLocale()}));
+    return report_->Window();
+}
+
+bool PaneHost::Open(PaneKind kind, kx::TestRecord& test) {
     Close();
-    if (!library_.IsLoaded()) {
+    if (!library_.IsLoaded() && RowOf(kind).exportName != nullptr) {
         ShowMessage(L"La libreria dei pannelli non è disponibile.\n" + library_.FailureText());
         return false;
     }
-    pane_ = library_.Open(kind, shared_, test);
+    pane_ = MakePane(kind, test);
     if (pane_ == nullptr) {
         ShowMessage(std::wstring(L"Il pannello «") + RowOf(kind).title +
                     L"» non è disponibile per questo tracciato.\nIl motivo è fra i messaggi della libreria.");
@@ -61,9 +72,19 @@ void PaneHost::Close() {
     if (pane_ != nullptr && IsWindow(pane_))
         DestroyWindow(pane_);
     pane_ = nullptr;
+    report_.reset();
     natural_ = {};
     scrolled_ = {};
     Place();
+}
+
+void PaneHost::FocusPane() const {
+    if (pane_ == nullptr)
+        return;
+    const HWND view = FindWindowExW(pane_, nullptr, L"MarkerView", nullptr);
+    const HWND first = view != nullptr ? view : GetNextDlgTabItem(pane_, nullptr, FALSE);
+    if (first != nullptr)
+        SetFocus(first);
 }
 
 void PaneHost::ShowMessage(std::wstring text) {

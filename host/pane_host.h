@@ -1,10 +1,12 @@
 // The middle of the workstation: the window in which the library's panes are opened.
 #pragma once
 
+#include <memory>
 #include <string>
 
 #include "host/host_window.h"
 #include "host/library_client.h"
+#include "host/report_pane.h"
 #include "host/ui_metrics.h"
 
 namespace kxhost {
@@ -16,15 +18,19 @@ class PaneHost final : public HostWindow {
     PaneHost(HWND parent, const LibraryClient& library, const UiMetrics& metrics);
     ~PaneHost();
 
-    // Closes the pane there is and opens this one on the record as it is now. When the library makes none,
-    // the reason stands in the middle instead, and false is returned.
-    bool Open(PaneKind kind, KxTestRecord& test);
+    // Closes the pane there is and opens this one on the record as it is now: the library's, or the
+    // workstation's own. When the library makes none, the reason stands in the middle instead, and false is
+    // returned.
+    bool Open(PaneKind kind, kx::TestRecord& test);
     void Close();
 
     // A text in the middle, where no pane is.
     void ShowMessage(std::wstring text);
 
     HWND Pane() const { return pane_; }
+    // Gives the keyboard to the pane: to its marker view, where it has one, so that the keys move markers at
+    // once, else to its first control. Nothing happens without a pane.
+    void FocusPane() const;
     // The size that the pane had by itself when it was opened; 0, 0 without a pane.
     SIZE NaturalSize() const { return natural_; }
 
@@ -36,6 +42,7 @@ class PaneHost final : public HostWindow {
 
   private:
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    HWND MakePane(PaneKind kind, kx::TestRecord& test);
     void OnPaint();
     void OnScroll(int bar, int request);
     void Place();
@@ -45,6 +52,7 @@ class PaneHost final : public HostWindow {
     const UiMetrics& metrics_;
     KxHostWindow shared_{};  // what the library is given as its parent
     HWND pane_ = nullptr;
+    std::unique_ptr<ReportPane> report_;  // when it is the pane
     SIZE natural_{};
     POINT scrolled_{};
     bool placing_ = false;  // showing a bar changes the window's size, which would place the pane again

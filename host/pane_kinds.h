@@ -7,17 +7,17 @@
 
 namespace kxhost {
 
-enum class PaneKind { General, Qrs, PWave, TWave, Hypertrophy, Interpretation, Table };
+enum class PaneKind { General, Qrs, PWave, TWave, Hypertrophy, Interpretation, Table, Report };
 
 struct PaneRow {
     PaneKind kind;
-    std::string_view name;  // on the command line
-    const wchar_t* title;   // on the tab
-    const char* exportName;
+    std::string_view name;   // on the command line
+    const wchar_t* title;    // on the tab
+    const char* exportName;  // null: a pane of the workstation itself
 };
 
 // In tab order. The export of Interpretation takes a third argument (see include/kxdialogs.h).
-inline constexpr std::array<PaneRow, 7> kPanes{{
+inline constexpr std::array<PaneRow, 8> kPanes{{
     {PaneKind::General, "general", L"Morfologia generale", "GENERALMORPHDIALOG"},
     {PaneKind::Qrs, "qrs", L"QRS", "QRSMORPHDIALOG"},
     {PaneKind::PWave, "p", L"Onda P", "PMORPHDIALOG"},
@@ -25,6 +25,7 @@ inline constexpr std::array<PaneRow, 7> kPanes{{
     {PaneKind::Hypertrophy, "hypertrophy", L"Ipertrofia", "HYPERTROPHYDIALOG"},
     {PaneKind::Interpretation, "interpretation", L"Interpretazione", "INTERPRETATIONDIALOG"},
     {PaneKind::Table, "table", L"Tabella", "TABLEDIALOG"},
+    {PaneKind::Report, "report", L"Report", nullptr},
 }};
 
 inline const PaneRow& RowOf(PaneKind kind) {

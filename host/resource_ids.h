@@ -14,7 +14,7 @@
 
 /* One command per tab, in tab order. */
 #define IDM_VIEW_FIRST_PANE 110
-#define IDM_VIEW_LAST_PANE 116
+#define IDM_VIEW_LAST_PANE 117
 #define IDM_VIEW_REFRESH 120
 #define IDM_VIEW_LOG 121
 #define IDM_VIEW_NEXT_PART 122
@@ -32,5 +32,8 @@
 #define IDC_PANE_HOST 1003
 #define IDC_LOG 1004
 #define IDC_STATUS 1005
+#define IDC_REPORT_SEARCH 1006
+#define IDC_REPORT_COUNT 1007
+#define IDC_REPORT_LIST 1008
 
 #endif

@@ -15,6 +15,16 @@ std::wstring ToWide(std::string_view text, UINT codePage) {
     return wide;
 }
 
+std::string FromWide(std::wstring_view wide, UINT codePage) {
+    if (wide.empty())
+        return {};
+    const int length = static_cast<int>(wide.size());
+    const int bytes = WideCharToMultiByte(codePage, 0, wide.data(), length, nullptr, 0, nullptr, nullptr);
+    std::string text(static_cast<std::size_t>(bytes), '\0');
+    WideCharToMultiByte(codePage, 0, wide.data(), length, text.data(), bytes, nullptr, nullptr);
+    return text;
+}
+
 }  // namespace
 
 std::wstring FromRecordText(std::string_view windows1252) {
@@ -25,14 +35,12 @@ std::wstring FromUtf8(std::string_view utf8) {
     return ToWide(utf8, CP_UTF8);
 }
 
+std::string ToRecordText(std::wstring_view wide) {
+    return FromWide(wide, 1252);
+}
+
 std::string ToUtf8(std::wstring_view wide) {
-    if (wide.empty())
-        return {};
-    const int length = static_cast<int>(wide.size());
-    const int bytes = WideCharToMultiByte(CP_UTF8, 0, wide.data(), length, nullptr, 0, nullptr, nullptr);
-    std::string text(static_cast<std::size_t>(bytes), '\0');
-    WideCharToMultiByte(CP_UTF8, 0, wide.data(), length, text.data(), bytes, nullptr, nullptr);
-    return text;
+    return FromWide(wide, CP_UTF8);
 }
 
 std::filesystem::path PathFromUtf8(std::string_view utf8) {

@@ -21,6 +21,13 @@ std::string Describe(const Command& command) {
                    (c.pane ? std::string(RowOf(*c.pane).name) : "window") + " " + std::to_string(c.width) +
                    "x" + std::to_string(c.height);
         }
+        std::string operator()(const ListFields& c) const {
+            std::string text = "fields of " + Of(c.record);
+            for (const int code : c.codes)
+                text += ' ' + std::to_string(code);
+            return text;
+        }
+        std::string operator()(const Expand& c) const { return "expand " + c.text + " for " + Of(c.record); }
         std::string operator()(const ShowHelp&) const { return "help"; }
         std::string operator()(const UsageError& c) const { return "error: " + c.text; }
     };
@@ -46,6 +53,14 @@ TEST(CommandLine, UnderstandsEveryForm) {
         {{"--shot", "f.png", "a", "qrs"}, "shot f.png of a qrs 0x0"},
         {{"--shot", "f.png", "--builtin", "window"}, "shot f.png of <builtin> window 0x0"},
         {{"--shot", "f.png", "a", "table", "--size", "800x600"}, "shot f.png of a table 800x600"},
+        {{"--shot", "f.png", "a", "report"}, "shot f.png of a report 0x0"},
+        {{"--fields", "a"}, "fields of a"},
+        {{"--fields", "--builtin", "1"}, "fields of <builtin> 1"},
+        {{"--fields", "a", "3,1,48-50,0"}, "fields of a 3 1 48 49 50 0"},
+        {{"--fields", "a", "9999-9999", "--units-per-mv", "200"}, "fields of a @200 9999"},
+        {{"--expand", "{%1} è", "a"}, "expand {%1} è for a"},
+        {{"--expand", "--measure", "a"}, "expand --measure for a"},
+        {{"--expand", "", "--builtin"}, "expand  for <builtin>"},
         {{"--size", "64x4096", "--shot", "f.png", "a", "p"}, "shot f.png of a p 64x4096"},
     };
     for (const auto& row : rows)
@@ -70,6 +85,18 @@ TEST(CommandLine, SaysWhatItDoesNotUnderstand) {
          "not a whole number of units per mV: 99999999999"},
         {{"--measure", "a", "--size", "64x64"}, "--size belongs to --shot"},
         {{"--measure", "--shot", "f", "a", "p"}, "--measure and --shot exclude each other"},
+        {{"--fields", "a", "--expand", "x"}, "--fields and --expand exclude each other"},
+        {{"--fields"}, "no recording given (a path, or --builtin)"},
+        {{"--fields", "a", ""}, "not a list of field codes like 1,2,48-59: "},
+        {{"--fields", "a", "1,"}, "not a list of field codes like 1,2,48-59: 1,"},
+        {{"--fields", "a", "-"}, "unknown option: -"},
+        {{"--fields", "a", "3-1"}, "not a list of field codes like 1,2,48-59: 3-1"},
+        {{"--fields", "a", "1-2-3"}, "not a list of field codes like 1,2,48-59: 1-2-3"},
+        {{"--fields", "a", "10000"}, "not a list of field codes like 1,2,48-59: 10000"},
+        {{"--fields", "a", "1", "2"}, "one word too many: 2"},
+        {{"--expand"}, "a value is missing behind: --expand"},
+        {{"--expand", "x"}, "no recording given (a path, or --builtin)"},
+        {{"a", "--size", "64x64"}, "--size belongs to --shot"},
         {{"--shot"}, "a value is missing behind: --shot"},
         {{"--shot", "f.png"}, "no recording given (a path, or --builtin)"},
         {{"--shot", "f.png", "a"}, "no pane given"},
@@ -89,8 +116,8 @@ TEST(CommandLine, SaysWhatItDoesNotUnderstand) {
 
 TEST(CommandLine, HelpNamesEveryOptionAndPane) {
     const std::string usage(UsageText());
-    for (const char* option :
-         {"--measure", "--shot", "--builtin", "--size", "--units-per-mv", "--help", "window"})
+    for (const char* option : {"--measure", "--shot", "--fields", "--expand", "--builtin", "--size",
+                               "--units-per-mv", "--help", "window"})
         EXPECT_NE(usage.find(option), std::string::npos) << option;
     for (const PaneRow& row : kPanes)
         EXPECT_NE(usage.find(row.name), std::string::npos) << row.name;

@@ -147,6 +147,32 @@ std::wstring OpenHost::Title() const {
     return text;
 }
 
+HWND OpenHost::Focus() const {
+    GUITHREADINFO info{};
+    info.cbSize = sizeof info;
+    GetGUIThreadInfo(GetWindowThreadProcessId(frame_, nullptr), &info);
+    return info.hwndFocus;
+}
+
+void OpenHost::Strike(WORD key, bool control) const {
+    std::vector<INPUT> inputs;
+    const auto add = [&](WORD pressed, DWORD flags) {
+        INPUT input{};
+        input.type = INPUT_KEYBOARD;
+        input.ki.wVk = pressed;
+        input.ki.dwFlags = flags;
+        inputs.push_back(input);
+    };
+    if (control)
+        add(VK_CONTROL, 0);
+    add(key, 0);
+    add(key, KEYEVENTF_KEYUP);
+    if (control)
+        add(VK_CONTROL, KEYEVENTF_KEYUP);
+    SetForegroundWindow(frame_);
+    SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
+}
+
 HWND OpenHost::WaitForMessageBox() const {
     HWND box = nullptr;
     WaitUntil([&] { return (box = FindMessageBox()) != nullptr && IsWindowVisible(box); });

@@ -36,6 +36,10 @@ class OpenHost {
     // The pane in the middle, null when there is none.
     HWND Pane() const;
     std::wstring Title() const;
+    // The window of the program that has the keyboard, null when none has.
+    HWND Focus() const;
+    // Strikes a key as the keyboard does, for whatever has the focus, with Ctrl held down or not.
+    void Strike(WORD key, bool control = false) const;
     // A dialog of the program other than the workstation, waited for; null when none comes.
     HWND WaitForMessageBox() const;
     bool HasMessageBox() const { return FindMessageBox() != nullptr; }

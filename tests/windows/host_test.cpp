@@ -12,39 +12,12 @@
 #include <set>
 
 #include "host/resource_ids.h"
+#include "tests/windows/host_fixture.h"
 #include "tests/windows/host_process.h"
 #include "tests/windows/png_picture.h"
 
 namespace kxtest {
 namespace {
-
-namespace fs = std::filesystem;
-
-// A folder of this test run's own, removed at the end.
-class HostTest : public testing::Test {
-  protected:
-    void SetUp() override {
-        const auto* test = testing::UnitTest::GetInstance()->current_test_info();
-        folder_ = fs::temp_directory_path() /
-                  (std::string("kxhost-") + test->name() + std::to_string(GetCurrentProcessId()));
-        fs::create_directories(folder_);
-    }
-    void TearDown() override {
-        std::error_code ignored;
-        fs::remove_all(folder_, ignored);
-    }
-    fs::path Write(const std::string& name, const std::string& bytes) const {
-        std::ofstream(folder_ / name, std::ios::binary) << bytes;
-        return folder_ / name;
-    }
-    // A recording whose header promises more samples than the signal file holds.
-    fs::path TruncatedRecord() const {
-        Write("short.dat", std::string(1000, '\0'));
-        return Write("short.hea", "short 1 500 5000\nshort.dat 16 1000 16 0 0 0 0 I\n");
-    }
-
-    fs::path folder_;
-};
 
 const char* const kGlobalNames[] = {
     "rPeak", "pDuration", "prInterval", "qtInterval", "qtc",  "qtcBazett", "qrsDuration", "rrInterval",
@@ -238,6 +211,7 @@ TEST_F(HostTest, WritesPicturesOfTheStatedSize) {
         {L"hypertrophy", L"300x200", 300, 200},
         {L"interpretation", nullptr, 0, 0},
         {L"table", L"800x300", 800, 300},
+        {L"report", nullptr, 0, 0},
     };
     for (const auto& row : rows) {
         const fs::path file = folder_ / (std::wstring(row.pane) + L".png");
@@ -311,7 +285,7 @@ TEST_F(HostTest, ATabSwitchMakesANewPane) {
     ASSERT_TRUE(WaitUntil([&] { return host.Pane() != nullptr; }));
     std::set<HWND> seen{host.Pane()};
     // Each tab by the menu, then the first again.
-    for (const int tab : {1, 2, 3, 4, 5, 6, 0}) {
+    for (const int tab : {1, 2, 3, 4, 5, 6, 7, 0}) {
         const HWND before = host.Pane();
         SendMessageW(host.Frame(), WM_COMMAND, static_cast<WPARAM>(IDM_VIEW_FIRST_PANE + tab), 0);
         EXPECT_FALSE(IsWindow(before)) << "the pane before tab " << tab << " is still there";

@@ -1,0 +1,133 @@
+// The report of the workstation: its pane and its batch forms.
+#include <windows.h>
+
+#include <commctrl.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <map>
+
+#include "host/resource_ids.h"
+#include "tests/windows/host_fixture.h"
+#include "tests/windows/host_process.h"
+
+namespace kxtest {
+namespace {
+
+std::map<int, std::string> Fields(const std::string& output) {
+    std::map<int, std::string> texts;
+    for (const std::string& line : Lines(output)) {
+        const std::size_t tab = line.find('\t');
+        EXPECT_NE(tab, std::string::npos) << line;
+        EXPECT_TRUE(texts.emplace(std::stoi(line), line.substr(tab + 1)).second) << "twice: " << line;
+    }
+    return texts;
+}
+
+std::wstring ClipboardText() {
+    std::wstring text;
+    if (!OpenClipboard(nullptr))
+        return text;
+    if (const HANDLE block = GetClipboardData(CF_UNICODETEXT)) {
+        text = static_cast<const wchar_t*>(GlobalLock(block));
+        GlobalUnlock(block);
+    }
+    CloseClipboard();
+    return text;
+}
+
+TEST_F(HostTest, PrintsTheReportFields) {
+    const HostResult all = RunHost({L"--fields", L"--builtin"});
+    ASSERT_EQ(all.exitCode, 0u) << all.error;
+    const auto texts = Fields(all.output);
+    EXPECT_GT(texts.size(), 350u);
+    const struct {
+        int code;
+        const char* text;
+    } rows[] = {
+        {2, "SYNTHETIC"},
+        {3, "Donna"},  // a pick list of the library's resources
+        {45, "Her"},
+        {69, "Built-in recording: sinus rhythm, computed"},
+        {71, "Original Report (not overread)"},
+        {368, ""},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(texts.at(row.code), row.text) << row.code;
+    const auto measured = Lines(RunHost({L"--measure", L"--builtin"}).output);
+    EXPECT_NE(
+        std::find(measured.begin(), measured.end(), "prInterval\t" + std::to_string(std::stoi(texts.at(20)))),
+        measured.end())
+        << texts.at(20);
+
+    const HostResult some = RunHost({L"--fields", L"--builtin", L"206,2-3,105"});
+    EXPECT_EQ(some.exitCode, 0u) << some.error;
+    EXPECT_EQ(some.output, "206\t\\r\\n,  \n2\tSYNTHETIC\n3\tDonna\n105\t" + texts.at(105) + "\n");
+    EXPECT_NE(texts.at(105).find(" \xC2\xBA"), std::string::npos)
+        << "no degree sign in UTF-8: " << texts.at(105);
+
+    const HostResult unknown = RunHost({L"--fields", L"--builtin", L"2,9999"});
+    EXPECT_EQ(unknown.exitCode, 1u);
+    EXPECT_EQ(unknown.output, "");
+    EXPECT_NE(unknown.error.find("9999"), std::string::npos) << unknown.error;
+}
+
+TEST_F(HostTest, ExpandsATemplate) {
+    const struct {
+        const wchar_t* text;
+        const char* expected;
+    } rows[] = {
+        {L"{%11} è in ritmo sinusale", "She \xC3\xA8 in ritmo sinusale\n"},
+        {L"{%14} {%99} {%5x", "Ms. {%99} *x\n"},
+    };
+    for (const auto& row : rows) {
+        const HostResult result = RunHost({L"--expand", row.text, L"--builtin"});
+        EXPECT_EQ(result.exitCode, 0u) << result.error;
+        EXPECT_EQ(result.output, row.expected);
+    }
+}
+
+TEST_F(HostTest, TheReportPaneIsSearchedAndCopied) {
+    const OpenHost host({});
+    ASSERT_NE(host.Frame(), nullptr);
+    SendMessageW(host.Frame(), WM_COMMAND, IDM_VIEW_LAST_PANE, 0);
+    const HWND list = GetDlgItem(host.Pane(), IDC_REPORT_LIST);
+    const HWND search = GetDlgItem(host.Pane(), IDC_REPORT_SEARCH);
+    ASSERT_NE(list, nullptr);
+    const auto rows = [&] { return SendMessageW(list, LVM_GETITEMCOUNT, 0, 0); };
+    const LRESULT all = rows();
+    EXPECT_GT(all, 350);
+    EXPECT_EQ(host.Focus(), search) << "the pane was not given the keyboard";
+
+    const struct {
+        const wchar_t* filter;
+        LRESULT rows;  // 0: all
+        const wchar_t* copied;
+    } steps[] = {
+        {L"PAZ codice", 1, L"2\tCodice del paziente\tSYNTHETIC\r\n"},
+        {L"eta 45", 1, L"4\tEt\u00E0\t45 y\r\n"},
+        {L"indirizzo", 1, L"206\tIndirizzo\t\\r\\n,  \r\n"},
+        {L"articolo", 2,
+         L"45\tArticolo o possessivo, maiuscolo\tHer\r\n75\tArticolo o possessivo, minuscolo\ther\r\n"},
+        {L"nessun campo", -1, nullptr},
+        {L"", 0, nullptr},
+    };
+    for (const auto& step : steps) {
+        const std::string name = fs::path(step.filter).string();
+        SendMessageW(search, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(step.filter));
+        EXPECT_EQ(rows(), step.rows == 0 ? all : std::max<LRESULT>(step.rows, 0)) << name;
+        if (step.copied == nullptr)
+            continue;
+        // From the search to the list, as the user goes there.
+        if (host.Focus() == search)
+            host.Strike(VK_TAB);
+        ASSERT_TRUE(WaitUntil([&] { return host.Focus() == list; })) << name;
+        host.Strike('A', true);
+        host.Strike('C', true);
+        EXPECT_TRUE(WaitUntil([&] { return ClipboardText() == step.copied; }))
+            << name << ": " << fs::path(ClipboardText()).string();
+    }
+}
+
+}  // namespace
+}  // namespace kxtest
