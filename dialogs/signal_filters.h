@@ -121,8 +121,8 @@ template <class Filter>
 void FilterZeroPhase(Filter& filter, std::span<std::int16_t> samples) {
     // On a copy whose address nobody knows, so that its state can live in registers.
     Filter local = filter;
-    for (std::size_t i = 0; i < samples.size(); ++i) {
-        samples[i] = static_cast<std::int16_t>(local.FilterSample(samples[i]));
+    for (std::int16_t& sample : samples) {
+        sample = static_cast<std::int16_t>(local.FilterSample(sample));
     }
     for (std::size_t i = samples.size(); i-- > 0;) {
         samples[i] = static_cast<std::int16_t>(local.FilterSample(samples[i]));
@@ -158,7 +158,7 @@ class DerivativeTrace {
     std::uint32_t count_;
     std::uint32_t samplingRateHz_;
     std::uint32_t resolutionNv_;
-    std::array<std::uint32_t, 4> reserved_{};
+    [[maybe_unused]] std::array<std::uint32_t, 4> reserved_{};
     std::unique_ptr<std::int32_t[]> values_;  // count_ values, or null
 };
 

@@ -74,7 +74,7 @@ std::uint8_t AnnotationStore::LabelInLead(std::uint32_t i, std::uint32_t slot) c
 }
 
 std::int8_t AnnotationStore::SubLabel(std::uint32_t i) const {
-    return HasEntry(i) ? entries_[i].subLabel : Annotation().subLabel;
+    return HasEntry(i) ? entries_[i].subLabel : kSubLabelNone;
 }
 
 std::uint16_t AnnotationStore::HeartRate(std::uint32_t i) const {
@@ -215,10 +215,12 @@ void AnnotationStore::UpdateHeartRate(std::uint32_t i) {
         ++hi;
     }
     hi = std::min(hi, count_ - 1);
-    if (lo >= hi || Time(hi) <= Time(lo)) {
+    const std::uint32_t first = Time(lo);
+    const std::uint32_t last = Time(hi);
+    if (lo >= hi || last <= first) {
         return;
     }
-    const std::uint32_t span = Time(hi) - Time(lo);
+    const std::uint32_t span = last - first;
     const std::uint32_t rate = (60000 * (hi - lo) + span / 2) / span;
     SetHeartRate(i, static_cast<std::uint16_t>(std::min<std::uint32_t>(rate, UINT16_MAX)));
 }

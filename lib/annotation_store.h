@@ -20,6 +20,7 @@ inline constexpr std::uint8_t kLabelNormalBeat = 1;
 inline constexpr std::uint8_t kLabelSegment = 15;        // a segment marker
 inline constexpr std::uint8_t kLabelInvalidInLead = 15;  // and a beat that a lead does not show
 inline constexpr std::uint8_t kLabelNone = 47;           // of an entry that does not exist
+inline constexpr std::int8_t kSubLabelNone = -1;         // of a new entry, and of one that does not exist
 inline constexpr std::int8_t kSegmentStart = -3;
 inline constexpr std::int8_t kSegmentEnd = -2;
 
@@ -29,7 +30,7 @@ inline constexpr std::uint32_t kChannelSlots = 3;
 
 // An entry, zero with sub-label -1 when new.
 struct Annotation : KxAnnotation {
-    constexpr Annotation() : KxAnnotation{0, 0, -1, 0} {}
+    constexpr Annotation() : KxAnnotation{0, 0, kSubLabelNone, 0} {}
     constexpr Annotation(std::uint8_t beatLabel, std::uint32_t t) : KxAnnotation{t, beatLabel, 0, 0} {}
     // A normal beat of a class of its own.
     static constexpr Annotation Classified(std::int8_t beatClass, std::uint32_t t) {

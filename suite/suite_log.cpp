@@ -10,9 +10,9 @@ namespace {
 template <class... Arguments>
 std::uint32_t Report(const char* name, Arguments... arguments) {
     const HMODULE services = GetModuleHandleW(L"kxsys.dll");
-    FARPROC const address = services != nullptr ? GetProcAddress(services, name) : nullptr;
     using Export = std::uint32_t(__stdcall*)(Arguments...);
-    return address != nullptr ? reinterpret_cast<Export>(reinterpret_cast<void*>(address))(arguments...) : 0;
+    auto* address = services != nullptr ? reinterpret_cast<void*>(GetProcAddress(services, name)) : nullptr;
+    return address != nullptr ? reinterpret_cast<Export>(address)(arguments...) : 0;
 }
 
 }  // namespace

@@ -25,8 +25,9 @@ bool IsEarly(const MedianBeat& beat, std::size_t i) {
 // beat, which has none, the pause before its predecessor.
 bool IsShorterThanItsNeighbour(const MedianBeat& beat, std::size_t i) {
     const bool last = i + 1 == beat.beatsMs.size();
-    if (i == 0 || (last && i == 1))
+    if (i == 0 || (last && i == 1)) {
         return false;
+    }
     const int neighbour = last ? IntervalBefore(beat, i - 1) : IntervalBefore(beat, i + 1);
     return 10 * IntervalBefore(beat, i) < kEarlyTenths * neighbour;
 }
@@ -54,16 +55,19 @@ std::uint8_t LabelOf(const MedianBeat& beat, std::size_t i, bool irregular) {
 bool FillAnnotations(TestRecord& test, const MedianBeat& beat) {
     const auto count = static_cast<std::uint32_t>(beat.beatsMs.size());
     AnnotationStore* store = test.CreateAnnotations(count, true);
-    if (store == nullptr)
+    if (store == nullptr) {
         return false;
+    }
     const bool irregular = IsIrregular(beat);
     for (std::uint32_t i = 0; i < count; ++i) {
         if (!store->Append(LabelOf(beat, i, irregular),
-                           static_cast<std::uint32_t>(std::max(beat.beatsMs[i], 0))))
+                           static_cast<std::uint32_t>(std::max(beat.beatsMs[i], 0)))) {
             return false;
+        }
     }
-    for (std::uint32_t i = 0; i < count; ++i)
+    for (std::uint32_t i = 0; i < count; ++i) {
         store->UpdateHeartRate(i);
+    }
     store->ClearModified();
     return true;
 }

@@ -56,7 +56,7 @@ class Writer {
     std::string Text(std::uint16_t code, const Values& values = {}) const {
         char buffer[kStatementSize];
         if (texts_.LoadText(code, buffer, sizeof buffer) == 0) {
-            const std::string number = std::to_string(code);
+            std::string number = std::to_string(code);
             log_.LOGOEMERROR(kSource, kNoTextLine, ("no text of statement " + number).c_str());
             return number;
         }

@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "lib/annotation_store.h"
-#include "tests/unit/collected_reports.h"
 #include "tests/unit/annotations/failing_memory.h"
+#include "tests/unit/collected_reports.h"
 
 namespace {
 
