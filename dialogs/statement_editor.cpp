@@ -33,9 +33,7 @@ constexpr LONG kFarthest = 16000;  // window coordinates have 16 bits
 constexpr char kOpenPanel[] = ">>";
 constexpr char kClosePanel[] = "<<";
 
-// Of a WM_USER that the editor posts to itself.
-constexpr WPARAM kFocusEdit = 100;
-constexpr WPARAM kCaretToEnd = 101;
+constexpr WPARAM kFocusEdit = 100;  // of a WM_USER that the editor posts to itself
 
 // The buttons blink in turn, once in two seconds each.
 constexpr UINT kTickMs = 100;
@@ -105,10 +103,6 @@ bool StatementEditor::OnInitDialog() {
     }
     filled_ = true;
     StartTimer(kTickMs);
-    // The system is about to select the whole text, which the next key would replace.
-    if (mode_ == Mode::kStatement) {
-        PostUser(kCaretToEnd, 0);
-    }
     return true;
 }
 
@@ -162,7 +156,9 @@ std::unique_ptr<ChildControl> StatementEditor::MakeButton(std::uint32_t id, cons
 bool StatementEditor::ShowContent() {
     if (mode_ == Mode::kPhysician) {
         edit_->SendMsg(EM_LIMITTEXT, sizeof(KxTestRecord::confirmedBy) - 1);
-        return edit_->SetText(test_->ConfirmedBy());
+        edit_->SetText(test_->ConfirmedBy());
+        edit_->SetSelection(0, -1);  // another name takes the place of the old one
+        return true;
     }
     const std::unique_ptr<char[]> text(new (std::nothrow) char[kTextSize]);
     if (text == nullptr) {
@@ -171,7 +167,12 @@ bool StatementEditor::ShowContent() {
     }
     test_->InterpretationText(text.get(), kTextSize);
     edit_->SendMsg(EM_LIMITTEXT, kTextSize - 1);
-    return edit_->SetText(text.get());
+    edit_->SetText(text.get());
+    // The statement is written on at its end.
+    const int end = edit_->GetTextLength();
+    edit_->SetSelection(end, end);
+    edit_->SendMsg(EM_SCROLLCARET);
+    return true;
 }
 
 void StatementEditor::Release() {
@@ -193,13 +194,8 @@ void StatementEditor::OnDestroy() {
 // ---- what the user does
 
 INT_PTR StatementEditor::DialogProc(UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WM_USER && filled_ && (wParam == kFocusEdit || wParam == kCaretToEnd)) {
+    if (message == WM_USER && filled_ && wParam == kFocusEdit) {
         edit_->SetFocus();
-        if (wParam == kCaretToEnd) {
-            const int end = edit_->GetTextLength();
-            edit_->SetSelection(end, end);
-            edit_->SendMsg(EM_SCROLLCARET);
-        }
         return TRUE;
     }
     return Dialog::DialogProc(message, wParam, lParam);
