@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -100,7 +101,7 @@ class BandPassFilter final : public SampleFilter {
     // Toward zero. What does not fit goes to the nearest end of the range, and no number to 0: the conversion
     // itself is undefined for both.
     static std::int32_t TruncateToInt32(double value) {
-        if (value > -2147483649.0 && value < 2147483648.0) {
+        if (std::fabs(value) < 2147483648.0) [[likely]] {
             return static_cast<std::int32_t>(value);
         }
         return value > 0.0 ? INT32_MAX : value < 0.0 ? INT32_MIN : 0;
