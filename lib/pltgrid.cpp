@@ -105,14 +105,10 @@ bool PlotGrid::Render(DeviceContext& memory, COLORREF background, COLORREF major
     const Size cell = CellPixels();
     const int width = bitmap_.Width();
     const int height = bitmap_.Height();
-    // Everything first, because the cells leave gaps at the right and at the bottom, and a narrow area has no
-    // cell.
+    const Brushes brushes{background, major, minor};
     memory.SetSolidBrush(background);
-    memory.FillPattern(0, 0, width, height);
-    if (cell.width >= 1 && cell.height >= 1) {
-        DrawCell(memory, {background, major, minor}, cell);
-        memory.SetSolidBrush(background);
-        Tile(memory, grid, cell);
+    if (!Tile(memory, brushes, grid, cell)) {
+        memory.FillPattern(0, 0, width, height);
     }
     // After the cells, the last of which may reach beyond the area.
     memory.FillPattern(grid.width, 0, width - grid.width, height);
@@ -151,15 +147,18 @@ void PlotGrid::DrawDots(DeviceContext& memory, Size cell) const {
     }
 }
 
-// Spreads whole cells evenly over the area; the gaps between them are background. The first cell is drawn
-// already and the brush of the background selected.
-void PlotGrid::Tile(DeviceContext& memory, Size grid, Size cell) const {
+// Spreads whole cells evenly over the area; the gaps between them and what they leave at the right and at the
+// bottom are background, whose brush is selected. False, and nothing drawn: the area holds no cell.
+bool PlotGrid::Tile(DeviceContext& memory, const Brushes& brushes, Size grid, Size cell) const {
     const Size mil = FrameSize();
     const std::int32_t rows = MulDivRound(1, mil.height, majorVertical_);
     const std::int32_t columns = MulDivRound(1, mil.width, majorHorizontal_);
-    if (rows < 1 || columns < 1) {
-        return;
+    if (cell.width < 1 || cell.height < 1 || rows < 1 || columns < 1) {
+        return false;
     }
+    memory.FillPattern(0, 0, grid.width, cell.height);
+    DrawCell(memory, brushes, cell);
+    memory.SetSolidBrush(brushes.background);
     std::int32_t xEnd = 0;
     for (std::int32_t j = 0; j < columns; ++j) {
         const std::int32_t x = MulDivRound(grid.width, j, columns);
@@ -171,6 +170,7 @@ void PlotGrid::Tile(DeviceContext& memory, Size grid, Size cell) const {
             memory.CopyFrom(x, 0, cell.width, cell.height, memory, 0, 0);
         }
     }
+    memory.FillPattern(xEnd, 0, std::max(grid.width - xEnd, 0), cell.height);
     // Every further row is a copy of the first one.
     std::int32_t yEnd = cell.height;
     for (std::int32_t i = 1; i < rows; ++i) {
@@ -179,8 +179,10 @@ void PlotGrid::Tile(DeviceContext& memory, Size grid, Size cell) const {
             memory.FillPattern(0, yEnd, grid.width, y - yEnd);
         }
         yEnd = y + cell.height;
-        memory.CopyFrom(0, y, xEnd, cell.height, memory, 0, 0);
+        memory.CopyFrom(0, y, grid.width, cell.height, memory, 0, 0);
     }
+    memory.FillPattern(0, yEnd, grid.width, std::max(grid.height - yEnd, 0));
+    return true;
 }
 
 // Four bands over the outermost pixels of the area.

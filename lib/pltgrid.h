@@ -62,7 +62,7 @@ class PlotGrid {
     bool CreateBitmap(int bitsPerPixel, bool monochrome);
     void DrawCell(DeviceContext& memory, const Brushes& brushes, Size cell) const;
     void DrawDots(DeviceContext& memory, Size cell) const;
-    void Tile(DeviceContext& memory, Size grid, Size cell) const;
+    bool Tile(DeviceContext& memory, const Brushes& brushes, Size grid, Size cell) const;
     void DrawFrame(DeviceContext& memory, Size grid) const;
     void SetMilMapping(DeviceContext& memory) const;
 
