@@ -40,6 +40,21 @@ class ViewMarker {
     LabelSize size_;
 };
 
+// The line of every marker of a view, kept ready to be copied: to fill a column of pixels costs the system
+// several times as much.
+class MarkerLine {
+  public:
+    // Makes it for views so many pixels high; one that has this height is kept. False: there is no memory.
+    bool Make(const DeviceContext& like, std::int32_t height);
+    // Left and right of the column, which shows what is beneath.
+    void Draw(DeviceContext& target, std::int32_t column) const;
+
+  private:
+    Bitmap bitmap_;
+    std::unique_ptr<MemoryContext> context_;  // with the bitmap selected
+    std::int32_t height_ = 0;
+};
+
 // Belongs to its window, which a dialog template creates by the class "MarkerView", and deletes itself with
 // it. Driven by the messages of marker_view_messages.h in any order; it reads the beat and never changes it.
 // The owner keeps the beat alive while it is set.
@@ -97,8 +112,11 @@ class MarkerViewControl final : public Window {
     template <typename Height>
     void DrawTrace(DeviceContext& target, COLORREF colour, Height&& height);
     void ShowScrollBars();
-    void DrawMarkers(DeviceContext& target);
-    void DrawMarker(DeviceContext& target, std::size_t slot);
+    bool CopyPicture(DeviceContext& target, const RECT& area);
+    void DrawMarkers(DeviceContext& target, const RECT& area, std::size_t except);
+    void DrawMarker(DeviceContext& target, std::size_t slot) const;
+    bool StandsIn(std::size_t slot, const RECT& area) const;
+    void ShowMoved(std::size_t slot, std::int32_t before);
     void InvalidateMarker(std::size_t slot, std::int32_t position);
     void HoldPointerOnMarker();
 
@@ -122,6 +140,7 @@ class MarkerViewControl final : public Window {
 
     std::unique_ptr<PlotGrid> grid_;
     std::unique_ptr<MemoryContext> surface_;  // the back buffer, with the grid's bitmap selected
+    MarkerLine markerLine_;
     bool backBufferValid_ = false;
     ViewGeometry geometry_;
     bool geometryValid_ = false;
@@ -143,6 +162,7 @@ class MarkerViewControl final : public Window {
     std::int32_t markerRate_ = 0;  // the beat's sampling rate when the positions were last set
     std::size_t dragged_ = kNoMarker;
     std::size_t current_ = kNoMarker;  // the marker used last
+    bool focused_ = false;
 
     HCURSOR sizeCursor_;
     HCURSOR crossCursor_;

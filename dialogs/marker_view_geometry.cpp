@@ -80,7 +80,9 @@ void ViewGeometry::LayOutVertically(std::int32_t microvolts, std::int32_t pixels
 }
 
 std::int32_t ViewGeometry::ColumnOf(std::int32_t sample) const {
-    return Held(std::int64_t{MulDivRound(sample, horizontalScale_, 1000)} + xOrigin_);
+    return static_cast<std::int32_t>(
+        std::clamp(std::int64_t{MulDivRound(sample, horizontalScale_, 1000)} + xOrigin_, -kFarthestPixel,
+                   kFarthestPixel));
 }
 
 std::int32_t ViewGeometry::SampleAt(std::int32_t column) const {

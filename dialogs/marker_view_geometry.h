@@ -76,6 +76,7 @@ class ViewGeometry {
         return MulDivRound(slope, derivativeScale_, 100000);
     }
 
+    // Held to what a device takes, as RowOf.
     std::int32_t ColumnOf(std::int32_t sample) const;
     // Also before the beat and behind it; -1 when the scale is 0.
     std::int32_t SampleAt(std::int32_t column) const;

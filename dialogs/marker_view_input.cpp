@@ -56,9 +56,13 @@ void MarkerViewControl::MoveMarker(std::size_t slot, std::int32_t sample) {
         return;
     }
     positions_[slot] = sample;
-    InvalidateMarker(slot, before);
-    InvalidateMarker(slot, sample);
-    Update();
+    if (backBufferValid_ && slot == current_) {
+        ShowMoved(slot, before);
+    } else {
+        InvalidateMarker(slot, before);
+        InvalidateMarker(slot, sample);
+        Update();
+    }
     if (owner_ != nullptr) {
         PostMessageA(owner_, MVN_MARKERMOVED + static_cast<UINT>(slot),
                      static_cast<WPARAM>(MsFromSamples(sample, markerRate_)), static_cast<LPARAM>(lead_));
@@ -118,8 +122,12 @@ void MarkerViewControl::OnMouseMove(int x, int, bool leftButtonDown) {
     if (x == geometry.ColumnOf(positions_[dragged_]) && positions_[dragged_] != 0) {
         return;
     }
-    if (const auto target = geometry.DragTarget(x)) {
+    const auto target = geometry.DragTarget(x);
+    if (target && *target != positions_[dragged_]) {
         MoveMarker(dragged_, *target);
+        if (x != geometry.ColumnOf(*target)) {
+            HoldPointerOnMarker();
+        }
     }
 }
 
@@ -217,6 +225,7 @@ void MarkerViewControl::SelectMarker(std::size_t slot) {
 }
 
 void MarkerViewControl::OnSetFocus() {
+    focused_ = true;
     if (!IsPresent(current_)) {
         current_ = kNoMarker;
         SelectMarker(NeighbourOf(kNoMarker, !IsDown(VK_SHIFT)));
@@ -226,6 +235,7 @@ void MarkerViewControl::OnSetFocus() {
 }
 
 void MarkerViewControl::OnKillFocus() {
+    focused_ = false;
     if (IsPresent(current_)) {
         InvalidateMarker(current_, positions_[current_]);
     }

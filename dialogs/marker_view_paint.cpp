@@ -28,22 +28,6 @@ RECT LabelOf(std::int32_t column, std::int32_t height, const LabelSize& label) {
     return {left, height - label.height, left + label.width, height};
 }
 
-// Black and white as the marker's line, to be seen on a label of any colour.
-void DrawFocusFrame(DeviceContext& target, const RECT& label) {
-    RECT frame = label;
-    for (const auto fill : {&DeviceContext::FillBlack, &DeviceContext::FillWhite}) {
-        const int width = static_cast<int>(frame.right - frame.left);
-        const int height = static_cast<int>(frame.bottom - frame.top);
-        const int left = static_cast<int>(frame.left);
-        const int top = static_cast<int>(frame.top);
-        (target.*fill)(left, top, width, 1);
-        (target.*fill)(left, top + height - 1, width, 1);
-        (target.*fill)(left, top, 1, height);
-        (target.*fill)(left + width - 1, top, 1, height);
-        InflateRect(&frame, -1, -1);
-    }
-}
-
 }  // namespace
 
 void MarkerViewControl::OnPaint(PaintContext& context) {
@@ -57,14 +41,23 @@ void MarkerViewControl::OnPaint(PaintContext& context) {
     if (!backBufferValid_ && !RebuildBackBuffer(context)) {
         return;
     }
-    SetLastError(ERROR_SUCCESS);
-    if (!context.DeviceCopyFrom(context.UpdateRect(), *surface_)) {
-        ModuleInstance::LogLastSystemError(*reports_);
+    if (!CopyPicture(context, context.UpdateRect())) {
         return;
     }
     if (markersShown_) {
-        DrawMarkers(context);
+        DrawMarkers(context, context.UpdateRect(), kNoMarker);
+        HoldPointerOnMarker();
     }
+}
+
+// From the back buffer; false, reported, when the system refuses.
+bool MarkerViewControl::CopyPicture(DeviceContext& target, const RECT& area) {
+    SetLastError(ERROR_SUCCESS);
+    if (!target.DeviceCopyFrom(area, *surface_)) {
+        ModuleInstance::LogLastSystemError(*reports_);
+        return false;
+    }
+    return true;
 }
 
 bool MarkerViewControl::RebuildBackBuffer(const DeviceContext& target) {
@@ -78,7 +71,8 @@ bool MarkerViewControl::RebuildBackBuffer(const DeviceContext& target) {
     if (surface_ == nullptr) {
         surface_.reset(new (std::nothrow) MemoryContext(target));
     }
-    if (surface_ == nullptr || surface_->Handle() == nullptr || !RenderGrid(target)) {
+    if (surface_ == nullptr || surface_->Handle() == nullptr || !RenderGrid(target) ||
+        !markerLine_.Make(target, geometry_.Height())) {
         surface_.reset();
         reports_->LOGMEMORYERROR(report::kSource, report::kNoSurfaceLine);
         return false;
@@ -105,40 +99,92 @@ bool MarkerViewControl::RenderGrid(const DeviceContext& target) {
            grid_->Lock(*surface_) != nullptr;
 }
 
-void MarkerViewControl::DrawMarkers(DeviceContext& target) {
-    // The marker used last is drawn last, over the others.
+bool MarkerLine::Make(const DeviceContext& like, std::int32_t height) {
+    if (context_ != nullptr && height == height_) {
+        return true;
+    }
+    context_.reset(new (std::nothrow) MemoryContext(like));
+    if (context_ == nullptr || !bitmap_.CreateCompatible(like, 2 * kMarkerHalfWidth, height) ||
+        context_->SelectBitmap(bitmap_) == nullptr) {
+        context_.reset();
+        return false;
+    }
+    height_ = height;
+    context_->FillBlack(0, 0, 2 * kMarkerHalfWidth, height);
+    context_->FillWhite(1, 0, 2 * kMarkerHalfWidth - 2, height);
+    return true;
+}
+
+void MarkerLine::Draw(DeviceContext& target, std::int32_t column) const {
+    target.DeviceCopyFrom(column - kMarkerHalfWidth, 0, kMarkerHalfWidth, height_, *context_, 0, 0);
+    target.DeviceCopyFrom(column + 1, 0, kMarkerHalfWidth, height_, *context_, kMarkerHalfWidth, 0);
+}
+
+// Whether a marker covers something of a part of the view.
+bool MarkerViewControl::StandsIn(std::size_t slot, const RECT& area) const {
+    if (positions_[slot] == 0) {
+        return false;
+    }
+    const std::int32_t column = geometry_.ColumnOf(positions_[slot]);
+    const std::int32_t reach = std::max(markers_[slot]->Size().width, kMarkerHalfWidth);
+    return column + reach > area.left && column - reach < area.right;
+}
+
+// Those that cover something of the area. The marker used last is drawn last, over the others.
+void MarkerViewControl::DrawMarkers(DeviceContext& target, const RECT& area, std::size_t except) {
     for (std::size_t slot = 0; slot < markerCount_; ++slot) {
-        if (slot != current_) {
+        if (slot != current_ && slot != except && StandsIn(slot, area)) {
             DrawMarker(target, slot);
         }
     }
-    if (current_ < markerCount_) {
+    if (current_ < markerCount_ && current_ != except && StandsIn(current_, area)) {
         DrawMarker(target, current_);
     }
-    HoldPointerOnMarker();
 }
 
-void MarkerViewControl::DrawMarker(DeviceContext& target, std::size_t slot) {
-    if (positions_[slot] == 0) {
-        return;
-    }
-    const std::int32_t height = geometry_.Height();
+void MarkerViewControl::DrawMarker(DeviceContext& target, std::size_t slot) const {
     const std::int32_t column = geometry_.ColumnOf(positions_[slot]);
     const ViewMarker& marker = *markers_[slot];
-    const RECT label = LabelOf(column, height, marker.Size());
-    if (label.right <= 0 || label.left >= geometry_.Width()) {
+    markerLine_.Draw(target, column);
+    const RECT label = LabelOf(column, geometry_.Height(), marker.Size());
+    const auto left = static_cast<int>(label.left);
+    const auto top = static_cast<int>(label.top);
+    const LabelSize& size = marker.Size();
+    if (slot != current_ || !focused_) {
+        target.DeviceCopyFrom(left, top, size.width, size.height, marker.Label(), 0, 0);
         return;
     }
-    for (const std::int32_t edge : {column - kMarkerHalfWidth, column + kMarkerHalfWidth}) {
-        target.FillBlack(edge, 0, 1, height);
+    // The frame of the focus: black and white as the line, to be seen on a label of any colour.
+    target.FillBlack(left, top, size.width, size.height);
+    target.FillWhite(left + 1, top + 1, std::max(size.width - 2, 0), std::max(size.height - 2, 0));
+    target.DeviceCopyFrom(left + 2, top + 2, std::max(size.width - 4, 0), std::max(size.height - 4, 0),
+                          marker.Label(), 2, 2);
+}
+
+// Draws the marker used last at its place and gives what it covered before back, at once and without the
+// window manager's painting, which costs several times as much as the few pixels do.
+void MarkerViewControl::ShowMoved(std::size_t slot, std::int32_t before) {
+    WindowContext window(Handle());
+    if (before != 0) {
+        const std::int32_t column = geometry_.ColumnOf(before);
+        for (const RECT& left : {LineOf(column, geometry_.Height()),
+                                 LabelOf(column, geometry_.Height(), markers_[slot]->Size())}) {
+            if (!CopyPicture(window, left)) {
+                return;
+            }
+            bool covered = false;
+            for (std::size_t other = 0; other < markerCount_; ++other) {
+                covered = covered || (other != slot && StandsIn(other, left));
+            }
+            if (covered) {
+                window.SetClipRect(left);
+                DrawMarkers(window, left, slot);
+                window.ClearClip();
+            }
+        }
     }
-    for (const std::int32_t inner : {column - 1, column + 1}) {
-        target.FillWhite(inner, 0, 1, height);
-    }
-    target.DeviceCopyFrom(label.left, label.top, marker.Size().width, marker.Size().height, marker.Label(), 0,
-                          0);
-    if (slot == current_ && HasFocus()) {
-        DrawFocusFrame(target, label);
+    if (positions_[slot] != 0) {
+        DrawMarker(window, slot);
     }
 }
 

@@ -191,6 +191,20 @@ TEST_F(MarkerViewPaint, MovedMarkersLeaveNothingBehind) {
     EXPECT_EQ(Picture(), moved);
 }
 
+// A step of a drag draws its few pixels itself: over other markers, and out of the view.
+TEST_F(MarkerViewPaint, EachStepOfADragShowsWhatARepaintShows) {
+    MakeView();
+    Show({300, 310, 500, 700, 900});
+    Mouse(WM_LBUTTONDOWN, ColumnOfMs(500), 20);
+    for (int x = ColumnOfMs(500); x > 1; x -= 3) {
+        Mouse(WM_MOUSEMOVE, x, 20);
+        const auto drawn = Picture();
+        RedrawWindow(view_, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+        ASSERT_EQ(Picture(), drawn) << x;
+    }
+    Mouse(WM_LBUTTONUP, 2, 20, 0);
+}
+
 TEST_F(MarkerViewPaint, ScrollBarsFollowTheLayout) {
     MakeView();
     Show({});
