@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
-#include <vector>
+#include <limits>
 
 namespace kx::bench {
 
@@ -22,14 +22,17 @@ T* Fresh(T* data) {
     return unknown;
 }
 
-// Rounds of each; an odd number, so that the median is one of them. A round repeats its work until it lasts
-// about this long, which is far above the resolution of the clock.
-inline constexpr int kRounds = 31;
+// Rounds of each, of which the fastest counts: whatever else the machine does only adds, and a call that
+// waits for another process adds most. A round repeats its work until it lasts about this long, which is far
+// above the resolution of the clock.
+inline constexpr int kRounds = 301;
+inline constexpr int kUndoneRounds = 41;  // of calls that take milliseconds
 inline constexpr double kRoundNs = 1e6;
 inline constexpr int kMostRepetitions = 1 << 22;
+inline constexpr double kNever = std::numeric_limits<double>::infinity();
 
 struct Measured {
-    double floorNs = 0;  // medians over the rounds, per call
+    double floorNs = 0;  // of the fastest round, per call
     double subjectNs = 0;
     double Ratio() const { return floorNs > 0 ? subjectNs / floorNs : 0; }
 };
@@ -55,22 +58,38 @@ int RepetitionsOf(Work&& work) {
     return repetitions;
 }
 
+struct Nothing {
+    void operator()() const {}
+};
+
 // Measures two callables without arguments by turns. Work that must be prepared anew for each call belongs
-// into both.
-template <typename Floor, typename Subject>
-Measured Measure(Floor&& floor, Subject&& subject) {
+// into both. pause: runs between the rounds and does not count.
+template <typename Floor, typename Subject, typename Pause = Nothing>
+Measured Measure(Floor&& floor, Subject&& subject, Pause&& pause = {}) {
     const int floorCalls = RepetitionsOf(floor);
     const int subjectCalls = RepetitionsOf(subject);
-    std::vector<double> floors, subjects;
+    Measured fastest{kNever, kNever};
     for (int round = 0; round < kRounds; ++round) {
-        floors.push_back(TimeCalls(floor, floorCalls) / floorCalls);
-        subjects.push_back(TimeCalls(subject, subjectCalls) / subjectCalls);
+        pause();
+        fastest.floorNs = std::min(fastest.floorNs, TimeCalls(floor, floorCalls) / floorCalls);
+        pause();
+        fastest.subjectNs = std::min(fastest.subjectNs, TimeCalls(subject, subjectCalls) / subjectCalls);
     }
-    const auto median = [](std::vector<double>& values) {
-        std::nth_element(values.begin(), values.begin() + kRounds / 2, values.end());
-        return values[kRounds / 2];
-    };
-    return {median(floors), median(subjects)};
+    return fastest;
+}
+
+// The same for calls of milliseconds whose effect must be undone before the next: one call a round, after
+// which its own undoing runs and does not count.
+template <typename Floor, typename UndoFloor, typename Subject, typename UndoSubject>
+Measured MeasureUndone(Floor&& floor, UndoFloor&& undoFloor, Subject&& subject, UndoSubject&& undoSubject) {
+    Measured fastest{kNever, kNever};
+    for (int round = 0; round < kUndoneRounds; ++round) {
+        fastest.floorNs = std::min(fastest.floorNs, TimeCalls(floor, 1));
+        undoFloor();
+        fastest.subjectNs = std::min(fastest.subjectNs, TimeCalls(subject, 1));
+        undoSubject();
+    }
+    return fastest;
 }
 
 // One line of the report: name, the floor's and the subject's nanoseconds a call, their ratio, the largest
@@ -84,6 +103,13 @@ inline void PrintLine(const char* name, const Measured& measured, double target)
 template <typename Floor, typename Subject>
 void Run(const char* name, double target, Floor&& floor, Subject&& subject) {
     PrintLine(name, Measure(floor, subject), target);
+}
+
+// The line of something that is counted, or compared by another measure than time: in the ratio's column
+// stands what was found, in the target's the most that is accepted.
+inline void PrintCount(const char* name, double count, double most) {
+    std::printf("%s  -  -  %.2f  %.2f\n", name, count, most);
+    std::fflush(stdout);
 }
 
 }  // namespace kx::bench
