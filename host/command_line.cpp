@@ -123,11 +123,18 @@ Command MakeExpand(const RecordRequest& record, const Words& words, Place) {
     return Expand{record, std::string(*words.Value("--expand"))};
 }
 
+Command MakeExportTable(const RecordRequest& record, const Words& words, Place) {
+    const std::string_view file = *words.Value("--table");
+    const auto format = TableFormatOf(file);
+    if (!format)
+        return Wrong("neither a .csv nor a .html file", file);
+    return ExportTable{record, std::string(file), *format};
+}
+
 constexpr Form kForms[] = {
-    {"--measure", false, nullptr, false, MakeMeasure},
-    {"--shot", true, "pane", false, MakeShot},
-    {"--fields", false, "field codes", true, MakeListFields},
-    {"--expand", true, nullptr, false, MakeExpand},
+    {"--measure", false, nullptr, false, MakeMeasure},        {"--shot", true, "pane", false, MakeShot},
+    {"--fields", false, "field codes", true, MakeListFields}, {"--expand", true, nullptr, false, MakeExpand},
+    {"--table", true, nullptr, false, MakeExportTable},
 };
 
 std::optional<UsageError> TakeForm(const Form& form, Words& words) {
@@ -233,6 +240,8 @@ std::string_view UsageText() {
       prints the texts of the report fields
   kxhost --expand TEMPLATE RECORD [--units-per-mv N]
       prints a text with the patient in the place of {%1}, {%2}, {%5}, {%11} and {%14}
+  kxhost --table FILE.csv|FILE.html RECORD [--units-per-mv N]
+      writes the table of the wave amplitudes
   kxhost --shot FILE.png RECORD PANE [--units-per-mv N] [--size WxH]
       writes a picture of one pane, or of the whole window
   kxhost --help
@@ -251,6 +260,8 @@ WxH     size of the picture in pixels, 64x64 to 4096x4096; by default the pane's
 microvolts, markers in ms; 0 is an absent marker. Numbers are decimal integers.
 
 --fields prints one "code<TAB>text" a line in UTF-8; CR, LF, tab and backslash in a text are written \r, \n, \t, \\.
+
+--table replaces the file as a whole or leaves it as it was. A .csv file has cells separated by semicolons, in microvolts.
 
 The batch forms show no message and wait for nobody. Exit code: 0 done; 1 it could not be done, one line on standard
 error says why; 2 the command line was not understood. The program is a Windows program without a console of its own:

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "host/pane_kinds.h"
+#include "host/table_export.h"
 
 namespace kxhost {
 
@@ -46,6 +47,12 @@ struct Expand {
     std::string text;  // UTF-8
 };
 
+struct ExportTable {
+    RecordRequest record;
+    std::string file;  // UTF-8
+    TableFormat format = TableFormat::kCsv;
+};
+
 struct ShowHelp {};
 
 // The command line cannot be understood; text says why, in one line without a line break.
@@ -53,7 +60,8 @@ struct UsageError {
     std::string text;
 };
 
-using Command = std::variant<OpenWorkstation, Measure, Shot, ListFields, Expand, ShowHelp, UsageError>;
+using Command =
+    std::variant<OpenWorkstation, Measure, Shot, ListFields, Expand, ExportTable, ShowHelp, UsageError>;
 
 inline constexpr int kSmallestShot = 64;
 inline constexpr int kLargestShot = 4096;

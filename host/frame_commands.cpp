@@ -1,12 +1,9 @@
 // What the workstation's menu does.
 #include <exception>
 
-#include "host/file_dialogs.h"
 #include "host/frame_window.h"
-#include "host/png_writer.h"
 #include "host/resource_ids.h"
 #include "host/text_conversion.h"
-#include "host/window_picture.h"
 
 namespace kxhost {
 namespace {
@@ -62,6 +59,9 @@ void FrameWindow::OnCommand(int id) {
         case IDM_FILE_SAVE_EPISODE:
             OnSaveEpisode();
             break;
+        case IDM_FILE_EXPORT_TABLE:
+            OnExportTable();
+            break;
         case IDM_FILE_SAVE_PICTURE:
             OnSavePicture();
             break;
@@ -100,42 +100,6 @@ void FrameWindow::OnCommand(int id) {
         default:
             break;
     }
-}
-
-void FrameWindow::OnOpenFile() {
-    if (const auto file = AskRecordToOpen(Window()))
-        OpenRecordForUser({ToUtf8(file->wstring()), 0});
-}
-
-// Of several dropped files the first is opened: the workstation shows one recording at a time.
-void FrameWindow::OnDropFiles(HDROP drop) {
-    std::wstring name(DragQueryFileW(drop, 0, nullptr, 0), L'\0');
-    DragQueryFileW(drop, 0, name.data(), static_cast<UINT>(name.size() + 1));
-    DragFinish(drop);
-    SetForegroundWindow(Window());
-    if (!name.empty())
-        OpenRecordForUser({ToUtf8(name), 0});
-}
-
-void FrameWindow::OnSaveEpisode() {
-    if (!session_)
-        return;
-    const auto file =
-        AskFileToSave(Window(), L"Salva episodio", L"Episodio (*.kxe)\0*.kxe\0", L"kxe", session_->Title());
-    if (file && !session_->SaveEpisode(*file))
-        Say(L"L'episodio non può essere salvato.\n\n" + file->wstring(), MB_ICONERROR);
-}
-
-void FrameWindow::OnSavePicture() {
-    const auto file =
-        AskFileToSave(Window(), L"Salva immagine", L"Immagine PNG (*.png)\0*.png\0", L"png", L"stazione");
-    if (!file)
-        return;
-    WaitUntilPainted(Window());
-    const GdiPlusSession gdiPlus;
-    const UniqueBitmap picture = TakePicture(Window());
-    if (!gdiPlus.IsStarted() || !picture || !WritePng(picture.get(), *file))
-        Say(L"L'immagine non può essere salvata.\n\n" + file->wstring(), MB_ICONERROR);
 }
 
 // In the middle of the window, with room on the left for the editor's library panel.

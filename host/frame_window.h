@@ -58,6 +58,7 @@ class FrameWindow final : public HostWindow {
     void OnGetMinMaxInfo(MINMAXINFO& info) const;
     void OnOpenFile();
     void OnSaveEpisode();
+    void OnExportTable();
     void OnSavePicture();
     void OnEditReport(uint32_t mode);
     void OnAbout();

@@ -12,6 +12,7 @@
 #include "host/batch_measure.h"
 #include "host/batch_report.h"
 #include "host/batch_shot.h"
+#include "host/batch_table.h"
 #include "host/command_line.h"
 #include "host/frame_window.h"
 #include "host/standard_output.h"
@@ -105,6 +106,10 @@ int Run(const ListFields& command) {
 
 int Run(const Expand& command) {
     return RunBatch([&](SystemLog&) { return RunExpand(command, AnalysisClient()); });
+}
+
+int Run(const ExportTable& command) {
+    return RunBatch([&](SystemLog&) { return RunExportTable(command, AnalysisClient()); });
 }
 
 int Run(const ShowHelp&) {

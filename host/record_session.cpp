@@ -2,13 +2,13 @@
 
 #include <algorithm>
 #include <cstring>
-#include <fstream>
 
 #include "host/recording/median_beat.h"
 #include "host/recording/synthetic.h"
 #include "host/recording/test_builder.h"
 #include "host/recording/wfdb_reader.h"
 #include "host/text_conversion.h"
+#include "lib/replacing_file.h"
 
 namespace kxhost {
 namespace {
@@ -71,12 +71,16 @@ bool RecordSession::HasManualMarkers() const {
                        [](const KxLeadMeasurements& lead) { return (lead.markerFlags & kLeadFlags) != 0; });
 }
 
-bool RecordSession::SaveEpisode(const std::filesystem::path& file) {
+bool RecordSession::SaveEpisode(const std::filesystem::path& file) const {
     const std::vector<std::uint8_t> block = episode_->Serialize();
-    std::ofstream stream(file, std::ios::binary);
-    stream.write(reinterpret_cast<const char*>(block.data()), static_cast<std::streamsize>(block.size()));
-    stream.close();
-    return !block.empty() && stream.good();
+    kx::ReplacingFile replaced(file.wstring());
+    return !block.empty() && replaced.Write(block.data(), static_cast<std::uint32_t>(block.size())) &&
+           replaced.Commit();
+}
+
+bool RecordSession::SaveTable(const std::filesystem::path& file, TableFormat format) const {
+    kx::ReplacingFile replaced(file.wstring());
+    return WriteTable(test_, format, kx::UserLocale(), replaced) && replaced.Commit();
 }
 
 }  // namespace kxhost

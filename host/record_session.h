@@ -10,6 +10,7 @@
 
 #include "host/analysis_client.h"
 #include "host/command_line.h"
+#include "host/table_export.h"
 #include "lib/dbclient/test_record.h"
 
 namespace kxhost {
@@ -48,8 +49,11 @@ class RecordSession {
     // measurement.
     bool HasChanges() const;
     bool HasManualMarkers() const;
-    // The median beat with its measurements in its serialized form. False when the file could not be written.
-    bool SaveEpisode(const std::filesystem::path& file);
+    // The median beat with its measurements in its serialized form. The file is replaced as a whole; false,
+    // and it is as it was, when it could not be written.
+    bool SaveEpisode(const std::filesystem::path& file) const;
+    // The same with the table of the wave amplitudes.
+    bool SaveTable(const std::filesystem::path& file, TableFormat format) const;
 
   private:
     RecordSession() = default;

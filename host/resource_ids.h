@@ -11,6 +11,7 @@
 #define IDM_FILE_SAVE_EPISODE 103
 #define IDM_FILE_SAVE_PICTURE 104
 #define IDM_FILE_EXIT 105
+#define IDM_FILE_EXPORT_TABLE 106
 
 /* One command per tab, in tab order. */
 #define IDM_VIEW_FIRST_PANE 110

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "lib/byte_stream.h"
@@ -13,7 +14,9 @@ namespace kx {
 // content. Without Commit() nothing changes on the disk.
 class ReplacingFile : public ByteSink {
   public:
-    explicit ReplacingFile(const char* path) : path_(path) {}
+    // path: in the system's code page, or in UTF-16 for names that it does not have.
+    explicit ReplacingFile(const char* path);
+    explicit ReplacingFile(std::wstring path) : path_(std::move(path)) {}
     ReplacingFile(const ReplacingFile&) = delete;
     ReplacingFile& operator=(const ReplacingFile&) = delete;
     virtual ~ReplacingFile() = default;
@@ -33,7 +36,7 @@ class ReplacingFile : public ByteSink {
     virtual bool WriteThrough(void* file, const char* bytes, std::uint32_t count);
 
   private:
-    std::string path_;
+    std::wstring path_;
     std::vector<char> bytes_;
 };
 

@@ -28,6 +28,10 @@ std::string Describe(const Command& command) {
             return text;
         }
         std::string operator()(const Expand& c) const { return "expand " + c.text + " for " + Of(c.record); }
+        std::string operator()(const ExportTable& c) const {
+            return std::string("table ") + (c.format == TableFormat::kCsv ? "csv " : "html ") + c.file +
+                   " of " + Of(c.record);
+        }
         std::string operator()(const ShowHelp&) const { return "help"; }
         std::string operator()(const UsageError& c) const { return "error: " + c.text; }
     };
@@ -61,6 +65,8 @@ TEST(CommandLine, UnderstandsEveryForm) {
         {{"--expand", "{%1} è", "a"}, "expand {%1} è for a"},
         {{"--expand", "--measure", "a"}, "expand --measure for a"},
         {{"--expand", "", "--builtin"}, "expand  for <builtin>"},
+        {{"--table", "x.csv", "a"}, "table csv x.csv of a"},
+        {{"--table", "x y.HTML", "--builtin"}, "table html x y.HTML of <builtin>"},
         {{"--size", "64x4096", "--shot", "f.png", "a", "p"}, "shot f.png of a p 64x4096"},
     };
     for (const auto& row : rows)
@@ -96,6 +102,9 @@ TEST(CommandLine, SaysWhatItDoesNotUnderstand) {
         {{"--fields", "a", "1", "2"}, "one word too many: 2"},
         {{"--expand"}, "a value is missing behind: --expand"},
         {{"--expand", "x"}, "no recording given (a path, or --builtin)"},
+        {{"--table", "x.csv"}, "no recording given (a path, or --builtin)"},
+        {{"--table", "x.txt", "a"}, "neither a .csv nor a .html file: x.txt"},
+        {{"--table", "x.csv", "a", "b"}, "one word too many: b"},
         {{"a", "--size", "64x64"}, "--size belongs to --shot"},
         {{"--shot"}, "a value is missing behind: --shot"},
         {{"--shot", "f.png"}, "no recording given (a path, or --builtin)"},
@@ -116,8 +125,8 @@ TEST(CommandLine, SaysWhatItDoesNotUnderstand) {
 
 TEST(CommandLine, HelpNamesEveryOptionAndPane) {
     const std::string usage(UsageText());
-    for (const char* option : {"--measure", "--shot", "--fields", "--expand", "--builtin", "--size",
-                               "--units-per-mv", "--help", "window"})
+    for (const char* option : {"--measure", "--shot", "--fields", "--expand", "--table", "--builtin",
+                               "--size", "--units-per-mv", "--help", "window"})
         EXPECT_NE(usage.find(option), std::string::npos) << option;
     for (const PaneRow& row : kPanes)
         EXPECT_NE(usage.find(row.name), std::string::npos) << row.name;

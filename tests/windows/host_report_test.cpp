@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstring>
 #include <map>
 
 #include "host/resource_ids.h"
@@ -84,6 +85,36 @@ TEST_F(HostTest, ExpandsATemplate) {
         const HostResult result = RunHost({L"--expand", row.text, L"--builtin"});
         EXPECT_EQ(result.exitCode, 0u) << result.error;
         EXPECT_EQ(result.output, row.expected);
+    }
+}
+
+TEST_F(HostTest, WritesTheTableInPlaceOfTheFileThereWas) {
+    const struct {
+        const wchar_t* file;
+        const char* begin;
+    } rows[] = {
+        {L"table.csv", "Deriv;aP1 (uV);"},
+        {L"\u03B1 \u2013 tabella.html", "<HTML>\r\n<HEAD>\r\n<TITLE>SYNTHETIC, "},  // not in Windows-1252
+    };
+    for (const auto& row : rows) {
+        const fs::path file = folder_ / row.file;
+        std::ofstream(file) << std::string(100000, 'x');
+        const HostResult result = RunHost({L"--table", file.wstring(), L"--builtin"});
+        EXPECT_EQ(result.exitCode, 0u) << result.error;
+        EXPECT_EQ(result.output, "");
+        const std::string text = Read(file);
+        EXPECT_EQ(text.substr(0, std::strlen(row.begin)), row.begin);
+        EXPECT_LT(text.size(), 100000u);
+        EXPECT_EQ(std::distance(fs::directory_iterator(folder_), {}), 1) << "something is left behind";
+
+        // A file that may not be written stays as it is.
+        SetFileAttributesW(file.c_str(), FILE_ATTRIBUTE_READONLY);
+        const HostResult refused = RunHost({L"--table", file.wstring(), L"--builtin"});
+        SetFileAttributesW(file.c_str(), FILE_ATTRIBUTE_NORMAL);
+        EXPECT_EQ(refused.exitCode, 1u);
+        EXPECT_EQ(Lines(refused.error).size(), 1u) << refused.error;
+        EXPECT_EQ(Read(file), text);
+        fs::remove(file);
     }
 }
 
