@@ -10,6 +10,10 @@
 
 namespace kx {
 
+// Where a printer's printable area begins on the paper, dots at 300 per inch.
+inline constexpr std::int32_t kPrintableLeft = 75;
+inline constexpr std::int32_t kPrintableTop = 150;
+
 // Writes one page after another to a sink, which outlives it. Every operation tells whether all of its bytes
 // were taken; after a failure the stream is what the sink made of it.
 //

@@ -7,7 +7,6 @@
 #include <new>
 
 #include "lib/modules/module_instance.h"
-#include "lib/windows/bitmap.h"
 
 namespace kx {
 namespace {
@@ -89,13 +88,16 @@ bool PclSpooler::CreateAlways(Reporter*) {
     return IsOpen();
 }
 
-bool PclSpooler::PrintBitmap(const Bitmap& bitmap, std::int32_t left, std::int32_t top, std::int32_t dpiX,
+bool PclSpooler::PrintBitmap(HBITMAP bitmap, std::int32_t left, std::int32_t top, std::int32_t dpiX,
                              std::int32_t dpiY) {
-    const int rowBytes = bitmap.WidthBytes();
-    const int rows = bitmap.Height();
-    if (printer_ == nullptr || rowBytes <= 0 || rows <= 0 || bitmap.BitsPerPixel() != 1) {
+    BITMAP record = {};
+    if (printer_ == nullptr || bitmap == nullptr || GetObjectA(bitmap, sizeof record, &record) == 0 ||
+        record.bmWidth <= 0 || record.bmHeight <= 0 || record.bmPlanes != 1 || record.bmBitsPixel != 1) {
         return false;
     }
+    // The rows come from the top down, each padded to 16 bits, however the bitmap keeps them.
+    const int rowBytes = (record.bmWidth + 15) / 16 * 2;
+    const int rows = record.bmHeight;
     const std::int64_t size = std::int64_t{rowBytes} * rows;
     std::unique_ptr<std::uint8_t[]> bits;
     if (size <= 0x7FFFFFFF) {
@@ -105,12 +107,12 @@ bool PclSpooler::PrintBitmap(const Bitmap& bitmap, std::int32_t left, std::int32
         ReportMemoryError(log_, kNoBitsLine);
         return false;
     }
-    if (bitmap.GetBits(bits.get(), static_cast<LONG>(size)) != size) {
+    if (GetBitmapBits(bitmap, static_cast<LONG>(size), bits.get()) != size) {
         return false;
     }
     // A row is padded to 16 bits with bits that belong to no pixel: they stay white.
-    const int pixelBytes = (bitmap.Width() + 7) / 8;
-    const int spare = pixelBytes * 8 - bitmap.Width();
+    const int pixelBytes = (record.bmWidth + 7) / 8;
+    const int spare = pixelBytes * 8 - record.bmWidth;
     const auto used = static_cast<std::uint8_t>(0xFF << spare);
     if (!BeginRaster(MulDiv(left, dpiX, 1000), MulDiv(top, dpiY, 1000), dpiX)) {
         return false;

@@ -13,8 +13,6 @@
 
 namespace kx {
 
-class Bitmap;
-
 // One printer with one open document, from construction to destruction; neither when the printer or the
 // document could not be opened, and then every operation is false. Where to place Reset, the orientation,
 // FormFeed and the page calls is the caller's matter. Never retries. Texts are Windows-1252.
@@ -56,7 +54,7 @@ class PclSpooler final : public ByteSink {
     // dpiX dots per inch with its corner at left, top, thousandths of an inch from the corner of the paper.
     // False when there is no such bitmap, when memory is short (reported; nothing is sent) or when a row was
     // refused.
-    bool PrintBitmap(const Bitmap& bitmap, std::int32_t left, std::int32_t top, std::int32_t dpiX,
+    bool PrintBitmap(HBITMAP bitmap, std::int32_t left, std::int32_t top, std::int32_t dpiX,
                      std::int32_t dpiY);
 
     // The comment that the printer was set up with. False, reported, when there is none or it does not fit
@@ -69,9 +67,8 @@ class PclSpooler final : public ByteSink {
     bool ListPrinters(char* buffer, std::size_t size) { return ListPrinters(buffer, size, log_); }
 
   private:
-    // What a printer cannot print on along the left and the top edge, dots at 300 dpi.
-    std::int32_t originX_ = 75;
-    std::int32_t originY_ = 150;
+    std::int32_t originX_ = kPrintableLeft;
+    std::int32_t originY_ = kPrintableTop;
     SystemServices* log_;
     std::uint32_t logContext_;
     HANDLE printer_ = nullptr;

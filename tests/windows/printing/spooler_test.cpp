@@ -3,10 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstring>
+#include <memory>
 #include <string>
 #include <vector>
 
-#include "lib/windows/bitmap.h"
 #include "tests/support/raw_printer.h"
 #include "tests/windows/dialogs/library_under_test.h"
 
@@ -15,6 +16,12 @@ namespace {
 
 using test::RawPrinter;
 using namespace std::string_literals;
+
+struct BitmapDeleter {
+    using pointer = HBITMAP;
+    void operator()(HBITMAP bitmap) const { DeleteObject(bitmap); }
+};
+using OwnBitmap = std::unique_ptr<HBITMAP, BitmapDeleter>;
 
 // Reports arrive in the kxsys.dll that the library under test lays.
 class SpoolerTest : public testing::Test {
@@ -57,11 +64,11 @@ TEST_F(SpoolerTest, PrintsTheClearBitsOfABitmapBlack) {
     RawPrinter printer;
     // 20 pixels: the padding of a row to 32 bits belongs to no pixel and stays white.
     const std::uint8_t pixels[] = {0xFF, 0xFF, 0xF0, 0, 0x00, 0xFF, 0xF0, 0, 0xFF, 0xFF, 0xE0, 0};
-    Bitmap bitmap;
-    ASSERT_TRUE(bitmap.Create(20, 3, 1, 1, pixels));
+    const OwnBitmap bitmap(CreateBitmap(20, 3, 1, 1, pixels));
+    ASSERT_NE(bitmap.get(), nullptr);
     {
         PclSpooler spooler(printer.Name().c_str(), "page", &services_, 0);
-        EXPECT_TRUE(spooler.PrintBitmap(bitmap, 1250, 1500, 300, 300));
+        EXPECT_TRUE(spooler.PrintBitmap(bitmap.get(), 1250, 1500, 300, 300));
     }
     EXPECT_EQ(printer.Printed(),
               "\x1B*p300x300Y\x1B*t300R\x1B*r0F\x1B*r1A\x1B*b2M"
@@ -69,14 +76,39 @@ TEST_F(SpoolerTest, PrintsTheClearBitsOfABitmapBlack) {
     EXPECT_TRUE(Log().empty());
 }
 
+// The same rows, kept from the bottom up or from the top down and padded to 32 bits.
+TEST_F(SpoolerTest, PrintsADibSectionFromTheTopDown) {
+    for (const LONG height : {2, -2}) {
+        RawPrinter printer;
+        struct {
+            BITMAPINFOHEADER header;
+            RGBQUAD colours[2];
+        } info = {{sizeof info.header, 17, height, 1, 1, BI_RGB, 0, 0, 0, 0, 0}, {{}, {255, 255, 255, 0}}};
+        void* pixels = nullptr;
+        const OwnBitmap bitmap(CreateDIBSection(nullptr, reinterpret_cast<const BITMAPINFO*>(&info),
+                                                DIB_RGB_COLORS, &pixels, nullptr, 0));
+        ASSERT_NE(bitmap.get(), nullptr);
+        const std::uint8_t top[] = {0x7F, 0xFF, 0x80, 0}, bottom[] = {0xFF, 0xFF, 0x00, 0};
+        std::memcpy(pixels, height < 0 ? top : bottom, 4);
+        std::memcpy(static_cast<std::uint8_t*>(pixels) + 4, height < 0 ? bottom : top, 4);
+        {
+            PclSpooler spooler(printer.Name().c_str(), "page", &services_, 0);
+            EXPECT_TRUE(spooler.PrintBitmap(bitmap.get(), 250, 500, 300, 300));
+        }
+        EXPECT_EQ(printer.Printed(),
+                  "\x1B*p0x0Y\x1B*t300R\x1B*r0F\x1B*r1A\x1B*b2M"
+                  "\x1B*b2W\x00\x80\x1B*b4W\xFF\x00\x00\x80\x1B*rC\0"s)
+            << height;
+    }
+}
+
 TEST_F(SpoolerTest, PrintsNoBitmapThatIsNone) {
     RawPrinter printer;
-    Bitmap none, colour;
-    ASSERT_TRUE(colour.Create(16, 16, 1, 32, nullptr));
+    const OwnBitmap colour(CreateBitmap(16, 16, 1, 32, nullptr));
     {
         PclSpooler spooler(printer.Name().c_str(), "page", &services_, 0);
-        EXPECT_FALSE(spooler.PrintBitmap(none, 0, 0, 300, 300));
-        EXPECT_FALSE(spooler.PrintBitmap(colour, 0, 0, 300, 300));
+        EXPECT_FALSE(spooler.PrintBitmap(nullptr, 0, 0, 300, 300));
+        EXPECT_FALSE(spooler.PrintBitmap(colour.get(), 0, 0, 300, 300));
     }
     EXPECT_EQ(printer.Printed(), "");
 }
@@ -84,8 +116,7 @@ TEST_F(SpoolerTest, PrintsNoBitmapThatIsNone) {
 TEST_F(SpoolerTest, StaysQuietAfterOneReportWithoutAPrinter) {
     const std::uint8_t row[] = {1};
     char comment[32] = "untouched";
-    Bitmap bitmap;
-    ASSERT_TRUE(bitmap.Create(16, 1, 1, 1, nullptr));
+    const OwnBitmap bitmap(CreateBitmap(16, 1, 1, 1, nullptr));
     PclSpooler spooler("no such printer", "page", &services_, 0);
     // The system's message ends its line itself.
     const std::vector<std::string> opening = Log();
@@ -96,7 +127,7 @@ TEST_F(SpoolerTest, StaysQuietAfterOneReportWithoutAPrinter) {
     EXPECT_FALSE(spooler.IsOpen() || spooler.StartPage() || spooler.Write("x", 1) || spooler.Reset() ||
                  spooler.FormFeed() || spooler.Portrait() || spooler.Landscape() ||
                  spooler.BeginRaster(0, 0, 300) || spooler.RasterRow(row, 1) || spooler.EndRaster() ||
-                 spooler.EndPage() || spooler.PrintBitmap(bitmap, 0, 0, 300, 300));
+                 spooler.EndPage() || spooler.PrintBitmap(bitmap.get(), 0, 0, 300, 300));
     EXPECT_TRUE(Log().empty());
     EXPECT_FALSE(spooler.PrinterComment(comment, sizeof comment));
     EXPECT_STREQ(comment, "untouched");
