@@ -129,12 +129,12 @@ bool InterpretationDialog::AdoptControls() {
     insertLibraryEntry_ = new CheckBox(this, IDC_INTERP_INSERT_LIBRARY_ENTRY);
     dictionary_ = new CheckBox(this, IDC_INTERP_DICTIONARY);
     automatic_ = std::make_unique<EditBox>(this, IDC_INTERP_AUTOMATIC);
-    source_ = std::make_unique<StaticLabel>(this, IDC_INTERP_AUTOMATIC_SOURCE);
+    source_.emplace(this, IDC_INTERP_AUTOMATIC_SOURCE);
     insertAutomatic_ = new CheckBox(this, IDC_INTERP_INSERT_AUTOMATIC);
     return Exists(originalBy_.get()) && originalTime_->IsComplete() && review_.IsComplete() &&
            confirmation_.IsComplete() && Exists(statement_.get()) && Exists(tree_.get()) &&
            Exists(insertLibraryEntry_) && Exists(dictionary_) && Exists(automatic_.get()) &&
-           Exists(source_.get()) && Exists(insertAutomatic_);
+           Exists(&*source_) && Exists(insertAutomatic_);
 }
 
 void InterpretationDialog::AdoptStage(Stage& stage, std::uint32_t box, std::uint32_t names,

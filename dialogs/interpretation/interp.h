@@ -106,7 +106,7 @@ class InterpretationDialog final : public Dialog {
     CheckBox* dictionary_ = nullptr;
     CheckBox* insertAutomatic_ = nullptr;
     std::unique_ptr<EditBox> automatic_;
-    std::unique_ptr<StaticLabel> source_;
+    std::optional<StaticLabel> source_;
     std::optional<PaneLayout> layout_;
 
     // What the controls say counts as the user's once the pane is filled.

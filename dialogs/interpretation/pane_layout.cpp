@@ -9,7 +9,7 @@ constexpr int kWhole = 100;  // percent
 
 }  // namespace
 
-PaneLayout::PaneLayout(HWND dialog, const GrowthRow* rows, std::size_t count) : dialog_(dialog) {
+PaneLayout::PaneLayout(HWND dialog, const GrowthRow* rows, std::size_t count) {
     RECT client{};
     GetClientRect(dialog, &client);
     smallest_ = {client.right, client.bottom};

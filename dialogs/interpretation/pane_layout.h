@@ -19,7 +19,7 @@ struct GrowthRow {
     int bottom;
 };
 
-// Not constructed without a window: take the places first. Controls that no row names stay where they are.
+// Controls that no row names stay where they are.
 class PaneLayout {
   public:
     // Takes the places of a dialog's controls as they are now for its smallest size.
@@ -34,7 +34,6 @@ class PaneLayout {
         RECT area;
     };
 
-    HWND dialog_;
     SIZE smallest_{};
     std::vector<Item> items_;
 };

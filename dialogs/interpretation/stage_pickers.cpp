@@ -33,8 +33,8 @@ DateTime StagePickers::Picked() const {
     DateTime clock = DateTime::None();
     date_.GetDateTime(day);
     time_.GetDateTime(clock);
-    return DateTime(day.Year(), day.Month(), day.Day(), clock.Hour(), clock.Minute(), clock.Second(),
-                    clock.hundredths);
+    return {day.Year(),     day.Month(),    day.Day(),       clock.Hour(),
+            clock.Minute(), clock.Second(), clock.hundredths};
 }
 
 }  // namespace kx

@@ -16,8 +16,8 @@ namespace {
 
 constexpr UINT_PTR kEditWatch = 2;
 
-// As much of a text as is looked at. A completion is inserted only into a text that is shorter also with it:
-// in a longer one what is behind would be lost from sight.
+// As much of a text as is looked at, with its terminator. A completion that would make the text longer than
+// that is left out, the text stays as it is and the popup closes: nothing that the user wrote is cut off.
 constexpr int kLookedAt = 1024;
 
 // Pixels at 96 dpi: the popup's place from the caret, and its size.
