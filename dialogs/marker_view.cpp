@@ -142,8 +142,9 @@ LRESULT MarkerViewControl::SetLead(std::uint32_t lead, const std::int32_t* posit
     }
     markerRate_ = rate;
     // The dialog sends the lead after each step of a drag. The picture is the same then, so that only the
-    // markers that moved are painted again, from the back buffer.
-    if (lead == lead_ && backBufferValid_) {
+    // markers that moved are painted again, from the back buffer. A beat that the host has replaced in place
+    // is drawn anew: the positions are counted in its samples.
+    if (lead == lead_ && backBufferValid_ && Measure() == measure_) {
         for (std::size_t slot = 0; slot < markerCount_; ++slot) {
             if (positions_[slot] != before[slot]) {
                 InvalidateMarker(slot, before[slot]);
@@ -197,19 +198,23 @@ void MarkerViewControl::OnSize(UINT, int width, int height) {
     }
 }
 
+BeatMeasure MarkerViewControl::Measure() const {
+    if (beat_ == nullptr) {
+        return {};
+    }
+    return {beat_->Samples(lead_) == nullptr ? 0 : beat_->SamplesPerLead(), beat_->SampleRate(),
+            beat_->ResolutionNv()};
+}
+
 // Known before the first painting too, so that the first drag finds its marker.
 const ViewGeometry& MarkerViewControl::Geometry() {
     if (!geometryValid_) {
         RECT client = {};
         GetClientRect(client);
         const WindowContext screen(Handle());
-        BeatMeasure beat;
-        if (beat_ != nullptr) {
-            beat = {beat_->Samples(lead_) == nullptr ? 0 : beat_->SamplesPerLead(), beat_->SampleRate(),
-                    beat_->ResolutionNv()};
-        }
+        measure_ = Measure();
         geometry_ = ViewGeometry(
-            {screen.WidthPixels(), screen.WidthMm(), screen.HeightPixels(), screen.HeightMm()}, beat,
+            {screen.WidthPixels(), screen.WidthMm(), screen.HeightPixels(), screen.HeightMm()}, measure_,
             settings_, static_cast<std::int32_t>(client.right), static_cast<std::int32_t>(client.bottom));
         geometryValid_ = true;
     }

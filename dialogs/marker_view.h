@@ -102,6 +102,7 @@ class MarkerViewControl final : public Window {
     LRESULT AttachOwner(const Window* owner);
     void DiscardBackBuffer();
     void Rebuild();
+    BeatMeasure Measure() const;
     const ViewGeometry& Geometry();
 
     // Painting (marker_view_paint.cpp, marker_view_traces.cpp).
@@ -143,6 +144,7 @@ class MarkerViewControl final : public Window {
     MarkerLine markerLine_;
     bool backBufferValid_ = false;
     ViewGeometry geometry_;
+    BeatMeasure measure_;  // that the geometry is made for
     bool geometryValid_ = false;
     std::optional<ScrollBarState> horizontalShown_;  // what the bars were last set to
     std::optional<ScrollBarState> verticalShown_;

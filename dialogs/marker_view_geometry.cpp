@@ -44,8 +44,9 @@ ViewGeometry::ViewGeometry(const DeviceMeasure& device, const BeatMeasure& beat,
       samples_(HeldToInt32(beat.samples)),
       rate_(HeldToInt32(beat.rate)) {
     // Every step truncates, in this order.
-    const std::int64_t samplesPerMm = Over(Times(settings.speed, 1000), rate_);
-    horizontalScale_ = std::max(Held(Over(Times(samplesPerMm, device.widthPixels), device.widthMm)), 0);
+    const std::int64_t micrometresPerSample = Over(Times(settings.speed, 1000), rate_);
+    horizontalScale_ =
+        std::max(Held(Over(Times(micrometresPerSample, device.widthPixels), device.widthMm)), 0);
     const std::int64_t perMm = Times(Times(beat.resolutionNv, settings.gain), device.heightPixels);
     amplitudeScale_ = Held(Over(Over(perMm, device.heightMm), 1000));
     const std::int64_t pixelsPerMv = Times(settings.gain, device.heightPixels);

@@ -23,6 +23,8 @@ struct BeatMeasure {
     std::uint32_t samples = 0;  // of the lead; 0: the lead or the beat is missing
     std::uint32_t rate = 0;     // samples per second
     std::uint32_t resolutionNv = 0;
+
+    bool operator==(const BeatMeasure&) const = default;
 };
 
 inline constexpr std::int32_t kFullScrollPercent = 100;

@@ -56,7 +56,7 @@ void MarkerViewControl::MoveMarker(std::size_t slot, std::int32_t sample) {
         return;
     }
     positions_[slot] = sample;
-    if (backBufferValid_ && slot == current_) {
+    if (backBufferValid_ && markersShown_ && slot == current_) {
         ShowMoved(slot, before);
     } else {
         InvalidateMarker(slot, before);
@@ -116,6 +116,8 @@ void MarkerViewControl::OnMouseMove(int x, int, bool leftButtonDown) {
         EndDrag();
         return;
     }
+    // The system asks for no hit test while it has captured the mouse.
+    UpdateReadout(x);
     const ViewGeometry& geometry = Geometry();
     // The pointer on the marker's own column asks for nothing: where a column has several samples, the marker
     // keeps its.

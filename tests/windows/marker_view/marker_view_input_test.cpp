@@ -378,6 +378,20 @@ TEST_F(MarkerViewInput, TheReadoutTellsWhatIsUnderThePointer) {
     EXPECT_EQ(owner_.readout, "...") << "a missing lead";
 }
 
+// A captured mouse is not tested for a hit.
+TEST_F(MarkerViewInput, ADragReadsOutWhatIsUnderThePointer) {
+    Open();
+    const int from = ColumnOfMs(500);
+    Mouse(WM_LBUTTONDOWN, from, 10);
+    for (const int x : {from + 30, from + 31, from - 20, 2}) {
+        Mouse(WM_MOUSEMOVE, x, 10);
+        const std::string dragged = owner_.readout;
+        HitTest(x, 10);
+        EXPECT_EQ(dragged, owner_.readout) << x;
+    }
+    Mouse(WM_LBUTTONUP, 2, 10, 0);
+}
+
 TEST_F(MarkerViewInput, WithoutOwnerOrBeatThereIsNoReadout) {
     MakeView();
     HitTest(kWidth / 2, 10);

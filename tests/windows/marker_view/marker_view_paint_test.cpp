@@ -178,6 +178,16 @@ TEST_F(MarkerViewPaint, TheSameLeadMovesItsMarkersOverTheSamePicture) {
     EXPECT_EQ(TopOf(peak, kBlack), -1) << "another lead is another picture";
 }
 
+TEST_F(MarkerViewPaint, ABeatReplacedInPlaceIsDrawnAnew) {
+    MakeView();
+    Show({300, 400, 500, 700, 900});
+    beat_.sampleRate = kRate / 2;
+    SetLead({300, 400, 500, 700, 900});
+    const auto shown = Picture();
+    Send(MV_SETSPEED, 0, 50);
+    EXPECT_EQ(Picture(), shown);
+}
+
 // What is beneath a marker that has moved is what a picture drawn anew shows.
 TEST_F(MarkerViewPaint, MovedMarkersLeaveNothingBehind) {
     MakeView();
