@@ -237,7 +237,10 @@ INT_PTR MorphDialog::DialogProc(UINT message, WPARAM wParam, LPARAM lParam) {
             Redo();
             return 1;
         case kMarkerGrasped:
-            history_.EndStep();
+            OnMarkerGrasped();
+            return 1;
+        case kMarkerReleased:
+            StoreReturned();
             return 1;
         default:
             return Dialog::DialogProc(message, wParam, lParam);

@@ -82,6 +82,9 @@ class MorphDialog : public Dialog, private Redetection {
     bool HasLead() const { return table_.isGlobal || SelectedLead() >= 0; }
     MarkerStore StoreOf(int lead);
     void Load(bool keepAutomatic);
+    bool IsStored(std::size_t slot);
+    void TakeStored(std::size_t slot);
+    bool TakeChanges();
     void ShowMarkers();
     void Refresh();
     void RefreshReset(bool anyManual);
@@ -89,7 +92,10 @@ class MorphDialog : public Dialog, private Redetection {
     // Runs a step of the rules as one change of the markers by `source`. Step: a function of a MarkerEdit&.
     template <class Step>
     void Change(std::uint32_t source, Step step);
+    void ApplyMarkers(std::uint32_t source);
     void OnMarkerMoved(UINT id, std::int32_t ms);
+    void OnMarkerGrasped();
+    void StoreReturned();
     void OnLeadChanged();
     void OnWaveBox(std::size_t box);
     void OnReset();
@@ -112,7 +118,8 @@ class MorphDialog : public Dialog, private Redetection {
     std::array<MarkerField, kMostMarkers> fields_;
 
     MarkerHistory history_;
-    int lead_;  // whose markers the fields hold; 0 for the global ones
+    int lead_;                    // whose markers the fields hold; 0 for the global ones
+    std::uint32_t returned_ = 0;  // notification of a marker moved onto its automatic value, to be stored
     Measured measured_ = Measured::kNotAsked;
     SIZE viewMargin_{};  // from the view to the pane's right and lower edge, pixels
     SIZE smallestView_{};

@@ -1,4 +1,6 @@
 // The morphology frame: the markers between the view, the record and the analysis engine.
+#include <utility>
+
 #include "dialogs/marker_view_messages.h"
 #include "dialogs/morphology/morph_dialog.h"
 
@@ -27,6 +29,33 @@ void MorphDialog::Load(bool keepAutomatic) {
             fields_[slot].SetManual(ms);
         }
     }
+}
+
+bool MorphDialog::IsStored(std::size_t slot) {
+    return fields_[slot].Current() == StoreOf(lead_).Value(slot);
+}
+
+// A manual value stands beside the automatic one that its field knows.
+void MorphDialog::TakeStored(std::size_t slot) {
+    const MarkerStore store = StoreOf(lead_);
+    if (store.IsManual(slot)) {
+        fields_[slot].SetCurrent(store.Value(slot));
+    } else {
+        fields_[slot].SetAutomatic(store.Value(slot));
+    }
+}
+
+// What another pane, or the host, has changed in the record since it was shown. Without it the next step
+// would store the old values as manual ones. True: something had changed.
+bool MorphDialog::TakeChanges() {
+    bool changed = false;
+    for (std::size_t slot = 0; slot < table_.markers.size(); ++slot) {
+        if (!IsStored(slot)) {
+            TakeStored(slot);
+            changed = true;
+        }
+    }
+    return changed;
 }
 
 void MorphDialog::ShowMarkers() {
@@ -103,15 +132,38 @@ void MorphDialog::Change(std::uint32_t source, Step step) {
     }
 }
 
+void MorphDialog::ApplyMarkers(std::uint32_t source) {
+    if (HasLead()) {
+        Change(source, [this](MarkerEdit& edit) { table_.applyMarkers(edit, waveBoxes_[0]->IsChecked()); });
+    }
+}
+
 void MorphDialog::OnMarkerMoved(UINT id, std::int32_t ms) {
     for (MarkerField& field : std::span(fields_).first(table_.markers.size())) {
         if (field.OnMarkerMoved(id, ms)) {
-            if (HasLead()) {
-                Change(id,
-                       [this](MarkerEdit& edit) { table_.applyMarkers(edit, waveBoxes_[0]->IsChecked()); });
-            }
+            returned_ = 0;
+            ApplyMarkers(id);
             return;
         }
+        if (id == field.NotificationId()) {
+            returned_ = id;
+        }
+    }
+}
+
+void MorphDialog::OnMarkerGrasped() {
+    history_.EndStep();
+    returned_ = 0;
+    if (TakeChanges()) {
+        Refresh();
+    }
+}
+
+// A marker that comes onto its automatic value measures nothing there. When it is left there after it was
+// stored elsewhere on its way, it is stored as well: the record holds what the reviewer sees.
+void MorphDialog::StoreReturned() {
+    if (returned_ != 0) {
+        ApplyMarkers(std::exchange(returned_, 0));
     }
 }
 
@@ -121,6 +173,7 @@ void MorphDialog::OnLeadChanged() {
     while (PeekMessageA(&moved, Handle(), MVN_MARKERMOVED, MVN_MARKERMOVED + kMarkerSlots - 1, PM_REMOVE)) {
         OnMarkerMoved(moved.message, static_cast<std::int32_t>(moved.wParam));
     }
+    StoreReturned();
     history_.EndStep();
     if (!table_.isGlobal && HasLead()) {
         lead_ = SelectedLead();
@@ -135,11 +188,15 @@ void MorphDialog::OnWaveBox(std::size_t box) {
     }
     history_.EndStep();
     const bool absent = waveBoxes_[box]->IsChecked();
+    const bool outdated = TakeChanges();
     Change(table_.waveBoxes[box].box, [&](MarkerEdit& edit) {
         if (!table_.applyWaveBox(edit, box, absent)) {
             waveBoxes_[box]->SetChecked(!absent);
         }
     });
+    if (outdated && measured_ == Measured::kNotAsked) {
+        Refresh();
+    }
 }
 
 void MorphDialog::OnReset() {
@@ -175,13 +232,10 @@ void MorphDialog::Restore(const MarkerSnapshot& snapshot) {
         Load(true);
     } else {
         for (std::size_t slot = 0; slot < store.Count(); ++slot) {
-            if (store.IsManual(slot)) {
-                fields_[slot].SetCurrent(store.Value(slot));
-            } else {
-                fields_[slot].SetAutomatic(store.Value(slot));
-            }
+            TakeStored(slot);
         }
     }
+    returned_ = 0;
     measured_ = Measured::kNotAsked;
     Redetect();
     if (measured_ != Measured::kDone) {

@@ -49,8 +49,11 @@ LRESULT CALLBACK ControlProc(HWND window, UINT message, WPARAM wParam, LPARAM lP
 
 LRESULT CALLBACK ViewProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
                           DWORD_PTR data) {
-    if (message == WM_LBUTTONDOWN || (message == WM_KEYDOWN && (lParam & kRepeated) == 0)) {
+    if (message == WM_LBUTTONDOWN || message == WM_LBUTTONDBLCLK ||
+        (message == WM_KEYDOWN && (lParam & kRepeated) == 0)) {
         SendMessageA(PaneOf(data), kMarkerGrasped, 0, 0);
+    } else if (message == WM_CAPTURECHANGED || message == WM_KEYUP) {
+        PostMessageA(PaneOf(data), kMarkerReleased, 0, 0);
     } else if (message == WM_NCDESTROY) {
         RemoveWindowSubclass(window, ViewProc, id);
     }
