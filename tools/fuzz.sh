@@ -10,7 +10,7 @@ seconds="${1:-60}"
 [ $# -gt 0 ] && shift
 mkdir -p build
 say "building the fuzz targets ..."
-{ cmake --preset fuzz && cmake --build --preset fuzz; } >build/fuzz-build.log 2>&1 || {
+{ cmake --preset fuzz && cmake --build --preset fuzz --target fuzz_targets; } >build/fuzz-build.log 2>&1 || {
     tail -n 40 build/fuzz-build.log
     die "building the fuzz targets failed"
 }
@@ -23,7 +23,7 @@ for program in build/fuzz/tests/fuzz/*_fuzz; do
     [ -d "tests/fuzz/corpus/${name%_fuzz}" ] && committed=("tests/fuzz/corpus/${name%_fuzz}")
     say "$name for $seconds s ..."
     ASAN_OPTIONS=allocator_may_return_null=1 "$program" -max_total_time="$seconds" -timeout=10 -rss_limit_mb=2048 \
-        -artifact_prefix="$corpus-finding-" "$corpus" "${committed[@]}" 2>&1 | grep -E 'DONE|ERROR|SUMMARY|Test unit|stat::' || true
+        -artifact_prefix="$corpus-finding-" "$corpus" "${committed[@]}" 2>&1 | grep -E 'DONE|ERROR|SUMMARY|Test unit|stat::'
     [ "${PIPESTATUS[0]}" -eq 0 ] || die "$name found something: see $corpus-finding-*"
 done
 say "no finding"

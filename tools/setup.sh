@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
 # Installs what building and testing need, on a Debian-like machine, unattended. A second run finds everything and does nothing.
+# With the name of a verb of ./kx also what that verb alone needs.
 set -eu
 . "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
@@ -38,6 +39,15 @@ need "the 32-bit native compiler" "echo 'int main(){}' | g++ -m32 -fsanitize=add
 need "the cross compiler" "command -v i686-w64-mingw32-g++-posix && command -v i686-w64-mingw32-windres" g++-mingw-w64-i686
 need "GoogleTest's sources" "test -e /usr/src/googletest/CMakeLists.txt" googletest
 need "the virtual screen" "command -v Xvfb" xvfb
+case "${1:-}" in
+fuzz)
+    need "clang with libFuzzer" \
+        "echo 'extern \"C\" int LLVMFuzzerTestOneInput(const char*, int){return 0;}' |
+         clang++ -m32 -fsanitize=address,undefined,fuzzer -x c++ - -o /dev/null" \
+        clang libclang-rt-dev
+    ;;
+lint) need "the linters" "command -v clang-format && command -v clang-tidy" clang-format clang-tidy ;;
+esac
 
 # The probe is the proof: a Wine serves when it runs a 32-bit program.
 probe="$KX_CACHE/probe.exe"
