@@ -120,8 +120,12 @@ bool AnnotationStore::ReadEntries(const void* block, std::size_t size, Reporter&
         log.LOGOEMERROR(kSource, kVersionLine, kWrongVersion);
         return false;
     }
+    const std::uint32_t held = count_;
     count_ = std::min(header.count, capacity_);
     view.CopyEntries(entries_.get(), count_);
+    for (std::uint32_t i = held; i < count_; ++i) {
+        ZeroBeats(i);  // what an array holds behind its entries is left from others, or never written
+    }
     return true;
 }
 

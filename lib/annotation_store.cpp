@@ -1,7 +1,6 @@
 #include "lib/annotation_store.h"
 
 #include <algorithm>
-#include <cstddef>
 #include <iterator>
 #include <limits>
 
@@ -9,14 +8,7 @@ namespace kx {
 
 namespace {
 
-static_assert(sizeof(KxAnnotation) == 8 && offsetof(KxAnnotation, label) == 4 &&
-              offsetof(KxAnnotation, heartRate) == 6);
 static_assert(sizeof(Annotation) == sizeof(KxAnnotation));
-static_assert(sizeof(KxLeadBeat) == 20 && offsetof(KxLeadBeat, endOffset) == 5 &&
-              offsetof(KxLeadBeat, amplitude1) == 6 && offsetof(KxLeadBeat, leadValue) == 18);
-static_assert(sizeof(void*) != 4 ||
-              (sizeof(KxAnnotationStore) == 104 && offsetof(KxAnnotationStore, sampleRate) == 16 &&
-               offsetof(KxAnnotationStore, leadBeats) == 24));
 static_assert(sizeof(AnnotationStore) == sizeof(KxAnnotationStore) + 2 * sizeof(std::uint32_t) ||
               sizeof(void*) != 4);
 

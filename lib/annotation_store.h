@@ -156,7 +156,9 @@ class AnnotationStore {
     // or memory is short.
     std::unique_ptr<std::uint8_t[]> Serialize() const;
     // Entries, or entries and the lead beats of slots 17 to 19, up to the capacity. Of a block only `size`
-    // bytes are read; one that is shorter than its count asks for is refused before anything changes.
+    // bytes are read; one that is shorter than its count asks for is refused before anything changes. Entries
+    // read without their lead beats keep those that stood at their index, and have zeroed ones where none
+    // stood.
     bool ReadEntries(const void* block, std::size_t size, Reporter& log);
     bool Read(const void* block, std::size_t size, Reporter& log);
     // Makes the store anew from a block: empty unless the block has entries of the known version. False: it

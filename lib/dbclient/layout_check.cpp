@@ -95,6 +95,27 @@ KX_FIELD(KxHistoryEntry, millisecondsInMinute, 6);
 KX_FIELD(KxHistoryEntry, action, 8);
 KX_FIELD(KxHistoryEntry, user, 12);
 
+static_assert(sizeof(KxAnnotation) == 8);
+KX_FIELD(KxAnnotation, timeMs, 0);
+KX_FIELD(KxAnnotation, label, 4);
+KX_FIELD(KxAnnotation, subLabel, 5);
+KX_FIELD(KxAnnotation, heartRate, 6);
+
+static_assert(sizeof(KxLeadBeat) == 20);
+KX_FIELD(KxLeadBeat, widthHalf, 0);
+KX_FIELD(KxLeadBeat, offset1, 1);
+KX_FIELD(KxLeadBeat, onsetOffset, 2);
+KX_FIELD(KxLeadBeat, offset3, 3);
+KX_FIELD(KxLeadBeat, offset4, 4);
+KX_FIELD(KxLeadBeat, endOffset, 5);
+KX_FIELD(KxLeadBeat, amplitude1, 6);
+KX_FIELD(KxLeadBeat, value8, 8);
+KX_FIELD(KxLeadBeat, amplitude2, 10);
+KX_FIELD(KxLeadBeat, amplitude3, 12);
+KX_FIELD(KxLeadBeat, amplitude4, 14);
+KX_FIELD(KxLeadBeat, amplitude5, 16);
+KX_FIELD(KxLeadBeat, leadValue, 18);
+
 static_assert(sizeof(KxTestListEntry) == 33352);
 KX_FIELD(KxTestListEntry, value4, 8);
 KX_FIELD(KxTestListEntry, acquisitionTime, 12);
@@ -232,6 +253,15 @@ KX_FIELD(KxTestRecord, holterData, 13916);
 KX_FIELD(KxTestRecord, holterSummary, 13920);
 KX_FIELD(KxTestRecord, spirometry, 13924);
 KX_FIELD(KxTestRecord, history, 13928);
+
+static_assert(sizeof(KxAnnotationStore) == 104);
+KX_FIELD(KxAnnotationStore, capacity, 0);
+KX_FIELD(KxAnnotationStore, count, 4);
+KX_FIELD(KxAnnotationStore, entries, 8);
+KX_FIELD(KxAnnotationStore, modified, 12);
+KX_FIELD(KxAnnotationStore, sampleRate, 16);
+KX_FIELD(KxAnnotationStore, resolutionNv, 20);
+KX_FIELD(KxAnnotationStore, leadBeats, 24);
 
 static_assert(sizeof(KxHistory) == 8 && sizeof(KxLeadSlot) == 8);
 KX_FIELD(KxHistory, entries, 4);

@@ -168,6 +168,8 @@ struct TestRecord : KxTestRecord {
     const char* OverreadBy() const;
     const char* ConfirmedBy() const;
     void SetOriginalBy(const char* name);
+    // Sets `modified` like the other names: on a confirmed report nothing else would tell that the reviewer
+    // has changed.
     void SetOverreadBy(const char* name);
     void SetConfirmedBy(const char* name);
     // The state by the resources' list of report states; with its author, "state - <author>" or

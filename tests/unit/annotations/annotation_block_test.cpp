@@ -131,6 +131,10 @@ TEST(AnnotationBlock, IsReadUpToTheCapacity) {
     ASSERT_TRUE(entries.ReadEntries(block.data(), block.size(), reports));
     EXPECT_EQ(all.Time(4), entries.Time(4));
     EXPECT_EQ(0, entries.Value(17, 0, &LeadBeat::amplitude1));
+    // No beat of a recording that was there before comes with the entries of another.
+    all.Clear();
+    ASSERT_TRUE(all.ReadEntries(block.data(), block.size(), reports));
+    EXPECT_EQ(0, all.Value(17, 4, &LeadBeat::amplitude1));
 }
 
 TEST(AnnotationBlock, IsRefusedAndReported) {
