@@ -90,8 +90,8 @@ class DataFile final : public ByteSink, public ByteSource {
     // overwrite and makes the call fail without. The content in memory stays.
     bool Create(bool overwrite, Reporter* log);
     bool CreateAlways(Reporter* log) override { return Create(true, log); }
-    // Opens the existing file for reading, shared for reading and writing. Frees the content; Length() is the
-    // file's size, as far as it fits 32 bits.
+    // Opens the existing file for reading, shared for reading only: a file that somebody is writing is not
+    // read half-written. Frees the content; Length() is the file's size, as far as it fits 32 bits.
     bool OpenRead(Reporter* log);
     // The same for reading and writing, not shared; a file that does not exist is created.
     bool OpenReadWrite(Reporter* log);

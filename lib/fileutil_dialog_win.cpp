@@ -3,8 +3,10 @@
 
 #include <commdlg.h>
 
+#include <algorithm>
 #include <cstring>
 #include <new>
+#include <utility>
 
 #include "lib/fileutil.h"
 

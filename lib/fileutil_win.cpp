@@ -110,8 +110,8 @@ bool DataFile::Open(const char* name, bool readWrite, Reporter* log, std::uint64
         return false;
     }
     handle_ = CreateFileA(name, readWrite ? GENERIC_READ | GENERIC_WRITE : GENERIC_READ,
-                          readWrite ? 0 : FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                          readWrite ? OPEN_ALWAYS : OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+                          readWrite ? 0 : FILE_SHARE_READ, nullptr, readWrite ? OPEN_ALWAYS : OPEN_EXISTING,
+                          FILE_ATTRIBUTE_NORMAL, nullptr);
     LARGE_INTEGER bytes{};
     // A device opens as well, but has no size.
     if (!IsOpen() || !GetFileSizeEx(handle_, &bytes)) {

@@ -247,6 +247,17 @@ TEST_F(DataFileTest, OpensForReadingAndWritingAlone) {
     EXPECT_THAT(log.Take(), IsEmpty());
 }
 
+TEST_F(DataFileTest, IsNotReadWhileItIsWritten) {
+    Name(Path());
+    ASSERT_TRUE(file.Create(true, &log));
+    ASSERT_TRUE(file.Write("half", 4));
+    DataFile other;
+    ASSERT_TRUE(other.SetName(Path().c_str()));
+    EXPECT_FALSE(other.ReadAll(0, 0, nullptr));
+    file.Close();
+    EXPECT_TRUE(other.ReadAll(0, 0, nullptr));
+}
+
 TEST_F(DataFileTest, KeepsAndTellsTimes) {
     Name(Path());
     ASSERT_TRUE(file.Create(true, &log));
