@@ -114,7 +114,7 @@ if [ ! -e "$root/.kx-complete" ]; then
     say "making a private Wine root in $root (about 1.3 GB, a minute or two) ..."
     as_root rm -rf "$root.part" "$root"
     as_root debootstrap --arch=i386 --variant=minbase --include=wine32,wine,fonts-liberation,fonts-dejavu-core \
-        "$suite" "$root.part" "${mirror:-http://deb.debian.org/debian}" >"$log" 2>&1 ||
+        "$suite" "$root.part" ${mirror:+"$mirror"} >"$log" 2>&1 ||
         die "the private Wine root could not be made: $(tail -n 1 "$log")"
     as_root touch "$root.part/.kx-complete"
     as_root mv "$root.part" "$root"
