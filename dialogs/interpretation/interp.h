@@ -81,6 +81,9 @@ class InterpretationDialog final : public Dialog {
     // ---- interp_actions.cpp: what the user does
     void OnStatementChanged();
     void ReplaceSelection(const char* text);
+    // Opens the user dictionary of the test type; after its OK the comment library and the completion read it
+    // anew.
+    void EditDictionary();
     // The name of a stage as its combo box shows it. picked: in its CBN_SELCHANGE, when the edit field still
     // holds the name before.
     void ReadName(const ComboBox& names, bool picked, char (&name)[kNameSize]) const;

@@ -1,6 +1,7 @@
 // The interpretation pane: what the user does, and how it gets into the record.
 #include <string>
 
+#include "dialogs/dictionary/user_dictionary.h"
 #include "dialogs/interpretation/interp.h"
 #include "dialogs/resources/interpretation_ids.h"
 #include "dialogs/statements/statement_insertion.h"
@@ -55,6 +56,8 @@ INT_PTR InterpretationDialog::OnDialogCommand(WPARAM wParam) {
         OnStageChanged(confirmation_, wParam);
     } else if (statement_->IsKillFocus(wParam)) {
         Save();
+    } else if (dictionary_->IsClicked(wParam)) {
+        EditDictionary();
     } else if (insertLibraryEntry_->IsClicked(wParam)) {
         InsertLibraryEntry();
     } else if (insertAutomatic_->IsClicked(wParam)) {
@@ -139,6 +142,18 @@ void InterpretationDialog::ReplaceSelection(const char* text) {
     // Posted before the change: the parent, told of it, may destroy the pane.
     PostUser(kFocusStatement, 0);
     completion_->ReplaceSelection(text);
+}
+
+void InterpretationDialog::EditDictionary() {
+    completion_->Close();
+    const HWND pane = Handle();
+    const bool written = EditUserDictionary(library_, this, test_->TestType());
+    // The dialog has dispatched the host's messages, which may have destroyed the pane and with it this
+    // object.
+    if (written && FromHandle(pane) == this) {
+        tree_->Rebuild(test_->TestType());
+        completion_->Reload();
+    }
 }
 
 void InterpretationDialog::ReadName(const ComboBox& names, bool picked, char (&name)[kNameSize]) const {

@@ -2,7 +2,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "dialogs/resources/dictionary_ids.h"
 #include "lib/annotation_store.h"
+#include "tests/support/modal_driver.h"
 #include "tests/windows/interpretation/pane_fixture.h"
 
 namespace {
@@ -233,6 +235,44 @@ TEST_F(CommentLibrary, MayEndThePane) {
     Click(IDC_INTERP_INSERT_LIBRARY_ENTRY);
     EXPECT_FALSE(IsWindow(pane_));
     EXPECT_EQ(Stored(), "Asse normale ");
+}
+
+TEST_F(CommentLibrary, ShowsWhatTheDictionaryHasWritten) {
+    LayFile("resting.htm", "<BODY><H1>Ritmo</H1><P>Vecchio</P>");
+    const struct {
+        const char* name;
+        int button;
+        std::vector<std::string> labels;
+    } rows[] = {{"Cancel", IDCANCEL, {"Ritmo", " Vecchio"}}, {"OK", IDOK, {"Ritmo", " Nuovo [nu]"}}};
+    Open();
+    for (const auto& row : rows) {
+        EXPECT_TRUE(kx::test::DriveModal([&] { Click(IDC_INTERP_DICTIONARY); },
+                                         [&](HWND dialog) {
+                                             SendDlgItemMessageA(dialog, 100, BM_CLICK, 0, 0);
+                                             SetDlgItemTextA(dialog, IDC_DICT_TEXT, "Nuovo");
+                                             SetDlgItemTextA(dialog, IDC_DICT_CODE, "nu");
+                                             SendDlgItemMessageA(dialog, row.button, BM_CLICK, 0, 0);
+                                         }))
+            << row.name;
+        EXPECT_EQ(Labels(), row.labels) << row.name;
+    }
+    // The completion proposes it as well: its code typed becomes its text.
+    SetFocus(Edit());
+    for (const char key : {'n', 'u'}) {
+        SendMessageA(Edit(), WM_CHAR, static_cast<WPARAM>(key), 0);
+        Pump();
+    }
+    EXPECT_EQ(Statement(), "Nuovo");
+}
+
+TEST_F(CommentLibrary, OutlivesThePaneBehindTheDictionary) {
+    Open();
+    EXPECT_TRUE(kx::test::DriveModal([&] { Click(IDC_INTERP_DICTIONARY); },
+                                     [&](HWND dialog) {
+                                         DestroyWindow(pane_);
+                                         SendDlgItemMessageA(dialog, IDOK, BM_CLICK, 0, 0);
+                                     }));
+    EXPECT_FALSE(IsWindow(pane_));
 }
 
 }  // namespace
