@@ -6,7 +6,7 @@
 #include "bench/import_watch.h"
 #include "bench/marker_view_window.h"
 #include "bench/ratio.h"
-#include "dialogs/marker_view_messages.h"
+#include "dialogs/marker_view/marker_view_messages.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include "bench/marker_view_window.h"
 
-#include "dialogs/marker_view_messages.h"
+#include "dialogs/marker_view/marker_view_messages.h"
 #include "dialogs/resources/picture_ids.h"
 #include "lib/windows/device_context.h"
 

@@ -6,7 +6,7 @@
 #include <cstdint>
 
 #include "dialogs/activation_context.h"
-#include "dialogs/marker_view_class.h"
+#include "dialogs/marker_view/marker_view_class.h"
 #include "dialogs/service_session.h"
 #include "include/kxdialogs.h"
 #include "lib/modules/library_module.h"

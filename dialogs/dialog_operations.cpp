@@ -2,14 +2,14 @@
 #include <new>
 
 #include "dialogs/dialog_library.h"
-#include "dialogs/hyptrphy.h"
+#include "dialogs/hypertrophy/hyptrphy.h"
 #include "dialogs/interpretation/interp.h"
+#include "dialogs/interpretation/statement_editor.h"
 #include "dialogs/morphology/genmorph.h"
 #include "dialogs/morphology/pmorph.h"
 #include "dialogs/morphology/qrsmrph.h"
 #include "dialogs/morphology/tmorph.h"
-#include "dialogs/mrphlist.h"
-#include "dialogs/statement_editor.h"
+#include "dialogs/table/mrphlist.h"
 
 namespace kx {
 namespace {

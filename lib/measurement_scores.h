@@ -1,7 +1,8 @@
 // The criteria for left ventricular hypertrophy as the reports of the suite print them. Microvolts.
 //
-// The hypertrophy pane scores by itself (dialogs/hypertrophy_score.h names the sources): the two differ in
-// the P amplitude that stands for the left atrium, and a report keeps printing what it always printed.
+// The hypertrophy pane scores by itself (dialogs/hypertrophy/hypertrophy_score.h names the sources): the two
+// differ in the P amplitude that stands for the left atrium, and a report keeps printing what it always
+// printed.
 #pragma once
 
 #include <cstdint>

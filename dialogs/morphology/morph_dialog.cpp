@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "dialogs/dialog_library.h"
-#include "dialogs/marker_view_messages.h"
+#include "dialogs/marker_view/marker_view_messages.h"
 #include "dialogs/morphology/pane_keys.h"
 #include "dialogs/resources/morphology_ids.h"
 #include "lib/windows/subclassed_control.h"

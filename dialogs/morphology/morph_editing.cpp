@@ -1,7 +1,7 @@
 // The morphology frame: the markers between the view, the record and the analysis engine.
 #include <utility>
 
-#include "dialogs/marker_view_messages.h"
+#include "dialogs/marker_view/marker_view_messages.h"
 #include "dialogs/morphology/morph_dialog.h"
 
 namespace kx {

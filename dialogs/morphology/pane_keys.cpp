@@ -3,7 +3,7 @@
 // After <windows.h>.
 #include <commctrl.h>
 
-#include "dialogs/marker_view_messages.h"
+#include "dialogs/marker_view/marker_view_messages.h"
 
 namespace kx {
 namespace {

@@ -1,4 +1,4 @@
-#include "dialogs/marker_view_geometry.h"
+#include "dialogs/marker_view/marker_view_geometry.h"
 
 #include <gtest/gtest.h>
 

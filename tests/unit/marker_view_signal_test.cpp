@@ -1,10 +1,10 @@
-#include "dialogs/marker_view_signal.h"
+#include "dialogs/marker_view/marker_view_signal.h"
 
 #include <gtest/gtest.h>
 
 #include <vector>
 
-#include "dialogs/signal_filters.h"
+#include "dialogs/marker_view/signal_filters.h"
 
 namespace {
 

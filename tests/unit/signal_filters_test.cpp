@@ -1,6 +1,6 @@
 // The filters against references that share nothing with them: the analogue Butterworth response at the
 // pre-warped frequency, poles found by complex arithmetic, naive sums and a correlation.
-#include "dialogs/signal_filters.h"
+#include "dialogs/marker_view/signal_filters.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "lib/windows/static_label.h"
 
-#include "dialogs/range_color_label.h"
+#include "dialogs/hypertrophy/range_color_label.h"
 #include "tests/support/gui_objects.h"
 #include "tests/windows/controls/control_fixture.h"
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "dialogs/marker_view.h"
+#include "dialogs/marker_view/marker_view.h"
 
 namespace kx::test {
 

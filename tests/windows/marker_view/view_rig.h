@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "dialogs/marker_view_messages.h"
+#include "dialogs/marker_view/marker_view_messages.h"
 #include "dialogs/resources/picture_ids.h"
 #include "lib/dbclient/episode_record.h"
 #include "lib/modules/library_module.h"

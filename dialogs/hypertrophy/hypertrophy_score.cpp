@@ -1,4 +1,4 @@
-#include "dialogs/hypertrophy_score.h"
+#include "dialogs/hypertrophy/hypertrophy_score.h"
 
 #include <algorithm>
 

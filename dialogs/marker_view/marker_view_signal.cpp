@@ -1,9 +1,9 @@
-#include "dialogs/marker_view_signal.h"
+#include "dialogs/marker_view/marker_view_signal.h"
 
 #include <algorithm>
 #include <new>
 
-#include "dialogs/signal_filters.h"
+#include "dialogs/marker_view/signal_filters.h"
 
 namespace kx {
 

@@ -1,4 +1,4 @@
-#include "dialogs/statement_editor.h"
+#include "dialogs/interpretation/statement_editor.h"
 
 #include <algorithm>
 #include <cstring>

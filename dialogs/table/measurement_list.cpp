@@ -1,4 +1,4 @@
-#include "dialogs/measurement_list.h"
+#include "dialogs/table/measurement_list.h"
 
 #include <cstring>
 #include <string>

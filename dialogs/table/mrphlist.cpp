@@ -1,4 +1,4 @@
-#include "dialogs/mrphlist.h"
+#include "dialogs/table/mrphlist.h"
 
 #include <algorithm>
 #include <new>

@@ -1,9 +1,9 @@
-#include "dialogs/hyptrphy.h"
+#include "dialogs/hypertrophy/hyptrphy.h"
 
 #include <cstddef>
 #include <new>
 
-#include "dialogs/hypertrophy_score.h"
+#include "dialogs/hypertrophy/hypertrophy_score.h"
 #include "dialogs/resources/resource_ids.h"
 #include "lib/dbclient/episode_record.h"
 #include "lib/windows/device_context.h"

@@ -1,4 +1,4 @@
-#include "dialogs/range_color_label.h"
+#include "dialogs/hypertrophy/range_color_label.h"
 
 namespace kx {
 

@@ -6,7 +6,7 @@
 #include <memory>
 
 #include "dialogs/dialog_library.h"
-#include "dialogs/measurement_list.h"
+#include "dialogs/table/measurement_list.h"
 #include "lib/dbclient/test_record.h"
 #include "lib/windows/dialog.h"
 

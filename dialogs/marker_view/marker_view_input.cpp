@@ -1,7 +1,7 @@
 // Mouse, keys, scroll bars and the readout of a marker view.
 #include <algorithm>
 
-#include "dialogs/marker_view.h"
+#include "dialogs/marker_view/marker_view.h"
 
 namespace kx {
 

@@ -5,7 +5,7 @@
 
 #include <cstdint>
 
-#include "dialogs/value_range.h"
+#include "dialogs/hypertrophy/value_range.h"
 #include "lib/windows/static_label.h"
 
 namespace kx {

@@ -1,6 +1,6 @@
-#include "dialogs/marker_view_class.h"
+#include "dialogs/marker_view/marker_view_class.h"
 
-#include "dialogs/marker_view.h"
+#include "dialogs/marker_view/marker_view.h"
 
 namespace kx {
 

@@ -2,8 +2,8 @@
 #include <algorithm>
 #include <new>
 
-#include "dialogs/marker_view.h"
-#include "dialogs/marker_view_report.h"
+#include "dialogs/marker_view/marker_view.h"
+#include "dialogs/marker_view/marker_view_report.h"
 
 namespace kx {
 

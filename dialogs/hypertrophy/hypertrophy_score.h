@@ -27,7 +27,7 @@
 
 #include <cstdint>
 
-#include "dialogs/value_range.h"
+#include "dialogs/hypertrophy/value_range.h"
 #include "include/kxdialogs.h"
 
 namespace kx {

@@ -14,9 +14,9 @@ enum MarkerViewMessage : UINT {
     MV_SETHSCROLL = WM_USER + 303,  // lParam: percent, held to 0 to 100
     MV_SETVOFFSET = WM_USER + 304,  // lParam: microvolts, held to -2500 to 2500
     MV_SETLEAD = WM_USER + 305,     // wParam: lead code; lParam: array of std::int32_t, the position in ms of
-                                 // each added marker, 0 = absent; read before the message returns
-    MV_SETHIGHCUT = WM_USER + 306,      // lParam: thousandths of a Hz; taken only above the low edge
-    MV_SETLOWCUT = WM_USER + 307,       // lParam: thousandths of a Hz; taken only below the high edge
+                                    // each added marker, 0 = absent; read before the message returns
+    MV_SETHIGHCUT = WM_USER + 306,  // lParam: thousandths of a Hz; taken only above the low edge
+    MV_SETLOWCUT = WM_USER + 307,   // lParam: thousandths of a Hz; taken only below the high edge
     MV_SHOWMARKERS = WM_USER + 308,     // lParam: 1 = shown
     MV_SHOWDERIVATIVE = WM_USER + 309,  // lParam: 1 = shown
     MV_SETBANDPASS = WM_USER + 310,     // lParam: 1 = on

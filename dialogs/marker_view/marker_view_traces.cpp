@@ -1,7 +1,7 @@
 // What a marker view draws into its back buffer over the grid, and its scroll bars.
 #include <new>
 
-#include "dialogs/marker_view.h"
+#include "dialogs/marker_view/marker_view.h"
 
 namespace kx {
 

@@ -10,10 +10,10 @@
 #include <optional>
 #include <vector>
 
-#include "dialogs/marker_view_geometry.h"
-#include "dialogs/marker_view_messages.h"
-#include "dialogs/marker_view_signal.h"
-#include "dialogs/signal_filters.h"
+#include "dialogs/marker_view/marker_view_geometry.h"
+#include "dialogs/marker_view/marker_view_messages.h"
+#include "dialogs/marker_view/marker_view_signal.h"
+#include "dialogs/marker_view/signal_filters.h"
 #include "lib/dbclient/episode_record.h"
 #include "lib/modules/library_module.h"
 #include "lib/pltgrid.h"
