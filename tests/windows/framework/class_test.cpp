@@ -94,20 +94,6 @@ TEST(WindowClass, TheRegistryHoldsSixteen) {
     EXPECT_EQ(class_registry::Count(), 0u);
 }
 
-TEST(WindowClass, TheFirstOfANameStaysInTheRegistry) {
-    WindowClass first(&ThisLibrary(), "KxFramework", 0, 0, nullptr);
-    // Another module may register the name as well.
-    const kx::LibraryModule other(GetModuleHandleA("gdi32.dll"));
-    {
-        WindowClass second(&other, "KxFramework", 0, 0, nullptr);
-        WNDCLASSEXA found{};
-        found.cbSize = sizeof found;
-        EXPECT_NE(GetClassInfoExA(other.instance.Handle(), "KxFramework", &found), 0);
-        EXPECT_EQ(class_registry::Find("KxFramework"), &first);
-    }
-    EXPECT_EQ(class_registry::Find("KxFramework"), &first);
-}
-
 TEST(WindowClass, MakesTheObjectOfATemplatesControl) {
     FactoryClass factory;
     HostFrame frame;
@@ -131,44 +117,6 @@ TEST(WindowClass, ARefusedControlFailsItsCreation) {
     EXPECT_FALSE(control.CreateControl("KxFramework", "", ThisModule(), WS_CHILD, 0, 0, 0, 10, 10));
     EXPECT_EQ(factory.askedFor, 7u);
     EXPECT_EQ(control.Handle(), nullptr);
-}
-
-TEST(WindowClass, ARefusedWindowLeavesItsObject) {
-    WindowClass windowClass(&ThisLibrary(), "KxFramework", 0, 0, nullptr);
-    class Refusing final : public Window {
-      public:
-        LRESULT OnCreate(HWND window) override {
-            Window::OnCreate(window);
-            return -1;
-        }
-        void OnDestroy() override { ++destroyed; }
-        int destroyed = 0;
-    } refusing;
-    EXPECT_FALSE(refusing.Create("KxFramework", "", ThisModule(), &refusing, WS_POPUP, 0, 0, 0, 10, 10));
-    EXPECT_EQ(refusing.Handle(), nullptr);
-    EXPECT_EQ(refusing.destroyed, 0);
-}
-
-TEST(WindowClass, FramesHaveTheirStyles) {
-    WindowClass windowClass(&ThisLibrary(), "KxFramework", 0, 0, nullptr);
-    for (const bool framed : {true, false}) {
-        Window window;
-        const RECT area{40, 30, 340, 230};
-        ASSERT_TRUE(window.CreateFrame("KxFramework", ThisModule(), &window, &area, framed));
-        const auto style = static_cast<DWORD>(GetWindowLongA(window.Handle(), GWL_STYLE));
-        const auto extended = static_cast<DWORD>(GetWindowLongA(window.Handle(), GWL_EXSTYLE));
-        // The system adds WS_CLIPSIBLINGS to every top-level window and WS_EX_WINDOWEDGE to every frame.
-        EXPECT_EQ(style & ~WS_CLIPSIBLINGS, framed ? 0x02CF0000u : 0x82000000u);
-        EXPECT_EQ(extended & WS_EX_CONTROLPARENT, framed ? WS_EX_CONTROLPARENT : 0u);
-        RECT place{};
-        window.GetWindowRect(place);
-        EXPECT_TRUE(EqualRect(&place, &area));
-        EXPECT_EQ(Window::FromHandle(window.Handle()), &window);
-        window.Destroy();
-    }
-    Window placed;
-    EXPECT_TRUE(placed.CreateFrame("KxFramework", ThisModule(), &placed, nullptr, true));
-    placed.Destroy();
 }
 
 }  // namespace

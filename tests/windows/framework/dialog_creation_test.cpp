@@ -94,17 +94,6 @@ TEST(ModelessDialog, NeedsAParentAndATemplate) {
     }
 }
 
-TEST(ModelessDialog, IsDetachedAndHiddenWhenItsInitialisationFails) {
-    HostFrame frame;
-    TestDialog dialog(ThisLibrary(), &frame, nullptr, nullptr);
-    dialog.initResult = false;
-    dialog.CreateModeless(IDD_PANE, &dialog);
-    ASSERT_NE(dialog.handleAtInit, nullptr);
-    EXPECT_TRUE(IsWindow(dialog.handleAtInit));
-    EXPECT_FALSE(IsWindowVisible(dialog.handleAtInit));
-    EXPECT_EQ(Window::FromHandle(dialog.handleAtInit), nullptr);
-}
-
 TEST(ModelessDialog, FromMemory) {
     HostFrame frame;
     TestDialog pane(ThisLibrary(), &frame, nullptr, nullptr);
@@ -130,10 +119,6 @@ TEST(ModelessDialog, FromMemory) {
     EXPECT_EQ(StyleOf(popup) & 0x120F004C, 0x120F004Cu);
     EXPECT_EQ(StyleOf(popup) & WS_CHILD, 0u);
     EXPECT_EQ(GetWindow(popup.Handle(), GW_OWNER), frame.Handle());
-
-    TestDialog refused(ThisLibrary(), nullptr, nullptr, nullptr);
-    refused.CreateModelessPane(&refused);
-    EXPECT_EQ(refused.Handle(), nullptr);
 }
 
 TEST(ModalDialog, ReturnsWhatEndsIt) {
@@ -162,15 +147,6 @@ TEST(ModalDialog, ReturnsWhatEndsIt) {
     EXPECT_TRUE(IsWindowEnabled(frame.Handle()));
 }
 
-TEST(ModalDialog, FromMemory) {
-    HostFrame frame;
-    TestDialog dialog(nullptr, &frame, nullptr, nullptr);
-    dialog.postedCommands = {IDOK};
-    EXPECT_EQ(dialog.RunModalPopup(&dialog), 1);
-    EXPECT_EQ(dialog.Id(), 1u);
-    EXPECT_TRUE(IsWindowEnabled(frame.Handle()));
-}
-
 TEST(ModalDialog, LoggedRunIsBracketedInTheLog) {
     LoggedServices services;
     HostFrame frame;
@@ -185,36 +161,6 @@ TEST(ModalDialog, LoggedRunIsBracketedInTheLog) {
     TestDialog unlogged(ThisLibrary(), &frame, nullptr, nullptr);
     unlogged.postedCommands = {IDOK};
     EXPECT_EQ(unlogged.RunModalLogged(IDD_MODAL, &unlogged, IDS_CAPTION), 1);
-}
-
-TEST(ModalDialog, LoggedRunNeedsALibrary) {
-    LoggedServices services;
-    TestDialog dialog(nullptr, nullptr, nullptr, services);
-    EXPECT_EQ(dialog.RunModalLogged(IDD_MODAL, &dialog, IDS_CAPTION), 0);
-    EXPECT_THAT(services.TakeLog(), ElementsAre(R"(LOGMEMORYERROR "..\..\lib\windows\dialog" 204)"));
-    EXPECT_EQ(dialog.handleAtInit, nullptr);
-    TestDialog silent(nullptr, nullptr, nullptr, nullptr);
-    EXPECT_EQ(silent.RunModalLogged(IDD_MODAL, &silent, IDS_CAPTION), 0);
-}
-
-TEST(Dialog, HelpWithoutAFileOpensNothing) {
-    HostFrame frame;
-    TestDialog dialog(ThisLibrary(), &frame, nullptr, nullptr);
-    dialog.CreateModeless(IDD_PANE, &dialog);
-    EXPECT_FALSE(dialog.ShowHelp());
-    EXPECT_EQ(dialog.OnDialogCommand(IDHELP), 0);
-}
-
-TEST(Dialog, ReachesItsItems) {
-    HostFrame frame;
-    TestDialog dialog(ThisLibrary(), &frame, nullptr, nullptr);
-    dialog.CreateModeless(IDD_PANE, &dialog);
-    Window edit(&dialog, IDC_EDIT);
-    ASSERT_TRUE(edit.IsValid());
-    EXPECT_EQ(edit.Id(), std::uint32_t{IDC_EDIT});
-    edit.SetNumber(-42);
-    EXPECT_EQ(dialog.SendItemMessage(IDC_EDIT, WM_GETTEXTLENGTH), 3);
-    EXPECT_EQ(Window(&dialog, 4711).Handle(), nullptr);
 }
 
 }  // namespace

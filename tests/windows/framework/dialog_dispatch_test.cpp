@@ -136,25 +136,6 @@ TEST_F(DialogDispatch, EveryMessageReachesItsHandlerAndReturnsItsResult) {
     ReleaseDC(nullptr, screen);
 }
 
-TEST_F(DialogDispatch, ResultsReachTheSender) {
-    dialog_.handled = true;
-    EXPECT_EQ(dialog_.SendNotify(40001, nullptr), 77);
-    EXPECT_EQ(dialog_.SendDrawItem(40001, nullptr), 1);
-}
-
-TEST_F(DialogDispatch, CommandsGoByTheirLowWord) {
-    const struct {
-        WPARAM wParam;
-        const char* call;
-    } rows[] = {{IDOK, "OnOK"}, {MAKEWPARAM(IDOK, 0x400), "OnOK"}, {MAKEWPARAM(IDCANCEL, 1), "OnCancel"}};
-    for (const auto& row : rows) {
-        EXPECT_EQ(dialog_.Dialog::OnDialogCommand(row.wParam), TRUE);
-        EXPECT_THAT(std::exchange(dialog_.calls, {}), ElementsAre(row.call));
-    }
-    EXPECT_EQ(dialog_.Dialog::OnDialogCommand(40001), 0);
-    EXPECT_THAT(dialog_.calls, IsEmpty());
-}
-
 TEST_F(DialogDispatch, WithoutAnObjectOnlyItemHeightsAreAnswered) {
     const HWND window = dialog_.Handle();
     dialog_.Attach(nullptr);
@@ -166,16 +147,6 @@ TEST_F(DialogDispatch, WithoutAnObjectOnlyItemHeightsAreAnswered) {
     EXPECT_EQ(procedure(window, WM_INITDIALOG, 0, 0), FALSE);
     EXPECT_EQ(procedure(window, WM_COMMAND, IDOK, 0), FALSE);
     EXPECT_THAT(dialog_.calls, IsEmpty());
-}
-
-TEST_F(DialogDispatch, DestructionDetaches) {
-    const HWND window = dialog_.Handle();
-    EXPECT_EQ(Window::FromHandle(window), &dialog_);
-    dialog_.OnDestroy();
-    EXPECT_EQ(Window::FromHandle(window), nullptr);
-    dialog_.Attach(&dialog_);
-    EXPECT_TRUE(dialog_.Destroy());
-    EXPECT_FALSE(IsWindow(window));
 }
 
 }  // namespace

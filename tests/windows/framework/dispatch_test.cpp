@@ -1,20 +1,17 @@
 // The dispatcher: which message reaches which handler, with what, and what the sender gets back.
 #include <windows.h>
 
-#include <commctrl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <string>
 
-#include "lib/windows/menu.h"
 #include "lib/windows/window_class.h"
 #include "tests/windows/framework/recording_window.h"
 #include "tests/windows/framework/test_library.h"
 
 namespace {
 
-using kx::Menu;
 using kx::Window;
 using kx::WindowClass;
 using kx::test::RecordingWindow;
@@ -76,10 +73,9 @@ const Row kRows[] = {
     {WM_QUERYNEWPALETTE, 0, 0, "OnQueryNewPalette", Result::kAnswer, Result::kZero},
     {WM_NOTIFY, 8, 0, "OnNotify 8 0", Result::kAnswer, Result::kZero},
     {WM_COMMAND, 0x30007, 4, "OnCommand 196615 4", Result::kZero, Result::kZero},
-    {WM_DRAWITEM, 12, 0, "OnDrawItem 12 0", Result::kZero, Result::kZero},
-    {WM_MEASUREITEM, 12, 0, "OnMeasureItem 12 0", Result::kAnswer, Result::kZero},
+    {WM_DRAWITEM, 12, 0, "OnDrawItem 12", Result::kZero, Result::kZero},
+    {WM_MEASUREITEM, 12, 0, "OnMeasureItem 12", Result::kAnswer, Result::kZero},
     {WM_CTLCOLORSTATIC, 3, 4, "OnCtlColorStatic 3 4", Result::kAnswer, Result::kZero},
-    {WM_INITMENUPOPUP, 6, 0, "OnInitMenuPopup 6", Result::kZero, Result::kZero},
     {WM_GETDLGCODE, 0, 0, "OnGetDlgCode", Result::kAnswer, Result::kDefault},
     {WM_DEVICECHANGE, 7, 0, "OnDeviceChange 7 0", Result::kDefault, Result::kDefault},
     {WM_GETTEXTLENGTH, 0, 0, "", Result::kDefault, Result::kDefault},
@@ -106,16 +102,6 @@ TEST_F(Dispatch, EveryMessageReachesItsHandlerAndReturnsItsResult) {
             }
         }
     }
-}
-
-TEST_F(Dispatch, HitTestHandlerSeesTheDefaultResult) {
-    RECT area{};
-    window_.GetWindowRect(area);
-    window_.value = HTNOWHERE;
-    const LPARAM point = MAKELPARAM(area.left + 40, area.top + 10);
-    EXPECT_EQ(window_.SendMsg(WM_NCHITTEST, 0, point), HTNOWHERE);
-    EXPECT_THAT(window_.TakeCalls(), ElementsAre("OnNcHitTest 1 " + std::to_string(area.left + 40) + " " +
-                                                 std::to_string(area.top + 10)));
 }
 
 TEST_F(Dispatch, AHandledPositionChangeSendsNoSize) {
@@ -149,29 +135,7 @@ TEST_F(Dispatch, PaintsOnceAndErasesByDefault) {
     EXPECT_EQ(window_.SendMsg(WM_ERASEBKGND, reinterpret_cast<WPARAM>(context)),
               DefWindowProcA(window_.Handle(), WM_ERASEBKGND, reinterpret_cast<WPARAM>(context), 0));
     ReleaseDC(window_.Handle(), context);
-    EXPECT_THAT(window_.TakeCalls(), ElementsAre("OnEraseBackground 1"));
-}
-
-TEST_F(Dispatch, AHandledCursorIsLeftAsItIs) {
-    const HCURSOR cross = LoadCursorA(nullptr, reinterpret_cast<const char*>(IDC_CROSS));
-    const HCURSOR arrow = LoadCursorA(nullptr, reinterpret_cast<const char*>(IDC_ARROW));
-    for (const bool handled : {true, false}) {
-        SetCursor(cross);
-        window_.handled = handled;
-        window_.SendMsg(WM_SETCURSOR, reinterpret_cast<WPARAM>(window_.Handle()),
-                        MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
-        EXPECT_EQ(SetCursor(nullptr), handled ? cross : arrow);
-    }
-    SetCursor(arrow);
-}
-
-TEST_F(Dispatch, DraggedRectanglesArePassedOn) {
-    RECT area{1, 2, 3, 4};
-    const auto pointer = reinterpret_cast<LPARAM>(&area);
-    window_.SendMsg(WM_MOVING, 0, pointer);
-    window_.SendMsg(WM_SIZING, WMSZ_BOTTOM, pointer);
-    EXPECT_THAT(window_.TakeCalls(),
-                ElementsAre("OnMoving " + std::to_string(pointer), "OnSizing 6 " + std::to_string(pointer)));
+    EXPECT_THAT(window_.TakeCalls(), ElementsAre("OnEraseBackground"));
 }
 
 // ---- the handlers' defaults
@@ -186,13 +150,6 @@ class CommandWindow final : public Window {
         menu = id;
         return 55;
     }
-    bool GetToolTipText(UINT_PTR id, HINSTANCE& module, const char*& text) override {
-        module = ThisLibrary().instance.Handle();
-        text = MAKEINTRESOURCEA(4);
-        return id == 9;
-    }
-    bool IsCommandEnabled(UINT id) override { return id == 1; }
-    bool IsCommandChecked(UINT id) override { return id == 2; }
 
     LRESULT taken = 0;
     WPARAM control = 0;
@@ -221,63 +178,6 @@ TEST(CommandDefault, SplitsCommands) {
         EXPECT_EQ(window.control, row.wParam) << row.name;
         EXPECT_EQ(window.menu, row.menu) << row.name;
     }
-}
-
-TEST(NotifyDefault, AnswersToolTips) {
-    CommandWindow window;
-    for (const UINT_PTR id : {UINT_PTR{9}, UINT_PTR{8}}) {
-        NMTTDISPINFOA request{};
-        request.hdr.code = static_cast<UINT>(-520);
-        request.hdr.idFrom = id;
-        EXPECT_EQ(window.OnNotify(id, &request.hdr), 0);
-        EXPECT_EQ(request.hinst, id == 9 ? ThisLibrary().instance.Handle() : nullptr);
-        EXPECT_EQ(request.lpszText, id == 9 ? MAKEINTRESOURCEA(4) : nullptr);
-    }
-    EXPECT_EQ(window.OnNotify(9, nullptr), 0);
-}
-
-TEST(MenuDefault, EnablesAndChecksItems) {
-    const HMENU handle = CreatePopupMenu();
-    const HMENU submenu = CreatePopupMenu();
-    AppendMenuA(handle, MF_STRING, 1, "one");
-    AppendMenuA(handle, MF_SEPARATOR, 0, nullptr);
-    AppendMenuA(handle, MF_POPUP, reinterpret_cast<UINT_PTR>(submenu), "more");
-    AppendMenuA(handle, MF_STRING | MF_CHECKED, 3, "three");
-    AppendMenuA(handle, MF_STRING | MF_GRAYED, 2, "two");
-    CommandWindow window;
-    Menu menu(handle);
-    window.OnInitMenuPopup(menu);
-    const struct {
-        UINT id;
-        UINT state;
-    } rows[] = {{1, MF_ENABLED}, {2, MF_GRAYED | MF_CHECKED}, {3, MF_GRAYED}};
-    for (const auto& row : rows) {
-        EXPECT_EQ(GetMenuState(handle, row.id, MF_BYCOMMAND) & (MF_GRAYED | MF_DISABLED | MF_CHECKED),
-                  row.state)
-            << row.id;
-    }
-    EXPECT_EQ(GetMenuState(handle, 2, MF_BYPOSITION) & MF_GRAYED, 0u) << "the submenu stays usable";
-    DestroyMenu(handle);
-}
-
-TEST(PaintDefault, FillsTheUpdateRectangleWithTheWindowColour) {
-    WindowClass windowClass(&ThisLibrary(), "KxFramework", 0, 0, nullptr);
-    Window window;
-    ASSERT_TRUE(window.Create("KxFramework", "", ThisLibrary().instance.Handle(), &window, WS_POPUP, 0, 0, 0,
-                              100, 100));
-    ShowWindow(window.Handle(), SW_SHOWNA);
-    window.Update();
-    const HDC context = GetDC(window.Handle());
-    const RECT all{0, 0, 100, 100};
-    FillRect(context, &all, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
-    const RECT part{20, 20, 40, 40};
-    window.Invalidate(&part);
-    window.Update();
-    EXPECT_EQ(GetPixel(context, 39, 20), GetSysColor(COLOR_WINDOW));
-    EXPECT_EQ(GetPixel(context, 40, 20), RGB(0, 0, 0));
-    ReleaseDC(window.Handle(), context);
-    window.SendMsg(WM_CLOSE);
-    EXPECT_FALSE(window.IsValid());
 }
 
 }  // namespace

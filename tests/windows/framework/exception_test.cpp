@@ -89,16 +89,6 @@ TEST(Exceptions, OfAWindowsHandlersAreReportedByItsClass) {
     EXPECT_TRUE(window.Destroy());
 }
 
-TEST(Exceptions, WithoutServicesAreSilent) {
-    WindowClass windowClass(&ThisLibrary(), "KxFramework", 0, 0, nullptr);
-    RecordingWindow window;
-    ASSERT_TRUE(window.Create("KxFramework", "", ThisLibrary().instance.Handle(), &window, WS_POPUP, 0, 0, 0,
-                              50, 50));
-    window.throws = true;
-    EXPECT_EQ(window.SendMsg(WM_CLOSE), 0);
-    window.throws = false;
-}
-
 TEST(Exceptions, AtCreationRefuseTheWindow) {
     LoggedServices services;
     ThrowingClass windowClass(&ThisLibrary(), "KxFramework", 0, 0, services);

@@ -5,9 +5,11 @@
 
 #include <stdexcept>
 #include <string>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
+#include "lib/windows/device_context.h"
 #include "lib/windows/window.h"
 
 namespace kx::test {
@@ -25,51 +27,76 @@ class RecordingWindow : public Window {
 
     std::vector<std::string> TakeCalls() { return std::exchange(calls, {}); }
 
-    void OnPaint(PaintContext& context) override;
-    bool OnEraseBackground(DeviceContext& context) override;
-    void OnInitMenuPopup(Menu& menu) override;
-    void OnSize(UINT sizeType, int width, int height) override;
-    void OnClose() override;
-    void OnDestroy() override;
-    LRESULT OnNotify(WPARAM id, NMHDR* header) override;
-    LRESULT OnCommand(WPARAM wParam, LPARAM lParam) override;
-    bool OnKeyDown(UINT virtualKey, LPARAM keyData) override;
-    bool OnKeyUp(UINT virtualKey, LPARAM keyData) override;
-    void OnSetFocus() override;
-    void OnKillFocus() override;
-    void OnTimer(UINT_PTR idOrTime) override;
-    LRESULT OnQueryNewPalette() override;
-    void OnPaletteChanged(HWND changedBy) override;
-    void OnHScroll(int code, int position) override;
-    void OnVScroll(int code, int position) override;
-    void OnLButtonDown(UINT keys, int x, int y) override;
-    void OnLButtonUp(UINT keys, int x, int y) override;
-    void OnLButtonDblClk(UINT keys, int x, int y) override;
-    void OnRButtonDown(UINT keys, int x, int y) override;
-    void OnRButtonUp(UINT keys, int x, int y) override;
-    void OnRButtonDblClk(UINT keys, int x, int y) override;
-    void OnMouseMove(int x, int y, bool leftButtonDown) override;
-    bool OnSetCursor(HWND window, UINT hitTest) override;
-    LRESULT OnNcHitTest(LRESULT defaultResult, int x, int y) override;
-    bool OnWindowPosChanged(WINDOWPOS* position) override;
-    void OnMoving(RECT* area) override;
-    void OnSizing(UINT edge, RECT* area) override;
-    LRESULT OnMeasureItem(UINT id, MEASUREITEMSTRUCT* item) override;
-    bool OnDrawItem(UINT id, DRAWITEMSTRUCT* item) override;
-    HBRUSH OnCtlColorStatic(HDC context, HWND control) override;
-    void OnExitSizeMove() override;
-    bool OnGetDlgCode(LRESULT& code) override;
-    void OnDeviceChange(UINT event, LPARAM data) override;
+    void OnPaint(PaintContext& context) override {
+        const RECT& area = context.UpdateRect();
+        Note("OnPaint", area.left, area.top, area.right, area.bottom);
+    }
+    bool OnEraseBackground(DeviceContext&) override { return Handled("OnEraseBackground"); }
+    void OnSize(UINT type, int width, int height) override { Note("OnSize", type, width, height); }
+    void OnClose() override { Note("OnClose"); }
+    void OnDestroy() override { Note("OnDestroy"); }
+    LRESULT OnNotify(WPARAM id, NMHDR* header) override { return Value("OnNotify", id, header); }
+    LRESULT OnCommand(WPARAM wParam, LPARAM lParam) override { return Value("OnCommand", wParam, lParam); }
+    bool OnKeyDown(UINT key, LPARAM data) override { return Handled("OnKeyDown", key, data); }
+    bool OnKeyUp(UINT key, LPARAM data) override { return Handled("OnKeyUp", key, data); }
+    void OnSetFocus() override { Note("OnSetFocus"); }
+    void OnKillFocus() override { Note("OnKillFocus"); }
+    void OnTimer(UINT_PTR id) override { Note("OnTimer", id); }
+    LRESULT OnQueryNewPalette() override { return Value("OnQueryNewPalette"); }
+    void OnPaletteChanged(HWND window) override { Note("OnPaletteChanged", window); }
+    void OnHScroll(int code, int position) override { Note("OnHScroll", code, position); }
+    void OnVScroll(int code, int position) override { Note("OnVScroll", code, position); }
+    void OnLButtonDown(UINT keys, int x, int y) override { Note("OnLButtonDown", keys, x, y); }
+    void OnLButtonUp(UINT keys, int x, int y) override { Note("OnLButtonUp", keys, x, y); }
+    void OnLButtonDblClk(UINT keys, int x, int y) override { Note("OnLButtonDblClk", keys, x, y); }
+    void OnRButtonDown(UINT keys, int x, int y) override { Note("OnRButtonDown", keys, x, y); }
+    void OnRButtonUp(UINT keys, int x, int y) override { Note("OnRButtonUp", keys, x, y); }
+    void OnRButtonDblClk(UINT keys, int x, int y) override { Note("OnRButtonDblClk", keys, x, y); }
+    void OnMouseMove(int x, int y, bool left) override { Note("OnMouseMove", x, y, left); }
+    bool OnSetCursor(HWND window, UINT hit) override { return Handled("OnSetCursor", window, hit); }
+    LRESULT OnNcHitTest(LRESULT hit, int x, int y) override { return Value("OnNcHitTest", hit, x, y); }
+    bool OnWindowPosChanged(WINDOWPOS*) override { return Handled("OnWindowPosChanged"); }
+    void OnMoving(RECT* area) override { Note("OnMoving", area); }
+    void OnSizing(UINT edge, RECT* area) override { Note("OnSizing", edge, area); }
+    LRESULT OnMeasureItem(UINT id, MEASUREITEMSTRUCT*) override { return Value("OnMeasureItem", id); }
+    bool OnDrawItem(UINT id, DRAWITEMSTRUCT*) override { return Handled("OnDrawItem", id); }
+    HBRUSH OnCtlColorStatic(HDC context, HWND control) override {
+        return reinterpret_cast<HBRUSH>(Value("OnCtlColorStatic", context, control));
+    }
+    void OnExitSizeMove() override { Note("OnExitSizeMove"); }
+    bool OnGetDlgCode(LRESULT& code) override {
+        code = value;
+        return Handled("OnGetDlgCode");
+    }
+    void OnDeviceChange(UINT event, LPARAM data) override { Note("OnDeviceChange", event, data); }
 
   private:
+    template <class Argument>
+    static std::string Text(Argument argument) {
+        if constexpr (std::is_pointer_v<Argument>) {
+            return std::to_string(reinterpret_cast<LONG_PTR>(argument));
+        } else {
+            return std::to_string(argument);
+        }
+    }
     template <class... Arguments>
     void Note(const char* handler, Arguments... arguments) {
         std::string line = handler;
-        ((line += ' ', line += std::to_string(static_cast<long long>(arguments))), ...);
+        ((line += ' ', line += Text(arguments)), ...);
         calls.push_back(line);
         if (throws) {
             throw std::runtime_error(line);
         }
+    }
+    template <class... Arguments>
+    bool Handled(const char* handler, Arguments... arguments) {
+        Note(handler, arguments...);
+        return handled;
+    }
+    template <class... Arguments>
+    LRESULT Value(const char* handler, Arguments... arguments) {
+        Note(handler, arguments...);
+        return value;
     }
 };
 
