@@ -4,6 +4,8 @@
 #include <charconv>
 #include <map>
 
+#include "lib/measurement_table.h"
+
 namespace kxhost {
 namespace {
 
@@ -29,13 +31,25 @@ struct Form {
     Command (*make)(const RecordRequest& record, const Words& words, std::optional<std::string_view> place);
 };
 
-// An option of one form alone, or of all.
+// An option of one or two forms, or of all.
 struct Setting {
     std::string_view option;
-    std::string_view form;  // empty: every one, the window too
+    std::string_view forms[2];  // none: every one, the window too
 };
 
-constexpr Setting kSettings[] = {{"--units-per-mv", ""}, {"--size", "--shot"}};
+constexpr Setting kSettings[] = {
+    {"--units-per-mv", {}}, {"--size", {"--shot", {}}}, {"--paper", {"--print", "--print-to"}}};
+
+std::optional<unsigned> LeadOf(std::string_view name) {
+    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
+    for (unsigned lead = 0; lead < KX_STANDARD_LEADS; ++lead) {
+        const std::string_view known = kx::StandardLeadName(lead);
+        if (std::equal(name.begin(), name.end(), known.begin(), known.end(),
+                       [&](char a, char b) { return lower(a) == lower(b); }))
+            return lead;
+    }
+    return std::nullopt;
+}
 
 std::optional<int> ParseNumber(std::string_view text, int least, int most) {
     int value = 0;
@@ -131,10 +145,48 @@ Command MakeExportTable(const RecordRequest& record, const Words& words, Place) 
     return ExportTable{record, std::string(file), *format};
 }
 
+// The lead by its name, in any case, and the paper.
+std::optional<UsageError> ParsePrintSettings(const Words& words, std::string_view leadName,
+                                             PrintSettings& settings) {
+    const auto lead = LeadOf(leadName);
+    if (!lead)
+        return Wrong("unknown lead", leadName);
+    settings.lead = *lead;
+    if (const std::string_view* name = words.Value("--paper")) {
+        const auto paper = PaperOf(*name);
+        if (!paper)
+            return Wrong("neither A4 nor Letter", *name);
+        settings.paper = *paper;
+    }
+    return std::nullopt;
+}
+
+Command MakePrintToFile(const RecordRequest& record, const Words& words, Place lead) {
+    PrintToFile command{record, {}, std::string(*words.Value("--print")), {}};
+    const auto format = PageFormatOf(command.file);
+    if (!format)
+        return Wrong("neither a .pcl nor a .bmp nor a .png file", command.file);
+    command.format = *format;
+    if (const auto error = ParsePrintSettings(words, *lead, command.settings))
+        return *error;
+    return command;
+}
+
+Command MakePrintToPrinter(const RecordRequest& record, const Words& words, Place lead) {
+    PrintToPrinter command{record, {}, std::string(*words.Value("--print-to"))};
+    if (const auto error = ParsePrintSettings(words, *lead, command.settings))
+        return *error;
+    return command;
+}
+
 constexpr Form kForms[] = {
-    {"--measure", false, nullptr, false, MakeMeasure},        {"--shot", true, "pane", false, MakeShot},
-    {"--fields", false, "field codes", true, MakeListFields}, {"--expand", true, nullptr, false, MakeExpand},
+    {"--measure", false, nullptr, false, MakeMeasure},
+    {"--shot", true, "pane", false, MakeShot},
+    {"--fields", false, "field codes", true, MakeListFields},
+    {"--expand", true, nullptr, false, MakeExpand},
     {"--table", true, nullptr, false, MakeExportTable},
+    {"--print", true, "lead", false, MakePrintToFile},
+    {"--print-to", true, "lead", false, MakePrintToPrinter},
 };
 
 std::optional<UsageError> TakeForm(const Form& form, Words& words) {
@@ -183,10 +235,11 @@ std::optional<Command> SortWords(const std::vector<std::string>& arguments, Word
 }
 
 std::optional<UsageError> CheckSettings(const Words& words) {
+    const std::string_view form = words.form == nullptr ? std::string_view("-") : words.form->option;
     for (const Setting& setting : kSettings) {
-        if (words.Value(setting.option) != nullptr && !setting.form.empty() &&
-            (words.form == nullptr || words.form->option != setting.form))
-            return UsageError{std::string(setting.option) + " belongs to " + std::string(setting.form)};
+        const auto& [first, second] = setting.forms;
+        if (words.Value(setting.option) != nullptr && !first.empty() && form != first && form != second)
+            return UsageError{std::string(setting.option) + " belongs to " + std::string(first)};
     }
     return std::nullopt;
 }
@@ -242,6 +295,10 @@ std::string_view UsageText() {
       prints a text with the patient in the place of {%1}, {%2}, {%5}, {%11} and {%14}
   kxhost --table FILE.csv|FILE.html RECORD [--units-per-mv N]
       writes the table of the wave amplitudes
+  kxhost --print FILE.pcl|FILE.bmp|FILE.png RECORD LEAD [--paper A4|Letter] [--units-per-mv N]
+      writes the page of one lead, as a printer is sent it or as a picture
+  kxhost --print-to PRINTER RECORD LEAD [--paper A4|Letter] [--units-per-mv N]
+      prints it
   kxhost --shot FILE.png RECORD PANE [--units-per-mv N] [--size WxH]
       writes a picture of one pane, or of the whole window
   kxhost --help
@@ -249,6 +306,8 @@ std::string_view UsageText() {
 RECORD  the header (.hea) of a WFDB recording, with or without its extension; in its place --builtin takes the
         built-in synthetic recording
 PANE    general, qrs, p, t, hypertrophy, interpretation, table, report, or window for the whole workstation window
+LEAD    I, II, III, aVR, aVL, aVF, V1 to V6
+PRINTER the name of a local printer that understands PCL 5
 CODES   field codes of the report templates, as 1,2,48-59; all by default
 N       sample units in one millivolt, in place of what the header says (a whole number)
 WxH     size of the picture in pixels, 64x64 to 4096x4096; by default the pane's or the window's own size
@@ -262,6 +321,9 @@ microvolts, markers in ms; 0 is an absent marker. Numbers are decimal integers.
 --fields prints one "code<TAB>text" a line in UTF-8; CR, LF, tab and backslash in a text are written \r, \n, \t, \\.
 
 --table replaces the file as a whole or leaves it as it was. A .csv file has cells separated by semicolons, in microvolts.
+
+--print and --print-to draw the page for A4 unless --paper says otherwise, 300 dots an inch, one bit a dot, and print
+the size of these bits: "rawBytes<TAB>N" as they are, "packedBytes<TAB>N" as the printer is sent them.
 
 The batch forms show no message and wait for nobody. Exit code: 0 done; 1 it could not be done, one line on standard
 error says why; 2 the command line was not understood. The program is a Windows program without a console of its own:

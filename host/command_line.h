@@ -7,7 +7,9 @@
 #include <variant>
 #include <vector>
 
+#include "host/page_format.h"
 #include "host/pane_kinds.h"
+#include "host/print_page_layout.h"
 #include "host/table_export.h"
 
 namespace kxhost {
@@ -53,6 +55,24 @@ struct ExportTable {
     TableFormat format = TableFormat::kCsv;
 };
 
+struct PrintSettings {
+    unsigned lead = 0;  // 0 to 11
+    Paper paper = Paper::kA4;
+};
+
+struct PrintToFile {
+    RecordRequest record;
+    PrintSettings settings;
+    std::string file;  // UTF-8
+    PageFormat format = PageFormat::kPcl;
+};
+
+struct PrintToPrinter {
+    RecordRequest record;
+    PrintSettings settings;
+    std::string printer;  // UTF-8
+};
+
 struct ShowHelp {};
 
 // The command line cannot be understood; text says why, in one line without a line break.
@@ -60,8 +80,8 @@ struct UsageError {
     std::string text;
 };
 
-using Command =
-    std::variant<OpenWorkstation, Measure, Shot, ListFields, Expand, ExportTable, ShowHelp, UsageError>;
+using Command = std::variant<OpenWorkstation, Measure, Shot, ListFields, Expand, ExportTable, PrintToFile,
+                             PrintToPrinter, ShowHelp, UsageError>;
 
 inline constexpr int kSmallestShot = 64;
 inline constexpr int kLargestShot = 4096;

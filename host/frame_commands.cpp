@@ -62,6 +62,9 @@ void FrameWindow::OnCommand(int id) {
         case IDM_FILE_EXPORT_TABLE:
             OnExportTable();
             break;
+        case IDM_FILE_PRINT:
+            OnPrint();
+            break;
         case IDM_FILE_SAVE_PICTURE:
             OnSavePicture();
             break;

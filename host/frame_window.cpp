@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 #include "host/resource_ids.h"
 #include "host/text_conversion.h"
@@ -19,19 +20,6 @@ constexpr int kTabPadding = 10;
 constexpr int kSmallestHeight = 480;
 
 constexpr const wchar_t* kProgramTitle = L"Stazione ECG";
-
-const wchar_t* ReportStateText(unsigned state) {
-    switch (state) {
-        case KX_REPORT_ORIGINAL:
-            return L"Report: originale";
-        case KX_REPORT_OVERREAD:
-            return L"Report: modificato (non confermato)";
-        case KX_REPORT_CONFIRMED:
-            return L"Report: confermato";
-        default:
-            return L"Report: rivisto all'esterno";
-    }
-}
 
 }  // namespace
 
@@ -166,8 +154,10 @@ void FrameWindow::ShowChanges() {
 
 void FrameWindow::ShowStatus() {
     const wchar_t* texts[4] = {L"Nessun tracciato aperto", L"", L"", L""};
+    std::wstring title;
     if (session_) {
-        texts[0] = session_->Title().c_str();
+        title = session_->Title() + (note_.empty() ? L"" : L" - " + note_);
+        texts[0] = title.c_str();
         texts[1] = ReportStateText(session_->Test().reportState);
         texts[2] = session_->Test().modified != 0 ? L"Record: modificato" : L"Record: non modificato";
         texts[3] = session_->Measurements().measured == 0 ? L"Misure: nessuna"
@@ -178,9 +168,16 @@ void FrameWindow::ShowStatus() {
         SendMessageW(status_, SB_SETTEXTW, part, reinterpret_cast<LPARAM>(texts[part]));
 }
 
+void FrameWindow::ShowNote(std::wstring text) {
+    note_ = std::move(text);
+    ShowStatus();
+}
+
 void FrameWindow::ShowPane() {
     if (!session_)
         return;
+    if (!note_.empty())
+        ShowNote({});
     const auto selected = SendMessageW(tabs_, TCM_GETCURSEL, 0, 0);
     if (selected >= 0)
         paneHost_->Open(kPanes[static_cast<std::size_t>(selected)].kind, session_->Test());

@@ -16,6 +16,7 @@
 #include "host/log_pane.h"
 #include "host/pane_host.h"
 #include "host/patient_strip.h"
+#include "host/print_page_layout.h"
 #include "host/record_session.h"
 #include "host/ui_metrics.h"
 
@@ -59,6 +60,7 @@ class FrameWindow final : public HostWindow {
     void OnOpenFile();
     void OnSaveEpisode();
     void OnExportTable();
+    void OnPrint();
     void OnSavePicture();
     void OnEditReport(uint32_t mode);
     void OnAbout();
@@ -68,6 +70,8 @@ class FrameWindow final : public HostWindow {
     void ShowPane();
     void ShowRecord();
     void ShowStatus();
+    // A remark on what was just done, beside the recording's name until the pane changes.
+    void ShowNote(std::wstring text);
     void StepPane(int step);
     void FocusNextPart();
     void OnActivate(bool active);
@@ -88,6 +92,9 @@ class FrameWindow final : public HostWindow {
     std::unique_ptr<PatientStrip> strip_;
     std::unique_ptr<LogPane> log_;
     Snapshot shown_;
+    std::wstring note_;
+    unsigned printedLead_ = KX_LEAD_II;  // what printing begins with, unless the pane shows a lead
+    Paper printedPaper_ = Paper::kA4;
     std::unique_ptr<RecordSession> session_;
     // Last, so that the pane goes before the record that it shows.
     std::unique_ptr<PaneHost> paneHost_;

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "host/batch_measure.h"
+#include "host/batch_print.h"
 #include "host/batch_report.h"
 #include "host/batch_shot.h"
 #include "host/batch_table.h"
@@ -110,6 +111,14 @@ int Run(const Expand& command) {
 
 int Run(const ExportTable& command) {
     return RunBatch([&](SystemLog&) { return RunExportTable(command, AnalysisClient()); });
+}
+
+int Run(const PrintToFile& command) {
+    return RunBatch([&](SystemLog&) { return RunPrintToFile(command, AnalysisClient()); });
+}
+
+int Run(const PrintToPrinter& command) {
+    return RunBatch([&](SystemLog&) { return RunPrintToPrinter(command, AnalysisClient()); });
 }
 
 int Run(const ShowHelp&) {

@@ -84,6 +84,19 @@ std::wstring HeartRateText(unsigned rrMs) {
 
 }  // namespace
 
+const wchar_t* ReportStateText(unsigned state) {
+    switch (state) {
+        case KX_REPORT_ORIGINAL:
+            return L"Report: originale";
+        case KX_REPORT_OVERREAD:
+            return L"Report: modificato (non confermato)";
+        case KX_REPORT_CONFIRMED:
+            return L"Report: confermato";
+        default:
+            return L"Report: rivisto all'esterno";
+    }
+}
+
 bool PatientTexts::operator==(const PatientTexts& other) const {
     return name == other.name && details == other.details &&
            std::equal(measurements.begin(), measurements.end(), other.measurements.begin(),

@@ -28,6 +28,9 @@ struct PatientTexts {
 // set null: no measurements are shown ("..." in their places).
 PatientTexts DescribePatient(const KxTestRecord& test, const KxMeasurementSet* set);
 
+// The state of a report (KX_REPORT_...) in words.
+const wchar_t* ReportStateText(unsigned state);
+
 class PatientStrip final : public HostWindow {
   public:
     PatientStrip(HWND parent, const UiMetrics& metrics);

@@ -5,6 +5,7 @@
 #define IDI_WORKSTATION 1
 #define IDR_MENU 2
 #define IDR_ACCELERATORS 3
+#define IDD_PRINT 4
 
 #define IDM_FILE_OPEN 101
 #define IDM_FILE_BUILTIN 102
@@ -12,6 +13,7 @@
 #define IDM_FILE_SAVE_PICTURE 104
 #define IDM_FILE_EXIT 105
 #define IDM_FILE_EXPORT_TABLE 106
+#define IDM_FILE_PRINT 107
 
 /* One command per tab, in tab order. */
 #define IDM_VIEW_FIRST_PANE 110
@@ -36,5 +38,10 @@
 #define IDC_REPORT_SEARCH 1006
 #define IDC_REPORT_COUNT 1007
 #define IDC_REPORT_LIST 1008
+
+#define IDC_PRINT_PRINTER 1101
+#define IDC_PRINT_LEAD 1102
+#define IDC_PRINT_PAPER 1103
+#define IDC_PRINT_TO_FILE 1104
 
 #endif

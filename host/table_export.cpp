@@ -1,7 +1,6 @@
 #include "host/table_export.h"
 
-#include <algorithm>
-
+#include "host/file_extension.h"
 #include "lib/dbclient/test_record.h"
 #include "lib/html_document.h"
 #include "lib/measurement_table.h"
@@ -66,19 +65,12 @@ class TableDocument final : public kx::HtmlDocument {
     const KxMeasurementSet& set_;
 };
 
-bool EndsWith(std::string_view text, std::string_view ending) {
-    const auto same = [](char a, char b) { return (a >= 'A' && a <= 'Z' ? a - 'A' + 'a' : a) == b; };
-    return text.size() > ending.size() &&
-           std::equal(ending.begin(), ending.end(), text.end() - static_cast<std::ptrdiff_t>(ending.size()),
-                      [&](char b, char a) { return same(a, b); });
-}
-
 }  // namespace
 
 std::optional<TableFormat> TableFormatOf(std::string_view file) {
-    if (EndsWith(file, ".csv"))
+    if (HasExtension(file, ".csv"))
         return TableFormat::kCsv;
-    if (EndsWith(file, ".html") || EndsWith(file, ".htm"))
+    if (HasExtension(file, ".html") || HasExtension(file, ".htm"))
         return TableFormat::kHtml;
     return std::nullopt;
 }

@@ -39,6 +39,14 @@ std::string ToRecordText(std::wstring_view wide) {
     return FromWide(wide, 1252);
 }
 
+std::wstring FromSystemText(std::string_view text) {
+    return ToWide(text, CP_ACP);
+}
+
+std::string ToSystemText(std::wstring_view wide) {
+    return FromWide(wide, CP_ACP);
+}
+
 std::string ToUtf8(std::wstring_view wide) {
     return FromWide(wide, CP_UTF8);
 }

@@ -11,6 +11,9 @@ namespace kxhost {
 std::wstring FromRecordText(std::string_view windows1252);
 // A character that Windows-1252 does not have becomes '?' or its likest letter.
 std::string ToRecordText(std::wstring_view wide);
+// The system's own code page, for interfaces that take no other.
+std::wstring FromSystemText(std::string_view text);
+std::string ToSystemText(std::wstring_view wide);
 std::wstring FromUtf8(std::string_view utf8);
 std::string ToUtf8(std::wstring_view wide);
 std::filesystem::path PathFromUtf8(std::string_view utf8);

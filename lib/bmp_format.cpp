@@ -27,7 +27,6 @@ constexpr std::size_t kColourTableAt = 54;
 constexpr std::size_t kShortestFile = 58;
 constexpr std::uint16_t kSignature = 0x4D42;
 constexpr std::uint32_t kInfoSize = 40;
-constexpr std::uint32_t kDots72PerInch = 2834;
 
 std::uint32_t Read(std::span<const std::byte> bytes, std::size_t at, std::size_t size) {
     std::uint32_t value = 0;
@@ -115,7 +114,7 @@ std::vector<std::byte> MonochromeRows(const BmpPicture& picture) {
 }
 
 void MakeBmpHead(std::int32_t width, std::int32_t height, std::uint16_t bitsPerPixel, std::uint32_t rowSize,
-                 BmpHead& head) {
+                 BmpHead& head, std::uint32_t dotsPerMetre) {
     const std::uint32_t imageSize = rowSize * static_cast<std::uint32_t>(height);
     constexpr auto kPixelOffset = static_cast<std::uint32_t>(kBmpHeadSize);
     head.fill(std::byte{0});
@@ -128,8 +127,8 @@ void MakeBmpHead(std::int32_t width, std::int32_t height, std::uint16_t bitsPerP
     Write(head, kPlanesAt, 2, 1);
     Write(head, kBitsPerPixelAt, 2, bitsPerPixel);
     Write(head, kImageSizeAt, 4, imageSize);
-    Write(head, kXPixelsPerMetreAt, 4, kDots72PerInch);
-    Write(head, kYPixelsPerMetreAt, 4, kDots72PerInch);
+    Write(head, kXPixelsPerMetreAt, 4, dotsPerMetre);
+    Write(head, kYPixelsPerMetreAt, 4, dotsPerMetre);
     Write(head, kColoursUsedAt, 4, 2);
     Write(head, kColoursImportantAt, 4, 2);
     // Black is all zeros; white has no reserved byte.

@@ -46,8 +46,9 @@ constexpr std::int64_t BmpRowSize(std::int64_t width, std::int64_t bitsPerPixel)
 inline constexpr std::size_t kBmpHeadSize = 14 + 40 + 2 * 4;
 using BmpHead = std::array<std::byte, kBmpHeadSize>;
 
-// Writes the head of a bottom-up file of 72 dots per inch with `height` rows of rowSize bytes.
+// Writes the head of a bottom-up file with `height` rows of rowSize bytes.
+inline constexpr std::uint32_t kDotsPerMetre72Dpi = 2834;
 void MakeBmpHead(std::int32_t width, std::int32_t height, std::uint16_t bitsPerPixel, std::uint32_t rowSize,
-                 BmpHead& head);
+                 BmpHead& head, std::uint32_t dotsPerMetre = kDotsPerMetre72Dpi);
 
 }  // namespace kx

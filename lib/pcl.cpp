@@ -1,6 +1,7 @@
 #include "lib/pcl.h"
 
 #include <cstdio>
+#include <cstring>
 #include <new>
 
 #include "lib/packbits.h"
@@ -51,6 +52,29 @@ bool PclPage::BeginRaster(std::int32_t x, std::int32_t y, std::int32_t dpi) {
     const int length = std::snprintf(text, sizeof text, "\x1B*p%lldx%lldY\x1B*t%dR\x1B*r0F\x1B*r1A\x1B*b2M",
                                      left, top, static_cast<int>(dpi));
     return WriteText(sink_, text, length);
+}
+
+void InvertClearBits(std::uint8_t* row, std::int32_t width, std::size_t rowBytes) {
+    const auto whole = static_cast<std::size_t>(width / 8);
+    for (std::size_t i = 0; i < whole; ++i) {
+        row[i] = static_cast<std::uint8_t>(~row[i]);
+    }
+    if (whole < rowBytes) {
+        row[whole] = static_cast<std::uint8_t>(~row[whole] & ~(0xFF >> width % 8));
+        std::memset(row + whole + 1, 0, rowBytes - whole - 1);
+    }
+}
+
+bool PclPage::RasterOfClearBits(std::uint8_t* bits, std::int32_t width, std::int32_t rows,
+                                std::size_t rowBytes) {
+    for (std::int32_t y = 0; y < rows; ++y) {
+        std::uint8_t* const row = bits + static_cast<std::size_t>(y) * rowBytes;
+        InvertClearBits(row, width, rowBytes);
+        if (!RasterRow(row, rowBytes)) {
+            return false;
+        }
+    }
+    return true;
 }
 
 bool PclPage::RasterRow(const std::uint8_t* row, std::size_t rowBytes) {

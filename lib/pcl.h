@@ -14,6 +14,11 @@ namespace kx {
 inline constexpr std::int32_t kPrintableLeft = 75;
 inline constexpr std::int32_t kPrintableTop = 150;
 
+// Makes a row of a screen's monochrome bitmap, where a clear bit is black, one of a printer's, where a set
+// bit is. Bits behind the row's `width` pixels, which fit into its rowBytes bytes, belong to none of them and
+// become white.
+void InvertClearBits(std::uint8_t* row, std::int32_t width, std::size_t rowBytes);
+
 // Writes one page after another to a sink, which outlives it. Every operation tells whether all of its bytes
 // were taken; after a failure the stream is what the sink made of it.
 //
@@ -37,6 +42,9 @@ class PclPage {
     // One row of rowBytes bytes, the most significant bit leftmost, a set bit black. A row without a set bit
     // advances the raster by one blank row. False as well when there is no memory for the compressed row.
     bool RasterRow(const std::uint8_t* row, std::size_t rowBytes);
+    // The rows of a monochrome bitmap, from the top down and rowBytes bytes each, of which a clear bit prints
+    // black; see InvertClearBits, which changes them in place.
+    bool RasterOfClearBits(std::uint8_t* bits, std::int32_t width, std::int32_t rows, std::size_t rowBytes);
 
   private:
     ByteSink& sink_;

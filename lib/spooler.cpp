@@ -58,10 +58,20 @@ PclSpooler::PclSpooler(const char* printerName, const char* documentName, System
 }
 
 PclSpooler::~PclSpooler() {
-    if (printer_ != nullptr) {
-        EndDocPrinter(printer_);
-        ClosePrinter(printer_);
+    Finish();
+}
+
+bool PclSpooler::Finish() {
+    if (printer_ == nullptr) {
+        return false;
     }
+    const bool taken = EndDocPrinter(printer_) != FALSE;
+    if (!taken) {
+        ReportSystemError(log_);
+    }
+    ClosePrinter(printer_);
+    printer_ = nullptr;
+    return taken;
 }
 
 void PclSpooler::AnnounceJob() {
@@ -110,25 +120,9 @@ bool PclSpooler::PrintBitmap(HBITMAP bitmap, std::int32_t left, std::int32_t top
     if (GetBitmapBits(bitmap, static_cast<LONG>(size), bits.get()) != size) {
         return false;
     }
-    // A row is padded to 16 bits with bits that belong to no pixel: they stay white.
-    const int pixelBytes = (record.bmWidth + 7) / 8;
-    const int spare = pixelBytes * 8 - record.bmWidth;
-    const auto used = static_cast<std::uint8_t>(0xFF << spare);
-    if (!BeginRaster(MulDiv(left, dpiX, 1000), MulDiv(top, dpiY, 1000), dpiX)) {
-        return false;
-    }
-    for (int y = 0; y < rows; ++y) {
-        std::uint8_t* const row = bits.get() + std::ptrdiff_t{y} * rowBytes;
-        for (int i = 0; i < pixelBytes; ++i) {
-            row[i] = static_cast<std::uint8_t>(~row[i]);
-        }
-        row[pixelBytes - 1] &= used;
-        std::memset(row + pixelBytes, 0, static_cast<std::size_t>(rowBytes - pixelBytes));
-        if (!RasterRow(row, static_cast<std::size_t>(rowBytes))) {
-            return false;
-        }
-    }
-    return EndRaster();
+    return BeginRaster(MulDiv(left, dpiX, 1000), MulDiv(top, dpiY, 1000), dpiX) &&
+           page_.RasterOfClearBits(bits.get(), record.bmWidth, rows, static_cast<std::size_t>(rowBytes)) &&
+           EndRaster();
 }
 
 bool PclSpooler::PrinterComment(char* buffer, std::size_t size) {

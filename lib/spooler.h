@@ -32,6 +32,11 @@ class PclSpooler final : public ByteSink {
     // Writes "PCL5 Print" to the suite's log.
     void AnnounceJob();
 
+    // Ends the document and closes the printer at once, as the destructor does, and tells whether the
+    // document was taken: some printers are found missing only then. A failure is reported by the system's
+    // message.
+    bool Finish();
+
     bool StartPage();
     bool EndPage();
     // Passes the bytes on; true only when all of them were taken.

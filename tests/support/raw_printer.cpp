@@ -41,13 +41,13 @@ bool AddDriver() {
 
 }  // namespace
 
-RawPrinter::RawPrinter(const char* comment) {
+RawPrinter::RawPrinter(const char* comment, Port port) {
     char folder[MAX_PATH] = {}, file[MAX_PATH] = {};
     GetTempPathA(MAX_PATH, folder);
     GetTempFileNameA(folder, "pcl", 0, file);
     // The port wants the name alone: it makes the file itself.
     DeleteFileA(file);
-    port_ = file;
+    port_ = port == Port::kFile ? file : std::string(file) + "\\no such folder\\out";
     if (!SetPort(port_, true) || !AddDriver()) {
         return;
     }

@@ -32,6 +32,16 @@ std::string Describe(const Command& command) {
             return std::string("table ") + (c.format == TableFormat::kCsv ? "csv " : "html ") + c.file +
                    " of " + Of(c.record);
         }
+        std::string operator()(const PrintToFile& c) const {
+            return "print " + c.file + " as " + std::to_string(static_cast<int>(c.format)) + " of " +
+                   Of(c.record) + Of(c.settings);
+        }
+        std::string operator()(const PrintToPrinter& c) const {
+            return "print on " + c.printer + " of " + Of(c.record) + Of(c.settings);
+        }
+        static std::string Of(const PrintSettings& s) {
+            return " lead " + std::to_string(s.lead) + " " + NameOf(s.paper);
+        }
         std::string operator()(const ShowHelp&) const { return "help"; }
         std::string operator()(const UsageError& c) const { return "error: " + c.text; }
     };
@@ -67,6 +77,10 @@ TEST(CommandLine, UnderstandsEveryForm) {
         {{"--expand", "", "--builtin"}, "expand  for <builtin>"},
         {{"--table", "x.csv", "a"}, "table csv x.csv of a"},
         {{"--table", "x y.HTML", "--builtin"}, "table html x y.HTML of <builtin>"},
+        {{"--print", "x.pcl", "a", "V5"}, "print x.pcl as 0 of a lead 10 A4"},
+        {{"--print", "x.BMP", "--builtin", "avr", "--paper", "letter"},
+         "print x.BMP as 1 of <builtin> lead 3 Letter"},
+        {{"--paper", "A4", "--print-to", "Laser 1", "a", "I"}, "print on Laser 1 of a lead 0 A4"},
         {{"--size", "64x4096", "--shot", "f.png", "a", "p"}, "shot f.png of a p 64x4096"},
     };
     for (const auto& row : rows)
@@ -105,6 +119,14 @@ TEST(CommandLine, SaysWhatItDoesNotUnderstand) {
         {{"--table", "x.csv"}, "no recording given (a path, or --builtin)"},
         {{"--table", "x.txt", "a"}, "neither a .csv nor a .html file: x.txt"},
         {{"--table", "x.csv", "a", "b"}, "one word too many: b"},
+        {{"--print", "x.pcl", "a"}, "no lead given"},
+        {{"--print", "x.pcl", "V5"}, "no lead given"},
+        {{"--print", "x.pdf", "a", "V5"}, "neither a .pcl nor a .bmp nor a .png file: x.pdf"},
+        {{"--print", "x.pcl", "a", "V7"}, "unknown lead: V7"},
+        {{"--print", "x.pcl", "a", "V5", "--paper", "A3"}, "neither A4 nor Letter: A3"},
+        {{"--print-to", "p", "a", ""}, "unknown lead: "},
+        {{"--measure", "a", "--paper", "A4"}, "--paper belongs to --print"},
+        {{"--print", "x.pcl", "--print-to", "p", "a", "I"}, "--print and --print-to exclude each other"},
         {{"a", "--size", "64x64"}, "--size belongs to --shot"},
         {{"--shot"}, "a value is missing behind: --shot"},
         {{"--shot", "f.png"}, "no recording given (a path, or --builtin)"},
@@ -125,8 +147,9 @@ TEST(CommandLine, SaysWhatItDoesNotUnderstand) {
 
 TEST(CommandLine, HelpNamesEveryOptionAndPane) {
     const std::string usage(UsageText());
-    for (const char* option : {"--measure", "--shot", "--fields", "--expand", "--table", "--builtin",
-                               "--size", "--units-per-mv", "--help", "window"})
+    for (const char* option :
+         {"--measure", "--shot", "--fields", "--expand", "--table", "--print", "--print-to", "--paper",
+          "--builtin", "--size", "--units-per-mv", "--help", "window"})
         EXPECT_NE(usage.find(option), std::string::npos) << option;
     for (const PaneRow& row : kPanes)
         EXPECT_NE(usage.find(row.name), std::string::npos) << row.name;

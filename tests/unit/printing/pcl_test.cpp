@@ -66,6 +66,35 @@ TEST(PclPage, WritesTheBytesOfEveryCommand) {
     }
 }
 
+TEST(PclPage, PrintsTheClearBitsOfRowsAndNoneBehindThem) {
+    using namespace std::string_literals;
+    const struct {
+        std::int32_t width;
+        std::string row;
+        std::string inverted;
+    } rows[] = {
+        {16, "\x0F\xFF"s, "\xF0\x00"s},
+        {9, "\x00\x00"s, "\xFF\x80"s},
+        {8, "\x00\x00"s, "\xFF\x00"s},
+        {7, "\x00\x00"s, "\xFE\x00"s},
+        {1, "\x7F\xFF\x00\x00"s, "\x80\x00\x00\x00"s},
+        {8, "\x55"s, "\xAA"s},
+    };
+    for (const auto& row : rows) {
+        std::string bits = row.row;
+        InvertClearBits(reinterpret_cast<std::uint8_t*>(bits.data()), row.width, bits.size());
+        EXPECT_EQ(bits, row.inverted) << row.width;
+    }
+    Sink sink;
+    PclPage page(sink, 0, 0);
+    std::string bits = "\xFF\xFF\xFF\xC0"s;
+    EXPECT_TRUE(page.RasterOfClearBits(reinterpret_cast<std::uint8_t*>(bits.data()), 10, 2, 2));
+    EXPECT_EQ(sink.taken, "\x1B*b0W\x1B*b0W"s) << "the bits behind ten pixels are printed";
+    Sink full(3);
+    PclPage refused(full, 0, 0);
+    EXPECT_FALSE(refused.RasterOfClearBits(reinterpret_cast<std::uint8_t*>(bits.data()), 10, 2, 2));
+}
+
 TEST(PclPage, KeepsRowsOfAnyLengthApart) {
     Sink sink;
     PclPage page(sink, 0, 0);

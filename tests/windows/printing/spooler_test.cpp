@@ -136,6 +136,52 @@ TEST_F(SpoolerTest, StaysQuietAfterOneReportWithoutAPrinter) {
     EXPECT_EQ(lines[0].find("LOGMEMORYERROR \"..\\..\\lib\\spooler\" "), 0u) << lines[0];
 }
 
+TEST_F(SpoolerTest, TellsOfADocumentThatIsLostAtItsEnd) {
+    RawPrinter printer("", RawPrinter::Port::kUnreachable);
+    PclSpooler spooler(printer.Name().c_str(), "page", &services_, 0);
+    ASSERT_TRUE(spooler.StartPage() && spooler.Reset() && spooler.EndPage());
+    EXPECT_TRUE(Log().empty());
+    EXPECT_FALSE(spooler.Finish());
+    EXPECT_FALSE(spooler.IsOpen());
+    EXPECT_FALSE(spooler.Finish()) << "a second time";
+    const std::vector<std::string> lines = Log();
+    EXPECT_EQ(std::count_if(lines.begin(), lines.end(),
+                            [](const std::string& line) { return line.find("LOGSYSTEMERROR ") == 0; }),
+              1)
+        << testing::PrintToString(lines);
+}
+
+// A document begins as a file in the spooler's folder.
+TEST_F(SpoolerTest, ClosesThePrinterThatRefusesTheDocument) {
+    struct WithoutSpoolFolder {
+        WithoutSpoolFolder() {
+            char folder[MAX_PATH];
+            GetSystemDirectoryA(folder, MAX_PATH);
+            there = folder + "\\spool\\printers"s;
+            away = there + ".away";
+            done = MoveFileA(there.c_str(), away.c_str()) != FALSE;
+        }
+        ~WithoutSpoolFolder() { MoveFileA(away.c_str(), there.c_str()); }
+        std::string there, away;
+        bool done;
+    };
+    RawPrinter printer;
+    ASSERT_FALSE(printer.Name().empty());
+    {
+        const WithoutSpoolFolder without;
+        ASSERT_TRUE(without.done);
+        PclSpooler spooler(printer.Name().c_str(), "page", &services_, 0);
+        EXPECT_FALSE(spooler.IsOpen());
+        EXPECT_FALSE(spooler.StartPage() || spooler.Write("x", 1) || spooler.Finish());
+    }
+    EXPECT_EQ(printer.Printed(), "");
+    const std::vector<std::string> lines = Log();
+    EXPECT_EQ(std::count_if(lines.begin(), lines.end(),
+                            [](const std::string& line) { return line.find("LOGSYSTEMERROR ") == 0; }),
+              1)
+        << testing::PrintToString(lines);
+}
+
 TEST_F(SpoolerTest, GivesThePrintersCommentWhenItFits) {
     RawPrinter printer("ambulatorio 3");
     PclSpooler spooler(printer.Name().c_str(), "page", &services_, 0);

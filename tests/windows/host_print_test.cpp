@@ -1,0 +1,269 @@
+// The printing of the workstation: files, printers, and the way from the window to both.
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstring>
+#include <vector>
+
+#include "host/print_page_layout.h"
+#include "host/resource_ids.h"
+#include "tests/support/raw_printer.h"
+#include "tests/windows/host_fixture.h"
+#include "tests/windows/host_process.h"
+
+namespace kxtest {
+namespace {
+
+using kx::test::RawPrinter;
+using kxhost::Paper;
+
+// Dots of a page, true where it is black.
+using Dots = std::vector<std::vector<bool>>;
+
+// A monochrome BMP file: bottom-up rows padded to 32 bits, and a table of two colours.
+Dots ReadBmp(const std::string& file) {
+    BITMAPFILEHEADER head{};
+    BITMAPINFOHEADER info{};
+    RGBQUAD colours[2]{};
+    if (file.size() < sizeof head + sizeof info + sizeof colours)
+        return {};
+    std::memcpy(&head, file.data(), sizeof head);
+    std::memcpy(&info, file.data() + sizeof head, sizeof info);
+    std::memcpy(colours, file.data() + sizeof head + info.biSize, sizeof colours);
+    EXPECT_EQ(info.biBitCount, 1);
+    // 300 dots per inch, so that the file is printed at its size.
+    EXPECT_EQ(info.biXPelsPerMeter, 11811);
+    EXPECT_EQ(info.biYPelsPerMeter, 11811);
+    const std::size_t stride = static_cast<std::size_t>((info.biWidth + 31) / 32 * 4);
+    EXPECT_EQ(file.size(), head.bfOffBits + stride * static_cast<std::size_t>(info.biHeight));
+    Dots dots;
+    for (LONG y = 0; y < info.biHeight; ++y) {
+        const std::size_t row = head.bfOffBits + stride * static_cast<std::size_t>(info.biHeight - 1 - y);
+        std::vector<bool>& line = dots.emplace_back();
+        for (LONG x = 0; x < info.biWidth; ++x) {
+            const auto byte = static_cast<unsigned char>(file.at(row + static_cast<std::size_t>(x / 8)));
+            line.push_back(colours[byte >> (7 - x % 8) & 1].rgbGreen == 0);
+        }
+    }
+    return dots;
+}
+
+// A PCL 5 stream as a printer reads it: the commands one by one, and the dots of its raster. Rows come packed
+// by the rules of TIFF 6.0, section 9: n from 0 to 127 is followed by n + 1 bytes as they are, n from -1 to
+// -127 by one byte to be repeated 1 - n times, -128 by nothing. Dots that a row does not mention are white.
+struct PclDocument {
+    std::vector<std::string> commands;
+    Dots dots;
+    std::size_t packedBytes = 0;
+
+    PclDocument(const std::string& stream, std::size_t width) {
+        for (std::size_t at = 0; at < stream.size();) {
+            if (stream[at] != '\x1B') {
+                if (stream[at] != '\0')
+                    commands.push_back(stream[at] == '\f' ? "FF" : "?");
+                ++at;
+                continue;
+            }
+            std::size_t end = at + 1;
+            while (end < stream.size() && (stream[end] < 'A' || stream[end] > 'Z'))
+                ++end;
+            const std::string command = stream.substr(at + 1, end - at);
+            at = end + 1;
+            if (command.starts_with("*b") && command.back() == 'W') {
+                const std::size_t length = std::stoul(command.substr(2));
+                AddRow(stream.substr(at, length), width);
+                at += length;
+                packedBytes += length;
+            } else {
+                commands.push_back(command);
+            }
+        }
+    }
+
+  private:
+    void AddRow(const std::string& packed, std::size_t width) {
+        std::vector<bool>& row = dots.emplace_back();
+        const auto add = [&](char byte) {
+            for (int bit = 7; bit >= 0; --bit)
+                row.push_back((byte >> bit & 1) != 0);
+        };
+        for (std::size_t i = 0; i < packed.size();) {
+            const int n = static_cast<signed char>(packed[i++]);
+            if (n >= 0) {
+                for (int k = 0; k <= n; ++k)
+                    add(packed.at(i++));
+            } else if (n != -128) {
+                for (int k = 0; k < 1 - n; ++k)
+                    add(packed.at(i));
+                ++i;
+            }
+        }
+        for (std::size_t x = width; x < row.size(); ++x)
+            EXPECT_FALSE(row[x]) << "a dot behind the page";
+        row.resize(width);
+    }
+};
+
+class HostPrintTest : public HostTest {
+  protected:
+    HostResult Print(const std::vector<std::wstring>& to, const std::vector<std::wstring>& more = {}) const {
+        std::vector<std::wstring> arguments = to;
+        arguments.insert(arguments.end(), {L"--builtin", L"V5"});
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        return RunHost(arguments);
+    }
+};
+
+TEST_F(HostPrintTest, ThePrintersStreamAndThePictureAreTheSamePage) {
+    const struct {
+        Paper paper;
+        const wchar_t* name;
+        const char* pclSize;
+    } rows[] = {{Paper::kA4, L"A4", "&l26A"}, {Paper::kLetter, L"Letter", "&l2A"}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(NameOf(row.paper));
+        const fs::path pcl = folder_ / L"page.pcl";
+        const fs::path bmp = folder_ / L"page.bmp";
+        const HostResult stream = Print({L"--print", pcl.wstring()}, {L"--paper", row.name});
+        const HostResult picture = Print({L"--print", bmp.wstring()}, {L"--paper", row.name});
+        ASSERT_EQ(stream.exitCode, 0u) << stream.error;
+        ASSERT_EQ(picture.exitCode, 0u) << picture.error;
+        EXPECT_EQ(stream.output, picture.output);
+
+        const kxhost::PageLayout layout = kxhost::LayOutPage(row.paper);
+        const Dots dots = ReadBmp(Read(bmp));
+        ASSERT_EQ(dots.size(), static_cast<std::size_t>(layout.height));
+        ASSERT_EQ(dots[0].size(), static_cast<std::size_t>(layout.width));
+        const PclDocument document(Read(pcl), dots[0].size());
+        EXPECT_EQ(document.commands, (std::vector<std::string>{"E", row.pclSize, "&l0O", "*p0x0Y", "*t300R",
+                                                               "*r0F", "*r1A", "*b2M", "*rC", "FF", "E"}));
+        ASSERT_EQ(document.dots.size(), dots.size());
+        for (std::size_t y = 0; y < dots.size(); ++y)
+            ASSERT_EQ(document.dots[y], dots[y]) << "row " << y;
+
+        const std::size_t raw = dots.size() * ((dots[0].size() + 15) / 16 * 2);
+        EXPECT_EQ(stream.output, "rawBytes\t" + std::to_string(raw) + "\npackedBytes\t" +
+                                     std::to_string(document.packedBytes) + "\n");
+        EXPECT_LT(document.packedBytes, raw / 2);
+    }
+}
+
+// On the page itself: the lines of the millimetre paper are where a ruler has them.
+TEST_F(HostPrintTest, TwentyFiveMillimetresAreThatOnPaper) {
+    const fs::path bmp = folder_ / L"page.bmp";
+    ASSERT_EQ(Print({L"--print", bmp.wstring()}).exitCode, 0u);
+    const Dots dots = ReadBmp(Read(bmp));
+    const kxhost::PageBox grid = kxhost::LayOutPage(Paper::kA4).grid;
+    const auto blackInColumn = [&](int x) {
+        int black = 0;
+        for (int y = grid.top; y < grid.bottom; ++y)
+            black += dots[static_cast<std::size_t>(y)][static_cast<std::size_t>(x)];
+        return black;
+    };
+    const auto blackInRow = [&](int y) {
+        int black = 0;
+        for (int x = grid.left; x < grid.right; ++x)
+            black += dots[static_cast<std::size_t>(y)][static_cast<std::size_t>(x)];
+        return black;
+    };
+    int found = 0;
+    for (int mm = 25; mm < 130; mm += 25, ++found) {
+        const int place = static_cast<int>(std::lround(mm * 300 / 25.4));
+        EXPECT_GT(blackInColumn(grid.left + place), grid.Height() * 7 / 10) << mm;
+        EXPECT_LT(blackInColumn(grid.left + place + 5), grid.Height() / 2) << mm;
+        EXPECT_GT(blackInRow(grid.top + place), grid.Width() * 7 / 10) << mm;
+        EXPECT_LT(blackInRow(grid.top + place + 5), grid.Width() / 2) << mm;
+    }
+    EXPECT_EQ(found, 5);
+}
+
+TEST_F(HostPrintTest, APrinterGetsTheBytesOfTheFile) {
+    const fs::path pcl = folder_ / L"page.pcl";
+    ASSERT_EQ(Print({L"--print", pcl.wstring()}).exitCode, 0u);
+    RawPrinter printer;
+    ASSERT_FALSE(printer.Name().empty()) << "the spooler refused the test's printer";
+    const std::wstring name(printer.Name().begin(), printer.Name().end());
+    const HostResult printed = Print({L"--print-to", name});
+    EXPECT_EQ(printed.exitCode, 0u) << printed.error;
+    EXPECT_EQ(printed.output.substr(0, 9), "rawBytes\t");
+    EXPECT_TRUE(printer.Printed() == Read(pcl)) << printer.Printed().size() << " bytes";
+}
+
+TEST_F(HostPrintTest, APrinterThatLosesThePageIsAnError) {
+    RawPrinter printer("", RawPrinter::Port::kUnreachable);
+    ASSERT_FALSE(printer.Name().empty());
+    const HostResult result =
+        Print({L"--print-to", std::wstring(printer.Name().begin(), printer.Name().end())});
+    EXPECT_EQ(result.exitCode, 1u);
+    EXPECT_EQ(result.output, "");
+    EXPECT_EQ(Lines(result.error).size(), 1u) << result.error;
+}
+
+TEST_F(HostPrintTest, APrinterThatIsNotThereAndAFileThatCannotBeWrittenAreErrors) {
+    const std::vector<std::wstring> rows[] = {
+        {L"--print-to", L"no such printer"},
+        {L"--print", (folder_ / L"no such folder" / L"x.pcl").wstring()},
+        {L"--print", (folder_ / L"no such folder" / L"x.bmp").wstring()},
+        {L"--print", (folder_ / L"no such folder" / L"x.png").wstring()},
+    };
+    for (const auto& row : rows) {
+        const HostResult result = Print(row);
+        const std::string name = fs::path(row[1]).string();
+        EXPECT_EQ(result.exitCode, 1u) << name;
+        EXPECT_EQ(result.output, "") << name;
+        EXPECT_EQ(Lines(result.error).size(), 1u) << name << ": " << result.error;
+    }
+}
+
+// Of its first part; the messages of a status bar itself do not cross to another program.
+std::wstring StatusText(HWND frame) {
+    wchar_t text[512] = {};
+    SendMessageW(GetDlgItem(frame, IDC_STATUS), WM_GETTEXT, std::size(text), reinterpret_cast<LPARAM>(text));
+    return text;
+}
+
+int Chosen(HWND dialog, int id) {
+    return static_cast<int>(SendDlgItemMessageW(dialog, id, CB_GETCURSEL, 0, 0));
+}
+
+TEST_F(HostPrintTest, TheWindowPrintsTheLeadThatIsShown) {
+    RawPrinter printer;
+    ASSERT_FALSE(printer.Name().empty());
+    const OpenHost host({});
+    ASSERT_NE(host.Frame(), nullptr);
+    ASSERT_TRUE(WaitUntil([&] { return host.Pane() != nullptr; }));
+    const auto openDialog = [&] {
+        PostMessageW(host.Frame(), WM_COMMAND, IDM_FILE_PRINT, 0);
+        return host.WaitForMessageBox();
+    };
+    const HWND left = openDialog();
+    ASSERT_NE(left, nullptr);
+    constexpr int kV6 = 11;  // what the general pane begins with
+    EXPECT_EQ(Chosen(left, IDC_PRINT_LEAD), kV6);
+    EXPECT_EQ(Chosen(left, IDC_PRINT_PAPER), 0);
+    SendMessageW(left, WM_COMMAND, IDCANCEL, 0);
+    ASSERT_TRUE(WaitUntil([&] { return !host.HasMessageBox(); }));
+    EXPECT_EQ(printer.Printed(), "");
+
+    const HWND dialog = openDialog();
+    ASSERT_NE(dialog, nullptr);
+    const LRESULT place =
+        SendDlgItemMessageA(dialog, IDC_PRINT_PRINTER, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1),
+                            reinterpret_cast<LPARAM>(printer.Name().c_str()));
+    ASSERT_NE(place, CB_ERR) << "the printer is not offered";
+    SendDlgItemMessageW(dialog, IDC_PRINT_PRINTER, CB_SETCURSEL, static_cast<WPARAM>(place), 0);
+    SendDlgItemMessageW(dialog, IDC_PRINT_LEAD, CB_SETCURSEL, 10, 0);
+    SendMessageW(dialog, WM_COMMAND, IDOK, 0);
+    EXPECT_TRUE(WaitUntil([&] {
+        return StatusText(host.Frame()).find(L"V5 stampata") != std::wstring::npos;
+    })) << fs::path(StatusText(host.Frame())).string();
+    const fs::path pcl = folder_ / L"page.pcl";
+    ASSERT_EQ(Print({L"--print", pcl.wstring()}).exitCode, 0u);
+    EXPECT_TRUE(printer.Printed() == Read(pcl)) << printer.Printed().size() << " bytes";
+    EXPECT_FALSE(host.HasMessageBox());
+}
+
+}  // namespace
+}  // namespace kxtest
