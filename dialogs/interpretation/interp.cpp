@@ -147,6 +147,10 @@ void InterpretationDialog::AdoptStage(Stage& stage, std::uint32_t box, std::uint
 void InterpretationDialog::ShowOriginal() {
     originalBy_->SetText(test_->OriginalBy());
     originalTime_->Show(test_->OriginalTime());
+    // A picker cannot be without a date: it would show the present moment as that of a report without a time.
+    if (!test_->OriginalTime().IsValid()) {
+        originalTime_->Hide();
+    }
 }
 
 void InterpretationDialog::ShowReview() {

@@ -16,6 +16,7 @@ constexpr std::uint32_t kResting = 2;        // testType
 constexpr std::uint32_t kTwelveLeads = 0;    // leadConfiguration
 constexpr std::uint16_t kDaysPerYear = 365;  // as the record counts years
 constexpr std::size_t kEcgHeaderSize = 280;
+constexpr char kOriginalAuthor[] = "Analisi automatica";
 
 // UTF-8 as Windows-1252, in which the records hold texts: Latin letters stay, others become '?'.
 std::string ToRecordText(std::string_view utf8) {
@@ -111,6 +112,10 @@ EpisodeRecord* FillTestRecord(TestRecord& test, const Recording& recording, cons
     FillDiagnoses(recording, test);
     FillEcg(recording, test);
     FillAnnotations(test, beat);
+    // The original report is the analysis's own and as old as the recording; nobody has written a statement
+    // yet.
+    test.SetOriginalInterpretation(&test.acquisitionTime, "");
+    test.SetOriginalBy(kOriginalAuthor);
     EpisodeRecord* episode = AddBeat(test, recording, beat);
     // Nothing of this is a reviewer's change.
     test.ClearModified();

@@ -13,11 +13,11 @@ namespace kx::recording {
 
 // Fills a new test record: a resting test (testType 2) with the record's name as patient id, age and sex, the
 // acquisition time, recordingDurationMs, the device fields (source, name, rate), the diagnoses of the source
-// in text332, one per line, cut where the field ends, the beats as its annotations (beat_labels.h), and one
-// episode: twelve leads of the median beat at 500 samples a second, 1000 nV a unit, with rrInterval set and
-// nothing measured yet (`measured` 0). Limb leads that were not recorded are filled by the episode's
-// DeriveLimbLeads. Returns the episode, which the test record owns; null, and the record without episode,
-// when there is no memory.
+// in text332, one per line, cut where the field ends, an original report without text by the automatic
+// analysis at the acquisition time, the beats as its annotations (beat_labels.h), and one episode: twelve
+// leads of the median beat at 500 samples a second, 1000 nV a unit, with rrInterval set and nothing measured
+// yet (`measured` 0). Limb leads that were not recorded are filled by the episode's DeriveLimbLeads. Returns
+// the episode, which the test record owns; null, and the record without episode, when there is no memory.
 EpisodeRecord* FillTestRecord(TestRecord& test, const Recording& recording, const MedianBeat& beat);
 
 }  // namespace kx::recording

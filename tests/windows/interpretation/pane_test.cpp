@@ -126,6 +126,13 @@ TEST_F(Pane, OpensAConfirmedReport) {
     EXPECT_TRUE(ShowsTime(PickerTime(IDC_INTERP_CONFIRM_TIME), kConfirmed));
 }
 
+TEST_F(Pane, ShowsNoTimeForAnOriginalReportWithoutOne) {
+    record_->originalTime = {};
+    Open();
+    EXPECT_FALSE(IsShown(IDC_INTERP_ORIGINAL_DATE) || IsShown(IDC_INTERP_ORIGINAL_TIME));
+    EXPECT_TRUE(IsShown(IDC_INTERP_REVIEW_DATE) && IsShown(IDC_INTERP_CONFIRM_DATE));
+}
+
 // A report that was only looked at is as it was to its last byte, whatever its times are.
 TEST_F(Pane, LookingChangesNothing) {
     for (std::uint8_t state = 0; state <= 3; ++state) {
