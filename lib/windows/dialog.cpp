@@ -68,10 +68,13 @@ void Dialog::CreateModeless(std::uint32_t templateId, Dialog* object) {
         return;
     }
     SetHandle(created);
-    SetStyles(kPaneStyle, kPaneExtendedStyle);
-    // The client area takes the place of the template's caption and border.
+    // The client area takes the place of the template's caption and border. The pane counts as hidden
+    // meanwhile, so that its controls find their new places without being drawn on the way.
+    SetStyles(kPaneStyle & ~WS_VISIBLE, kPaneExtendedStyle);
     SetWindowPos(created, nullptr, 0, 0, 0, 0,
-                 SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+                 SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOREDRAW);
+    SetStyles(kPaneStyle, kPaneExtendedStyle);
+    RedrawWindow(created, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
 }
 
 void Dialog::CreateModelessPane(Dialog* object) {
