@@ -1,35 +1,49 @@
 #include "dialogs/morphology/pane_keys.h"
 
-// After <windows.h>.
-#include <commctrl.h>
+#include <unordered_map>
 
 #include "dialogs/marker_view/marker_view_messages.h"
 
 namespace kx {
 namespace {
 
-constexpr UINT_PTR kControlWatch = 1;
-constexpr UINT_PTR kViewWatch = 2;
 constexpr LPARAM kRepeated = LPARAM{1} << 30;  // of a key that is held down
 
 // What WM_CHAR makes of the two keys.
 constexpr WPARAM kCtrlY = 'Y' - '@';
 constexpr WPARAM kCtrlZ = 'Z' - '@';
 
-HWND PaneOf(DWORD_PTR data) {
-    return reinterpret_cast<HWND>(data);
-}
+struct Watched {
+    WNDPROC original;
+    HWND pane;
+};
+
+// The watched windows of all panes, on the user-interface thread. Looked up for every message of a control,
+// of which the opening of a pane sends thousands: the subclassing of the common controls, which keeps the
+// same in properties of the window, takes as long for it as everything else together.
+std::unordered_map<HWND, Watched> g_watched;
 
 bool IsControlAlone() {
     return GetKeyState(VK_CONTROL) < 0 && GetKeyState(VK_MENU) >= 0;
 }
 
-LRESULT CALLBACK ControlProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
-                             DWORD_PTR data) {
+LRESULT CallOriginal(const Watched& watched, HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    const WNDPROC original = watched.original;
+    if (message == WM_NCDESTROY) {
+        g_watched.erase(window);
+    }
+    return CallWindowProcA(original, window, message, wParam, lParam);
+}
+
+LRESULT CALLBACK ControlProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    const auto found = g_watched.find(window);
+    if (found == g_watched.end()) {
+        return DefWindowProcA(window, message, wParam, lParam);
+    }
     switch (message) {
         case WM_KEYDOWN:
             if ((wParam == 'Z' || wParam == 'Y') && IsControlAlone()) {
-                PostMessageA(PaneOf(data), wParam == 'Z' ? MVN_UNDO : MVN_REDO, 0, 0);
+                PostMessageA(found->second.pane, wParam == 'Z' ? MVN_UNDO : MVN_REDO, 0, 0);
                 return 0;
             }
             break;
@@ -38,39 +52,40 @@ LRESULT CALLBACK ControlProc(HWND window, UINT message, WPARAM wParam, LPARAM lP
                 return 0;  // an edit would undo by it, a button beep
             }
             break;
-        case WM_NCDESTROY:
-            RemoveWindowSubclass(window, ControlProc, id);
-            break;
         default:
             break;
     }
-    return DefSubclassProc(window, message, wParam, lParam);
+    return CallOriginal(found->second, window, message, wParam, lParam);
 }
 
-LRESULT CALLBACK ViewProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
-                          DWORD_PTR data) {
+LRESULT CALLBACK ViewProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    const auto found = g_watched.find(window);
+    if (found == g_watched.end()) {
+        return DefWindowProcA(window, message, wParam, lParam);
+    }
+    const Watched watched = found->second;
     if (message == WM_LBUTTONDOWN || message == WM_LBUTTONDBLCLK ||
         (message == WM_KEYDOWN && (lParam & kRepeated) == 0)) {
-        SendMessageA(PaneOf(data), kMarkerGrasped, 0, 0);
+        SendMessageA(watched.pane, kMarkerGrasped, 0, 0);
     } else if (message == WM_CAPTURECHANGED || message == WM_KEYUP) {
-        PostMessageA(PaneOf(data), kMarkerReleased, 0, 0);
-    } else if (message == WM_NCDESTROY) {
-        RemoveWindowSubclass(window, ViewProc, id);
+        PostMessageA(watched.pane, kMarkerReleased, 0, 0);
     }
-    return DefSubclassProc(window, message, wParam, lParam);
+    return CallOriginal(watched, window, message, wParam, lParam);
+}
+
+void Watch(HWND window, HWND pane, WNDPROC procedure) {
+    const auto original = reinterpret_cast<WNDPROC>(GetWindowLongPtrA(window, GWLP_WNDPROC));
+    // First known, then put in: from its first message on the procedure finds the window.
+    g_watched[window] = {original, pane};
+    SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(procedure));
 }
 
 }  // namespace
 
 void WatchPane(HWND pane, HWND view) {
-    const auto data = reinterpret_cast<DWORD_PTR>(pane);
     for (HWND control = GetWindow(pane, GW_CHILD); control != nullptr;
          control = GetWindow(control, GW_HWNDNEXT)) {
-        if (control == view) {
-            SetWindowSubclass(control, ViewProc, kViewWatch, data);
-        } else {
-            SetWindowSubclass(control, ControlProc, kControlWatch, data);
-        }
+        Watch(control, pane, control == view ? ViewProc : ControlProc);
     }
 }
 
