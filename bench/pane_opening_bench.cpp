@@ -1,0 +1,61 @@
+// Opening panes through the exports, against making the same windows with nobody behind them.
+#include <cstdio>
+
+#include "bench/loaded_library.h"
+#include "bench/ratio.h"
+#include "dialogs/resources/morphology_ids.h"
+#include "dialogs/resources/picture_ids.h"
+#include "dialogs/resources/resource_ids.h"
+// After <windows.h>.
+#include <commctrl.h>
+
+namespace {
+
+using kx::bench::LoadedLibrary;
+
+INT_PTR CALLBACK EmptyProcedure(HWND, UINT message, WPARAM, LPARAM) {
+    return message == WM_INITDIALOG;
+}
+
+struct MorphRow {
+    const char* name;
+    const char* exportName;
+    WORD templateId;
+};
+constexpr MorphRow kMorphRows[] = {
+    {"open_general_morphology", "GENERALMORPHDIALOG", IDD_GENERAL_MORPH},
+    {"open_qrs_morphology", "QRSMORPHDIALOG", IDD_QRS_MORPH},
+    {"open_p_morphology", "PMORPHDIALOG", IDD_P_MORPH},
+    {"open_t_morphology", "TMORPHDIALOG", IDD_T_MORPH},
+};
+
+// The template's windows, the view among them, with a procedure that does nothing.
+bool MeasureMorphology(LoadedLibrary& library) {
+    const kx::bench::LibraryControls controls(library.Module());
+    bool opened = true;
+    for (const MorphRow& row : kMorphRows) {
+        const auto open = library.Find(row.exportName);
+        HWND bare = nullptr;
+        HWND pane = nullptr;
+        const kx::bench::Measured measured = kx::bench::MeasureUndone(
+            [&] {
+                bare = CreateDialogParamA(library.Module(), MAKEINTRESOURCEA(row.templateId),
+                                          library.Parent(), EmptyProcedure, 0);
+                ShowWindow(bare, SW_SHOW);
+            },
+            [&] { LoadedLibrary::Close(bare); }, [&] { pane = library.Open(open); },
+            [&] {
+                opened = opened && bare != nullptr && IsWindowVisible(pane);
+                LoadedLibrary::Close(pane);
+            });
+        kx::bench::PrintLine(row.name, measured, 2.0);
+    }
+    return opened;
+}
+
+}  // namespace
+
+int main() {
+    LoadedLibrary library;
+    return library.IsReady() && MeasureMorphology(library) ? 0 : 1;
+}
