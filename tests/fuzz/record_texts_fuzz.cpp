@@ -1,0 +1,142 @@
+// Any bytes as the record of a host and as what it points to: every text of it ends within its buffer, and
+// reading changes nothing.
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <vector>
+
+#include "lib/dbclient/holter_record.h"
+#include "lib/dbclient/pressure_record.h"
+#include "lib/dbclient/spirometry_record.h"
+#include "lib/dbclient/stress_stage_record.h"
+#include "lib/dbclient/summary_text.h"
+#include "lib/dbclient/test_list_entry.h"
+#include "lib/dbclient/test_record.h"
+#include "lib/dbclient/value_series.h"
+#include "tests/support/plain_locale.h"
+
+namespace {
+
+// Above every code of a field. An input is asked for one code in eight.
+constexpr int kCodesEnd = 760;
+constexpr int kCodeStep = 8;
+
+void Require(bool holds) {
+    if (!holds) {
+        std::abort();
+    }
+}
+
+class OneList final : public kx::ResourceTexts {
+  public:
+    std::size_t LoadText(std::uint32_t, char* buffer, std::size_t size) const override {
+        constexpr char kList[] = "0^...^1^Uomo^2^Donna";
+        Require(size >= sizeof kList);
+        std::memcpy(buffer, kList, sizeof kList);
+        return sizeof kList - 1;
+    }
+};
+
+// The input over and over: a short one reaches every field.
+class Bytes {
+  public:
+    Bytes(const std::uint8_t* data, std::size_t size) : data_(data), size_(size) {}
+
+    void Fill(void* object, std::size_t count) {
+        for (auto* to = static_cast<std::uint8_t*>(object); count > 0; --count, ++at_) {
+            *to++ = data_[at_ % size_];
+        }
+    }
+    template <class T>
+    T Take() {
+        T value;
+        Fill(&value, sizeof value);
+        return value;
+    }
+
+  private:
+    const std::uint8_t* data_;
+    std::size_t size_;
+    std::size_t at_ = 0;
+};
+
+// A record and what its pointers lead to, all of it the host's.
+struct HostTest {
+    explicit HostTest(Bytes& bytes) : points(std::vector{bytes.Take<kx::ValueSeries::Point>()}) {
+        bytes.Fill(&test, offsetof(KxTestRecord, buffer7584));
+        bytes.Fill(&episode, offsetof(KxEpisodeRecord, samples));
+        bytes.Fill(&episode.measurements, sizeof episode.measurements);
+        bytes.Fill(&stage, sizeof stage);
+        bytes.Fill(&reading, sizeof reading);
+        bytes.Fill(&holter, sizeof holter);
+        bytes.Fill(&summary, sizeof summary);
+        bytes.Fill(&spirometry, sizeof spirometry);
+        bytes.Fill(entries, sizeof entries);
+        bytes.Fill(&history.count, sizeof history.count);
+        history.entries = entries;
+        test.episodeCount = bytes.Take<std::uint32_t>();
+        test.episodes[0] = &episode;
+        test.stageCount = test.pressureCount = 1;
+        test.stages[0] = test.currentStage = &stage;
+        test.pressures[0] = test.pressureSummary = &reading;
+        for (void*& series : test.series) {
+            series = &points;
+        }
+        test.holterData = &holter;
+        test.holterSummary = &summary;
+        test.spirometry = &spirometry;
+        test.history = &history;
+    }
+
+    KxTestRecord test{};
+    KxEpisodeRecord episode{};
+    kx::StressStageRecord stage;
+    kx::PressureRecord reading;
+    kx::HolterDataRecord holter;
+    kx::HolterSummaryRecord summary;
+    kx::SpirometryRecord spirometry;
+    KxHistoryEntry entries[kx::kHistoryCapacity];
+    KxHistory history{};
+    kx::ValueSeries points;
+};
+
+void RenderEverything(const kx::TestRecord& test, Bytes& bytes, std::vector<char>& buffer) {
+    const OneList texts;
+    const kx::test::PlainLocale locale;
+    kx::SummaryRequest request(texts, locale);
+    request.timeMs = bytes.Take<std::int32_t>();
+    request.eventClass = bytes.Take<std::uint8_t>();
+    request.eventValue = bytes.Take<std::int32_t>();
+    request.eventHeartRate = bytes.Take<std::int32_t>();
+    request.amplitudeUnit = static_cast<kx::AmplitudeUnit>(bytes.Take<std::uint8_t>() % 4);
+    request.stTimeMs = bytes.Take<std::int32_t>();
+    for (int code = bytes.Take<std::uint8_t>() % kCodeStep - 1; code < kCodesEnd; code += kCodeStep) {
+        kx::FieldText(test, code, buffer.data(), buffer.size(), request);
+        Require(std::memchr(buffer.data(), '\0', buffer.size()) != nullptr);
+    }
+    char text[sizeof test.text332];
+    std::memcpy(text, test.text332, sizeof text);
+    text[sizeof text - 1] = '\0';
+    Require(kx::ExpandPlaceholders(test, text, buffer.data(), buffer.size()));
+    Require(std::memchr(buffer.data(), '\0', buffer.size()) != nullptr);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    if (size == 0) {
+        return 0;
+    }
+    Bytes bytes(data, size);
+    std::vector<char> buffer(1 + bytes.Take<std::uint16_t>() % 700u);
+    const auto host = std::make_unique<HostTest>(bytes);
+    const auto before = std::make_unique<KxTestRecord>(host->test);
+    RenderEverything(*kx::TestRecord::Of(&host->test), bytes, buffer);
+    Require(std::memcmp(before.get(), &host->test, sizeof *before) == 0);
+
+    const auto listed = std::make_unique<kx::TestListEntry>(*kx::TestRecord::Of(&host->test));
+    Require(listed->SameTest(listed.get()) && !listed->IsNewerThan(listed.get()));
+    return 0;
+}
