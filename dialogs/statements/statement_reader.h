@@ -12,8 +12,8 @@ namespace kx {
 //
 // An element without content is a hidden title or statement and takes its place in the order, as one that
 // reads "X" does. What is never closed ends the reading of its kind: a title the file, a statement its
-// section. Of titles and statements only the first 511 bytes are looked at, up to a zero byte. Sections
-// behind the 48th and statements behind the 64th of a section are ignored.
+// section. Of titles and statements only the first 511 bytes are looked at. Sections behind the 48th and
+// statements behind the 64th of a section are ignored.
 class StatementReader final : public HtmlDocument {
   public:
     // log may be null and must outlive the reader.
