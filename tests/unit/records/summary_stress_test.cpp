@@ -51,27 +51,28 @@ class StressText : public testing::Test {
 };
 
 TEST_F(StressText, ThePeakOnATreadmill) {
-    Expect({{12, "150"},
-            {109, "141"},
-            {112, "94 %"},
-            {491, "141 [94 % of THR (150) ]"},
-            {110, "190 / 95"},
-            {141, "26790"},
-            {492, "17"},
-            {111, "12:34"},
-            {108, "14.0 %"},
-            {359, " 3.4 mph"},
-            {495, " 3.4 mph, 14.0 % slope [10.1 METs]"},
-            {100, "4000000000"},
-            {101, "0"},
-            {102, "0"},
-            {16, "Treadmill (Bruce)"},
-            {362, "Elevation (%)"},
-            {364, "Elevation"},
-            {366, "(%)"},
-            {363, "Speed (mph)"},
-            {365, "Speed"},
-            {367, "mph"}});
+    const Row rows[] = {{12, "150"},
+                        {109, "141"},
+                        {112, "94 %"},
+                        {491, "141 [94 % of THR (150) ]"},
+                        {110, "190 / 95"},
+                        {141, "26790"},
+                        {492, "17"},
+                        {111, "12:34"},
+                        {108, "14.0 %"},
+                        {359, " 3.4 mph"},
+                        {495, " 3.4 mph, 14.0 % slope [10.1 METs]"},
+                        {100, "4000000000"},
+                        {101, "0"},
+                        {102, "0"},
+                        {16, "Treadmill (Bruce)"},
+                        {362, "Elevation (%)"},
+                        {364, "Elevation"},
+                        {366, "(%)"},
+                        {363, "Speed (mph)"},
+                        {365, "Speed"},
+                        {367, "mph"}};
+    Expect(rows);
     test.metricSpeed = 1;
     Expect({{359, " 5.5 km/h"}, {363, "Speed (km/h)"}, {367, "km/h"}});
 }
@@ -80,16 +81,17 @@ TEST_F(StressText, ThePeakOnAnErgometer) {
     test.exerciseDevice = 1;
     test.peakSpeed = 6049;
     test.peakGradeOrLoad = 1754;
-    Expect({{108, " 175"},
-            {359, "  60 RPM"},
-            {495, "  60 RPM,  175 W [10.1 METs]"},
-            {16, "Ergometer (Bruce)"},
-            {362, "Load (W)"},
-            {364, "Load"},
-            {366, "(W)"},
-            {363, "Speed (RPM)"},
-            {365, "Speed"},
-            {367, "(RPM)"}});
+    const Row rows[] = {{108, " 175"},
+                        {359, "  60 RPM"},
+                        {495, "  60 RPM,  175 W [10.1 METs]"},
+                        {16, "Ergometer (Bruce)"},
+                        {362, "Load (W)"},
+                        {364, "Load"},
+                        {366, "(W)"},
+                        {363, "Speed (RPM)"},
+                        {365, "Speed"},
+                        {367, "(RPM)"}};
+    Expect(rows);
 }
 
 TEST_F(StressText, WhatIsMissing) {
@@ -124,16 +126,12 @@ TEST_F(StressText, TheCurrentStage) {
     stage->stTimeMs = 245000;
     stage->stLead = KX_LEAD_V5;
     test.SetCurrentStage(std::move(stage));
-    Expect({{86, "112"},
-            {87, "2:59"},
-            {88, "3:00"},
-            {89, " 1.7"},
-            {90, "10.0 %"},
-            {490, " 1.7 mph, 10.0 % slope"},
-            {489, "4.6"},
-            {440, "-1.2 mm @ 4:05 [V5]"},
-            {80, "-1.2 mm"},
-            {81, "4:05"}});
+    const Row rows[] = {{86, "112"},     {87, "2:59"},
+                        {88, "3:00"},    {89, " 1.7"},
+                        {90, "10.0 %"},  {490, " 1.7 mph, 10.0 % slope"},
+                        {489, "4.6"},    {440, "-1.2 mm @ 4:05 [V5]"},
+                        {80, "-1.2 mm"}, {81, "4:05"}};
+    Expect(rows);
     test.Stage(-1)->stLead = 12;
     Expect({{440, "-1.2 mm @ 4:05 [?]"}});
     test.exerciseDevice = 1;
