@@ -5,6 +5,7 @@
 #include <functional>
 #include <map>
 #include <string>
+#include <vector>
 
 #include "suite/kxinterp/rules.h"
 #include "tests/unit/suite/ecg_cases.h"
@@ -42,7 +43,7 @@ void LiftSt(Set& set, int lead, int microvolts) {
         level = Word(microvolts);
     }
 }
-void SetT(Set& set, std::initializer_list<int> leads, int microvolts) {
+void SetT(Set& set, const std::vector<int>& leads, int microvolts) {
     for (const int lead : leads) {
         set.leads[lead].aT1 = Word(microvolts);
     }
@@ -63,6 +64,58 @@ void MakeLeftBlock(Set& s, int ms) {
         s.leads[lead].intrinsicoidDeflection = 70;
         s.leads[lead].qrsOffMarker = Time(400 + ms);
     }
+}
+
+// A deep Q wave, a lifted ST segment, a T wave in each of the leads.
+Change Q(std::vector<int> leads) {
+    return [=](Set& s) {
+        for (const int lead : leads) {
+            SetQrs(s, lead, 300, 800, 0);
+        }
+    };
+}
+Change St(std::vector<int> leads, int microvolts) {
+    return [=](Set& s) {
+        for (const int lead : leads) {
+            LiftSt(s, lead, microvolts);
+        }
+    };
+}
+Change T(std::vector<int> leads, int microvolts) {
+    return [=](Set& s) { SetT(s, leads, microvolts); };
+}
+Change LeftBlock(int ms) {
+    return [=](Set& s) { MakeLeftBlock(s, ms); };
+}
+Change Axis(int degrees) {
+    return [=](Set& s) { s.qrsAxis = Word(degrees); };
+}
+// The small Q and the late peak of aVL that go with an anterior hemiblock.
+void DelayAvl(Set& s) {
+    SetQrs(s, kAvl, 60, 600, 0);
+    s.leads[kAvl].intrinsicoidDeflection = 45;
+}
+void MakeSokolow(Set& s, int depth, int height) {
+    SetQrs(s, kV1, 0, 100, depth);
+    SetQrs(s, kV5, 0, height, 0);
+}
+void MakeStrain(Set& s) {
+    MakeSokolow(s, 1800, 2000);
+    SetT(s, {kV5, kV6}, -200);
+    LiftSt(s, kV5, -60);
+}
+void MakeRightHypertrophy(Set& s) {
+    s.qrsAxis = 110;
+    SetQrs(s, kV1, 0, 800, 200);
+    SetQrs(s, kV6, 0, 500, 300);
+}
+void MakeCornell(Set& s, int avl) {
+    SetQrs(s, kAvl, 0, avl, 0);
+    SetQrs(s, kV3, 0, 900, 2000);
+}
+// One change after another.
+Change Both(Change first, Change second) {
+    return [=](Set& s) { first(s), second(s); };
 }
 
 struct Row {
@@ -102,8 +155,8 @@ TEST(InterpreterRules, JudgeConductionAndAxis) {
             {"right pattern, narrow", [](Set& s) { MakeRightBlock(s, 109); }, 30054, false},
             {"right block without S", [](Set& s) { MakeRightBlock(s, 130), SetQrs(s, kV6, 0, 900, 0); },
              30053, false},
-            {"left block", [](Set& s) { MakeLeftBlock(s, 120); }, 30055, true},
-            {"incomplete left block", [](Set& s) { MakeLeftBlock(s, 119); }, 30057, true},
+            {"left block", LeftBlock(120), 30055, true},
+            {"incomplete left block", LeftBlock(119), 30057, true},
             {"left block with Q", [](Set& s) { MakeLeftBlock(s, 130), s.leads[kV6].aQ = -40; }, 30055, false},
             {"left block, early peak",
              [](Set& s) {
@@ -113,31 +166,19 @@ TEST(InterpreterRules, JudgeConductionAndAxis) {
              30055, false},
             {"broad, no pattern", [](Set& s) { Broaden(s, 120); }, 30059, true},
             {"one lead ends late", [](Set& s) { s.qrsDuration = 140; }, 30059, false},
-            {"axis -31", [](Set& s) { s.qrsAxis = -31; }, 30026, true},
-            {"axis -30", [](Set& s) { s.qrsAxis = -30; }, 30026, false},
-            {"axis 91", [](Set& s) { s.qrsAxis = 91; }, 30027, true},
-            {"axis 90", [](Set& s) { s.qrsAxis = 90; }, 30027, false},
-            {"axis 180", [](Set& s) { s.qrsAxis = 180; }, 30027, true},
-            {"axis -90", [](Set& s) { s.qrsAxis = -90; }, 30028, true},
-            {"axis -179", [](Set& s) { s.qrsAxis = -179; }, 30028, true},
+            {"axis -31", Axis(-31), 30026, true},
+            {"axis -30", Axis(-30), 30026, false},
+            {"axis 91", Axis(91), 30027, true},
+            {"axis 90", Axis(90), 30027, false},
+            {"axis 180", Axis(180), 30027, true},
+            {"axis -90", Axis(-90), 30028, true},
+            {"axis -179", Axis(-179), 30028, true},
             {"balanced leads", [](Set& s) { SetQrs(s, kI, 0, 500, 450), SetQrs(s, kAvf, 0, 400, 400); },
              30029, true},
             {"one balanced lead", [](Set& s) { SetQrs(s, kI, 0, 500, 450); }, 30029, false},
-            {"anterior hemiblock",
-             [](Set& s) {
-                 s.qrsAxis = -45, SetQrs(s, kAvl, 60, 600, 0), s.leads[kAvl].intrinsicoidDeflection = 45;
-             },
-             30061, true},
-            {"axis -44",
-             [](Set& s) {
-                 s.qrsAxis = -44, SetQrs(s, kAvl, 60, 600, 0), s.leads[kAvl].intrinsicoidDeflection = 45;
-             },
-             30061, false},
-            {"its axis is not told twice",
-             [](Set& s) {
-                 s.qrsAxis = -60, SetQrs(s, kAvl, 60, 600, 0), s.leads[kAvl].intrinsicoidDeflection = 45;
-             },
-             30026, false},
+            {"anterior hemiblock", Both(Axis(-45), DelayAvl), 30061, true},
+            {"axis -44", Both(Axis(-44), DelayAvl), 30061, false},
+            {"its axis is not told twice", Both(Axis(-60), DelayAvl), 30026, false},
             {"posterior hemiblock",
              [](Set& s) {
                  s.qrsAxis = 110;
@@ -182,39 +223,18 @@ TEST(InterpreterRules, JudgeChambersAndVoltage) {
             {"both atria", [&](Set& s) { pTerminal(s, 150, 40), s.leads[kII].aP1 = 300; }, 30069, true},
             {"both atria, said once", [&](Set& s) { pTerminal(s, 150, 40), s.leads[kII].aP1 = 300; }, 30067,
              false},
-            {"Sokolow 3500", [](Set& s) { SetQrs(s, kV1, 0, 100, 1500), SetQrs(s, kV5, 0, 2000, 0); }, 30073,
-             true},
-            {"Sokolow 3499", [](Set& s) { SetQrs(s, kV1, 0, 100, 1499), SetQrs(s, kV5, 0, 2000, 0); }, 30073,
-             false},
+            {"Sokolow 3500", [](Set& s) { MakeSokolow(s, 1500, 2000); }, 30073, true},
+            {"Sokolow 3499", [](Set& s) { MakeSokolow(s, 1499, 2000); }, 30073, false},
             {"Sokolow with QS in V1", [](Set& s) { SetQrs(s, kV1, 1500, 0, 0), SetQrs(s, kV6, 0, 2000, 0); },
              30073, true},
-            {"Cornell 2801", [](Set& s) { SetQrs(s, kAvl, 0, 801, 0), SetQrs(s, kV3, 0, 900, 2000); }, 30074,
-             true},
-            {"Cornell 2800", [](Set& s) { SetQrs(s, kAvl, 0, 800, 0), SetQrs(s, kV3, 0, 900, 2000); }, 30074,
-             false},
+            {"Cornell 2801", [](Set& s) { MakeCornell(s, 801); }, 30074, true},
+            {"Cornell 2800", [](Set& s) { MakeCornell(s, 800); }, 30074, false},
             {"in left block", [](Set& s) { MakeLeftBlock(s, 130), SetQrs(s, kV1, 0, 100, 3000); }, 30073,
              false},
-            {"strain",
-             [](Set& s) {
-                 SetQrs(s, kV1, 0, 100, 1800), SetQrs(s, kV5, 0, 2000, 0);
-                 SetT(s, {kV5, kV6}, -200), LiftSt(s, kV5, -60);
-             },
-             30079, true},
-            {"strain is no ischemia",
-             [](Set& s) {
-                 SetQrs(s, kV1, 0, 100, 1800), SetQrs(s, kV5, 0, 2000, 0);
-                 SetT(s, {kV5, kV6}, -200), LiftSt(s, kV5, -60), LiftSt(s, kV6, -60);
-             },
-             30195, false},
-            {"right hypertrophy",
-             [](Set& s) { s.qrsAxis = 110, SetQrs(s, kV1, 0, 800, 200), SetQrs(s, kV6, 0, 500, 300); }, 30081,
-             true},
-            {"both ventricles",
-             [](Set& s) {
-                 s.qrsAxis = 110, SetQrs(s, kV1, 0, 800, 200), SetQrs(s, kV6, 0, 500, 300);
-                 SetQrs(s, kAvl, 0, 1000, 0), SetQrs(s, kV3, 0, 900, 2000);
-             },
-             30083, true},
+            {"strain", MakeStrain, 30079, true},
+            {"strain is no ischemia", Both(MakeStrain, St({kV6}, -60)), 30195, false},
+            {"right hypertrophy", MakeRightHypertrophy, 30081, true},
+            {"both ventricles", [](Set& s) { MakeRightHypertrophy(s), MakeCornell(s, 1000); }, 30083, true},
             {"S1Q3T3",
              [](Set& s) { SetQrs(s, kI, 0, 700, 150), SetQrs(s, kIII, 150, 500, 0), SetT(s, {kIII}, -60); },
              30085, true},
@@ -223,166 +243,50 @@ TEST(InterpreterRules, JudgeChambersAndVoltage) {
 }
 
 TEST(InterpreterRules, JudgeInfarctionAndIschemia) {
-    const auto q = [](Set& s, std::initializer_list<int> leads) {
-        for (const int lead : leads) {
-            SetQrs(s, lead, 300, 800, 0);
-        }
-    };
-    const auto lift = [](Set& s, std::initializer_list<int> leads, int microvolts) {
-        for (const int lead : leads) {
-            LiftSt(s, lead, microvolts);
-        }
-    };
+    const Change shortQ = [](Set& s) { s.leads[kII].rOnMarker = s.leads[kAvf].rOnMarker = 429; };
+    const Change tallR = [](Set& s) { SetQrs(s, kV2, 0, 800, 700), s.leads[kV2].sOnMarker = 440; };
+    const Change tallRs = [&](Set& s) { tallR(s), s.leads[kV1] = s.leads[kV2]; };
+    const Change upwards = [](Set& s) { s.leads[kV5].stLevel[6] = s.leads[kV6].stLevel[6] = -60; };
+    const Change early = Both(St({kV5, kV6}, 110), T({kV5, kV6}, 500));
     CheckRows(
         {
             {"QS in V1 and V2", [](Set& s) { SetQrs(s, kV1, 900, 0, 0), SetQrs(s, kV2, 1400, 0, 0); }, 30087,
              true},
             {"QS in V1 alone", [](Set& s) { SetQrs(s, kV1, 900, 0, 0); }, 30087, false},
-            {"Q in V3 and V4",
-             [&](Set& s) {
-                 q(s, {kV3, kV4});
-             },
-             30088, true},
-            {"Q in V3 to V6",
-             [&](Set& s) {
-                 q(s, {kV3, kV4, kV5, kV6});
-             },
-             30089, true},
-            {"Q in I and aVL",
-             [&](Set& s) {
-                 q(s, {kI, kAvl});
-             },
-             30090, true},
-            {"Q in II and aVF",
-             [&](Set& s) {
-                 q(s, {kII, kAvf});
-             },
-             30091, true},
-            {"Q in III alone", [&](Set& s) { q(s, {kIII}); }, 30091, false},
-            {"Q below and at the side",
-             [&](Set& s) {
-                 q(s, {kII, kAvf, kV5, kV6});
-             },
-             30092, true},
-            {"short Q",
-             [](Set& s) {
-                 for (const int lead : {kII, kAvf}) {
-                     SetQrs(s, lead, 300, 800, 0);
-                     s.leads[lead].rOnMarker = 429;
-                 }
-             },
-             30091, false},
+            {"Q in V3 and V4", Q({kV3, kV4}), 30088, true},
+            {"Q in V3 to V6", Q({kV3, kV4, kV5, kV6}), 30089, true},
+            {"Q in I and aVL", Q({kI, kAvl}), 30090, true},
+            {"Q in II and aVF", Q({kII, kAvf}), 30091, true},
+            {"Q in III alone", Q({kIII}), 30091, false},
+            {"Q below and at the side", Q({kII, kAvf, kV5, kV6}), 30092, true},
+            {"short Q", Both(Q({kII, kAvf}), shortQ), 30091, false},
             {"shallow Q", [](Set& s) { SetQrs(s, kII, 199, 800, 0), SetQrs(s, kAvf, 199, 800, 0); }, 30091,
              false},
-            {"Q in left block",
-             [&](Set& s) {
-                 MakeLeftBlock(s, 130), q(s, {kII, kAvf});
-             },
-             30091, false},
-            {"tall R in V1 and V2",
-             [](Set& s) {
-                 for (const int lead : {kV1, kV2}) {
-                     SetQrs(s, lead, 0, 800, 700);
-                     s.leads[lead].sOnMarker = 440;
-                 }
-             },
-             30220, true},
-            {"tall R in V2", [](Set& s) { SetQrs(s, kV2, 0, 800, 700), s.leads[kV2].sOnMarker = 440; }, 30220,
-             false},
-            {"ST 200 in V2 and V3",
-             [&](Set& s) {
-                 lift(s, {kV2, kV3}, 200);
-             },
-             30190, true},
-            {"ST 199 in V2 and V3",
-             [&](Set& s) {
-                 lift(s, {kV2, kV3}, 199);
-             },
-             30190, false},
-            {"ST 200 in V2 alone", [&](Set& s) { lift(s, {kV2}, 200); }, 30190, false},
-            {"ST 100 in III and aVF",
-             [&](Set& s) {
-                 lift(s, {kIII, kAvf}, 100);
-             },
-             30191, true},
-            {"ST 99 in III and aVF",
-             [&](Set& s) {
-                 lift(s, {kIII, kAvf}, 99);
-             },
-             30191, false},
-            {"ST 150 in I and aVL",
-             [&](Set& s) {
-                 lift(s, {kI, kAvl}, 150);
-             },
-             30193, true},
+            {"Q in left block", Both(LeftBlock(130), Q({kII, kAvf})), 30091, false},
+            {"tall R in V1 and V2", tallRs, 30220, true},
+            {"tall R in V2", tallR, 30220, false},
+            {"ST 200 in V2 and V3", St({kV2, kV3}, 200), 30190, true},
+            {"ST 199 in V2 and V3", St({kV2, kV3}, 199), 30190, false},
+            {"ST 200 in V2 alone", St({kV2}, 200), 30190, false},
+            {"ST 100 in III and aVF", St({kIII, kAvf}, 100), 30191, true},
+            {"ST 99 in III and aVF", St({kIII, kAvf}, 99), 30191, false},
+            {"ST 150 in I and aVL", St({kI, kAvl}, 150), 30193, true},
             {"only the end of the complex",
              [](Set& s) { s.leads[kI].stLevel[0] = s.leads[kAvl].stLevel[0] = 150; }, 30193, false},
-            {"early repolarisation",
-             [&](Set& s) {
-                 lift(s, {kV5, kV6}, 110), SetT(s, {kV5, kV6}, 500);
-             },
-             30197, true},
-            {"then it is no lesion",
-             [&](Set& s) {
-                 lift(s, {kV5, kV6}, 110), SetT(s, {kV5, kV6}, 500);
-             },
-             30193, false},
-            {"with a mirror it is one",
-             [&](Set& s) {
-                 lift(s, {kV5, kV6}, 110), SetT(s, {kV5, kV6}, 500), lift(s, {kIII}, -60);
-             },
-             30193, true},
-            {"ST -50 in V5 and V6",
-             [&](Set& s) {
-                 lift(s, {kV5, kV6}, -50);
-             },
-             30195, true},
-            {"ST -49 in V5 and V6",
-             [&](Set& s) {
-                 lift(s, {kV5, kV6}, -49);
-             },
-             30195, false},
-            {"upsloping",
-             [&](Set& s) {
-                 lift(s, {kV5, kV6}, -90), s.leads[kV5].stLevel[6] = s.leads[kV6].stLevel[6] = -60;
-             },
-             30195, false},
-            {"T in V3 and V4",
-             [](Set& s) {
-                 SetT(s, {kV3, kV4}, -101);
-             },
-             30208, true},
-            {"T in V1 to V3",
-             [](Set& s) {
-                 SetT(s, {kV1, kV2, kV3}, -200);
-             },
-             30208, false},
-            {"T in II and aVF",
-             [](Set& s) {
-                 SetT(s, {kII, kAvf}, -101);
-             },
-             30210, true},
-            {"T -100 in II and aVF",
-             [](Set& s) {
-                 SetT(s, {kII, kAvf}, -100);
-             },
-             30210, false},
-            {"T in V5 and V6",
-             [](Set& s) {
-                 SetT(s, {kV5, kV6}, -150);
-             },
-             30212, true},
-            {"T in left block",
-             [](Set& s) {
-                 MakeLeftBlock(s, 130), SetT(s, {kV5, kV6}, -150);
-             },
-             30212, false},
-            {"flat T",
-             [](Set& s) {
-                 SetT(s, {kV5, kV6}, 90);
-             },
-             30214, true},
-            {"flat T in one lead", [](Set& s) { SetT(s, {kV5}, 90); }, 30214, false},
+            {"early repolarisation", early, 30197, true},
+            {"then it is no lesion", early, 30193, false},
+            {"with a mirror it is one", Both(early, St({kIII}, -60)), 30193, true},
+            {"ST -50 in V5 and V6", St({kV5, kV6}, -50), 30195, true},
+            {"ST -49 in V5 and V6", St({kV5, kV6}, -49), 30195, false},
+            {"upsloping", Both(St({kV5, kV6}, -90), upwards), 30195, false},
+            {"T in V3 and V4", T({kV3, kV4}, -101), 30208, true},
+            {"T in V1 to V3", T({kV1, kV2, kV3}, -200), 30208, false},
+            {"T in II and aVF", T({kII, kAvf}, -101), 30210, true},
+            {"T -100 in II and aVF", T({kII, kAvf}, -100), 30210, false},
+            {"T in V5 and V6", T({kV5, kV6}, -150), 30212, true},
+            {"T in left block", Both(LeftBlock(130), T({kV5, kV6}, -150)), 30212, false},
+            {"flat T", T({kV5, kV6}, 90), 30214, true},
+            {"flat T in one lead", T({kV5}, 90), 30214, false},
             {"QTc 471", [](Set& s) { s.qtc = 471; }, 30076, true},
             {"QTc 470", [](Set& s) { s.qtc = 470; }, 30076, false},
             {"only Bazett", [](Set& s) { s.qtc = 0, s.qtcBazett = 480; }, 30076, true},
@@ -397,6 +301,7 @@ TEST(InterpreterRules, TellTheRhythm) {
     const Change noP = [](Set& s) { s.pDuration = s.prInterval = 0; };
     const Change noPBroad = [&](Set& s) { noP(s), Broaden(s, 130); };
     const Change none = [](Set&) {};
+    const std::vector<std::uint32_t> slow{1100, 1600, 1250, 1900, 1000};
     const std::vector<std::uint32_t> irregular{700, 900, 600, 1100, 800, 650, 950};
     struct Rhythm {
         const char* name;
@@ -414,7 +319,7 @@ TEST(InterpreterRules, TellTheRhythm) {
              Rhythm{"pause", "NNNNNNNN", {800, 800, 800, 2010}, none, {30036, 30041}},
              Rhythm{"fibrillation", "NNNNNNNN", irregular, noP, {30008}},
              Rhythm{"fast fibrillation", "NNNNNNNN", {400, 600, 350, 500, 650, 420}, noP, {30009}},
-             Rhythm{"slow fibrillation", "NNNNNNNN", {1100, 1600, 1250, 1900, 1000}, noP, {30010}},
+             Rhythm{"slow fibrillation", "NNNNNNNN", slow, noP, {30010}},
              Rhythm{"its early beats", "NNNNNNSN", irregular, noP, {30008}},
              Rhythm{"supraventricular tachycardia", "NNNNNNNN", {350}, noP, {30012}},
              Rhythm{"broad tachycardia", "NNNNNNNN", {350}, noPBroad, {30013, 30059}},
@@ -422,11 +327,7 @@ TEST(InterpreterRules, TellTheRhythm) {
              Rhythm{"junctional", "NNNNNNNN", {1200}, noP, {30015}},
              Rhythm{"idioventricular", "NNNNNNNN", {1600}, noPBroad, {30016, 30059}},
              Rhythm{"of unknown origin", "NNNNNNNN", {800}, noP, {30037}},
-             Rhythm{"irregular of unknown origin",
-                    "NNNNNNNN",
-                    {1100, 1600, 1250, 1900, 1000},
-                    noPBroad,
-                    {30038, 30059}},
+             Rhythm{"irregular, of unknown origin", "NNNNNNNN", slow, noPBroad, {30038, 30059}},
              Rhythm{"paced", "PPPPNPPP", {800}, noPBroad, {30048}},
              Rhythm{"some paced", "NPNNNPNN", {800}, none, {30036}},
              Rhythm{"too few beats", "NNN", {800}, noP, {}},

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "tests/unit/collected_reports.h"
+#include "tests/unit/records/text_table.h"
 #include "tests/unit/suite/ecg_cases.h"
 
 namespace {
@@ -17,19 +18,11 @@ using kx::test::CollectedReports;
 using kx::test::NormalEcg;
 using kx::test::SteadyBeats;
 
-class TableTexts final : public kx::ResourceTexts {
-  public:
-    explicit TableTexts(std::map<std::uint32_t, std::string> texts) : texts_(std::move(texts)) {}
-    std::size_t LoadText(std::uint32_t id, char* buffer, std::size_t size) const override {
-        const auto found = texts_.find(id);
-        const std::string text = found == texts_.end() ? "" : found->second.substr(0, size - 1);
-        std::memcpy(buffer, text.c_str(), text.size() + 1);
-        return text.size();
-    }
-
-  private:
-    std::map<std::uint32_t, std::string> texts_;
-};
+kx::test::TextTable TableTexts(const std::map<std::uint32_t, std::string>& texts) {
+    kx::test::TextTable table;
+    table.texts = texts;
+    return table;
+}
 
 const KxAnnotationStore* AsShared(const kx::AnnotationStore& store) {
     return reinterpret_cast<const KxAnnotationStore*>(&store);
@@ -44,12 +37,12 @@ KxMeasurementSet ThreeFindings() {
     return set;
 }
 
-const TableTexts kTexts({{30036, "Sinus rhythm."},
-                         {30042, "AV 1 (PR %d ms)."},
-                         {30026, "Axis %d, 100%% left"},
-                         {30073, "Sokolow-Lyon %d.%d mV %d %s %"},
-                         {30132, "ECG Nomale"},
-                         {30133, "ECG Boderline"}});
+const kx::test::TextTable kTexts = TableTexts({{30036, "Sinus rhythm."},
+                                               {30042, "AV 1 (PR %d ms)."},
+                                               {30026, "Axis %d, 100%% left"},
+                                               {30073, "Sokolow-Lyon %d.%d mV %d %s %"},
+                                               {30132, "ECG Nomale"},
+                                               {30133, "ECG Boderline"}});
 
 TEST(Interpreter, WritesOneStatementALine) {
     const KxMeasurementSet set = ThreeFindings();

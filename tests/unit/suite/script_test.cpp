@@ -5,6 +5,7 @@
 #include <cstring>
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "tests/unit/collected_reports.h"
@@ -89,48 +90,26 @@ TEST(Script, FillsFieldsBracketsAndPlaceholders) {
 }
 
 TEST(Script, ShowsALineWhenItsConditionsHold) {
-    struct Condition {
-        const char* text;
-        bool holds;
-    };
-    for (const Condition& row : {
-             Condition{"?1", true},
-             Condition{"?3", false},
-             Condition{"?7", false},
-             Condition{"?99", false},
-             Condition{"?!3", true},
-             Condition{"?!1", false},
-             Condition{"?10", true},
-             Condition{"?10>0", false},
-             Condition{"?8>100", true},
-             Condition{"?8>101", false},
-             Condition{"?8>=101", true},
-             Condition{"?8<101", false},
-             Condition{"?8<=101", true},
-             Condition{"?8=101", true},
-             Condition{"?8!=101", false},
-             Condition{"?8!=102", true},
-             Condition{"?9<=-1", true},
-             Condition{"?9<=-1.5", true},
-             Condition{"?9>-1.5", false},
-             Condition{"?2=7.50", true},
-             Condition{"?11=Load", true},
-             Condition{"?11=load", false},
-             Condition{"?11!=Elevation", true},
-             Condition{"?1>5", false},
-             Condition{"?3=0", false},
-             Condition{"?3!=0", false},
-             Condition{"?11>Carico", true},
-             Condition{"?1 ?8>100", true},
-             Condition{"?1 ?8<100", false},
-             Condition{"?3 ?1", false},
-         }) {
+    const char* const kHold[] = {
+        "?1",     "?!3",      "?10",     "?8>100",   "?8>=101",        "?8<=101",    "?8=101",   "?8!=102",
+        "?9<=-1", "?9<=-1.5", "?2=7.50", "?11=Load", "?11!=Elevation", "?11>Carico", "?1 ?8>100"};
+    const char* const kDoNot[] = {"?3",     "?7",     "?99",     "?!1",       "?10>0",
+                                  "?8>101", "?8<101", "?8!=101", "?9>-1.5",   "?11=load",
+                                  "?1>5",   "?3=0",   "?3!=0",   "?1 ?8<100", "?3 ?1"};
+    std::vector<std::pair<const char*, bool>> rows;
+    for (const char* condition : kHold) {
+        rows.emplace_back(condition, true);
+    }
+    for (const char* condition : kDoNot) {
+        rows.emplace_back(condition, false);
+    }
+    for (const auto& [condition, holds] : rows) {
         char buffer[64];
         CollectedReports reports;
         ASSERT_TRUE(
-            RunScript(std::string(row.text) + " riga", TableValues(), buffer, sizeof buffer, reports));
-        EXPECT_STREQ(row.holds ? "riga" : "", buffer) << row.text;
-        EXPECT_EQ(std::vector<std::string>(), reports.texts) << row.text;
+            RunScript(std::string(condition) + " riga", TableValues(), buffer, sizeof buffer, reports));
+        EXPECT_STREQ(holds ? "riga" : "", buffer) << condition;
+        EXPECT_EQ(std::vector<std::string>(), reports.texts) << condition;
     }
 }
 

@@ -12,24 +12,17 @@
 #include "suite/kxrender/test_values.h"
 #include "tests/unit/collected_reports.h"
 #include "tests/unit/picture_locale.h"
+#include "tests/unit/records/text_table.h"
 #include "tests/unit/suite/stress_test.h"
 
 namespace {
 
 using kx::TestRecord;
 
-class NoTexts final : public kx::ResourceTexts {
-  public:
-    std::size_t LoadText(std::uint32_t, char* buffer, std::size_t) const override {
-        buffer[0] = '\0';
-        return 0;
-    }
-};
-
 std::string Report(const TestRecord& test) {
     std::ifstream stream(KX_SOURCE_DIR "/suite/kxrender/stress.scr", std::ios::binary);
     const std::string script((std::istreambuf_iterator<char>(stream)), std::istreambuf_iterator<char>());
-    const NoTexts texts;
+    const kx::test::TextTable texts;
     const kx::test::PictureLocale locale = kx::test::Italian();
     kx::SummaryRequest request(texts, locale);
     request.revolutionsPerMinute = "giri/min";
