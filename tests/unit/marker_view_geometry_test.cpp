@@ -105,12 +105,9 @@ TEST(ViewGeometry, ADragGoesToTheBeatsEndsButNotBeyondTheView) {
         std::optional<std::int32_t> target;
     } rows[] = {
         {"inside", narrow, 180, 250},
-        {"left of the beat", narrow, 10, 0},
         {"left of the view", narrow, -50, 0},
-        {"right of the beat", narrow, 390, 599},
         {"right of the view", narrow, 9000, 599},
         {"last column, the beat goes on", wide, 399, std::nullopt},
-        {"behind the view, the beat goes on", wide, 1000, std::nullopt},
         {"first column, the beat goes on", scrolled, 0, std::nullopt},
         {"second column", scrolled, 1, 250},
     };
@@ -131,7 +128,6 @@ TEST(ViewGeometry, AStepIsOneSampleOrWhatAMillisecondTells) {
     } rows[] = {
         {"one sample on", 500, 100, 1, 101},
         {"one sample back", 500, 100, -1, 99},
-        {"10 ms", 500, 100, 5, 105},
         {"first sample but one", 500, 3, -50, 1},
         {"stays above sample 0", 500, 1, -1, 1},
         {"last sample", 500, 599, 1, 599},
@@ -234,11 +230,8 @@ TEST(Readout, ShowsASignWhereverThereIsOne) {
         {0, 0, 0, "0 ms\r\n0 uV\r\n0.00 uV/ms"},
         {400, -1250, 12345, "400 ms\r\n-1250 uV\r\n12.34 uV/ms"},
         {2, 5, -12345, "2 ms\r\n5 uV\r\n-12.34 uV/ms"},
-        {2, 5, 999, "2 ms\r\n5 uV\r\n0.99 uV/ms"},
         {2, 5, -999, "2 ms\r\n5 uV\r\n-0.99 uV/ms"},
-        {2, 5, -10, "2 ms\r\n5 uV\r\n-0.01 uV/ms"},
         {2, 5, -9, "2 ms\r\n5 uV\r\n0.00 uV/ms"},
-        {2, 5, -1005, "2 ms\r\n5 uV\r\n-1.00 uV/ms"},
         {INT32_MAX, INT32_MIN, INT32_MIN, "2147483647 ms\r\n-2147483648 uV\r\n-2147483.64 uV/ms"},
     };
     for (const auto& row : rows) {

@@ -210,9 +210,6 @@ TEST(AnnotationBlock, RebuildsAnyStore) {
     EXPECT_FALSE(store.Append(1, 1)) << "it has no entries";
     EXPECT_EQ(std::nullopt, store.Insert(1, 1));
     EXPECT_EQ(nullptr, store.Serialize());
-    CollectedReports reports;
-    EXPECT_FALSE(store.Read(MakeBlock(1).data(), 88, reports));
-    EXPECT_EQ(Lines{kInvalid}, reports.texts);
 
     Put(block, 4, 0);
     EXPECT_FALSE(store.Rebuild(block.data(), block.size(), false));

@@ -16,7 +16,7 @@ struct Layout {
     std::vector<std::string> names = {"I",  "II", "III", "aVR", "aVL", "aVF",
                                       "V1", "V2", "V3",  "V4",  "V5",  "V6"};
     int format = 16;
-    std::string formatSuffix;      // of the format field: "+24", "x2", ":3"
+    std::string formatSuffix{};    // of the format field: "+24", "x2", ":3"
     std::string gain = "1000/mV";  // of every signal
     std::string rate = "500";
     std::size_t count = 60;      // samples a signal

@@ -22,51 +22,33 @@ Recording Opened(const RecordFolder& folder, const std::string& name, const Read
 
 struct Row {
     const char* name;
-    std::function<void(Layout&)> change;
+    Layout layout;
     double microvoltsPerUnit;
     double baseline;
 };
 
 TEST(WfdbReader, GivesTheSamplesInMicrovoltsWhateverTheLayout) {
+    const std::vector<std::string> odd = {"I",  "II", "III", "aVR", "aVL", "aVF", "V1",
+                                          "V2", "V3", "V4",  "V5",  "V6",  "vx"};
+    const std::vector<std::string> backwards = {"v6",  "V5", "resp", "V4",  "V3",  "V2", "V1",
+                                                "AVF", "vz", "aVL",  "avr", "iii", "II", "I"};
     const Row kRows[] = {
-        {"format 16", [](Layout&) {}, 1, 0},
-        {"format 212", [](Layout& layout) { layout.format = 212; }, 1, 0},
-        {"format 212, an odd number of samples",
-         [](Layout& layout) {
-             layout.format = 212;
-             layout.count = 61;
-             layout.names.push_back("vx");
-         },
-         1, 0},
-        {"24 bytes before the samples",
-         [](Layout& layout) {
-             layout.byteOffset = 24;
-             layout.formatSuffix = "+24";
-         },
-         1, 0},
-        {"2000 units", [](Layout& layout) { layout.gain = "2000"; }, 0.5, 0},
-        {"baseline", [](Layout& layout) { layout.gain = "1716(-6)/mV"; }, 1000.0 / 1716, -6},
-        {"microvolts", [](Layout& layout) { layout.gain = "0.5/uV"; }, 2, 0},
-        {"the micro sign", [](Layout& layout) { layout.gain = "0.5/\xC2\xB5V"; }, 2, 0},
-        {"volts", [](Layout& layout) { layout.gain = "1000000/V"; }, 1, 0},
-        {"no gain stated", [](Layout& layout) { layout.gain = "0"; }, 5, 0},
-        {"a file for every lead", [](Layout& layout) { layout.signalsPerFile = 1; }, 1, 0},
-        {"three files", [](Layout& layout) { layout.signalsPerFile = 5; }, 1, 0},
-        {"lower case",
-         [](Layout& layout) {
-             layout.names = {"i", "ii", "iii", "avr", "avl", "avf", "v1", "v2", "v3", "v4", "v5", "v6"};
-         },
-         1, 0},
-        {"backwards, other signals between",
-         [](Layout& layout) {
-             layout.names = {"V6",  "V5", "resp", "V4",  "V3",  "V2", "V1",
-                             "AVF", "vz", "AVL",  "AVR", "III", "II", "I"};
-         },
-         1, 0},
+        {"format 16", {}, 1, 0},
+        {"format 212", {.format = 212}, 1, 0},
+        {"format 212, an odd number of samples", {.names = odd, .format = 212, .count = 61}, 1, 0},
+        {"24 bytes before the samples", {.formatSuffix = "+24", .byteOffset = 24}, 1, 0},
+        {"2000 units", {.gain = "2000"}, 0.5, 0},
+        {"baseline", {.gain = "1716(-6)/mV"}, 1000.0 / 1716, -6},
+        {"microvolts", {.gain = "0.5/uV"}, 2, 0},
+        {"the micro sign", {.gain = "0.5/\xC2\xB5V"}, 2, 0},
+        {"volts", {.gain = "1000000/V"}, 1, 0},
+        {"no gain stated", {.gain = "0"}, 5, 0},
+        {"a file for every lead", {.signalsPerFile = 1}, 1, 0},
+        {"three files", {.signalsPerFile = 5}, 1, 0},
+        {"backwards in any letter case, other signals between", {.names = backwards}, 1, 0},
     };
     for (const Row& row : kRows) {
-        Layout layout;
-        row.change(layout);
+        const Layout& layout = row.layout;
         const RecordFolder folder;
         folder.Write(layout);
         const Recording recording = Opened(folder, row.name);
@@ -150,110 +132,90 @@ TEST(WfdbReader, BridgesMissingSamplesAndListsThem) {
     }
 }
 
+using Harm = std::function<void(const RecordFolder&)>;
+
 struct Broken {
     const char* name;
-    std::function<void(Layout&)> change;
-    std::function<void(const RecordFolder&)> harm;
+    Layout layout;
+    Harm harm;
     const char* says;
 };
 
 void Nothing(const RecordFolder&) {}
-void Unchanged(Layout&) {}
 
 // In the header, `from` for `to`.
-std::function<void(const RecordFolder&)> InHeader(const std::string& from, const std::string& to) {
+Harm InHeader(const std::string& from, const std::string& to) {
     return [=](const RecordFolder& folder) {
         folder.WriteText("r.hea", Replaced(folder.Text("r.hea"), from, to));
     };
 }
+Harm Cut(const char* file, std::uint64_t size) {
+    return [=](const RecordFolder& folder) { folder.Resize(file, size); };
+}
+Harm Without(const char* file) {
+    return [=](const RecordFolder& folder) { std::filesystem::remove(folder.Header().parent_path() / file); };
+}
+void DamageASample(const RecordFolder& folder) {
+    std::string data = folder.Text("r.dat");
+    data[700] = static_cast<char>(data[700] ^ 0x10);
+    folder.WriteText("r.dat", data);
+}
+// Two samples less of half the leads: their sums stay even with the checksum less one.
+void ShortenHalfTheLeads(const RecordFolder& folder) {
+    std::string text = Replaced(folder.Text("r.hea"), "r 12 500 60", "r 12 500");
+    text = Replaced(text, "r1.dat 16 1000/mV 16 0 0 30", "r1.dat 16 1000/mV 16 0 0 29");
+    folder.WriteText("r.hea", text);
+    folder.Resize("r1.dat", 6 * 2 * 58);
+}
+void MixFiles(const RecordFolder& folder) {
+    const std::string seventh = "16 1000/mV 16 0 " + std::to_string(SampleOf(6, 0));
+    const std::string third = "16 1000/mV 16 0 " + std::to_string(SampleOf(2, 0));
+    std::string text = Replaced(folder.Text("r.hea"), "r1.dat " + seventh, "rx.dat " + seventh);
+    folder.WriteText("r.hea", Replaced(text, "r0.dat " + third, "r1.dat " + third));
+}
+std::int16_t OneAndZero(std::size_t, std::size_t i) {
+    return static_cast<std::int16_t>(i % 2);
+}
+std::int16_t NoFourthLead(std::size_t signal, std::size_t i) {
+    return signal == 3 ? std::int16_t{-32768} : SampleOf(signal, i);
+}
 
 TEST(WfdbReader, OpensNothingOfABrokenRecord) {
+    std::vector<std::string> twice = Layout().names, missing = twice;
+    twice[7] = "v1";
+    missing[7] = "vx";
     const Broken kRows[] = {
-        {"no header", Unchanged, [](const RecordFolder& folder) { std::filesystem::remove(folder.Header()); },
-         "r.hea"},
-        {"empty header", Unchanged, [](const RecordFolder& folder) { folder.Resize("r.hea", 0); },
-         "no record line"},
-        {"cut header", Unchanged, [](const RecordFolder& folder) { folder.Resize("r.hea", 200); }, "r.hea"},
-        {"a header that is a picture", Unchanged,
-         [](const RecordFolder& folder) {
-             folder.WriteFile("r.hea", {0x89, 'P', 'N', 'G', 0, 1, 2});
-         },
-         "r.hea"},
-        {"no signal file", Unchanged,
-         [](const RecordFolder& folder) { std::filesystem::remove(folder.Header().parent_path() / "r.dat"); },
-         "r.dat"},
-        {"one sample short", Unchanged,
-         [](const RecordFolder& folder) { folder.Resize("r.dat", 12 * 60 * 2 - 1); },
-         "holds 59 of the 60 samples"},
-        {"empty signal file", Unchanged, [](const RecordFolder& folder) { folder.Resize("r.dat", 0); },
-         "r.dat"},
-        {"one sample short, 212", [](Layout& layout) { layout.format = 212; },
-         [](const RecordFolder& folder) { folder.Resize("r.dat", 12 * 60 * 3 / 2 - 1); },
-         "samples per signal"},
-        {"offset behind the end", Unchanged, InHeader(" 16 1000", " 16+99999 1000"), "byte offset"},
-        {"lead missing", [](Layout& layout) { layout.names[7] = "vx"; }, Nothing, "lead V2 is missing"},
-        {"lead twice", [](Layout& layout) { layout.names[7] = "v1"; }, Nothing, "lead V1 is there twice"},
-        {"another format", Unchanged, InHeader(" 16 1000", " 80 1000"), "signal format 80 is not read"},
-        {"several samples a frame", [](Layout& layout) { layout.formatSuffix = "x2"; }, Nothing, "per frame"},
-        {"skew", [](Layout& layout) { layout.formatSuffix = ":2"; }, Nothing, "skewed"},
-        {"a pressure", [](Layout& layout) { layout.gain = "10/mmHg"; }, Nothing, "no voltage"},
-        {"a gain of nearly nothing", [](Layout& layout) { layout.gain = "1e-9/mV"; }, Nothing,
-         "out of range"},
-        {"another first sample", Unchanged, InHeader("16 0 -900 ", "16 0 -901 "),
-         "first sample of I is -900"},
-        {"damaged samples", Unchanged,
-         [](const RecordFolder& folder) {
-             std::string data = folder.Text("r.dat");
-             data[700] = static_cast<char>(data[700] ^ 0x10);
-             folder.WriteText("r.dat", data);
-         },
-         "checksum"},
-        {"too long", Unchanged, InHeader("r 12 500 60", "r 12 500 1000001"), "longer than"},
-        {"hours at a low rate",
-         [](Layout& layout) {
-             layout.rate = "50";
-             layout.count = 100'001;
-         },
-         Nothing, "longer than half an hour"},
-        {"a rate too low", [](Layout& layout) { layout.rate = "0.02"; }, Nothing, "sampling rate is too low"},
-        {"longer than its file by far", Unchanged, InHeader("r 12 500 60", "r 12 500 999999"),
-         "holds 60 of the"},
+        {"no header", {}, Without("r.hea"), "r.hea"},
+        {"empty header", {}, Cut("r.hea", 0), "no record line"},
+        {"cut header", {}, Cut("r.hea", 200), "r.hea"},
+        {"no signal file", {}, Without("r.dat"), "r.dat"},
+        {"one sample short", {}, Cut("r.dat", 12 * 60 * 2 - 1), "holds 59 of the 60 samples"},
+        {"empty signal file", {}, Cut("r.dat", 0), "r.dat"},
+        {"one sample short, 212", {.format = 212}, Cut("r.dat", 12 * 60 * 3 / 2 - 1), "samples per signal"},
+        {"offset behind the end", {}, InHeader(" 16 1000", " 16+99999 1000"), "byte offset"},
+        {"lead missing", {.names = missing}, Nothing, "lead V2 is missing"},
+        {"lead twice", {.names = twice}, Nothing, "lead V1 is there twice"},
+        {"another format", {}, InHeader(" 16 1000", " 80 1000"), "signal format 80 is not read"},
+        {"several samples a frame", {.formatSuffix = "x2"}, Nothing, "per frame"},
+        {"skew", {.formatSuffix = ":2"}, Nothing, "skewed"},
+        {"a pressure", {.gain = "10/mmHg"}, Nothing, "no voltage"},
+        {"a gain of nearly nothing", {.gain = "1e-9/mV"}, Nothing, "out of range"},
+        {"another first sample", {}, InHeader("16 0 -900 ", "16 0 -901 "), "first sample of I is -900"},
+        {"damaged samples", {}, DamageASample, "checksum"},
+        {"too long", {}, InHeader("r 12 500 60", "r 12 500 1000001"), "longer than"},
+        {"hours at a low rate", {.rate = "50", .count = 100'001}, Nothing, "longer than half an hour"},
+        {"a rate too low", {.rate = "0.02"}, Nothing, "sampling rate is too low"},
+        {"longer than its file", {}, InHeader("r 12 500 60", "r 12 500 999999"), "holds 60 of the"},
         {"leads of different lengths",
-         [](Layout& layout) {
-             layout.signalsPerFile = 6;
-             layout.sample = [](std::size_t, std::size_t i) { return static_cast<std::int16_t>(i % 2); };
-         },
-         [](const RecordFolder& folder) {
-             // Two samples less of half the leads: their sums stay even with the checksum less one.
-             std::string text = Replaced(folder.Text("r.hea"), "r 12 500 60", "r 12 500");
-             text = Replaced(text, "r1.dat 16 1000/mV 16 0 0 30", "r1.dat 16 1000/mV 16 0 0 29");
-             folder.WriteText("r.hea", text);
-             folder.Resize("r1.dat", 6 * 2 * 58);
-         },
+         {.sample = OneAndZero, .signalsPerFile = 6},
+         ShortenHalfTheLeads,
          "same length"},
-        {"a lead without any value",
-         [](Layout& layout) {
-             layout.sample = [](std::size_t signal, std::size_t i) {
-                 return signal == 3 ? std::int16_t{-32768} : SampleOf(signal, i);
-             };
-         },
-         Nothing, "holds no value"},
-        {"a file's signals apart", [](Layout& layout) { layout.signalsPerFile = 6; },
-         [](const RecordFolder& folder) {
-             std::string text = folder.Text("r.hea");
-             text = Replaced(text, "r1.dat 16 1000/mV 16 0 " + std::to_string(SampleOf(6, 0)),
-                             "rx.dat 16 1000/mV 16 0 " + std::to_string(SampleOf(6, 0)));
-             text = Replaced(text, "r0.dat 16 1000/mV 16 0 " + std::to_string(SampleOf(2, 0)),
-                             "r1.dat 16 1000/mV 16 0 " + std::to_string(SampleOf(2, 0)));
-             folder.WriteText("r.hea", text);
-         },
-         "do not stand together"},
+        {"a lead without any value", {.sample = NoFourthLead}, Nothing, "holds no value"},
+        {"a file's signals apart", {.signalsPerFile = 6}, MixFiles, "do not stand together"},
     };
     for (const Broken& row : kRows) {
-        Layout layout;
-        row.change(layout);
         const RecordFolder folder;
-        folder.Write(layout);
+        folder.Write(row.layout);
         row.harm(folder);
         std::string error;
         EXPECT_FALSE(ReadWfdb(folder.Header(), {}, error)) << row.name;
