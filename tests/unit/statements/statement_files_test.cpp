@@ -61,11 +61,9 @@ TEST(StatementInsertion, PutsTheChosenTextInPlaceOfThePrefix) {
         {"rs", 0, 2, "Ritmo", 5, "Ritmo"},
         {"a rs b", 2, 2, "Ri", 4, "a Ri b"},
         {"a rs b", 2, 2, "", 2, "a  b"},
-        {"", 0, 0, "Ritmo", 5, "Ritmo"},
         {"a rs bcd", 2, 2, "123456789", 11, "a 123456789 bcd"},          // fits exactly
         {"a rs bcd", 2, 2, "1234567890", kx::kNoInsertion, "a rs bcd"},  // one too many
         {"a", 2, 0, "x", kx::kNoInsertion, "a"},
-        {"a", 0, 2, "x", kx::kNoInsertion, "a"},
         {"a", 1, static_cast<std::size_t>(-1), "x", kx::kNoInsertion, "a"},
     };
     for (const auto& row : rows) {
