@@ -51,13 +51,6 @@ int Deletions(const void* object) {
     return -1;
 }
 
-RECT PlaceOf(HWND window) {
-    RECT place{};
-    GetWindowRect(window, &place);
-    MapWindowPoints(nullptr, GetParent(window), reinterpret_cast<POINT*>(&place), 2);
-    return place;
-}
-
 ControlTest::ControlTest()
     : parent_(CreateWindowExA(0, "STATIC", "", WS_POPUP, 10, 10, 600, 400, nullptr, nullptr,
                               GetModuleHandleA(nullptr), nullptr),

@@ -29,25 +29,11 @@ std::size_t SlotOf(Operation operation) {
     return (entry - 1) / sizeof(void*);
 }
 
-inline DWORD StyleOf(HWND window) {
-    return static_cast<DWORD>(GetWindowLongPtrA(window, GWL_STYLE));
-}
-inline DWORD ExtendedStyleOf(HWND window) {
-    return static_cast<DWORD>(GetWindowLongPtrA(window, GWL_EXSTYLE));
-}
-inline std::string ClassOf(HWND window) {
-    char name[64] = {};
-    GetClassNameA(window, name, sizeof name);
-    return name;
-}
 inline std::string TextOf(HWND window) {
     char text[2048] = {};
     GetWindowTextA(window, text, sizeof text);
     return text;
 }
-// The window's place in the client area of its parent.
-RECT PlaceOf(HWND window);
-
 class ControlTest : public testing::Test {
   protected:
     ControlTest();

@@ -78,25 +78,6 @@ TEST_F(ListViewTest, SuppliesItsOperationsInTheSlotsBehindTheWindows) {
     EXPECT_EQ(SlotOf(&ListView::DrawRow), 47u);
 }
 
-TEST_F(ListViewTest, HasTheStylesOfItsForm) {
-    const struct {
-        ListForm form;
-        DWORD style;
-        RECT place;
-        const char* title;
-    } cases[] = {{ListForm::kReport, 0x5001000D, kArea, ""},
-                 {ListForm::kTitled, 0x50010009, kArea, "Elenco"},
-                 {ListForm::kOwnerDrawn, 0x5001040D, {0, 0, 100, 100}, ""}};
-    for (const auto& c : cases) {
-        const ListView list(library_, &parent_, kId, c.form, kArea, "Elenco");
-        EXPECT_EQ(kx::test::ClassOf(list.Handle()), "SysListView32");
-        EXPECT_EQ(kx::test::StyleOf(list.Handle()), c.style);
-        EXPECT_EQ(kx::test::TextOf(list.Handle()), c.title);
-        const RECT place = kx::test::PlaceOf(list.Handle());
-        EXPECT_TRUE(EqualRect(&place, &c.place)) << c.title;
-    }
-}
-
 TEST_F(ListViewTest, ReadsColumnsInPairs) {
     const struct {
         const char* text;
@@ -215,25 +196,6 @@ TEST_F(ListViewTest, DrawsWholeRowsOfItsOwn) {
     EXPECT_FALSE(list.DrawItem(kId, nullptr));
     EXPECT_EQ(list.drawn.size(), 1u);
     ReleaseDC(list.Handle(), item.hDC);
-}
-
-TEST_F(ListViewTest, HasNoImagesWhenOneIsMissing) {
-    ListView list(library_, &parent_, kId, ListForm::kReport, kArea);
-    const std::uint32_t missing[] = {20500, 60000};
-    EXPECT_FALSE(list.SetImages(2, missing));
-    EXPECT_EQ(list.SendMsg(LVM_GETIMAGELIST, LVSIL_SMALL), 0);
-    EXPECT_FALSE(list.SetColumnsFromResource(60000) && list.ColumnCount() > 0);
-}
-
-TEST_F(ListViewTest, DoesNothingWithoutAControl) {
-    NumberList list(library_, &parent_, 4711);
-    EXPECT_EQ(list.Handle(), nullptr);
-    EXPECT_EQ(list.ItemCount(), 0);
-    EXPECT_EQ(list.SelectedRow(), -1);
-    EXPECT_EQ(list.RowData(0), 0);
-    EXPECT_FALSE(list.SetColumns("70^a"));
-    list.SelectRow(3);
-    list.DeleteAllRows();
 }
 
 }  // namespace

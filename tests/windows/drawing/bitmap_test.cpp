@@ -77,13 +77,6 @@ TEST_F(BitmapFile, LoadsMonochromeRowsTheRightWayUp) {
     EXPECT_EQ(reports_.Take(), Lines());
 }
 
-TEST_F(BitmapFile, AMonochromeWidthOf8IsTaken) {
-    Write(File(8, 2, 1, {0x0F, 0, 0, 0, 0xAA, 0, 0, 0}));
-    const Bitmap bitmap = Bitmap::LoadBmpFile(nullptr, path_.c_str(), reports_);
-    ASSERT_TRUE(bitmap);
-    EXPECT_EQ(Bits(bitmap), (Bytes{0xAA, 0, 0x0F, 0}));
-}
-
 TEST_F(BitmapFile, LoadsColoursInTheDepthOfTheScreen) {
     Write(File(2, 2, 24, {1, 2, 3, 4, 5, 6, 0, 0, 7, 8, 9, 10, 11, 12, 0, 0}));
     const Bitmap bitmap = Bitmap::LoadBmpFile(&module_, path_.c_str(), reports_);
@@ -137,14 +130,6 @@ TEST_F(BitmapFile, SavesWhatItLoadsAgain) {
     EXPECT_EQ(reports_.Take(), Lines());
 }
 
-TEST_F(BitmapFile, SavesAColouredBitmapBottomUp) {
-    Bitmap bitmap;
-    const Bytes pixels = {1, 2, 3, 0, 4, 5, 6, 0, 7, 8, 9, 0, 10, 11, 12, 0};
-    ASSERT_TRUE(bitmap.Create(2, 2, 1, 32, pixels.data()));
-    EXPECT_TRUE(bitmap.SaveBmpFile(path_.c_str(), reports_));
-    EXPECT_EQ(Read(), File(2, 2, 32, {7, 8, 9, 0, 10, 11, 12, 0, 1, 2, 3, 0, 4, 5, 6, 0}));
-}
-
 TEST_F(BitmapFile, WhatCannotBeSavedIsReported) {
     EXPECT_FALSE(Bitmap().SaveBmpFile(path_.c_str(), reports_));
     EXPECT_EQ(reports_.Take(), Lines{kSource + "355 Invalid hbm"});
@@ -188,42 +173,6 @@ TEST(Bitmap, HatchesRepeatTheirPatternAtAScale) {
         EXPECT_EQ(at(0), row.row) << row.pattern << " at " << row.scale;
         EXPECT_EQ(at(row.side / 16), row.below) << row.pattern << " at " << row.scale;
     }
-}
-
-TEST(Bitmap, MakesSectionsOfEveryDepth) {
-    for (const int bits : {1, 4, 8, 16, 24, 32}) {
-        Bitmap bitmap;
-        ASSERT_TRUE(bitmap.CreateDibSection(10, 6, static_cast<WORD>(bits))) << bits;
-        EXPECT_EQ(bitmap.BitsPerPixel(), bits);
-        EXPECT_EQ(bitmap.Width(), 10);
-        EXPECT_EQ(bitmap.Height(), 6);
-    }
-    Bitmap bitmap;
-    EXPECT_FALSE(bitmap.CreateDibSection(0, 6, 32));
-    EXPECT_FALSE(bitmap.CreateDibSection(10, 6, 7));
-}
-
-TEST(Bitmap, ReadsItsPixelsBottomUp) {
-    Bitmap bitmap;
-    const unsigned char rows[] = {0xAA, 0, 0x55, 0};
-    bitmap.Create(8, 2, 1, 1, rows);
-    const kx::MemoryContext memory;
-    const auto bits = bitmap.GetDibBits(memory);
-    ASSERT_NE(bits, nullptr);
-    EXPECT_EQ(bits[0], std::byte{0x55});
-    EXPECT_EQ(bits[4], std::byte{0xAA});
-}
-
-TEST(Bitmap, NoBitmapHasNoSizeAndNoBits) {
-    const Bitmap none;
-    const kx::MemoryContext memory;
-    char byte = 0;
-    EXPECT_EQ(none.Width(), 0);
-    EXPECT_EQ(none.Height(), 0);
-    EXPECT_EQ(none.WidthBytes(), 0);
-    EXPECT_EQ(none.BitsPerPixel(), 0);
-    EXPECT_EQ(none.GetBits(&byte, 1), 0);
-    EXPECT_EQ(none.GetDibBits(memory), nullptr);
 }
 
 }  // namespace

@@ -126,31 +126,6 @@ TEST(PlotGrid, TheFrameCoversTheEdges) {
     EXPECT_EQ(paper.Pixel(50, 100), kPaper);
 }
 
-TEST(PlotGrid, NoPixelIsLeftOut) {
-    // Sizes around a cell and its half, where no cell, one or overlapping ones fit.
-    for (const int width : {1, 5, 9, 10, 19, 25, 28, 29, 31, 60}) {
-        Paper paper(96, width, 70 - width);
-        paper.Lock();
-        for (int y = 0; y < 71 - width; ++y) {
-            for (int x = 0; x < paper.Size().cx; ++x) {
-                const COLORREF colour = paper.Pixel(x, y);
-                ASSERT_TRUE(colour == kPaper || colour == kMajor || colour == kFrame)
-                    << width << ": " << x << ' ' << y;
-            }
-        }
-    }
-}
-
-TEST(PlotGrid, SelectingMapsThousandthsOfAnInch) {
-    Paper paper(96, 192, 96);
-    MemoryContext& memory = paper.Lock();
-    EXPECT_EQ(memory.ScaleX(1000), 96);
-    EXPECT_EQ(memory.ScaleY(-500), -48);
-    PlotGrid::Unlock(memory);
-    EXPECT_EQ(memory.ScaleX(1000), 1000);
-    EXPECT_EQ(paper.Size().cx, 1);
-}
-
 TEST(PlotGrid, WhatCannotBeMadeIsReportedOnce) {
     const struct {
         const char* name;
