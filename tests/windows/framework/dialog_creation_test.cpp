@@ -94,33 +94,6 @@ TEST(ModelessDialog, NeedsAParentAndATemplate) {
     }
 }
 
-TEST(ModelessDialog, FromMemory) {
-    HostFrame frame;
-    TestDialog pane(ThisLibrary(), &frame, nullptr, nullptr);
-    pane.CreateModelessPane(&pane);
-    ASSERT_TRUE(pane.IsValid());
-    EXPECT_EQ(pane.Id(), 1u);
-    EXPECT_EQ(StyleOf(pane), kPaneStyle);
-    EXPECT_EQ(ExtendedStyleOf(pane), 0x10000u);
-    // 1000 by 100 dialog units, in the font of the resources' dialogs.
-    RECT units{0, 0, 1000, 100};
-    RECT client{};
-    TestDialog fromResource(ThisLibrary(), &frame, nullptr, nullptr);
-    fromResource.CreateModeless(IDD_PLAIN_CHILD, &fromResource);
-    MapDialogRect(fromResource.Handle(), &units);
-    pane.GetClientRect(client);
-    EXPECT_EQ(client.right, units.right);
-    EXPECT_EQ(client.bottom, units.bottom);
-
-    TestDialog popup(ThisLibrary(), &frame, nullptr, nullptr);
-    ASSERT_TRUE(popup.CreateModelessPopup(&popup));
-    EXPECT_EQ(popup.Id(), 1u);
-    // The system gives every dialog that is no child WS_POPUP's companions and edges of its own.
-    EXPECT_EQ(StyleOf(popup) & 0x120F004C, 0x120F004Cu);
-    EXPECT_EQ(StyleOf(popup) & WS_CHILD, 0u);
-    EXPECT_EQ(GetWindow(popup.Handle(), GW_OWNER), frame.Handle());
-}
-
 TEST(ModalDialog, ReturnsWhatEndsIt) {
     HostFrame frame;
     const struct {

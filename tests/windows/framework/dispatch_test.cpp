@@ -16,10 +16,8 @@ using kx::Window;
 using kx::WindowClass;
 using kx::test::RecordingWindow;
 using kx::test::ThisLibrary;
-using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
-using testing::Not;
 
 constexpr LRESULT kValue = 77;
 
@@ -100,20 +98,6 @@ TEST_F(Dispatch, EveryMessageReachesItsHandlerAndReturnsItsResult) {
             } else {
                 EXPECT_THAT(calls, ElementsAre(row.call));
             }
-        }
-    }
-}
-
-TEST_F(Dispatch, AHandledPositionChangeSendsNoSize) {
-    for (const bool handled : {false, true}) {
-        window_.handled = handled;
-        window_.MoveTo(10, 10, handled ? 310 : 320, 210);
-        const auto calls = window_.TakeCalls();
-        EXPECT_THAT(calls, Contains(testing::StartsWith("OnWindowPosChanged")));
-        if (handled) {
-            EXPECT_THAT(calls, Not(Contains(testing::StartsWith("OnSize"))));
-        } else {
-            EXPECT_THAT(calls, Contains(testing::StartsWith("OnSize 0")));
         }
     }
 }

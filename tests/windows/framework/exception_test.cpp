@@ -25,12 +25,7 @@ class ThrowingDialog final : public Dialog {
         return true;
     }
     INT_PTR OnDialogCommand(WPARAM) override { throw 5; }
-    void OnTimer(UINT_PTR) override {
-        ticks++;
-        throw std::runtime_error("tick");
-    }
     bool throwsAtInit = false;
-    int ticks = 0;
 };
 
 class ThrowingClass final : public WindowClass {
@@ -54,7 +49,6 @@ namespace {
 using namespace kx::test;
 using kx::Window;
 using kx::WindowClass;
-using testing::Contains;
 using testing::Each;
 using testing::ElementsAre;
 using testing::SizeIs;
@@ -122,22 +116,6 @@ TEST(Exceptions, OfADialogAreReportedThroughItsServices) {
     EXPECT_EQ(failing.RunModal(IDD_MODAL, &failing), 0);
     EXPECT_THAT(services.TakeLog(),
                 ElementsAre("LOGEXCEPTION \"ThrowingDialog\"", "LOGEXCEPTION \"ThrowingDialog\""));
-}
-
-TEST(Exceptions, OfATimerAreReportedByAnyClassThatCan) {
-    LoggedServices services;
-    WindowClass windowClass(&ThisLibrary(), "KxFramework", 0, 0, services);
-    HostFrame frame;
-    ThrowingDialog dialog(ThisLibrary(), &frame, nullptr, nullptr);
-    dialog.CreateModeless(IDD_PANE, &dialog);
-    ASSERT_TRUE(dialog.StartTimer(10));
-    for (int i = 0; i < 200 && dialog.ticks == 0; ++i) {
-        Sleep(10);
-        PumpMessages();
-    }
-    dialog.StopTimer();
-    EXPECT_GT(dialog.ticks, 0);
-    EXPECT_THAT(services.TakeLog(), Contains("LOGEXCEPTION \"ThrowingDialog\""));
 }
 
 TEST(Exceptions, NameTheClassInEitherFormOfATypesName) {

@@ -90,18 +90,6 @@ TEST_F(Operations, TextAndNumbers) {
     EXPECT_EQ(child_.GetNumberText(), 12) << "only the first 64 characters count";
 }
 
-TEST_F(Operations, HotKeys) {
-    const ATOM atom = frame_.RegisterHotKey("KxFrameworkHotKey", MOD_CONTROL | MOD_ALT, VK_F9);
-    ASSERT_NE(atom, 0);
-    EXPECT_EQ(GlobalFindAtomA("KxFrameworkHotKey"), atom);
-    EXPECT_EQ(frame_.RegisterHotKey("KxFrameworkOther", MOD_CONTROL | MOD_ALT, VK_F9), 0)
-        << "the key is taken";
-    EXPECT_EQ(GlobalFindAtomA("KxFrameworkOther"), 0) << "its name is not kept";
-    EXPECT_TRUE(frame_.UnregisterHotKey(atom));
-    EXPECT_EQ(GlobalFindAtomA("KxFrameworkHotKey"), 0);
-    EXPECT_FALSE(frame_.UnregisterHotKey(0));
-}
-
 class TickingWindow final : public Window {
   public:
     using Window::Window;

@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "lib/modules/database_records.h"
-#include "suite/kxsys/kxsys.h"
 #include "tests/windows/modules/spy.h"
 
 namespace {
@@ -84,38 +83,6 @@ TEST_F(DatabaseInAFolder, WritesNoMoreThanItsCapacity) {
     EXPECT_STREQ("M1999", physicians[0].lastName);
     EXPECT_EQ(0u, physList_(2000, physicians.data(), 1024));
     EXPECT_EQ(0u, techList_(nullptr, 1024));
-}
-
-void KXSYS_CALL Hear(void* context, const char* line) {
-    static_cast<std::vector<std::string>*>(context)->push_back(line);
-}
-
-TEST_F(DatabaseInAFolder, ReportsABrokenLineOnceToTheSuitesLog) {
-    const HMODULE services = LoadLibraryW((ProductFolder() / "kxsys.dll").c_str());
-    const auto setListener = kxtest::FindExport<decltype(&SETLISTENER)>(services, "SETLISTENER");
-    ASSERT_NE(nullptr, setListener);
-    std::vector<std::string> lines;
-    setListener(Hear, &lines);
-    Write("tecnico;Bassi\n\nportiere;Forti\n");
-    EXPECT_EQ(1u, Technicians());
-    EXPECT_EQ(1u, Technicians());
-    setListener(nullptr, nullptr);
-    FreeLibrary(services);
-    ASSERT_EQ(1u, lines.size());
-    EXPECT_NE(std::string::npos,
-              lines[0].find("Programma\truolo sconosciuto, riga ignorata (staff.csv, riga 3)"))
-        << lines[0];
-}
-
-TEST(Database, ShipsAnExampleWithAccents) {
-    const HMODULE module = LoadLibraryW((ProductFolder() / "kxdb.dll").c_str());
-    ASSERT_NE(nullptr, module);
-    const auto physList = kxtest::FindExport<PhysList>(module, "PHYS_LIST");
-    std::vector<kx::PhysicianRecord> physicians(8);
-    ASSERT_GE(physList(0, physicians.data(), 8), 2u);
-    EXPECT_STREQ("Giosu\xE8", physicians[0].firstName);
-    EXPECT_STREQ("Cardiologo", physicians[0].title);
-    FreeLibrary(module);
 }
 
 }  // namespace

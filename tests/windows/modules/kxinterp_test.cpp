@@ -3,10 +3,7 @@
 #include <windows.h>
 
 #include <filesystem>
-#include <string>
-#include <vector>
 
-#include "suite/kxsys/kxsys.h"
 #include "tests/unit/suite/ecg_cases.h"
 #include "tests/windows/modules/spy.h"
 
@@ -20,10 +17,6 @@ HMODULE LoadProduct(const wchar_t* name) {
     GetModuleFileNameW(nullptr, path, MAX_PATH);
     const auto file = std::filesystem::path(path).parent_path() / ".." / ".." / "bin" / name;
     return LoadLibraryW(file.lexically_normal().c_str());
-}
-
-void KXSYS_CALL Hear(void* context, const char* line) {
-    static_cast<std::vector<std::string>*>(context)->push_back(line);
 }
 
 class InterpreterModule : public testing::Test {
@@ -57,21 +50,6 @@ TEST_F(InterpreterModule, SpeaksTheLibrarysOwnStatements) {
         result_.text);
     EXPECT_EQ(0u, interpret_(nullptr, &result_, nullptr, 0, 0, 0));
     FreeLibrary(library);
-}
-
-TEST_F(InterpreterModule, FailsAndSaysSoWithoutThem) {
-    ASSERT_EQ(nullptr, GetModuleHandleW(L"kxdialogs.dll"));
-    const HMODULE services = LoadProduct(L"kxsys.dll");
-    const auto setListener = kxtest::FindExport<decltype(&SETLISTENER)>(services, "SETLISTENER");
-    std::vector<std::string> lines;
-    setListener(Hear, &lines);
-    const KxMeasurementSet set = kx::test::NormalEcg();
-    EXPECT_EQ(0u, interpret_(&set, &result_, nullptr, 0, 0, 0));
-    setListener(nullptr, nullptr);
-    FreeLibrary(services);
-    EXPECT_STREQ("", result_.text);
-    ASSERT_EQ(1u, lines.size());
-    EXPECT_NE(std::string::npos, lines[0].find("kxdialogs.dll")) << lines[0];
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// The system services as a host uses them: the log beside the module, the listener, the boxes.
+// The system services as a host uses them: the log beside the module and the listener.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -9,7 +9,6 @@
 #include <iterator>
 #include <regex>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "suite/kxsys/kxsys.h"
@@ -120,16 +119,6 @@ TEST_F(KxSys, WritesEachReportAsOneLineAndTellsTheListener) {
     }
 }
 
-TEST_F(KxSys, TheLogOnlyGrows) {
-    CALL(LOGINFORMATION, "first");
-    CALL(LIBSTOP);
-    CALL(LIBSTART);
-    CALL(LOGINFORMATION, "second");
-    ASSERT_EQ(Logged().size(), 2u);
-    EXPECT_EQ(Report(Logged()[0]), "Informazione\tfirst");
-    EXPECT_EQ(Report(Logged()[1]), "Informazione\tsecond");
-}
-
 TEST_F(KxSys, ALogThatCannotBeWrittenStopsNothing) {
     fs::create_directory(LogFile());
     EXPECT_EQ(CALL(LOGINFORMATION, "heard"), 1u);
@@ -162,119 +151,6 @@ TEST_F(KxSys, BadTextsAreTakenAsFarAsTheyCanBeRead) {
         EXPECT_EQ(Logged().back(), heard_.at(0));
     }
     VirtualFree(pages, 0, MEM_RELEASE);
-}
-
-TEST_F(KxSys, AReportKeepsTheLastErrorOfItsCaller) {
-    fs::create_directory(LogFile());
-    SetLastError(4711);
-    CALL(LOGSYSTEMERROR, "x");
-    EXPECT_EQ(GetLastError(), 4711u);
-}
-
-struct Echo {
-    decltype(&LOGINFORMATION) report;
-    int calls;
-};
-
-void KXSYS_CALL EchoOnce(void* context, const char*) {
-    auto& echo = *static_cast<Echo*>(context);
-    if (++echo.calls == 1) {
-        echo.report("echo");
-    }
-}
-
-TEST_F(KxSys, AListenerMayReport) {
-    Echo echo = {Find<decltype(&LOGINFORMATION)>("LOGINFORMATION"), 0};
-    CALL(SETLISTENER, &EchoOnce, &echo);
-    CALL(LOGINFORMATION, "first");
-    EXPECT_EQ(echo.calls, 2);
-    EXPECT_EQ(Logged().size(), 2u);
-}
-
-// What a box showed, and which window it stood over.
-struct BoxSeen {
-    std::wstring title, text;
-    HWND owner = nullptr;
-    int defaultButton = 0;
-};
-
-BOOL CALLBACK FindBox(HWND window, LPARAM found) {
-    wchar_t name[16] = {};
-    GetClassNameW(window, name, static_cast<int>(std::size(name)));
-    if (std::wstring(name) != L"#32770" || !IsWindowVisible(window)) {
-        return TRUE;
-    }
-    *reinterpret_cast<HWND*>(found) = window;
-    return FALSE;
-}
-
-// Waits for the box of the thread that begins it, notes it and presses the button.
-BoxSeen Answer(DWORD thread, int button) {
-    BoxSeen seen;
-    HWND box = nullptr;
-    for (int i = 0; i < 500 && box == nullptr; ++i) {
-        Sleep(10);
-        EnumThreadWindows(thread, &FindBox, reinterpret_cast<LPARAM>(&box));
-    }
-    if (box == nullptr) {
-        return seen;
-    }
-    wchar_t text[256] = {};
-    GetWindowTextW(box, text, 256);
-    seen.title = text;
-    constexpr int kTextOfABox = 0xFFFF;
-    SendDlgItemMessageW(box, kTextOfABox, WM_GETTEXT, 256, reinterpret_cast<LPARAM>(text));
-    seen.text = text;
-    seen.owner = GetWindow(box, GW_OWNER);
-    GUITHREADINFO state = {};
-    state.cbSize = sizeof state;
-    GetGUIThreadInfo(thread, &state);
-    seen.defaultButton = GetDlgCtrlID(state.hwndFocus);
-    PostMessageW(box, WM_COMMAND, static_cast<WPARAM>(button), 0);
-    return seen;
-}
-
-TEST_F(KxSys, ShowsItsBoxesOverTheOwnersWindow) {
-    HWND const window = CreateWindowW(L"STATIC", L"host", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 300, 200,
-                                      nullptr, nullptr, nullptr, nullptr);
-    // A window object: operations, then the handle.
-    const std::uint32_t object[2] = {0xDEADBEEF, reinterpret_cast<std::uint32_t>(window)};
-    const std::uint32_t stale[2] = {0xDEADBEEF, 0x12345678};
-    const struct {
-        const char* what;
-        std::function<std::uint32_t()> call;
-        int button;
-        const wchar_t* title;
-        HWND owner;
-        int defaultButton;
-        std::uint32_t result;
-    } rows[] = {
-        {"system error", [&] { return CALL(SHOWSYSTEMERROR, object, "perch\xE9"); }, IDOK,
-         L"Errore di sistema", window, IDOK, 1},
-        {"no owner", [&] { return CALL(SHOWINFORMATION, nullptr, "perch\xE9"); }, IDOK, L"Informazione",
-         nullptr, IDOK, 1},
-        {"yes", [&] { return CALL(INQUIRE, object, "perch\xE9", 0); }, IDYES, L"Domanda", window, IDNO, 1},
-        {"no, stale owner", [&] { return CALL(INQUIRE, stale, "perch\xE9", 1); }, IDNO, L"Domanda", nullptr,
-         IDYES, 0},
-    };
-    const DWORD self = GetCurrentThreadId();
-    for (const auto& row : rows) {
-        BoxSeen seen;
-        std::thread user([&] { seen = Answer(self, row.button); });
-        EXPECT_EQ(row.call(), row.result) << row.what;
-        user.join();
-        EXPECT_EQ(seen.title, row.title) << row.what;
-        EXPECT_EQ(seen.text, L"perch\u00E9") << row.what;
-        EXPECT_EQ(seen.owner, row.owner) << row.what;
-        EXPECT_EQ(seen.defaultButton, row.defaultButton) << row.what;
-    }
-    DestroyWindow(window);
-}
-
-TEST_F(KxSys, BatchModeIsAnsweredWithTheOneBefore) {
-    EXPECT_EQ(CALL(SETBATCHMODE, 5), 0u);
-    EXPECT_EQ(CALL(SETBATCHMODE, 0), 1u);
-    EXPECT_EQ(CALL(SETBATCHMODE, 0), 0u);
 }
 
 }  // namespace

@@ -23,7 +23,6 @@ class Binding : public kx::ModuleBinder {
     explicit Binding(const char* fileName) : ModuleBinder(fileName, kx::kMinimumModuleVersion) {}
     using ModuleBinder::Call;
     using ModuleBinder::CallOrReport;
-    using ModuleBinder::RecordError;
 };
 
 TEST(ModuleBinder, StartsAndStopsOnceAndUnloads) {
@@ -54,22 +53,6 @@ TEST(ModuleBinder, RefusesAnOldModuleWithoutTouchingIt) {
         EXPECT_STREQ(binding.ErrorText(), "");
     }
     EXPECT_EQ(spy.Calls(), "") << "neither LIBSTART nor LIBSTOP may be called";
-}
-
-TEST(ModuleBinder, LeavesARefusedModuleMapped) {
-    { const Binding binding("kxold.dll"); }
-    HMODULE const module = GetModuleHandleA("kxold.dll");
-    ASSERT_NE(module, nullptr);
-    FreeLibrary(module);
-}
-
-TEST(ModuleBinder, CountsAMissingVersionRecordAsVersionZero) {
-    const Spy spy("kxbare.dll");
-    {
-        Binding binding("kxbare.dll");
-        EXPECT_STREQ(binding.ErrorText(), "kxbare.dll V = 0, (V40006)");
-    }
-    EXPECT_EQ(spy.Calls(), "");
 }
 
 TEST(ModuleBinder, NamesAMissingFile) {
@@ -109,52 +92,6 @@ TEST(ModuleBinder, AMissingExportStopsEveryCallUntilItIsReported) {
     EXPECT_THAT(reports.texts, ElementsAre("system: " + text));
     EXPECT_EQ(binding.Call("LOGEXCEPTION", "x"), 77u);
     EXPECT_EQ(spy.Calls(), "LOGEXCEPTION(x);");
-}
-
-TEST(ModuleBinder, StopsAModuleWhoseBindingFailedLater) {
-    const Spy spy("kxsys.dll");
-    {
-        Binding binding("kxsys.dll");
-        binding.Call("NOSUCHEXPORT");
-    }
-    EXPECT_EQ(spy.Calls(), "LIBSTART();LIBSTOP();");
-}
-
-TEST(ModuleBinder, AModuleWithoutStartIsAFailedBindingThatCanBeUsedOnceReported) {
-    const Spy spy("kxmute.dll");
-    Binding binding("kxmute.dll");
-    EXPECT_THAT(binding.ErrorText(), EndsWith(" (LIBSTART)"));
-    Reports reports;
-    binding.ReportError(reports);
-    EXPECT_NE(binding.GetProc("SPYCALLS"), nullptr);
-}
-
-TEST(ModuleBinder, AFailureWithoutAnErrorCodeLeavesTheBindingUsable) {
-    const Spy spy("kxsys.dll", 5);
-    Binding binding("kxsys.dll");
-    SetLastError(0);
-    binding.RecordError("ANYTHING");
-    EXPECT_STREQ(binding.ErrorText(), "");
-    spy.Reset(5);
-    EXPECT_EQ(binding.Call("LOGEXCEPTION", "x"), 5u);
-}
-
-TEST(ModuleBinder, AnErrorCodeTheSystemHasNoMessageForIsShownAsANumber) {
-    Binding binding("kxsys.dll");
-    SetLastError(0x20000001);
-    binding.RecordError("ANYTHING");
-    EXPECT_STREQ(binding.ErrorText(), "LE: 536870913 (ANYTHING)");
-}
-
-TEST(ModuleBinder, ReportsTheLastSystemErrorWhenNothingIsStored) {
-    Binding binding("kxsys.dll");
-    Reports reports;
-    SetLastError(0);
-    binding.ReportError(reports);
-    EXPECT_THAT(reports.texts, IsEmpty());
-    SetLastError(0x20000001);
-    binding.ReportError(reports);
-    EXPECT_THAT(reports.texts, ElementsAre("system: E = 536870913"));
 }
 
 TEST(ModuleBinder, AnExportThatReportsItsAbsenceIsReportedOnce) {

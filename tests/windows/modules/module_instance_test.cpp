@@ -1,6 +1,5 @@
 #include "lib/modules/module_instance.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -9,14 +8,8 @@
 #include <string>
 
 #include "lib/modules/version_info.h"
-#include "tests/windows/modules/spy.h"
 
 namespace {
-
-using kxtest::Reports;
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::SizeIs;
 
 class Resources : public testing::Test {
   protected:
@@ -51,33 +44,6 @@ TEST_F(Resources, TextsAreCutAndAlwaysTerminated) {
     EXPECT_EQ(untouched, '#');
 }
 
-TEST_F(Resources, EveryKindIsFound) {
-    std::size_t size = 0;
-    const void* raw = module_.LoadRaw(200, MAKEINTRESOURCEA(10), size);
-    ASSERT_NE(raw, nullptr);
-    EXPECT_EQ(std::string(static_cast<const char*>(raw), size), "raw bytes");
-
-    EXPECT_NE(module_.LoadIconById(201), nullptr);
-    HANDLE const image = module_.LoadImageById(201, IMAGE_ICON, 16, 16, 0);
-    EXPECT_TRUE(DestroyIcon(static_cast<HICON>(image)));
-    HMENU const menu = module_.LoadMenuById(202);
-    EXPECT_EQ(GetMenuItemCount(menu), 2);
-    DestroyMenu(menu);
-    EXPECT_EQ(CopyAcceleratorTableA(module_.LoadAcceleratorsById(203), nullptr, 0), 3);
-}
-
-TEST_F(Resources, WhatIsMissingIsNull) {
-    std::size_t size = 5;
-    EXPECT_EQ(module_.LoadRaw(999, MAKEINTRESOURCEA(10), size), nullptr);
-    EXPECT_EQ(size, 0u);
-    EXPECT_EQ(module_.LoadIconById(999), nullptr);
-    EXPECT_EQ(module_.LoadCursorById(999), nullptr);
-    EXPECT_EQ(module_.LoadMenuById(999), nullptr);
-    EXPECT_EQ(module_.LoadAcceleratorsById(999), nullptr);
-    EXPECT_EQ(module_.LoadImageById(999, IMAGE_ICON, 0, 0, 0), nullptr);
-    EXPECT_EQ(module_.GetProc("NOSUCHEXPORT"), nullptr);
-}
-
 TEST(ModuleInstance, WithoutAModuleFindsNothingInTheProgramItself) {
     const kx::ModuleInstance none;
     SetLastError(0);
@@ -85,35 +51,6 @@ TEST(ModuleInstance, WithoutAModuleFindsNothingInTheProgramItself) {
     EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_MOD_NOT_FOUND));
     // Cursor 32512 is one of the system's own, which a null module would stand for.
     EXPECT_EQ(none.LoadCursorById(32512), nullptr);
-}
-
-TEST(LogLastSystemError, SaysNothingWithoutAnError) {
-    Reports reports;
-    SetLastError(0);
-    EXPECT_EQ(kx::ModuleInstance::LogLastSystemError(reports), 0u);
-    EXPECT_THAT(reports.texts, IsEmpty());
-}
-
-TEST(LogLastSystemError, ReportsACodeTheSystemHasNoMessageFor) {
-    const struct {
-        DWORD code;
-        const char* expected;
-    } rows[] = {{0x20000001, "system: E = 536870913"}, {0xE0000001, "system: E = -536870911"}};
-    for (const auto& row : rows) {
-        Reports reports;
-        SetLastError(row.code);
-        EXPECT_EQ(kx::ModuleInstance::LogLastSystemError(reports), Reports::kResult);
-        EXPECT_THAT(reports.texts, ElementsAre(row.expected));
-    }
-}
-
-TEST(LogLastSystemError, ReportsTheSystemsMessage) {
-    Reports reports;
-    SetLastError(ERROR_FILE_NOT_FOUND);
-    EXPECT_EQ(kx::ModuleInstance::LogLastSystemError(reports), Reports::kResult);
-    ASSERT_THAT(reports.texts, SizeIs(1));
-    EXPECT_GT(reports.texts[0].size(), std::string("system: ").size());
-    EXPECT_EQ(reports.texts[0].find("E = "), std::string::npos);
 }
 
 TEST_F(Resources, VersionRecordIsReadWithItsTexts) {
@@ -125,23 +62,6 @@ TEST_F(Resources, VersionRecordIsReadWithItsTexts) {
     EXPECT_STREQ(info.ProductVersion(), "4.0.0.6 prodotto");
     EXPECT_STREQ(info.FileVersion(), "4.0.0.6 file");
     EXPECT_STREQ(info.CompanyName(), "Casa di prova");
-}
-
-TEST(VersionInfo, WithoutTextsOrRecordTheFieldsAreEmpty) {
-    const struct {
-        const char* file;
-        std::uint32_t packed;
-    } rows[] = {{"kxold.dll", 0x00040005}, {"kxbare.dll", 0}};
-    for (const auto& row : rows) {
-        HMODULE const module = LoadLibraryA(row.file);
-        const kx::VersionInfo info(module);
-        EXPECT_EQ(info.PackedVersion(), row.packed) << row.file;
-        EXPECT_STREQ(info.ProductName(), "") << row.file;
-        EXPECT_STREQ(info.FileDescription(), "") << row.file;
-        EXPECT_STREQ(info.CompanyName(), "") << row.file;
-        FreeLibrary(module);
-    }
-    EXPECT_EQ(kx::VersionInfo(nullptr).PackedVersion(), 0u);
 }
 
 TEST(VersionInfo, IsReadFromAFolderThatOnlyUnicodeCanWrite) {
