@@ -57,24 +57,6 @@ Balance Count(const std::vector<std::string>& log) {
     return balance;
 }
 
-TEST(LibraryState, IgnoresStartsBeforeItsModuleIsKnown) {
-    LibraryUnderTest dll(SystemModule::kCurrent);
-    kx::LibraryState state;
-    state.Start();
-    state.Start();
-    EXPECT_EQ(state.Library(), nullptr);
-    EXPECT_TRUE(dll.TakeLog().empty());
-    // The ignored starts did not count: the first one after the attach creates the library.
-    state.Attach(dll.Module());
-    state.Start();
-    EXPECT_NE(state.Library(), nullptr);
-    state.Stop();
-    EXPECT_EQ(state.Library(), nullptr);
-    const Balance balance = Count(dll.TakeLog());
-    EXPECT_EQ(balance.services, 0);
-    EXPECT_EQ(balance.modules, 0);
-}
-
 TEST(LibraryState, UndoesWhatItDidWhereverMemoryRunsOut) {
     LibraryUnderTest dll(SystemModule::kCurrent);
     int created = 0;
@@ -99,23 +81,6 @@ TEST(LibraryState, UndoesWhatItDidWhereverMemoryRunsOut) {
     }
     EXPECT_GT(created, 0);
     EXPECT_GT(refused, 0);
-}
-
-TEST(DialogLibrary, AnswersWithoutMemoryForItsServices) {
-    LibraryUnderTest dll(SystemModule::kCurrent);
-    g_allocationsLeft = 0;
-    const kx::DialogLibrary* library = new (std::nothrow) kx::DialogLibrary(dll.Module());
-    g_allocationsLeft = -1;
-    EXPECT_EQ(library, nullptr);
-
-    alignas(kx::DialogLibrary) unsigned char place[sizeof(kx::DialogLibrary)];
-    g_allocationsLeft = 0;
-    auto* placed = new (place) kx::DialogLibrary(dll.Module());
-    g_allocationsLeft = -1;
-    EXPECT_EQ(placed->Services(), nullptr);
-    EXPECT_EQ(placed->HYPERTROPHYDIALOG(nullptr, nullptr), 0u);
-    placed->~DialogLibrary();
-    EXPECT_TRUE(dll.TakeLog().empty());
 }
 
 }  // namespace

@@ -81,19 +81,6 @@ TEST(DllFile, ImportsSystemModulesOnly) {
                                               "shell32.dll"}));
 }
 
-// stdcall: the callee takes its arguments off the stack. One that did not would run the stack out here.
-TEST(DllFile, DialogExportsPopTheirArguments) {
-    LibraryUnderTest library(SystemModule::kMissing);
-    HostObjects host;
-    std::uint32_t sum = 0;
-    for (int i = 0; i < 400000; ++i) {
-        sum += library->hypertrophy(nullptr, nullptr);
-        sum += library->interpretation(nullptr, nullptr, nullptr);
-        sum += library->editInterpretation(nullptr, nullptr, nullptr, 0);
-    }
-    EXPECT_EQ(sum, 0u);
-}
-
 TEST(LibraryUse, DialogsAreRefusedInSilenceWithoutLibrary) {
     LibraryUnderTest library(SystemModule::kCurrent);
     HostObjects host;
@@ -123,23 +110,6 @@ TEST(LibraryUse, BannerIsTheSameOnStartAndStop) {
     ASSERT_EQ(stopped.size(), 2u);
     EXPECT_EQ(stopped[0], "LOGSERVICESTOP" + started[1].substr(std::string("LOGSERVICESTART").size()));
     EXPECT_EQ(stopped[1], "LIBSTOP");
-}
-
-TEST(LibraryUse, HasItsWindowClassWhileItIsStarted) {
-    LibraryUnderTest library(SystemModule::kMissing);
-    WNDCLASSEXA found{};
-    found.cbSize = sizeof found;
-    const auto isRegistered = [&] {
-        return GetClassInfoExA(library.Module(), "MarkerView", &found) != FALSE;
-    };
-    EXPECT_FALSE(isRegistered());
-    for (int round = 0; round < 2; ++round) {
-        library->start();
-        EXPECT_TRUE(isRegistered());
-        EXPECT_EQ(found.style, 0x1008u);
-        library->stop();
-        EXPECT_FALSE(isRegistered());
-    }
 }
 
 TEST(LibraryUse, CountsStartsAndStops) {

@@ -29,10 +29,4 @@ ControlColours AskColours(HWND pane, std::uint32_t id) {
     return colours;
 }
 
-LOGFONTA FontOf(HWND pane, std::uint32_t id) {
-    LOGFONTA font{};
-    GetObjectA(reinterpret_cast<HFONT>(SendMessageA(Item(pane, id), WM_GETFONT, 0, 0)), sizeof font, &font);
-    return font;
-}
-
 }  // namespace kx::test

@@ -22,6 +22,4 @@ struct ControlColours {
 };
 ControlColours AskColours(HWND pane, std::uint32_t id);
 
-LOGFONTA FontOf(HWND pane, std::uint32_t id);
-
 }  // namespace kx::test

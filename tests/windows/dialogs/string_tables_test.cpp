@@ -2,9 +2,7 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
-#include <cstdio>
 #include <string>
-#include <vector>
 
 #include "dialogs/resources/resource_ids.h"
 #include "lib/pick_list.h"
@@ -21,11 +19,6 @@ class StringTables : public testing::Test {
     std::string Text(UINT id) const {
         char text[1024];
         const int length = LoadStringA(module_, id, text, sizeof text);
-        return {text, static_cast<std::size_t>(length)};
-    }
-    std::wstring WideText(UINT id) const {
-        wchar_t text[1024];
-        const int length = LoadStringW(module_, id, text, 1024);
         return {text, static_cast<std::size_t>(length)};
     }
 
@@ -101,19 +94,6 @@ TEST_F(StringTables, HoldStatementsThatCanBeFormatted) {
             EXPECT_NE(text.front(), ' ') << text;
             EXPECT_NE(text.back(), ' ') << text;
         }
-    }
-}
-
-TEST_F(StringTables, HoldItalianLettersOfWindows1252) {
-    for (const UINT id : {30087u, 30092u, UINT{IDS_CLINICAL_FLAG_1}}) {
-        const std::wstring wide = WideText(id);
-        BOOL lost = FALSE;
-        char narrow[1024];
-        const int length = WideCharToMultiByte(1252, WC_NO_BEST_FIT_CHARS, wide.c_str(), -1, narrow,
-                                               sizeof narrow, nullptr, &lost);
-        EXPECT_GT(length, 1) << id;
-        EXPECT_FALSE(lost) << id;
-        EXPECT_NE(wide.find_first_of(L"\u00E0\u00EC"), std::wstring::npos) << id;  // à, ì
     }
 }
 

@@ -72,15 +72,6 @@ class TablePane : public testing::Test {
         SendMessageA(list_, LVM_GETITEMA, 0, reinterpret_cast<LPARAM>(&item));
         return item.iImage;
     }
-    HWND Header() const { return reinterpret_cast<HWND>(SendMessageA(list_, LVM_GETHEADER, 0, 0)); }
-    // What the header tells the list when it is clicked.
-    void ClickHeader(int column) const {
-        NMHEADERA click{};
-        click.hdr = {Header(), 0, static_cast<UINT>(HDN_ITEMCLICKA)};
-        click.iItem = column;
-        SendMessageA(list_, WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&click));
-    }
-
     kx::test::LibraryUnderTest library_{kx::test::SystemModule::kCurrent};
     KxHostWindow parent_{};
     HWND pane_ = nullptr;
@@ -102,58 +93,6 @@ TEST_F(TablePane, ListsTheLeadsAsTheRecordHoldsThemNow) {
     v3.aT2 = -9;
     EXPECT_THAT(Row(KX_LEAD_V3), ElementsAre("", "1", "2", "-3", "4", "-1250", "6", "-32768", "32767", "-9"));
     EXPECT_THAT(library_.TakeLog(), IsEmpty());
-}
-
-TEST_F(TablePane, NamesItsColumns) {
-    auto test = NewRecord();
-    Open(test.get());
-    std::vector<std::string> titles;
-    for (int column = 0; column < static_cast<int>(SendMessageA(Header(), HDM_GETITEMCOUNT, 0, 0));
-         ++column) {
-        char text[64] = {};
-        LVCOLUMNA asked{};
-        asked.mask = LVCF_TEXT | LVCF_WIDTH;
-        asked.pszText = text;
-        asked.cchTextMax = sizeof text;
-        SendMessageA(list_, LVM_GETCOLUMNA, static_cast<WPARAM>(column), reinterpret_cast<LPARAM>(&asked));
-        EXPECT_EQ(asked.cx, 70) << text;
-        titles.emplace_back(text);
-    }
-    std::vector<std::string> expected{kx::kLeadColumnTitle};
-    for (const kx::AmplitudeColumn& column : kx::kAmplitudeColumns) {
-        expected.emplace_back(column.title);
-    }
-    EXPECT_EQ(titles, expected) << "the exported titles are those of the pane";
-}
-
-TEST_F(TablePane, LiesInsideItsPaneAndSelectsTheFirstLead) {
-    auto test = NewRecord();
-    Open(test.get());
-    RECT pane{}, list{};
-    GetWindowRect(pane_, &pane);
-    EXPECT_EQ(pane.right - pane.left, 690);
-    EXPECT_EQ(pane.bottom - pane.top, 238);
-    SetWindowPos(pane_, nullptr, 0, 0, 500, 300, SWP_NOZORDER);
-    GetWindowRect(pane_, &pane);
-    GetWindowRect(list_, &list);
-    EXPECT_EQ(list.left - pane.left, 7);
-    EXPECT_EQ(list.top - pane.top, 7);
-    EXPECT_EQ(pane.right - list.right, 7);
-    EXPECT_EQ(pane.bottom - list.bottom, 7);
-    SetWindowPos(pane_, nullptr, 0, 0, 3, 3, SWP_NOZORDER);
-    EXPECT_EQ(SendMessageA(list_, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED), 0);
-}
-
-TEST_F(TablePane, KeepsTheOrderOfTheLeadsWhateverHeaderIsClicked) {
-    auto test = NewRecord();
-    test->Episode(0)->measurements.leads[0].aR = 5;
-    Open(test.get());
-    for (const int column : {0, 4, 4, 9, 9, 9}) {
-        ClickHeader(column);
-        for (int row = 0; row < 12; ++row) {
-            ASSERT_EQ(Image(row), row) << "column " << column;
-        }
-    }
 }
 
 TEST_F(TablePane, CopiesTheWholeTable) {
@@ -192,7 +131,7 @@ TEST_F(TablePane, LeavesNothingBehind) {
     auto test = NewRecord();
     DestroyWindow(Open(test.get()));
     const kx::test::GuiObjects before = kx::test::CountGuiObjects();
-    for (int i = 0; i < 200; ++i) {
+    for (int i = 0; i < 50; ++i) {
         DestroyWindow(Open(test.get()));
     }
     const kx::test::GuiObjects after = kx::test::CountGuiObjects();

@@ -1,9 +1,8 @@
-// DataFile and FileFinder on real files.
+// DataFile on real files.
 #include <gmock/gmock.h>
 #include <windows.h>
 
 #include <filesystem>
-#include <set>
 #include <string>
 
 #include "lib/fileutil.h"
@@ -76,19 +75,6 @@ TEST_F(DataFileTest, CreatesWritesAndReadsBack) {
     EXPECT_THAT(log.Take(), IsEmpty());
 }
 
-TEST_F(DataFileTest, ReportsWhyAFileCannotBeCreated) {
-    Name(Path("missing\\a.txt"));
-    EXPECT_FALSE(file.Create(true, &log));
-    const auto lines = log.Take();
-    ASSERT_GE(lines.size(), 2u);
-    for (const std::string& line : lines) {
-        EXPECT_THAT(line, StartsWith("system ")) << line;
-        EXPECT_EQ(line.find_first_of("\r\n"), std::string::npos) << line;
-    }
-    EXPECT_EQ(lines.back(), "system Could not open " + Path("missing\\a.txt"));
-    EXPECT_STREQ(file.FileName(0), Path("missing\\a.txt").c_str());
-}
-
 TEST_F(DataFileTest, ReportsAFileThatCannotBeOpened) {
     WriteBytes(Path("locked.txt"), "text");
     std::filesystem::create_directory(Path("folder"));
@@ -158,21 +144,6 @@ TEST_F(DataFileTest, CopiesOutOfTheContentOnly) {
     EXPECT_FALSE(file.CopyOut(buffer, 11, 0));
 }
 
-TEST_F(DataFileTest, FailsWithoutAnOpenFile) {
-    Name(Path());
-    SetLastError(0);
-    EXPECT_FALSE(file.Write("x", 1));
-    EXPECT_EQ(GetLastError(), 13u);
-    EXPECT_FALSE(file.Seek(0, &log));
-    EXPECT_THAT(log.Take(), ElementsAre(MatchesRegex(std::string(kNameLine) + "Invalid position")));
-    SYSTEMTIME time{};
-    EXPECT_FALSE(file.LastWriteTime(&time));
-    EXPECT_FALSE(file.SetFileTimes(time));
-    WriteBytes(Path(), "text");
-    EXPECT_FALSE(file.CopyTo(0, Path("b.txt").c_str()));
-    EXPECT_EQ(folder.Listing(), "a.txt");
-}
-
 TEST_F(DataFileTest, EditsTheContentAndTheFile) {
     WriteBytes(Path(), "0123456789");
     Name(Path());
@@ -217,36 +188,6 @@ TEST_F(DataFileTest, KeepsItsEditWhenTheFileIsTaken) {
     EXPECT_EQ(ReadBytes(Path()), "6789");
 }
 
-TEST_F(DataFileTest, TellsAndClearsTheReadOnlyAttribute) {
-    WriteBytes(Path(), "text");
-    Name(Path());
-    EXPECT_FALSE(file.IsReadOnly());
-    SetFileAttributesA(Path().c_str(), FILE_ATTRIBUTE_READONLY);
-    EXPECT_TRUE(file.IsReadOnly());
-    EXPECT_TRUE(file.ClearReadOnly());
-    EXPECT_FALSE(file.IsReadOnly());
-    Name(Path("missing.txt"));
-    EXPECT_FALSE(file.IsReadOnly());
-    EXPECT_FALSE(file.ClearReadOnly());
-}
-
-TEST_F(DataFileTest, OpensForReadingAndWritingAlone) {
-    Name(Path());
-    ASSERT_TRUE(file.OpenReadWrite(&log));  // created
-    EXPECT_TRUE(file.Write("text", 4));
-    DataFile other;
-    ASSERT_TRUE(other.SetName(Path().c_str()));
-    EXPECT_FALSE(other.OpenRead(nullptr));
-    EXPECT_TRUE(file.Seek(0, &log));
-    char buffer[8] = {};
-    EXPECT_EQ(file.Read(8, buffer, &log), 4u);
-    EXPECT_STREQ(buffer, "text");
-    file.Close();
-    EXPECT_TRUE(other.OpenReadWrite(&log));
-    EXPECT_EQ(other.Length(), 4u);
-    EXPECT_THAT(log.Take(), IsEmpty());
-}
-
 TEST_F(DataFileTest, IsNotReadWhileItIsWritten) {
     Name(Path());
     ASSERT_TRUE(file.Create(true, &log));
@@ -256,91 +197,6 @@ TEST_F(DataFileTest, IsNotReadWhileItIsWritten) {
     EXPECT_FALSE(other.ReadAll(0, 0, nullptr));
     file.Close();
     EXPECT_TRUE(other.ReadAll(0, 0, nullptr));
-}
-
-TEST_F(DataFileTest, KeepsAndTellsTimes) {
-    Name(Path());
-    ASSERT_TRUE(file.Create(true, &log));
-    const SYSTEMTIME set{2019, 3, 0, 14, 9, 26, 53, 0};
-    ASSERT_TRUE(file.SetFileTimes(set));
-    SYSTEMTIME told{};
-    ASSERT_TRUE(file.LastWriteTime(&told));
-    EXPECT_EQ(std::tie(told.wYear, told.wMonth, told.wDay, told.wHour, told.wMinute, told.wSecond),
-              std::tie(set.wYear, set.wMonth, set.wDay, set.wHour, set.wMinute, set.wSecond));
-    EXPECT_FALSE(file.SetFileTimes(SYSTEMTIME{2019, 13, 0, 40, 0, 0, 0, 0}));
-}
-
-TEST_F(DataFileTest, CopiesMovesAndDeletes) {
-    WriteBytes(Path(), "text");
-    WriteBytes(Path("b.txt"), "older");
-    Name(Path());
-    ASSERT_TRUE(file.OpenRead(&log));
-    EXPECT_TRUE(file.CopyTo(0, Path("b.txt").c_str()));
-    EXPECT_EQ(ReadBytes(Path("b.txt")), "text");
-    EXPECT_TRUE(file.CopyNamedTo(0, Path("c.txt").c_str()));
-    WriteBytes(Path("b.txt"), "older");
-    EXPECT_TRUE(file.MoveTo(0, Path("b.txt").c_str()));
-    EXPECT_EQ(folder.Listing(), "b.txt c.txt");
-    EXPECT_EQ(ReadBytes(Path("b.txt")), "text");
-    EXPECT_FALSE(file.MoveTo(0, Path("b.txt").c_str()));  // nothing to move: the target stays
-    EXPECT_EQ(ReadBytes(Path("b.txt")), "text");
-    Name(Path("b.txt"));
-    ASSERT_TRUE(file.OpenRead(&log));
-    EXPECT_TRUE(file.Delete(0));
-    EXPECT_FALSE(file.Delete(0));
-    EXPECT_EQ(folder.Listing(), "c.txt");
-}
-
-TEST_F(DataFileTest, MakesTemporaryNames) {
-    ASSERT_TRUE(file.MakeTempName(folder.Path().c_str(), "kx"));
-    const std::string first = file.FileName(0);
-    ASSERT_TRUE(file.MakeTempName(folder.Path().c_str(), "kx"));
-    EXPECT_NE(file.FileName(0), first);
-    EXPECT_EQ(ReadBytes(first), "");
-    EXPECT_FALSE(file.MakeTempName(Path("missing").c_str(), "kx"));
-}
-
-TEST_F(DataFileTest, TellsTheTemporaryDirectory) {
-    char before[1024] = {};
-    GetEnvironmentVariableA("TEMP", before, sizeof before);
-    char buffer[32];
-    SetEnvironmentVariableA("TEMP", "D:\\scratch");
-    DataFile::TempDirectory(buffer, sizeof buffer);
-    EXPECT_STREQ(buffer, "D:\\scratch");
-    DataFile::TempDirectory(buffer, 8);
-    EXPECT_STREQ(buffer, "\\TEMP");
-    DataFile::TempDirectory(buffer, 3);
-    EXPECT_STREQ(buffer, "");
-    SetEnvironmentVariableA("TEMP", nullptr);
-    DataFile::TempDirectory(buffer, sizeof buffer);
-    EXPECT_STREQ(buffer, "\\TEMP");
-    SetEnvironmentVariableA("TEMP", before);
-}
-
-TEST_F(DataFileTest, FinderWalksAFolder) {
-    WriteBytes(Path("a.txt"), "");
-    WriteBytes(Path("b.txt"), "");
-    WriteBytes(Path("c.htm"), "");
-    std::filesystem::create_directory(Path("d.txt"));
-    kx::FileFinder finder;
-    EXPECT_EQ(finder.Next(), nullptr);
-    std::set<std::string> found;
-    bool isDirectory = false;
-    for (const char* name = finder.First(Path("*.txt").c_str(), &isDirectory); name != nullptr;
-         name = finder.Next(&isDirectory)) {
-        found.insert(std::string(name) + (isDirectory ? "/" : ""));
-    }
-    EXPECT_THAT(found, ElementsAre("a.txt", "b.txt", "d.txt/"));
-    EXPECT_EQ(finder.Next(), nullptr);
-    EXPECT_STREQ(finder.First(Path("c.*").c_str()), "c.htm");
-    kx::FileFinder other;
-    const char* const shared = other.First(Path("a.*").c_str());
-    EXPECT_EQ(shared, finder.First(Path("b.*").c_str()));  // one buffer for all
-    EXPECT_STREQ(shared, "b.txt");
-    finder.Close();
-    EXPECT_EQ(finder.Next(), nullptr);
-    EXPECT_EQ(finder.First(Path("*.doc").c_str()), nullptr);
-    EXPECT_EQ(finder.First(nullptr), nullptr);
 }
 
 }  // namespace

@@ -88,9 +88,6 @@ class FileDialogTest : public testing::Test {
         return file.ChooseOpen(owner, kTitle, folder.Path().c_str(), name, "Testo^*.txt^Tutti i file^*.*",
                                &log, multiSelect);
     }
-    bool Save(const char* name) {
-        return file.ChooseSave(owner, kTitle, folder.Path().c_str(), name, "Testo^*.txt", &log);
-    }
 
     TempFolder folder;
     kx::test::RecordedReports log;
@@ -135,20 +132,6 @@ TEST_F(FileDialogTest, TakesSeveralFiles) {
     EXPECT_EQ(file.FileName(2), nullptr);
     EXPECT_TRUE(file.ReadAll(1, 0, &log));
     EXPECT_STREQ(file.Content(), "2");
-}
-
-TEST_F(FileDialogTest, TakesOneFileWhereSeveralWereAllowed) {
-    const Answer answer(IDOK, "b.txt");
-    ASSERT_TRUE(Open(nullptr, true));
-    EXPECT_STREQ(file.FileName(0), folder.Named("b.txt").c_str());
-    EXPECT_EQ(file.FileName(1), nullptr);
-}
-
-TEST_F(FileDialogTest, TakesTheNameToSaveTo) {
-    const Answer answer(IDOK, nullptr);
-    ASSERT_TRUE(Save("a.txt"));
-    EXPECT_TRUE(answer.hadHelp);
-    EXPECT_STREQ(file.FileName(0), folder.Named("a.txt").c_str());
 }
 
 }  // namespace
