@@ -63,18 +63,6 @@ TEST_F(MarkerViewInput, ADragTellsTheOwnerTheNewPosition) {
     EXPECT_TRUE(MarkerStandsAt(to));
 }
 
-// The owner's answer to the first step would not come before the first painting.
-TEST_F(MarkerViewInput, TheFirstDragWorksBeforeTheFirstPainting) {
-    MakeView();
-    ShowWindow(view_, SW_HIDE);
-    Show({300, 400, 500, 700, 900});
-    ShowWindow(view_, SW_SHOWNA);
-    const int from = ColumnOfMs(700);
-    EXPECT_EQ(HitTest(from, 20), HTCLIENT);
-    Drag(from, 20, from + 40);
-    ExpectMoved(TakePosted(), 3, from + 40);
-}
-
 TEST_F(MarkerViewInput, AMarkerIsHeldWhereTheCursorSaysSo) {
     Open();
     const int column = ColumnOfMs(900);
@@ -91,15 +79,6 @@ TEST_F(MarkerViewInput, AMarkerIsHeldWhereTheCursorSaysSo) {
     EXPECT_EQ(GetCursor(), LoadCursorA(nullptr, IDC_SIZEWE));
     Send(WM_SETCURSOR, reinterpret_cast<WPARAM>(view_), MAKELPARAM(HTNOWHERE, WM_MOUSEMOVE));
     EXPECT_EQ(GetCursor(), LoadCursorA(nullptr, IDC_CROSS));
-}
-
-TEST_F(MarkerViewInput, TheFirstMarkerAddedIsHeldWhereTwoMeet) {
-    MakeView();
-    Show({0, 500, 500, 700, 900});
-    Drag(ColumnOfMs(500), 10, ColumnOfMs(600));
-    const Posted posted = TakePosted();
-    ASSERT_EQ(posted.size(), 1u);
-    EXPECT_EQ(posted[0].message, MVN_MARKERMOVED + 1u);
 }
 
 TEST_F(MarkerViewInput, AnAbsentOrHiddenMarkerIsNotHeld) {
@@ -123,26 +102,6 @@ TEST_F(MarkerViewInput, ADragEndsAtTheBeatsEnds) {
     Mouse(WM_MOUSEMOVE, kWidth + 500, 10);
     EXPECT_EQ(TakePosted(), Moved(0, 1198)) << "the last sample";
     Mouse(WM_LBUTTONUP, 0, 0, 0);
-}
-
-TEST_F(MarkerViewInput, ADragStopsAtTheViewsEdgesWhileTheBeatGoesOn) {
-    Open();
-    Send(MV_SETSPEED, 0, 500);
-    Send(MV_SETHSCROLL, 0, 50);
-    SetLead({600, 0, 0, 0, 0});
-    int column = 0;
-    while (column < kWidth && !MarkerStandsAt(column)) {
-        ++column;
-    }
-    ASSERT_LT(column, kWidth);
-    Mouse(WM_LBUTTONDOWN, column, 10);
-    for (const int x : {0, -100, kWidth - 1, kWidth + 100}) {
-        Mouse(WM_MOUSEMOVE, x, 10);
-        EXPECT_EQ(TakePosted(), Posted()) << x;
-    }
-    Mouse(WM_MOUSEMOVE, 1, 10);
-    EXPECT_EQ(TakePosted().size(), 1u);
-    Mouse(WM_LBUTTONUP, 1, 10, 0);
 }
 
 // The system's mouse, through the queue: a press only where the hit test allows it, and a pointer that is
@@ -188,33 +147,6 @@ TEST_F(MarkerViewInput, TheSystemsMouseDragsAMarker) {
     ExpectMoved({posted.back()}, 2, to);
 }
 
-// With several pixels to a sample the pointer goes from sample to sample.
-TEST_F(MarkerViewInput, ThePointerFollowsWholeSamples) {
-    Open();
-    Send(MV_SETSPEED, 0, 1000);
-    Send(MV_SETHSCROLL, 0, 50);
-    SetLead({600, 0, 0, 0, 0});
-    int column = 3;
-    while (column < kWidth - 3 && !MarkerStandsAt(column)) {
-        ++column;
-    }
-    Mouse(WM_LBUTTONDOWN, column, 10);
-    POINT point = {column + 5, 10};
-    ClientToScreen(view_, &point);
-    SetCursorPos(point.x, point.y);
-    PumpMessages();
-    GetCursorPos(&point);
-    ScreenToClient(view_, &point);
-    const Posted posted = TakePosted();
-    ASSERT_EQ(posted.size(), 1u);
-    EXPECT_EQ(posted[0].wParam, 602u);
-    EXPECT_TRUE(MarkerStandsAt(static_cast<int>(point.x)));
-    EXPECT_NE(point.x, column + 5);
-    EXPECT_NEAR(point.x, column + 7.5, 1)
-        << "1000 mm/s at 500 Hz and 96 pixels per inch: 7.5 pixels a sample";
-    Mouse(WM_LBUTTONUP, column, 10, 0);
-}
-
 TEST_F(MarkerViewInput, LosingTheMouseEndsTheDrag) {
     Open();
     Mouse(WM_LBUTTONDOWN, ColumnOfMs(500), 10);
@@ -224,15 +156,6 @@ TEST_F(MarkerViewInput, LosingTheMouseEndsTheDrag) {
     EXPECT_EQ(GetCapture(), owner_.Handle());
     ReleaseCapture();
     EXPECT_EQ(HitTest(3, 3), HTNOWHERE);
-}
-
-TEST_F(MarkerViewInput, ASecondPressOfADoubleClickHoldsTheMarker) {
-    Open();
-    const int column = ColumnOfMs(500);
-    Mouse(WM_LBUTTONDBLCLK, column, 10);
-    Mouse(WM_MOUSEMOVE, column + 20, 10);
-    ExpectMoved(TakePosted(), 2, column + 20);
-    Mouse(WM_LBUTTONUP, column + 20, 10, 0);
 }
 
 TEST_F(MarkerViewInput, AStepOfADragAllocatesNothing) {
@@ -305,48 +228,6 @@ TEST_F(MarkerViewInput, TabGoesFromMarkerToMarkerAndOutBehindTheLast) {
     EXPECT_EQ(current(), 3);
 }
 
-TEST_F(MarkerViewInput, TheFocusShowsOnTheCurrentMarker) {
-    MakeView();
-    // Far enough apart for their labels, of which the current one is over the others.
-    Show({100, 350, 600, 850, 1100});
-    const auto before = Picture();
-    ::SetFocus(view_);
-    UpdateWindow(view_);
-    const auto first = Picture();
-    EXPECT_NE(first, before);
-    Key(VK_TAB);
-    const auto second = Picture();
-    EXPECT_NE(second, before);
-    EXPECT_NE(second, first);
-    Key(VK_TAB, VK_SHIFT);
-    EXPECT_EQ(Picture(), first);
-    ::SetFocus(owner_.Handle());
-    UpdateWindow(view_);
-    EXPECT_EQ(Picture(), before);
-}
-
-TEST_F(MarkerViewInput, AKeyBringsItsMarkerIntoView) {
-    Open();
-    Send(MV_SETSPEED, 0, 500);
-    Send(MV_SETHSCROLL, 0, 100);
-    ::SetFocus(view_);
-    Key(VK_RIGHT);
-    EXPECT_EQ(TakePosted(), Moved(0, 302));
-    int stands = 0;
-    for (int x = 0; x < kWidth; ++x) {
-        stands += MarkerStandsAt(x) ? 1 : 0;
-    }
-    EXPECT_GE(stands, 1);
-}
-
-TEST_F(MarkerViewInput, UndoAndRedoAreTheOwners) {
-    Open();
-    Key('Z', VK_CONTROL);
-    Key('Y', VK_CONTROL);
-    Key('Z');
-    EXPECT_EQ(TakePosted(), (Posted{{MVN_UNDO, 0, 0}, {MVN_REDO, 0, 0}}));
-}
-
 TEST_F(MarkerViewInput, TheReadoutTellsWhatIsUnderThePointer) {
     MakeView();
     for (std::uint32_t i = 0; i < kSamples; ++i) {
@@ -376,39 +257,6 @@ TEST_F(MarkerViewInput, TheReadoutTellsWhatIsUnderThePointer) {
     Send(MV_SETLEAD, 99, 0);
     HitTest(kWidth / 2, 10);
     EXPECT_EQ(owner_.readout, "...") << "a missing lead";
-}
-
-// A captured mouse is not tested for a hit.
-TEST_F(MarkerViewInput, ADragReadsOutWhatIsUnderThePointer) {
-    Open();
-    const int from = ColumnOfMs(500);
-    Mouse(WM_LBUTTONDOWN, from, 10);
-    for (const int x : {from + 30, from + 31, from - 20, 2}) {
-        Mouse(WM_MOUSEMOVE, x, 10);
-        const std::string dragged = owner_.readout;
-        HitTest(x, 10);
-        EXPECT_EQ(dragged, owner_.readout) << x;
-    }
-    Mouse(WM_LBUTTONUP, 2, 10, 0);
-}
-
-TEST_F(MarkerViewInput, WithoutOwnerOrBeatThereIsNoReadout) {
-    MakeView();
-    HitTest(kWidth / 2, 10);
-    EXPECT_EQ(owner_.readouts, 0);
-    Show({300, 400, 500, 700, 900});
-    Send(MV_ATTACHOWNER, 0, 0);
-    HitTest(kWidth / 2, 10);
-    Drag(ColumnOfMs(500), 10, ColumnOfMs(600));
-    EXPECT_EQ(owner_.readouts, 0);
-    EXPECT_EQ(TakePosted(), Posted());
-}
-
-TEST_F(MarkerViewInput, AHitOutsideTheClientAreaIsPassedOn) {
-    Open();
-    EXPECT_EQ(HitTest(kWidth + 3, 50), HTVSCROLL);
-    EXPECT_EQ(HitTest(50, kHeight + 3), HTHSCROLL);
-    EXPECT_EQ(Send(WM_SETCURSOR, reinterpret_cast<WPARAM>(view_), MAKELPARAM(HTVSCROLL, WM_MOUSEMOVE)), 0);
 }
 
 }  // namespace

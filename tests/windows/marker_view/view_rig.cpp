@@ -35,7 +35,6 @@ class ViewClass final : public WindowClass {
 LRESULT OwnerWindow::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == MVN_READOUT) {
         readout = reinterpret_cast<const char*>(lParam);
-        ++readouts;
         return 1;
     }
     if (message >= MVN_MARKERMOVED && message <= MVN_REDO) {

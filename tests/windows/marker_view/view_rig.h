@@ -36,7 +36,6 @@ class OwnerWindow final : public Window {
 
     std::vector<Notification> posted;
     std::string readout;
-    int readouts = 0;
 };
 
 class ViewRig : public testing::Test {
