@@ -78,7 +78,18 @@ Measured Measure(Floor&& floor, Subject&& subject, Pause&& pause = {}) {
     return fastest;
 }
 
-// The same for calls of milliseconds whose effect must be undone before the next: one call a round, after
+// Nanoseconds a call takes, for what is held against a time and not against other work.
+template <typename Subject>
+double MeasureAlone(Subject&& subject) {
+    const int calls = RepetitionsOf(subject);
+    double fastest = kNever;
+    for (int round = 0; round < kUndoneRounds; ++round) {
+        fastest = std::min(fastest, TimeCalls(subject, calls) / calls);
+    }
+    return fastest;
+}
+
+// As Measure, for calls of milliseconds whose effect must be undone before the next: one call a round, after
 // which its own undoing runs and does not count.
 template <typename Floor, typename UndoFloor, typename Subject, typename UndoSubject>
 Measured MeasureUndone(Floor&& floor, UndoFloor&& undoFloor, Subject&& subject, UndoSubject&& undoSubject) {
