@@ -69,7 +69,7 @@ void MarkerControls::Release() {
 }
 
 void MarkerControls::Show(std::int32_t ms, bool manual) {
-    edit_->SetNumber(ms);
+    edit_->ShowNumber(ms);
     manual_->SetChecked(manual);
 }
 
@@ -228,7 +228,7 @@ INT_PTR MorphDialog::DialogProc(UINT message, WPARAM wParam, LPARAM lParam) {
     }
     switch (message) {
         case MVN_READOUT:
-            readout_->SetText(reinterpret_cast<const char*>(lParam));
+            readout_->ShowText(reinterpret_cast<const char*>(lParam));
             return 1;
         case MVN_UNDO:
             Undo();

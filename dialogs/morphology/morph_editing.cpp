@@ -78,7 +78,7 @@ void MorphDialog::Refresh() {
     ShowMarkers();
     const MeasurementSet& set = MeasurementSet::Of(beat_->measurements);
     for (std::size_t i = 0; i < kMeasurementRows; ++i) {
-        measurements_[i]->SetNumber(table_.measurements[i].value(set, lead));
+        measurements_[i]->ShowNumber(table_.measurements[i].value(set, lead));
     }
     for (std::size_t slot = 0; slot < table_.markers.size(); ++slot) {
         fields_[slot].Refresh();

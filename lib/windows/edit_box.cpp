@@ -2,6 +2,9 @@
 
 #include <richedit.h>
 
+#include <cstring>
+
+#include "lib/number_text.h"
 #include "lib/windows/control_notification.h"
 
 namespace kx {
@@ -11,6 +14,8 @@ namespace {
 
 // WS_CHILD, WS_VISIBLE, WS_BORDER, WS_TABSTOP, ES_MULTILINE, ES_AUTOVSCROLL
 constexpr DWORD kEditStyle = 0x50810044;
+
+constexpr std::size_t kShownTextSize = 128;
 
 bool SetFormat(const Window& edit, DWORD mask, DWORD effects, COLORREF color = 0) {
     static_assert(sizeof(CHARFORMATA) == 60);
@@ -34,6 +39,21 @@ EditBox::EditBox(const ModuleInstance& module, Window* parent, std::uint32_t id,
 
 EditBox::~EditBox() {
     Destroy();
+}
+
+void EditBox::ShowText(const char* text) {
+    // A text that does not fit is longer than what is shown of this kind, and is set.
+    char shown[kShownTextSize];
+    const int length = GetText(shown, sizeof shown);
+    if (length == static_cast<int>(sizeof shown) - 1 || std::strcmp(shown, text) != 0) {
+        SetText(text);
+    }
+}
+
+void EditBox::ShowNumber(std::int32_t value) {
+    char text[kShownTextSize];
+    FormatNumber(text, sizeof text, value);
+    ShowText(text);
 }
 
 void EditBox::Append(const char* text) {

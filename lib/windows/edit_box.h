@@ -26,6 +26,10 @@ class EditBox final : public Window {
             int height);
     ~EditBox();
 
+    // As SetText and SetNumber, but an edit that has the text already is left alone: it would be drawn anew.
+    void ShowText(const char* text);
+    void ShowNumber(std::int32_t value);
+
     // Inserts a text at the end, undoable, and leaves the caret behind it.
     void Append(const char* text);
     void Deselect();

@@ -21,6 +21,22 @@ TEST_F(EditBoxTest, AppendsAtTheEnd) {
     EXPECT_EQ(kx::test::TextOf(edit.Handle()), "Ritmo");
 }
 
+TEST_F(EditBoxTest, LeavesATextAloneThatItShowsAlready) {
+    EditBox edit(module_, &parent_, 1, 0, 0, 200, 50);
+    const std::string longText(300, 'x');
+    for (const char* text : {"412", "412 ms\r\n-73 uV", longText.c_str()}) {
+        edit.ShowText(text);
+        EXPECT_EQ(kx::test::TextOf(edit.Handle()), text);
+    }
+    edit.ShowNumber(-412);
+    // Setting a text takes the selection away.
+    edit.SetSelection(1, 3);
+    edit.ShowNumber(-412);
+    EXPECT_EQ(edit.GetSelection().end, 3);
+    edit.ShowNumber(-41);
+    EXPECT_EQ(kx::test::TextOf(edit.Handle()), "-41");
+}
+
 TEST_F(EditBoxTest, EndsItsControl) {
     HWND window = nullptr;
     {
