@@ -41,12 +41,12 @@ void ShootWindow(const Shot& command, SystemLog& log, const LibraryClient& libra
     const UINT keepSize = command.width == 0 ? SWP_NOSIZE : 0;
     SetWindowPos(frame.Window(), nullptr, 0, 0, command.width, command.height,
                  SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED | keepSize);
-    log.Listen(
-        [&frame](const std::wstring& kind, const std::wstring& text) { frame.AppendReport(kind, text); });
+    const LogListening listening(log, [&frame](const std::wstring& kind, const std::wstring& text) {
+        frame.AppendReport(kind, text);
+    });
     frame.OpenRecord(command.record);
     ShowWindow(frame.Window(), SW_SHOWNOACTIVATE);
     Save(frame.Window(), command.file);
-    log.Listen({});
 }
 
 void ShootPane(const Shot& command, const LibraryClient& library, const AnalysisClient& analysis,

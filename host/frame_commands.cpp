@@ -121,6 +121,7 @@ void FrameWindow::OnEditReport(uint32_t mode) {
     parent.handle = Window();
     library_.EditReport(parent, session_->Test(), area, mode);
     ShowPane();
+    paneHost_->FocusPane();
     ShowChanges();
 }
 

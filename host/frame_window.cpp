@@ -135,6 +135,8 @@ void FrameWindow::ShowRecord() {
 FrameWindow::Snapshot FrameWindow::TakeSnapshot() const {
     Snapshot snapshot;
     std::memcpy(snapshot.measured.data(), &session_->Measurements(), snapshot.measured.size());
+    std::memcpy(snapshot.patient.data(), static_cast<const KxTestRecord*>(&session_->Test()),
+                snapshot.patient.size());
     snapshot.modified = session_->Test().modified;
     snapshot.reportState = session_->Test().reportState;
     snapshot.manualMarkers = session_->HasManualMarkers();
@@ -269,6 +271,11 @@ LRESULT FrameWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             OnDropFiles(reinterpret_cast<HDROP>(wParam));
             return 0;
         case WM_USER:
+            ShowChanges();
+            return 0;
+        case WM_ENTERIDLE:
+            // From the message loop of a dialog or menu over this window, which the program's own does not
+            // see.
             ShowChanges();
             return 0;
         case WM_CLOSE:

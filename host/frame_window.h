@@ -46,6 +46,7 @@ class FrameWindow final : public HostWindow {
     // What the strip and the status bar show, to see without work whether it has changed.
     struct Snapshot {
         std::array<unsigned char, offsetof(KxMeasurementSet, leads)> measured{};
+        std::array<unsigned char, offsetof(KxTestRecord, text268)> patient{};
         uint8_t modified = 0;
         uint8_t reportState = 0;
         bool manualMarkers = false;

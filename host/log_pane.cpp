@@ -6,6 +6,7 @@
 #include <cwchar>
 #include <stdexcept>
 
+#include "host/list_columns.h"
 #include "host/resource_ids.h"
 
 namespace kxhost {
@@ -18,14 +19,6 @@ constexpr int kTextColumn = 2;
 // Lengths at 96 dots per inch.
 constexpr int kTimeWidth = 76;
 constexpr int kKindWidth = 110;
-
-void AddColumn(HWND list, int column, const wchar_t* title, int width) {
-    LVCOLUMNW made{};
-    made.mask = LVCF_TEXT | LVCF_WIDTH;
-    made.pszText = const_cast<wchar_t*>(title);
-    made.cx = width;
-    SendMessageW(list, LVM_INSERTCOLUMNW, static_cast<WPARAM>(column), reinterpret_cast<LPARAM>(&made));
-}
 
 void SetCell(HWND list, int row, int column, const std::wstring& text) {
     LVITEMW cell{};
@@ -73,6 +66,7 @@ void LogPane::Append(const std::wstring& kind, const std::wstring& text) {
     std::replace_if(
         line.begin(), line.end(), [](wchar_t c) { return c == L'\r' || c == L'\n' || c == L'\t'; }, L' ');
     SetCell(list_, count, kTextColumn, line);
+    FitColumns();
     SendMessageW(list_, LVM_ENSUREVISIBLE, static_cast<WPARAM>(count), FALSE);
 }
 
@@ -82,14 +76,7 @@ int LogPane::PreferredHeight() const {
 }
 
 void LogPane::FitColumns() const {
-    // Room for the vertical bar is always left, so that its coming brings no horizontal one.
-    RECT whole;
-    GetWindowRect(list_, &whole);
-    const int inner = static_cast<int>(whole.right - whole.left) - GetSystemMetrics(SM_CXVSCROLL) -
-                      2 * GetSystemMetrics(SM_CXEDGE);
-    const int rest = inner - metrics_.Scale(kTimeWidth) - metrics_.Scale(kKindWidth);
-    SendMessageW(list_, LVM_SETCOLUMNWIDTH, kTextColumn,
-                 MAKELPARAM(std::max(rest, metrics_.Scale(kKindWidth)), 0));
+    FillWithColumn(list_, kTextColumn, metrics_.Scale(kKindWidth));
 }
 
 }  // namespace kxhost

@@ -52,8 +52,9 @@ int RunWindow(const OpenWorkstation& command, int showCommand) {
     const AnalysisClient analysis;
     const LibraryClient library;
     FrameWindow frame(library, analysis, metrics);
-    log.Listen(
-        [&frame](const std::wstring& kind, const std::wstring& text) { frame.AppendReport(kind, text); });
+    const LogListening listening(log, [&frame](const std::wstring& kind, const std::wstring& text) {
+        frame.AppendReport(kind, text);
+    });
     ShowWindow(frame.Window(), showCommand);
     UpdateWindow(frame.Window());
     frame.OpenRecordForUser(command.record);
@@ -66,7 +67,6 @@ int RunWindow(const OpenWorkstation& command, int showCommand) {
         }
         frame.ShowChanges();
     }
-    log.Listen({});
     return kDone;
 }
 

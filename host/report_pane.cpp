@@ -6,6 +6,7 @@
 #include <stdexcept>
 
 #include "host/clipboard.h"
+#include "host/list_columns.h"
 #include "host/resource_ids.h"
 #include "host/text_conversion.h"
 
@@ -71,17 +72,9 @@ void ReportPane::CreateChildren() {
                       WS_TABSTOP | LVS_REPORT | LVS_OWNERDATA | LVS_SHOWSELALWAYS | LVS_NOSORTHEADER,
                       WS_EX_CLIENTEDGE, IDC_REPORT_LIST, font);
     SendMessageW(list_, LVM_SETEXTENDEDLISTVIEWSTYLE, LVS_EX_FULLROWSELECT, LVS_EX_FULLROWSELECT);
-    AddColumn(kCodeColumn, L"Codice", kCodeWidth);
-    AddColumn(kNameColumn, L"Campo", kNameWidth);
-    AddColumn(kTextColumn, L"Testo", kLeastTextWidth);
-}
-
-void ReportPane::AddColumn(int column, const wchar_t* title, int width) const {
-    LVCOLUMNW made{};
-    made.mask = LVCF_TEXT | LVCF_WIDTH;
-    made.pszText = const_cast<wchar_t*>(title);
-    made.cx = metrics_.Scale(width);
-    SendMessageW(list_, LVM_INSERTCOLUMNW, static_cast<WPARAM>(column), reinterpret_cast<LPARAM>(&made));
+    AddColumn(list_, kCodeColumn, L"Codice", metrics_.Scale(kCodeWidth));
+    AddColumn(list_, kNameColumn, L"Campo", metrics_.Scale(kNameWidth));
+    AddColumn(list_, kTextColumn, L"Testo", metrics_.Scale(kLeastTextWidth));
 }
 
 void ReportPane::Layout() const {
@@ -103,11 +96,7 @@ void ReportPane::Layout() const {
     const int listTop = margin + height + gap;
     SetWindowPos(list_, nullptr, margin, listTop, width,
                  std::max(static_cast<int>(area.bottom) - listTop - margin, 0), flags);
-    // Room for the vertical bar is always left, so that its coming brings no horizontal one.
-    const int rest = width - metrics_.Scale(kCodeWidth + kNameWidth) - GetSystemMetrics(SM_CXVSCROLL) -
-                     2 * GetSystemMetrics(SM_CXEDGE);
-    SendMessageW(list_, LVM_SETCOLUMNWIDTH, kTextColumn,
-                 MAKELPARAM(std::max(rest, metrics_.Scale(kLeastTextWidth)), 0));
+    FillWithColumn(list_, kTextColumn, metrics_.Scale(kLeastTextWidth));
 }
 
 void ReportPane::Filter() {
@@ -122,6 +111,7 @@ void ReportPane::Filter() {
     state.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
     SendMessageW(list_, LVM_SETITEMSTATE, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&state));
     SendMessageW(list_, LVM_SETITEMCOUNT, shown_.size(), 0);
+    FillWithColumn(list_, kTextColumn, metrics_.Scale(kLeastTextWidth));
     const std::wstring all = std::to_wstring(lines_.size());
     const std::wstring text = shown_.size() == lines_.size()
                                   ? all + L" campi"

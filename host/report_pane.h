@@ -31,7 +31,6 @@ class ReportPane final : public HostWindow {
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     LRESULT OnNotify(const NMHDR& header);
     void CreateChildren();
-    void AddColumn(int column, const wchar_t* title, int width) const;
     void Layout() const;
     void Filter();
     void OnListKey(WORD key) const;

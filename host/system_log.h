@@ -37,4 +37,19 @@ class SystemLog {
     std::vector<std::pair<std::wstring, std::wstring>> waiting_;
 };
 
+// Listens for as long as it lives; to be made after what hears, so that nothing is told to it once it is
+// gone.
+class LogListening {
+  public:
+    LogListening(SystemLog& log, SystemLog::Listener listener) : log_(log) {
+        log_.Listen(std::move(listener));
+    }
+    LogListening(const LogListening&) = delete;
+    LogListening& operator=(const LogListening&) = delete;
+    ~LogListening() { log_.Listen({}); }
+
+  private:
+    SystemLog& log_;
+};
+
 }  // namespace kxhost

@@ -1,0 +1,121 @@
+// The workstation by the keyboard: who gets a key, and whether what it changes is shown.
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "dialogs/resources/morphology_ids.h"
+#include "host/resource_ids.h"
+#include "tests/windows/host_fixture.h"
+#include "tests/windows/host_process.h"
+
+namespace kxtest {
+namespace {
+
+std::wstring TextOf(HWND window) {
+    wchar_t text[512] = {};
+    SendMessageW(window, WM_GETTEXT, std::size(text), reinterpret_cast<LPARAM>(text));
+    return text;
+}
+
+std::wstring ClassOf(HWND window) {
+    wchar_t name[64] = {};
+    GetClassNameW(window, name, static_cast<int>(std::size(name)));
+    return name;
+}
+
+class HostKeysTest : public HostTest {
+  protected:
+    HostKeysTest() {
+        WaitUntil([&] { return ClassOf(host_.Focus()) == L"MarkerView"; });
+    }
+
+    std::wstring Strip() const { return TextOf(GetDlgItem(host_.Frame(), IDC_PATIENT_STRIP)); }
+    // What the general pane says of the interval that both show.
+    std::wstring PaneInStripsWords() const {
+        return L"; P " + TextOf(GetDlgItem(host_.Pane(), IDC_MORPH_P_DURATION)) + L" ms; PR " +
+               TextOf(GetDlgItem(host_.Pane(), IDC_MORPH_PR)) + L" ms;";
+    }
+    bool StripFollows() const { return Strip().find(PaneInStripsWords()) != std::wstring::npos; }
+    // Strikes and waits for the marker's own edit to show another value.
+    bool Moves(int markerEdit, WORD key, bool control = false) const {
+        const HWND edit = GetDlgItem(host_.Pane(), markerEdit);
+        const std::wstring before = TextOf(edit);
+        host_.Strike(key, control);
+        return WaitUntil([&] { return TextOf(edit) != before; });
+    }
+
+    OpenHost host_{{}};
+};
+
+TEST_F(HostKeysTest, TheKeysMoveTheMarkersOfThePaneAndTheStripShowsIt) {
+    ASSERT_EQ(ClassOf(host_.Focus()), L"MarkerView") << "the pane was not given the keyboard";
+    ASSERT_TRUE(StripFollows()) << fs::path(Strip()).string();
+    const std::wstring first = Strip();
+    const HWND onset = GetDlgItem(host_.Pane(), IDC_MORPH_GLOBAL_P_ON);
+    const std::wstring automatic = TextOf(onset);
+
+    ASSERT_TRUE(Moves(IDC_MORPH_GLOBAL_P_ON, VK_RIGHT));
+    EXPECT_TRUE(WaitUntil([&] { return Strip() != first && StripFollows(); })) << fs::path(Strip()).string();
+    ASSERT_TRUE(Moves(IDC_MORPH_GLOBAL_P_ON, VK_RIGHT, true)) << "Ctrl+Right";
+    EXPECT_TRUE(WaitUntil([&] { return StripFollows(); }));
+    const std::wstring moved = TextOf(onset);
+
+    ASSERT_TRUE(Moves(IDC_MORPH_GLOBAL_P_ON, 'Z', true)) << "Ctrl+Z";
+    ASSERT_TRUE(Moves(IDC_MORPH_GLOBAL_P_ON, 'Z', true)) << "Ctrl+Z again";
+    EXPECT_EQ(TextOf(onset), automatic);
+    EXPECT_TRUE(WaitUntil([&] { return Strip() == first && StripFollows(); })) << fs::path(Strip()).string();
+    ASSERT_TRUE(Moves(IDC_MORPH_GLOBAL_P_ON, 'Y', true)) << "Ctrl+Y";
+    ASSERT_TRUE(Moves(IDC_MORPH_GLOBAL_P_ON, 'Y', true)) << "Ctrl+Y again";
+    EXPECT_EQ(TextOf(onset), moved);
+    EXPECT_TRUE(WaitUntil([&] { return StripFollows(); }));
+
+    // Tab goes on to the next marker, and leaves the view behind the last one.
+    host_.Strike(VK_TAB);
+    ASSERT_TRUE(Moves(IDC_MORPH_P_OFF, VK_LEFT)) << "Tab did not go to the next marker";
+    EXPECT_TRUE(WaitUntil([&] { return StripFollows(); }));
+    const HWND view = host_.Focus();
+    EXPECT_EQ(ClassOf(view), L"MarkerView");
+    for (int i = 0; i < 6 && host_.Focus() == view; ++i) {
+        host_.Strike(VK_TAB);
+        WaitUntil([&, tries = 0]() mutable { return host_.Focus() != view || ++tries > 10; });
+    }
+    EXPECT_NE(host_.Focus(), view) << "Tab never leaves the view";
+    EXPECT_FALSE(host_.HasMessageBox());
+}
+
+TEST_F(HostKeysTest, EveryPaneThatIsChosenHasTheKeyboard) {
+    // By their accelerators, whatever had the keyboard before.
+    for (int tab = IDM_VIEW_LAST_PANE - IDM_VIEW_FIRST_PANE; tab >= 0; --tab) {
+        const HWND before = host_.Pane();
+        host_.Strike(static_cast<WORD>('1' + tab), true);
+        ASSERT_TRUE(WaitUntil([&] { return host_.Pane() != nullptr && host_.Pane() != before; })) << tab;
+        EXPECT_TRUE(WaitUntil([&] { return IsChild(host_.Pane(), host_.Focus()) != FALSE; })) << tab;
+    }
+    // The window left and entered again.
+    const HWND focus = host_.Focus();
+    const HWND other = CreateWindowW(L"STATIC", L"", WS_POPUP | WS_VISIBLE, 0, 0, 10, 10, nullptr, nullptr,
+                                     nullptr, nullptr);
+    SetForegroundWindow(other);
+    EXPECT_TRUE(WaitUntil([&] { return GetForegroundWindow() == other; }));
+    SetForegroundWindow(host_.Frame());
+    EXPECT_TRUE(WaitUntil([&] { return host_.Focus() == focus; }));
+    DestroyWindow(other);
+}
+
+TEST_F(HostKeysTest, TheReportsEditorComesAndGoes) {
+    for (const WORD key : {'M', 'K'}) {
+        host_.Strike(key, true);
+        const HWND editor = host_.WaitForMessageBox();
+        ASSERT_NE(editor, nullptr) << static_cast<char>(key);
+        EXPECT_FALSE(IsWindowEnabled(host_.Frame())) << "the editor is not modal";
+        EXPECT_EQ(host_.Pane(), nullptr) << "a pane writes into the record meanwhile";
+        PostMessageW(editor, WM_COMMAND, IDCANCEL, 0);
+        ASSERT_TRUE(WaitUntil([&] { return !host_.HasMessageBox() && host_.Pane() != nullptr; }));
+        EXPECT_TRUE(WaitUntil([&] { return IsChild(host_.Pane(), host_.Focus()) != FALSE; }));
+    }
+}
+
+}  // namespace
+}  // namespace kxtest
