@@ -83,6 +83,7 @@ MorphDialog::MorphDialog(const DialogLibrary& library, Window* parent, TestRecor
         Reports().LOGMEMORYERROR(table.reports.source, table.reports.noEpisodeLine);
         return;
     }
+    engine_.emplace();
     CreateModeless(table.templateId, this);
 }
 

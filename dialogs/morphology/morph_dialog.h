@@ -11,6 +11,7 @@
 
 #include <array>
 #include <memory>
+#include <optional>
 
 #include "dialogs/morphology/marker_history.h"
 #include "dialogs/morphology/morph_table.h"
@@ -104,8 +105,8 @@ class MorphDialog : public Dialog, private Redetection {
     void Restore(const MarkerSnapshot& snapshot);
 
     const MorphTable& table_;
-    EpisodeRecord* beat_;  // the host's
-    AnalysisEngine engine_;
+    EpisodeRecord* beat_;                   // the host's
+    std::optional<AnalysisEngine> engine_;  // none without a beat
 
     Window* view_ = nullptr;  // its window's
     std::array<ComboBox*, kCombos> combos_{};

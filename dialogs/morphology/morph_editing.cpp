@@ -99,7 +99,7 @@ void MorphDialog::RefreshReset(bool anyManual) {
 }
 
 void MorphDialog::Redetect() {
-    if (engine_.UPDATEDETECTION(beat_) == 0) {
+    if (engine_->UPDATEDETECTION(beat_) == 0) {
         measured_ = Measured::kFailed;
         Reports().LOGOEMERROR(table_.reports.source, table_.reports.redetectionLine, "UpdateDetection");
         return;
