@@ -31,6 +31,7 @@ struct MarkerUnderTest {
 struct PaneKind {
     const char* name;
     const char* source;  // of its reports
+    WORD templateId;
     decltype(&::GENERALMORPHDIALOG) Exports::*open;
     bool isGlobal;
     std::vector<MarkerUnderTest> markers;
