@@ -117,6 +117,27 @@ TEST(MorphologyDrag, BackOnTheAutomaticValueChangesNothing) {
     }
 }
 
+// It was stored elsewhere on its way: where it is let go, the record holds what the reviewer sees.
+TEST(MorphologyDrag, LetGoOnTheAutomaticValueAfterAWayRound) {
+    for (const PaneKind* kind : kx::test::kAllPanes) {
+        PaneUnderTest pane(*kind);
+        const int from = pane.ColumnOf(pane.Stored()[0]);
+        const int automatic = pane.MsAt(from);
+        pane.Block().*kind->markers[0].value = static_cast<std::uint16_t>(automatic);
+        const int row = pane.Row();
+        PostMessageA(pane.View(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(from, row));
+        PostMessageA(pane.View(), WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(from - 20, row));
+        kx::test::Pump();
+        EXPECT_NE(pane.Stored()[0], automatic) << kind->name;
+        PostMessageA(pane.View(), WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(from, row));
+        PostMessageA(pane.View(), WM_LBUTTONUP, 0, MAKELPARAM(from, row));
+        kx::test::Pump();
+        EXPECT_EQ(pane.Stored()[0], automatic) << kind->name;
+        EXPECT_EQ(pane.Shown(), pane.Stored()) << kind->name;
+        EXPECT_EQ(pane.Number(kind->figure), kx::test::FigureOfCall(pane.Spy().calls())) << kind->name;
+    }
+}
+
 TEST(MorphologyDrag, NotificationsOfMarkersThatThePaneDoesNotHaveAreIgnored) {
     PaneUnderTest pane(kPPane);
     const KxMeasurementSet before = pane.Set();
