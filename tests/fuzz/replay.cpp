@@ -1,5 +1,6 @@
 // Runs a fuzz target without a fuzzer: over the files of the folder named as the argument, over their
 // beginnings, and over what a fixed sequence of changed bytes makes of them.
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
@@ -20,10 +21,12 @@ void Feed(const Bytes& bytes, std::size_t size) {
     LLVMFuzzerTestOneInput(input.data(), input.size());
 }
 
-void FeedChanged(const Bytes& original, std::mt19937& random) {
+// Changed inputs for all files together, so that a file more does not make the test longer.
+constexpr std::size_t kChangedInputs = 10000;
+
+void FeedChanged(const Bytes& original, std::size_t rounds, std::mt19937& random) {
     constexpr std::uint8_t kEdges[] = {0x00, 0x01, 0x7F, 0x80, 0xFF};
-    constexpr int kRounds = 2000;
-    for (int round = 0; round < kRounds && !original.empty(); ++round) {
+    for (std::size_t round = 0; round < rounds && !original.empty(); ++round) {
         Bytes bytes = original;
         for (unsigned change = 0; change <= random() % 4; ++change) {
             bytes[random() % bytes.size()] = random() % 2 == 0 ? static_cast<std::uint8_t>(random())
@@ -36,19 +39,23 @@ void FeedChanged(const Bytes& original, std::mt19937& random) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    std::mt19937 random(1);
-    int files = 0;
+    std::vector<std::filesystem::path> files;
     for (const auto& entry : std::filesystem::directory_iterator(argc > 1 ? argv[1] : ".")) {
-        std::ifstream stream(entry.path(), std::ios::binary);
+        files.push_back(entry.path());
+    }
+    // In the same order everywhere, or the changes would not be the same.
+    std::sort(files.begin(), files.end());
+    std::mt19937 random(1);
+    for (const auto& file : files) {
+        std::ifstream stream(file, std::ios::binary);
         const Bytes bytes((std::istreambuf_iterator<char>(stream)), std::istreambuf_iterator<char>());
         for (std::size_t size = 0; size <= bytes.size(); size += size < 256 ? 1 : 1 + bytes.size() / 64) {
             Feed(bytes, size);
         }
         Feed(bytes, bytes.size());
-        FeedChanged(bytes, random);
-        ++files;
+        FeedChanged(bytes, kChangedInputs / files.size(), random);
     }
-    std::printf("%d files\n", files);
+    std::printf("%zu files\n", files.size());
     // Nothing fed is nothing tested.
-    return files > 0 ? 0 : 1;
+    return files.empty() ? 1 : 0;
 }
