@@ -68,13 +68,22 @@ void Dialog::CreateModeless(std::uint32_t templateId, Dialog* object) {
         return;
     }
     SetHandle(created);
-    // The client area takes the place of the template's caption and border. The pane counts as hidden
-    // meanwhile, so that its controls find their new places without being drawn on the way.
+    // What goes with the template's caption and border is their room: the client area stays as large as it is
+    // and where it is, or else the top of a pane that its host does not move would lie outside the host. The
+    // pane counts as hidden meanwhile, so that nothing is drawn on the way.
+    RECT framed{};
+    RECT area{};
+    GetWindowRect(framed);
+    MapWindowPoints(nullptr, parent, reinterpret_cast<POINT*>(&framed), 2);
+    GetClientRect(area);
+    MapWindowPoints(created, parent, reinterpret_cast<POINT*>(&area), 2);
     SetStyles(kPaneStyle & ~WS_VISIBLE, kPaneExtendedStyle);
-    SetWindowPos(created, nullptr, 0, 0, 0, 0,
-                 SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOREDRAW);
+    SetWindowPos(created, nullptr, static_cast<int>(area.left), static_cast<int>(area.top),
+                 static_cast<int>(area.right - area.left), static_cast<int>(area.bottom - area.top),
+                 SWP_FRAMECHANGED | SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOREDRAW);
     SetStyles(kPaneStyle, kPaneExtendedStyle);
-    RedrawWindow(created, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
+    // The frame may have been drawn already, and where it was is the parent's again.
+    RedrawWindow(parent, &framed, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
 }
 
 void Dialog::CreateModelessPane(Dialog* object) {

@@ -67,9 +67,9 @@ class Dialog : public Window {
     // ---- creation; object receives the messages (the dialog itself, as a rule)
     // When the window was made and destroyed again meanwhile, this object may be gone on return.
 
-    // A child pane from a template, visible and without border, whatever the template's style says. Needs a
-    // parent. On failure the handle stays 0. When OnInitDialog fails the window stays hidden, without an
-    // object, until its parent goes.
+    // A child pane from a template, visible and without border, whatever the template's style says: as large
+    // as the template, at the template's place in the parent. Needs a parent. On failure the handle stays 0.
+    // When OnInitDialog fails the window stays hidden, without an object, until its parent goes.
     void CreateModeless(std::uint32_t templateId, Dialog* object);
     // A child pane without items, 1000 by 100 dialog units.
     void CreateModelessPane(Dialog* object);

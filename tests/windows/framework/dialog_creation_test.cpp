@@ -68,6 +68,15 @@ TEST(ModelessDialog, IsABorderlessVisibleEnabledChild) {
     dialog.GetClientRect(client);
     EXPECT_EQ(client.bottom, window.bottom - window.top) << "no caption is left of the template's";
     EXPECT_EQ(client.right, window.right - window.left);
+    // As large as the template and where the template says: its caption has not moved it out of the parent.
+    RECT units{0, 0, 200, 100};
+    MapDialogRect(dialog.Handle(), &units);
+    EXPECT_EQ(client.right, units.right);
+    EXPECT_EQ(client.bottom, units.bottom);
+    POINT corner{};
+    MapWindowPoints(dialog.Handle(), frame.Handle(), &corner, 1);
+    EXPECT_EQ(corner.x, 0);
+    EXPECT_EQ(corner.y, 0);
     EXPECT_EQ(SendDlgItemMessageA(dialog.Handle(), IDC_LIST, LB_GETITEMHEIGHT, 0, 0), 150)
         << "an owner-drawn list asks before the dialog has its object";
 }
