@@ -200,14 +200,8 @@ void FrameWindow::OnTabChosen() {
         paneHost_->FocusPane();
 }
 
-// The window manager gives the keyboard to the window itself; it belongs to the control that had it.
-void FrameWindow::OnActivate(bool active) {
-    if (active)
-        return;
-    const HWND focus = GetFocus();
-    lastFocus_ = IsChild(Window(), focus) ? focus : nullptr;
-}
-
+// The window manager gives the keyboard to the window itself when it is entered again; it belongs to the
+// control that had it.
 void FrameWindow::OnSetFocus() {
     if (lastFocus_ != nullptr && IsChild(Window(), lastFocus_))
         SetFocus(lastFocus_);
@@ -238,6 +232,9 @@ void FrameWindow::AppendReport(const std::wstring& kind, const std::wstring& tex
 }
 
 bool FrameWindow::TranslateKeys(MSG& message) {
+    // Before each message: one that opens a dialog disables this window, and its focus is gone by then.
+    if (const HWND focus = GetFocus(); focus != nullptr && IsChild(Window(), focus))
+        lastFocus_ = focus;
     if (TranslateAcceleratorW(Window(), accelerators_, &message) != 0)
         return true;
     return paneHost_->TranslateForPane(message) || IsDialogMessageW(Window(), &message) != FALSE;
@@ -261,9 +258,6 @@ LRESULT FrameWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
                 header.hwndFrom == tabs_ && header.code == static_cast<UINT>(TCN_SELCHANGE))
                 OnTabChosen();
             return 0;
-        case WM_ACTIVATE:
-            OnActivate(LOWORD(wParam) != WA_INACTIVE);
-            return HostWindow::OnMessage(message, wParam, lParam);
         case WM_SETFOCUS:
             OnSetFocus();
             return 0;

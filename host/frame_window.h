@@ -75,7 +75,6 @@ class FrameWindow final : public HostWindow {
     void ShowNote(std::wstring text);
     void StepPane(int step);
     void FocusNextPart();
-    void OnActivate(bool active);
     void OnSetFocus();
     void OnTabChosen();
     bool ConfirmLoss();
@@ -88,7 +87,7 @@ class FrameWindow final : public HostWindow {
     HACCEL accelerators_;
     HWND tabs_ = nullptr;
     HWND status_ = nullptr;
-    HWND lastFocus_ = nullptr;  // what had the keyboard when the window was left
+    HWND lastFocus_ = nullptr;  // the control that had the keyboard last
     bool logShown_ = true;
     std::unique_ptr<PatientStrip> strip_;
     std::unique_ptr<LogPane> log_;

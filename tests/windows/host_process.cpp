@@ -23,6 +23,21 @@ std::wstring CommandLine(const std::wstring& program, const std::vector<std::wst
     return line;
 }
 
+// On a screen without a window manager Wine waits two seconds for the end of every window that was active,
+// unless it was told before the program's start that there is none. Windows reads no such key.
+void SayThereIsNoWindowManager() {
+    static const bool said = [] {
+        HKEY key = nullptr;
+        if (RegCreateKeyExA(HKEY_CURRENT_USER, "Software\\Wine\\AppDefaults\\kxhost.exe\\X11 Driver", 0,
+                            nullptr, 0, KEY_SET_VALUE, nullptr, &key, nullptr) != ERROR_SUCCESS)
+            return false;
+        RegSetValueExA(key, "Managed", 0, REG_SZ, reinterpret_cast<const BYTE*>("N"), 2);
+        RegCloseKey(key);
+        return true;
+    }();
+    (void)said;
+}
+
 // One end of a pipe that the child inherits, and the text that came through it.
 class Pipe {
   public:
@@ -64,6 +79,7 @@ std::wstring ProductFolder() {
 }
 
 HostResult RunHost(const std::vector<std::wstring>& arguments, const std::wstring& program) {
+    SayThereIsNoWindowManager();
     const std::wstring file = program.empty() ? ProductFolder() + L"\\kxhost.exe" : program;
     Pipe output;
     Pipe error;
@@ -105,6 +121,7 @@ std::vector<std::string> Lines(const std::string& text) {
 }
 
 OpenHost::OpenHost(const std::vector<std::wstring>& arguments) {
+    SayThereIsNoWindowManager();
     const std::wstring file = ProductFolder() + L"\\kxhost.exe";
     std::wstring line = CommandLine(file, arguments);
     STARTUPINFOW start{};
@@ -121,7 +138,14 @@ OpenHost::~OpenHost() {
         return;
     if (frame_ != nullptr)
         PostMessageW(frame_, WM_CLOSE, 0, 0);
-    if (WaitForSingleObject(process_.hProcess, 5000) == WAIT_TIMEOUT)
+    // What was changed is asked about, and given up.
+    bool ended = false;
+    for (int i = 0; i < 100 && !ended; ++i) {
+        ended = WaitForSingleObject(process_.hProcess, 50) != WAIT_TIMEOUT;
+        if (const HWND question = ended ? nullptr : FindMessageBox(); question != nullptr)
+            PostMessageW(question, WM_COMMAND, IDYES, 0);
+    }
+    if (!ended)
         TerminateProcess(process_.hProcess, 1);
     CloseHandle(process_.hThread);
     CloseHandle(process_.hProcess);
