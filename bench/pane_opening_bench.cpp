@@ -1,13 +1,8 @@
 // Opening panes through the exports, against making the same windows with nobody behind them.
-#include <cstdio>
-
+#include "bench/bare_table.h"
 #include "bench/loaded_library.h"
 #include "bench/ratio.h"
 #include "dialogs/resources/morphology_ids.h"
-#include "dialogs/resources/picture_ids.h"
-#include "dialogs/resources/resource_ids.h"
-// After <windows.h>.
-#include <commctrl.h>
 
 namespace {
 
@@ -53,9 +48,32 @@ bool MeasureMorphology(LoadedLibrary& library) {
     return opened;
 }
 
+bool MeasureTable(LoadedLibrary& library) {
+    const kx::bench::LibraryControls controls(library.Module());
+    const kx::bench::BareTable bareTable(library.Module());
+    const auto open = library.Find("TABLEDIALOG");
+    bool opened = true;
+    HWND bare = nullptr;
+    HWND pane = nullptr;
+    const auto rows = [](HWND table) { return SendMessageA(GetDlgItem(table, 1), LVM_GETITEMCOUNT, 0, 0); };
+    const kx::bench::Measured measured =
+        kx::bench::MeasureUndone([&] { bare = bareTable.Open(library.Parent()); },
+                                 [&] {
+                                     opened = opened && rows(bare) == KX_STANDARD_LEADS;
+                                     LoadedLibrary::Close(bare);
+                                 },
+                                 [&] { pane = library.Open(open); },
+                                 [&] {
+                                     opened = opened && rows(pane) == KX_STANDARD_LEADS;
+                                     LoadedLibrary::Close(pane);
+                                 });
+    kx::bench::PrintLine("open_table", measured, 1.5);
+    return opened;
+}
+
 }  // namespace
 
 int main() {
     LoadedLibrary library;
-    return library.IsReady() && MeasureMorphology(library) ? 0 : 1;
+    return library.IsReady() && MeasureMorphology(library) && MeasureTable(library) ? 0 : 1;
 }
