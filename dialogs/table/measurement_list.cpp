@@ -6,6 +6,7 @@
 #include "dialogs/resources/picture_ids.h"
 #include "dialogs/resources/resource_ids.h"
 #include "lib/measurement_table.h"
+#include "lib/windows/drawing_pause.h"
 
 namespace kx {
 namespace {
@@ -37,12 +38,14 @@ class OpenedClipboard {
 
 MeasurementList::MeasurementList(const LibraryModule& library, Window* pane)
     : ListView(library, pane, kListId, ListForm::kReport, kFirstPlace) {
+    const DrawingPause pause(*this);
     ShowGridLines();
     SetImages(KX_STANDARD_LEADS, kLeadIcons);
     SetColumnsFromResource(IDS_MEASUREMENT_COLUMNS);
 }
 
 void MeasurementList::Fill(KxMeasurementSet& set) {
+    const DrawingPause pause(*this);
     set_ = &set;
     for (int lead = 0; lead < KX_STANDARD_LEADS; ++lead) {
         AppendRow(reinterpret_cast<LPARAM>(&set.leads[lead]), lead);

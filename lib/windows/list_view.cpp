@@ -9,7 +9,6 @@
 #include "lib/pick_list.h"
 #include "lib/windows/common_controls.h"
 #include "lib/windows/device_context.h"
-#include "lib/windows/gdi_handles.h"
 
 namespace kx {
 namespace {
@@ -35,18 +34,6 @@ DWORD StyleOf(ListForm form) {
         default:
             return kReportStyle;
     }
-}
-
-UniqueImageList LoadIcons(const ModuleInstance& module, int side, int count, const std::uint32_t* iconIds) {
-    UniqueImageList images(ImageList_Create(side, side, ILC_COLOR32 | ILC_MASK, std::max(count, 1), 0));
-    for (int i = 0; images != nullptr && i < count; ++i) {
-        const UniqueIcon icon(
-            static_cast<HICON>(module.LoadImageById(iconIds[i], IMAGE_ICON, side, side, 0)));
-        if (icon == nullptr || ImageList_ReplaceIcon(images.get(), -1, icon.get()) < 0) {
-            images.reset();
-        }
-    }
-    return images;
 }
 
 }  // namespace
@@ -105,8 +92,8 @@ void ListView::AddExtendedStyle(DWORD bits) {
 }
 
 bool ListView::SetImages(int count, const std::uint32_t* iconIds) {
-    UniqueImageList smallImages = LoadIcons(library_->instance, kSmallSide, count, iconIds);
-    UniqueImageList normalImages = LoadIcons(library_->instance, kNormalSide, count, iconIds);
+    UniqueImageList smallImages = LoadIconImages(library_->instance, kSmallSide, count, iconIds);
+    UniqueImageList normalImages = LoadIconImages(library_->instance, kNormalSide, count, iconIds);
     const bool complete = smallImages != nullptr && normalImages != nullptr;
     if (!complete) {
         smallImages.reset();
