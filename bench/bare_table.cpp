@@ -1,12 +1,17 @@
 #include "bench/bare_table.h"
 
+#include <cstdint>
+
 #include "dialogs/resources/picture_ids.h"
 #include "lib/windows/dialog_template.h"
 
 namespace kx::bench {
 namespace {
 
-constexpr int kLeads = 12;
+constexpr std::uint32_t kIcons[] = {IDI_LEAD_I,   IDI_LEAD_II,  IDI_LEAD_III, IDI_LEAD_AVR,
+                                    IDI_LEAD_AVL, IDI_LEAD_AVF, IDI_LEAD_V1,  IDI_LEAD_V2,
+                                    IDI_LEAD_V3,  IDI_LEAD_V4,  IDI_LEAD_V5,  IDI_LEAD_V6};
+constexpr int kLeads = sizeof kIcons / sizeof kIcons[0];
 constexpr int kColumnWidth = 70;
 const char* const kTitles[] = {"Deriv",   "aP1 (uV)", "aP2 (uV)", "aQ (uV)",  "aR (uV)",
                                "aS (uV)", "aR1 (uV)", "aS1 (uV)", "aT1 (uV)", "aT2 (uV)"};
@@ -14,33 +19,9 @@ constexpr int kColumns = 10;
 constexpr int kMargin = 7;
 constexpr int kWidth = 690;
 constexpr int kHeight = 238;
-constexpr DWORD kListStyle = 0x5001000D;
+constexpr DWORD kListStyle = 0x5001000D | LVS_SHAREIMAGELISTS;
 
-template <class Function>
-Function Find(HMODULE module, const char* name) {
-    return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(module, name)));
-}
-
-}  // namespace
-
-BareTable::BareTable(HMODULE module) : module_(module) {
-    const HMODULE controls = LoadLibraryA("comctl32.dll");
-    create_ = Find<decltype(create_)>(controls, "ImageList_Create");
-    replaceIcon_ = Find<decltype(replaceIcon_)>(controls, "ImageList_ReplaceIcon");
-}
-
-HIMAGELIST BareTable::LoadIcons(int side) const {
-    const HIMAGELIST images = create_(side, side, ILC_COLOR32 | ILC_MASK, kLeads, 0);
-    for (int lead = 0; lead < kLeads; ++lead) {
-        const auto icon = static_cast<HICON>(
-            LoadImageA(module_, MAKEINTRESOURCEA(IDI_LEAD_I + lead), IMAGE_ICON, side, side, 0));
-        replaceIcon_(images, -1, icon);
-        DestroyIcon(icon);
-    }
-    return images;
-}
-
-void BareTable::AddColumns(HWND list) const {
+void AddColumns(HWND list) {
     for (int i = 0; i < kColumns; ++i) {
         LVCOLUMNA column{};
         column.mask = LVCF_FMT | LVCF_WIDTH | LVCF_TEXT | LVCF_SUBITEM;
@@ -51,7 +32,7 @@ void BareTable::AddColumns(HWND list) const {
     }
 }
 
-void BareTable::AddRows(HWND list) const {
+void AddRows(HWND list) {
     for (int lead = 0; lead < kLeads; ++lead) {
         LVITEMA item{};
         item.mask = LVIF_TEXT | LVIF_IMAGE | LVIF_PARAM;
@@ -65,15 +46,18 @@ void BareTable::AddRows(HWND list) const {
     }
 }
 
-void BareTable::Fill(HWND pane) const {
-    const HWND list =
-        CreateWindowExA(0, WC_LISTVIEWA, "", kListStyle, kMargin, kMargin, kWidth - 2 * kMargin,
-                        kHeight - 2 * kMargin, pane, reinterpret_cast<HMENU>(UINT_PTR{1}), module_, nullptr);
+}  // namespace
+
+void BareTable::Fill(HWND pane) {
+    const HWND list = CreateWindowExA(0, WC_LISTVIEWA, "", kListStyle, kMargin, kMargin, kWidth - 2 * kMargin,
+                                      kHeight - 2 * kMargin, pane, reinterpret_cast<HMENU>(UINT_PTR{1}),
+                                      module_.Handle(), nullptr);
     constexpr DWORD kExtended = LVS_EX_GRIDLINES | LVS_EX_FULLROWSELECT | LVS_EX_HEADERDRAGDROP;
     SendMessageA(list, LVM_SETEXTENDEDLISTVIEWSTYLE, kExtended, kExtended);
-    // The list destroys its images with itself.
-    SendMessageA(list, LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(LoadIcons(16)));
-    SendMessageA(list, LVM_SETIMAGELIST, LVSIL_NORMAL, reinterpret_cast<LPARAM>(LoadIcons(32)));
+    small_ = LoadIconImages(module_, 16, kLeads, kIcons);
+    normal_ = LoadIconImages(module_, 32, kLeads, kIcons);
+    SendMessageA(list, LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(small_.get()));
+    SendMessageA(list, LVM_SETIMAGELIST, LVSIL_NORMAL, reinterpret_cast<LPARAM>(normal_.get()));
     AddColumns(list);
     AddRows(list);
     SetWindowPos(pane, nullptr, 0, 0, kWidth, kHeight, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
@@ -82,17 +66,22 @@ void BareTable::Fill(HWND pane) const {
 
 INT_PTR CALLBACK BareTable::PaneProcedure(HWND pane, UINT message, WPARAM, LPARAM lParam) {
     if (message == WM_INITDIALOG) {
-        reinterpret_cast<const BareTable*>(lParam)->Fill(pane);
+        reinterpret_cast<BareTable*>(lParam)->Fill(pane);
     }
     return message == WM_INITDIALOG;
 }
 
-HWND BareTable::Open(HWND parent) const {
+HWND BareTable::Open(HWND parent) {
     static constexpr InMemoryTemplate kPane = MakeTemplate(
         WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | DS_CONTROL | DS_SETFONT | DS_FIXEDSYS | DS_3DLOOK,
         WS_EX_CONTROLPARENT, 1000, 100);
-    return CreateDialogIndirectParamA(module_, kPane.Header(), parent, PaneProcedure,
+    return CreateDialogIndirectParamA(module_.Handle(), kPane.Header(), parent, PaneProcedure,
                                       reinterpret_cast<LPARAM>(this));
+}
+
+void BareTable::FreeImages() {
+    small_.reset();
+    normal_.reset();
 }
 
 }  // namespace kx::bench

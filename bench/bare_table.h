@@ -4,29 +4,28 @@
 
 #include <windows.h>
 
-#include <commctrl.h>
+#include "lib/modules/module_instance.h"
+#include "lib/windows/image_list.h"
 
 namespace kx::bench {
 
 class BareTable {
   public:
-    // module: the library, whose icons are used. The library's controls must be active.
-    explicit BareTable(HMODULE module);
+    // module: the library, whose icons are used. The program needs the library's version of the controls.
+    explicit BareTable(HMODULE module) : module_(module) {}
 
     // The pane, shown in the parent's window; the caller destroys it.
-    HWND Open(HWND parent) const;
+    HWND Open(HWND parent);
+    // Frees the images of a pane that is gone.
+    void FreeImages();
 
   private:
     static INT_PTR CALLBACK PaneProcedure(HWND pane, UINT message, WPARAM wParam, LPARAM lParam);
-    void Fill(HWND pane) const;
-    HIMAGELIST LoadIcons(int side) const;
-    void AddColumns(HWND list) const;
-    void AddRows(HWND list) const;
+    void Fill(HWND pane);
 
-    HMODULE module_;
-    // Of the controls' own version, which this program is not linked with.
-    decltype(&::ImageList_Create) create_;
-    decltype(&::ImageList_ReplaceIcon) replaceIcon_;
+    ModuleInstance module_;
+    UniqueImageList small_;
+    UniqueImageList normal_;
 };
 
 }  // namespace kx::bench

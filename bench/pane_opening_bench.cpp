@@ -3,6 +3,8 @@
 #include "bench/loaded_library.h"
 #include "bench/ratio.h"
 #include "dialogs/resources/morphology_ids.h"
+// After <windows.h>.
+#include <commctrl.h>
 
 namespace {
 
@@ -50,7 +52,7 @@ bool MeasureMorphology(LoadedLibrary& library) {
 
 bool MeasureTable(LoadedLibrary& library) {
     const kx::bench::LibraryControls controls(library.Module());
-    const kx::bench::BareTable bareTable(library.Module());
+    kx::bench::BareTable bareTable(library.Module());
     const auto open = library.Find("TABLEDIALOG");
     bool opened = true;
     HWND bare = nullptr;
