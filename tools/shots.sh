@@ -11,7 +11,7 @@ cd "$KX_ROOT"
 
 bash tools/build.sh win32
 mkdir -p build/shots
-panes=(window general qrs p t hypertrophy interpretation table)
+panes=(window general qrs p t hypertrophy interpretation table report)
 missing=0
 
 # shoot NAME RECORD...: every pane of one recording.
@@ -36,10 +36,20 @@ else
     say "no recordings here: no pictures of a real one"
 fi
 
+# The two modal dialogs are pictured by their tests while they are driven; these write into build/shots/ themselves.
+for modal in "dictionary_test *Clicked*" "statement_editor_test *CompletesStatements"; do
+    program="${modal%% *}"
+    (cd build/win32 && ../../tools/wine.sh "test-bin/dialogs/$program.exe" --gtest_brief=1 "--gtest_filter=${modal#* }") ||
+        missing=$((missing + 1))
+done
+
 if [ "${1:-}" != --no-docs ]; then
     mkdir -p docs/pictures
     for pane in "${panes[@]}"; do
         [ ! -e "build/shots/builtin-$pane.png" ] || cp "build/shots/builtin-$pane.png" "docs/pictures/$pane.png"
+    done
+    for modal in dictionary editor; do
+        [ ! -e "build/shots/$modal.png" ] || cp "build/shots/$modal.png" "docs/pictures/$modal.png"
     done
     say "the README's pictures: docs/pictures/"
 fi

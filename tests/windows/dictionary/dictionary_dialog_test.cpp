@@ -1,4 +1,5 @@
 // The user dictionary as it shows itself and as it takes what the user does.
+#include "tests/support/window_shot.h"
 #include "tests/windows/dictionary/dictionary_fixture.h"
 
 #include "tests/support/gui_objects.h"
@@ -99,6 +100,7 @@ TEST_F(DictionaryTest, ShowsTheStatementThatWasClickedInTheEdits) {
         EXPECT_EQ(GetFocus(), Item(dialog, IDC_DICT_TEXT));
         EXPECT_TRUE(IsShownSelected(dialog, 1));
         EXPECT_FALSE(IsShownSelected(dialog, 0));
+        EXPECT_TRUE(Shoot(dialog, "dictionary"));
         // What goes into the edits is no typing: each statement keeps its own code.
         ClickOn(dialog, Entry(dialog, 0));
         EXPECT_TRUE(IsShownSelected(dialog, 0));

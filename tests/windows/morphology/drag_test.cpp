@@ -5,6 +5,7 @@
 #include <cstring>
 #include <string>
 
+#include "tests/support/window_shot.h"
 #include "tests/windows/morphology/pane_under_test.h"
 
 namespace {
@@ -200,6 +201,23 @@ TEST(MorphologyDrag, GlobalMarkersAreTheSameOnEveryLead) {
     EXPECT_EQ(pane.Stored(), expected);
     pane.SelectLead(KX_LEAD_AVL);
     EXPECT_EQ(pane.Shown(), expected);
+}
+
+// To be looked at: build/shots/drag-1-before.png and the next ones.
+TEST(MorphologyDrag, CanBeSeenInPictures) {
+    PaneUnderTest pane(kQrsPane);
+    ASSERT_NE(pane.Pane(), nullptr);
+    EXPECT_TRUE(kx::test::Shoot(pane.Host(), "drag-1-before"));
+    const int start = pane.ColumnOf(pane.Stored()[0]);
+    ASSERT_TRUE(pane.IsMarkerAt(start));
+    PostMessageA(pane.View(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(start, pane.Row()));
+    for (int column = start; column >= start - 60; column -= 20) {
+        PostMessageA(pane.View(), WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(column, pane.Row()));
+    }
+    EXPECT_TRUE(kx::test::Shoot(pane.Host(), "drag-2-during"));
+    PostMessageA(pane.View(), WM_LBUTTONUP, 0, MAKELPARAM(start - 60, pane.Row()));
+    EXPECT_TRUE(kx::test::Shoot(pane.Host(), "drag-3-after"));
+    EXPECT_EQ(pane.Shown(), pane.Stored());
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // What the editor shows and takes, and what of it gets into the record.
 #include <cstring>
 
+#include "tests/support/window_shot.h"
 #include "tests/windows/statement_editor/editor_fixture.h"
 
 namespace kx::test {
@@ -102,6 +103,7 @@ TEST_F(StatementEditorTest, CompletesStatements) {
                       EXPECT_TRUE(IsProposing());
                       EXPECT_FALSE(IsWindowEnabled(panelButton));
                       EXPECT_EQ(GetFocus(), Item(editor, kEditId));
+                      EXPECT_TRUE(Shoot(editor, "editor"));
                       TypeText(editor, "\r");
                       EXPECT_FALSE(IsProposing());
                       EXPECT_TRUE(IsWindowEnabled(panelButton));
