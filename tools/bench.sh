@@ -10,25 +10,47 @@ cd "$KX_ROOT" || exit 1
 if [ -z "${DISPLAY:-}" ]; then exec tools/with-display.sh "${BASH_SOURCE[0]}" "$@"; fi
 
 mkdir -p build
+names="$*"
+wanted() { [ -z "$names" ] || [[ " $names " == *" $1 "* ]]; }
+
+# build PRESET TARGET...
+build() {
+    local preset="$1"
+    shift
+    { cmake --preset "$preset" && cmake --build --preset "$preset" --target "$@"; } >build/bench-build.log 2>&1 || {
+        tail -n 40 build/bench-build.log
+        die "building $* ($preset) failed"
+    }
+}
+
+# The page whose compression is measured is the workstation's own.
+page=build/bench-page.bmp
+if wanted packbits_bench; then
+    rm -f "$page"
+    say "printing a page ..."
+    build win32 kxhost kxanalyze kxsys
+    tools/wine.sh build/win32/bin/kxhost.exe --print "${page//\//\\}" --builtin V5 >/dev/null
+    [ -s "$page" ] || die "the workstation has not saved its page"
+fi
+
 failed=0
 over=0
 ran=0
 for preset in optimised win32; do
     say "building the benchmarks ($preset) ..."
     rm -rf "build/$preset/bench-bin"
-    { cmake --preset "$preset" && cmake --build --preset "$preset" --target benchmarks; } >"build/bench-build.log" 2>&1 || {
-        tail -n 40 build/bench-build.log
-        die "building the benchmarks failed"
-    }
+    build "$preset" benchmarks
     printf '%-36s %14s %14s %9s %9s   (%s)\n' "" "floor ns" "measured ns" "ratio" "target" "$preset"
     for program in "build/$preset/bench-bin"/*; do
         name="$(basename "${program%.exe}")"
         [ -x "$program" ] || continue
-        [ $# -eq 0 ] || [[ " $* " == *" $name "* ]] || continue
+        wanted "$name" || continue
         ran=$((ran + 1))
         run=()
         [ "$preset" = win32 ] && run=(tools/wine.sh)
-        if ! lines="$(timeout 300 "${run[@]}" "$program" | tr -d '\r')"; then
+        arguments=()
+        [ "$name" = packbits_bench ] && arguments=("$page")
+        if ! lines="$(timeout 300 "${run[@]}" "$program" "${arguments[@]}" | tr -d '\r')"; then
             printf '%-36s does not run\n' "$name"
             failed=$((failed + 1))
             continue

@@ -40,6 +40,9 @@ need "the cross compiler" "command -v i686-w64-mingw32-g++-posix && command -v i
 need "GoogleTest's sources" "test -e /usr/src/googletest/CMakeLists.txt" googletest
 need "the virtual screen" "command -v Xvfb" xvfb
 case "${1:-}" in
+bench)
+    need "libtiff, the rival of the raster compression" "echo '#include <tiffio.h>' | g++ -fsyntax-only -x c++ -" libtiff-dev
+    ;;
 fuzz)
     need "clang with libFuzzer" \
         "echo 'extern \"C\" int LLVMFuzzerTestOneInput(const char*, int){return 0;}' |
