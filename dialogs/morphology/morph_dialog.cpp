@@ -102,7 +102,7 @@ bool MorphDialog::OnInitDialog() {
 }
 
 bool MorphDialog::Build() {
-    const HWND view = GetDlgItem(Handle(), IDC_MORPH_VIEW);
+    HWND view = GetDlgItem(Handle(), IDC_MORPH_VIEW);
     view_ = reinterpret_cast<Window*>(
         SendMessageA(view, MV_ATTACHOWNER, 0, reinterpret_cast<LPARAM>(static_cast<Window*>(this))));
     if (view_ == nullptr) {

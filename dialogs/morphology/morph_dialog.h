@@ -105,7 +105,7 @@ class MorphDialog : public Dialog, private Redetection {
     void Restore(const MarkerSnapshot& snapshot);
 
     const MorphTable& table_;
-    EpisodeRecord* beat_;  // the host's
+    EpisodeRecord* beat_;                   // the host's
     std::optional<AnalysisEngine> engine_;  // none without a beat
 
     Window* view_ = nullptr;  // its window's

@@ -28,7 +28,7 @@ bool IsControlAlone() {
 }
 
 LRESULT CallOriginal(const Watched& watched, HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    const WNDPROC original = watched.original;
+    WNDPROC original = watched.original;
     if (message == WM_NCDESTROY) {
         g_watched.erase(window);
     }

@@ -18,7 +18,7 @@ struct Row {
     Values dragged;  // kUntouched: not dragged
     bool noPWave;
     Values expected;
-    std::uint16_t flags;
+    int flags;
     int calls;
 };
 
