@@ -189,8 +189,9 @@ void OverLeads(const Beat& beat, const Trace BeatLead::*trace, Trace& result) {
     }
 }
 
-Trace DistanceFrom(const Beat& beat, Place baseFrom, Place baseTo, Place from, Place to) {
-    Trace distance(static_cast<std::size_t>(beat.length));
+const Trace& DistanceFrom(const Beat& beat, Place baseFrom, Place baseTo, Place from, Place to) {
+    Trace& distance = beat.distance;
+    distance.assign(static_cast<std::size_t>(beat.length), 0);
     int leads = 0;
     for (const BeatLead& lead : beat.leads) {
         if (!lead.present) {
@@ -222,14 +223,12 @@ double MeanBetween(const Trace& trace, Place from, Place to, double otherwise) {
     return sum / (to - from);
 }
 
-double Median(std::vector<double> values) {
-    return Quantile(std::move(values), 0.5);
-}
-
-double Quantile(std::vector<double> values, double part) {
-    if (values.empty()) {
+double Quantile(const Beat& beat, std::span<const double> all, double part) {
+    if (all.empty()) {
         return 0;
     }
+    Trace& values = beat.sorted;
+    values.assign(all.begin(), all.end());
     const double position = part * static_cast<double>(values.size() - 1);
     const auto below = values.begin() + static_cast<std::ptrdiff_t>(position);
     std::nth_element(values.begin(), below, values.end());

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <vector>
 
 namespace kx::analysis {
 namespace {
@@ -19,15 +18,9 @@ constexpr double kSecondMicrovolts = 25;
 constexpr double kSecondPart = 0.2;
 constexpr int kSecondMs = 16;
 
-struct Phase {
-    Place from;
-    Place to;
-    double extremum;  // signed
-};
-
 // Stretches of one sign between the places at which the curve crosses the base.
-std::vector<Phase> Phases(const Trace& level, double base, Interval wave) {
-    std::vector<Phase> phases;
+void FindPhases(const Trace& level, double base, Interval wave, std::vector<Phase>& phases) {
+    phases.clear();
     const Place end = std::min(wave.off, static_cast<Place>(level.size()));
     for (Place i = std::max(wave.on, 0); i < end; ++i) {
         const double value = level[static_cast<std::size_t>(i)] - base;
@@ -39,26 +32,26 @@ std::vector<Phase> Phases(const Trace& level, double base, Interval wave) {
             phases.back().extremum = value;
         }
     }
-    return phases;
 }
 
 // Drops the phases that are too small, and joins neighbours that then have the same sign.
-std::vector<Phase> Significant(const std::vector<Phase>& phases, double microvolts, int ms) {
-    std::vector<Phase> kept;
-    for (const Phase& phase : phases) {
+void KeepSignificant(std::vector<Phase>& phases, double microvolts, int ms) {
+    std::size_t kept = 0;
+    for (const Phase phase : phases) {
         if (std::fabs(phase.extremum) < microvolts || phase.to - phase.from < ms) {
             continue;
         }
-        if (!kept.empty() && (kept.back().extremum < 0) == (phase.extremum < 0)) {
-            kept.back().to = phase.to;
-            if (std::fabs(phase.extremum) > std::fabs(kept.back().extremum)) {
-                kept.back().extremum = phase.extremum;
+        Phase* const last = kept == 0 ? nullptr : &phases[kept - 1];
+        if (last != nullptr && (last->extremum < 0) == (phase.extremum < 0)) {
+            last->to = phase.to;
+            if (std::fabs(phase.extremum) > std::fabs(last->extremum)) {
+                last->extremum = phase.extremum;
             }
         } else {
-            kept.push_back(phase);
+            phases[kept++] = phase;
         }
     }
-    return kept;
+    phases.resize(kept);
 }
 
 double LargestModulus(const std::vector<Phase>& phases) {
@@ -77,11 +70,12 @@ bool ComesBack(const Trace& level, double base, const Phase& last, double microv
 
 }  // namespace
 
-std::array<Place, 5> FindQrsComponents(const Trace& level, double isoelectric, Interval complex) {
+std::array<Place, 5> FindQrsComponents(const Trace& level, double isoelectric, Interval complex,
+                                       std::vector<Phase>& phases) {
     std::array<Place, 5> onsets{};
-    const std::vector<Phase> all = Phases(level, isoelectric, complex);
-    const double smallest = std::max(kSmallestMicrovolts, kSmallestPart * LargestModulus(all));
-    std::vector<Phase> phases = Significant(all, smallest, kShortestMs);
+    FindPhases(level, isoelectric, complex, phases);
+    const double smallest = std::max(kSmallestMicrovolts, kSmallestPart * LargestModulus(phases));
+    KeepSignificant(phases, smallest, kShortestMs);
     while (phases.size() > 1 && !ComesBack(level, isoelectric, phases.back(), smallest)) {
         phases.pop_back();
     }
@@ -99,10 +93,10 @@ std::array<Place, 5> FindQrsComponents(const Trace& level, double isoelectric, I
     return onsets;
 }
 
-Place FindSecondComponent(const Trace& level, double base, Interval wave) {
-    const std::vector<Phase> all = Phases(level, base, wave);
-    const double smallest = std::max(kSecondMicrovolts, kSecondPart * LargestModulus(all));
-    const std::vector<Phase> phases = Significant(all, smallest, kSecondMs);
+Place FindSecondComponent(const Trace& level, double base, Interval wave, std::vector<Phase>& phases) {
+    FindPhases(level, base, wave, phases);
+    const double smallest = std::max(kSecondMicrovolts, kSecondPart * LargestModulus(phases));
+    KeepSignificant(phases, smallest, kSecondMs);
     return phases.size() < 2 ? 0 : phases[1].from;
 }
 

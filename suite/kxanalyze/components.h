@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <vector>
 
 #include "suite/kxanalyze/beat.h"
 #include "suite/kxanalyze/boundaries.h"
@@ -11,10 +12,13 @@ namespace kx::analysis {
 // Onsets of Q, R, S, R', S' in this order, 0 = absent. The first component begins at the onset of the
 // complex, each further one where the curve crosses the isoelectric level. A complex that only goes down is a
 // Q wave without R.
-std::array<Place, 5> FindQrsComponents(const Trace& level, double isoelectric, Interval complex);
+// phases: working memory.
+std::array<Place, 5> FindQrsComponents(const Trace& level, double isoelectric, Interval complex,
+                                       std::vector<Phase>& phases);
 
 // Where the second component of a wave with two phases of opposite sign begins; 0 for a wave with one.
-Place FindSecondComponent(const Trace& level, double base, Interval wave);
+// phases: working memory.
+Place FindSecondComponent(const Trace& level, double base, Interval wave, std::vector<Phase>& phases);
 
 // The value of level[from, to) furthest above (sign 1) or below (sign -1) the base, or furthest on either
 // side (sign 0), less the base; 0 when the curve is never on that side or the range is empty.

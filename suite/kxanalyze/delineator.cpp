@@ -37,16 +37,17 @@ LeadRow FoundBoundaries(const Waves& waves, std::size_t code, const GlobalRow& p
 }
 
 // Fills in the automatic components between the boundaries that the row holds.
-void FindComponents(const BeatLead& lead, const GlobalRow& points, Interval complex, LeadRow& row) {
+void FindComponents(const Beat& beat, const BeatLead& lead, const GlobalRow& points, Interval complex,
+                    LeadRow& row) {
     const double base = IsoelectricLevel(lead, points[kQrsOn], points[kPOff]);
     const auto second = [&](LeadMarker on, LeadMarker off, double level) {
         const bool present = row[on] != 0 && row[off] != 0;
-        return present ? FindSecondComponent(lead.fine, level, {row[on], row[off]}) : 0;
+        return present ? FindSecondComponent(lead.fine, level, {row[on], row[off]}, beat.phases) : 0;
     };
     row[kLeadPPrimeOn] = second(kLeadPOn, kLeadPOff, LevelBeforeP(lead, row[kLeadPOn]));
     row[kLeadTPrimeOn] = second(kLeadTOn, kLeadTOff, base);
     if (complex.Present()) {
-        const auto onsets = FindQrsComponents(lead.level, base, {complex.on, row[kLeadQrsOff]});
+        const auto onsets = FindQrsComponents(lead.level, base, {complex.on, row[kLeadQrsOff]}, beat.phases);
         std::copy(onsets.begin(), onsets.end(), row.begin() + kLeadQOn);
     }
 }
@@ -60,7 +61,7 @@ LeadRow MarkersOf(const Beat& beat, const Waves& waves, std::size_t code, const 
         return JoinLead({}, stored, manual);
     }
     LeadRow row = JoinLead(FoundBoundaries(waves, code, points), stored, manual);
-    FindComponents(lead, points, Within(waves.qrs.leads[code], points[kQrsOn], points[kQrsOff]), row);
+    FindComponents(beat, lead, points, Within(waves.qrs.leads[code], points[kQrsOn], points[kQrsOff]), row);
     return JoinLead(row, stored, manual);
 }
 

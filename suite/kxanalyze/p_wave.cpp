@@ -103,8 +103,12 @@ double Valley(const Trace& trace, Place peak, int direction, Place end) {
     return lowest;
 }
 
+std::span<const double> Between(const Trace& trace, Place from, Place to) {
+    return std::span(trace).subspan(static_cast<std::size_t>(from), static_cast<std::size_t>(to - from));
+}
+
 void FindPeak(const Beat& beat, Wave& wave) {
-    const Trace deflection =
+    const Trace& deflection =
         DistanceFrom(beat, wave.qrsOn - kLevelFrom, wave.qrsOn - kLevelTo, wave.from, wave.qrsOn);
     for (Place i = wave.from + 1; i < wave.qrsOn - kClearOfQrs; ++i) {
         const double value = At(deflection, i);
@@ -124,7 +128,7 @@ void FindOnAllLeads(const Beat& beat, Wave& wave) {
     const Trace& velocity = beat.wideVelocity;
     wave.rise = Steepest(velocity, std::max(wave.from, wave.peak - kHalfWidth), wave.peak);
     wave.fall = Steepest(velocity, wave.peak, std::min(wave.qrsOn - kClearOfQrs, wave.peak + kHalfWidth));
-    const double noise = Quantile({velocity.begin() + wave.from, velocity.begin() + wave.qrsOn}, 0.1);
+    const double noise = Quantile(beat, Between(velocity, wave.from, wave.qrsOn), 0.1);
     const double onset = std::max(kOnsetNoise * noise, kOnsetPart * At(velocity, wave.rise));
     const double offset = std::max(kOffsetNoise * noise, kOffsetPart * At(velocity, wave.fall));
     wave.all.on = WalkOut(velocity, wave.rise, -1, {onset, kOnsetQuiet, kReach});
@@ -141,7 +145,7 @@ bool StandsOutOfLine(const Beat& beat, const Wave& wave, Place tOff) {
     if (to - from < kShortestLine) {
         return true;
     }
-    const double line = Median({velocity.begin() + from, velocity.begin() + to});
+    const double line = Median(beat, Between(velocity, from, to));
     return std::min(At(velocity, wave.rise), At(velocity, wave.fall)) > kSteeperThanLine * line;
 }
 
@@ -169,9 +173,9 @@ Interval FindInLead(const BeatLead& lead, const Wave& wave, Place rise, Place fa
 }
 
 // The leads' own boundaries, and where the last marked slope of each ends.
-WaveBoundaries FindInLeads(const Beat& beat, const Wave& wave, std::vector<double>& lateOffsets) {
+WaveBoundaries FindInLeads(const Beat& beat, const Wave& wave, LeadValues& lateOffsets) {
     WaveBoundaries p;
-    std::vector<double> onsets, offsets;
+    LeadValues onsets, offsets;
     std::array<double, KX_MEASURED_LEADS> riseSlope{}, fallSlope{};
     double steepest = 0;
     for (std::size_t code = 0; code < beat.leads.size(); ++code) {
@@ -186,12 +190,12 @@ WaveBoundaries FindInLeads(const Beat& beat, const Wave& wave, std::vector<doubl
         fallSlope[code] = std::fabs(At(slope, fall));
         steepest = std::max({steepest, riseSlope[code], fallSlope[code]});
         p.leads[code] = FindInLead(lead, wave, rise, fall);
-        onsets.push_back(p.leads[code].on);
-        offsets.push_back(p.leads[code].off);
+        onsets.Add(p.leads[code].on);
+        offsets.Add(p.leads[code].off);
         const double late = std::max(kLateLeast, kLatePart * fallSlope[code]);
-        lateOffsets.push_back(std::min(WalkOut(slope, fall, +1, {late, kLateQuiet, kReach}), wave.qrsOn - 2));
+        lateOffsets.Add(std::min(WalkOut(slope, fall, +1, {late, kLateQuiet, kReach}), wave.qrsOn - 2));
     }
-    const double agreedOnset = Median(onsets), agreedOffset = Median(offsets);
+    const double agreedOnset = Median(beat, onsets), agreedOffset = Median(beat, offsets);
     const auto clearness = [&](double slope) { return std::min(1.0, slope / (kClearPart * steepest)); };
     for (std::size_t code = 0; code < beat.leads.size(); ++code) {
         if (beat.leads[code].present) {
@@ -228,11 +232,11 @@ WaveBoundaries FindP(const Beat& beat, const WaveBoundaries& qrs, const WaveBoun
         (!paced && (duration < kShortest || !StandsOutOfLine(beat, wave, t.global.off)))) {
         return {};
     }
-    std::vector<double> lateOffsets;
+    LeadValues lateOffsets;
     WaveBoundaries p = FindInLeads(beat, wave, lateOffsets);
     p.global.on = std::max(1, wave.all.on - kOnsetLead);
     p.global.off =
-        Towards(wave.all.off, static_cast<Place>(Quantile(lateOffsets, kLateQuantile)), kLateWeight);
+        Towards(wave.all.off, static_cast<Place>(Quantile(beat, lateOffsets, kLateQuantile)), kLateWeight);
     if (paced) {
         const Trace& velocity = beat.wideVelocity;
         const Place fall = Steepest(velocity, wave.fall + kAfterImpulse, wave.qrsOn - kClearOfQrs - 4);

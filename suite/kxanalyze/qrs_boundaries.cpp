@@ -63,7 +63,7 @@ Interval FindOnAllLeads(const Beat& beat) {
     if (largest < kLeastVelocity) {
         return {};
     }
-    const double noise = Quantile(velocity, 0.1);
+    const double noise = Quantile(beat, velocity, 0.1);
     const double part = kVelocityPart * largest;
     return {
         WalkOut(velocity, steepest, -1, {std::max(kNoiseOnset * noise, part), kQuietOnset, kReachOnset}),
@@ -90,16 +90,16 @@ WaveBoundaries FindQrs(const Beat& beat) {
     if (!all.Present()) {
         return qrs;
     }
-    std::vector<double> onsets, offsets;
+    LeadValues onsets, offsets;
     for (std::size_t code = 0; code < beat.leads.size(); ++code) {
         if (beat.leads[code].present) {
             qrs.leads[code] = FindInLead(beat.leads[code], all);
-            onsets.push_back(qrs.leads[code].on);
-            offsets.push_back(qrs.leads[code].off);
+            onsets.Add(qrs.leads[code].on);
+            offsets.Add(qrs.leads[code].off);
         }
     }
-    const double agreedOnset = Median(onsets) - kLeadOnsetLead;
-    const double agreedOffset = Median(offsets);
+    const double agreedOnset = Median(beat, onsets) - kLeadOnsetLead;
+    const double agreedOffset = Median(beat, offsets);
     for (std::size_t code = 0; code < beat.leads.size(); ++code) {
         if (beat.leads[code].present) {
             Interval& own = qrs.leads[code];

@@ -109,7 +109,7 @@ WaveBoundaries FindT(const Beat& beat, const WaveBoundaries& qrs) {
     const Interval all{WalkOut(velocity, rise, -1, {kOnsetPart * At(velocity, rise), kOnsetQuiet, kReach}),
                        WalkOut(velocity, fall, +1, {kOffsetPart * At(velocity, fall), kQuiet, kReach})};
 
-    std::vector<double> onsets, offsets;
+    LeadValues onsets, offsets;
     std::array<double, KX_MEASURED_LEADS> fallSlope{};
     double steepest = 0;
     for (std::size_t code = 0; code < beat.leads.size(); ++code) {
@@ -129,10 +129,10 @@ WaveBoundaries FindT(const Beat& beat, const WaveBoundaries& qrs) {
                              all.off - kLeadEarlierOffset, all.off + kLeadLaterOffset);
         own.on = WalkOut(slope, ownRise, -1,
                          {kLeadOnsetPart * std::fabs(At(slope, ownRise)), kOnsetQuiet, kReach});
-        onsets.push_back(own.on);
-        offsets.push_back(own.off);
+        onsets.Add(own.on);
+        offsets.Add(own.off);
     }
-    const double agreedOnset = Median(onsets), agreedOffset = Median(offsets);
+    const double agreedOnset = Median(beat, onsets), agreedOffset = Median(beat, offsets);
     t.global.on = all.on;
     for (std::size_t code = 0; code < beat.leads.size(); ++code) {
         if (beat.leads[code].present) {
@@ -144,7 +144,7 @@ WaveBoundaries FindT(const Beat& beat, const WaveBoundaries& qrs) {
             t.global.on = std::min(t.global.on, own.on);
         }
     }
-    const auto late = static_cast<Place>(Quantile(offsets, kLateQuantile));
+    const auto late = static_cast<Place>(Quantile(beat, offsets, kLateQuantile));
     t.global.off = std::min(Towards(all.off, late, kLateWeight) + kOffsetLag, beat.length - 1);
     return t;
 }
