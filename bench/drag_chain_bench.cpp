@@ -119,7 +119,8 @@ int main() {
     LoadedLibrary library;
     // Loaded for the whole run, so that what is watched stays.
     const HMODULE engine = LoadLibraryA("kxanalyze.dll");
-    if (!library.IsReady() || kx::bench::ImportWatch::Watch(library.Module()) == 0 || engine == nullptr) {
+    if (!library.IsReady() || kx::bench::ImportWatch::Watch(library.Module()) == 0 ||
+        kx::bench::ImportWatch::Watch(engine) == 0) {
         return 1;
     }
     for (const PaneRow& row : kPanes) {
