@@ -2,11 +2,15 @@
 
 option(KX_LIBFUZZER "build the fuzz targets with libFuzzer (clang)" OFF)
 
+# Paths are cached and compiled in as seen from the checkout, so that a second checkout hits the cache of the first
+# and no binary names the folder that it was built in.
 find_program(KX_CCACHE ccache)
 if(KX_CCACHE)
-    set(CMAKE_C_COMPILER_LAUNCHER "${KX_CCACHE}")
-    set(CMAKE_CXX_COMPILER_LAUNCHER "${KX_CCACHE}")
+    set(launcher env "CCACHE_BASEDIR=${PROJECT_SOURCE_DIR}" CCACHE_NOHASHDIR=1 "${KX_CCACHE}")
+    set(CMAKE_C_COMPILER_LAUNCHER ${launcher})
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${launcher})
 endif()
+add_compile_options("-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.")
 
 # Real recordings are no part of the repository: they are taken from KX_RECORDS, else from a folder
 # "records" in the checkout or in one of its neighbours. Tests that read them exist only where they are.
