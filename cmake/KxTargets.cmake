@@ -44,6 +44,24 @@ function(kx_target name)
     endif()
 endfunction()
 
+# kx_source_package(NAME RESULT): sets RESULT to the folder of the distribution's source package NAME, which ./kx setup
+# unpacks outside the checkout (source_package in tools/setup.sh).
+function(kx_source_package name result)
+    set(cache "$ENV{KX_CACHE}")
+    if(NOT cache)
+        set(cache "$ENV{XDG_CACHE_HOME}")
+        if(NOT cache)
+            set(cache "$ENV{HOME}/.cache")
+        endif()
+        set(cache "${cache}/kxdialogs")
+    endif()
+    set(folder "${cache}/sources/${name}")
+    if(NOT IS_DIRECTORY "${folder}")
+        message(FATAL_ERROR "the source of ${name} is not there (${folder}): run ./kx setup")
+    endif()
+    set(${result} "${folder}" PARENT_SCOPE)
+endfunction()
+
 # kx_suite_module(NAME SOURCES...): NAME.dll of the suite in bin/. SOURCES hold its .cpp, its NAME.rc with the version
 # record (see suite/version_record.rch) and its NAME.def, whose names are the exports, undecorated; without a .def they
 # are the functions that the sources mark with dllexport.

@@ -4,6 +4,8 @@
 KX_ROOT="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 # Large things that outlive a checkout (the private Wine root) are kept here.
 KX_CACHE="${KX_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/kxdialogs}"
+# Unpacked source packages of the distribution, a folder each by the package's name (also in cmake/KxTargets.cmake).
+KX_SOURCES="$KX_CACHE/sources"
 # Which Wine was chosen: "system" or "root:FOLDER".
 KX_WINE_CHOICE="$KX_CACHE/wine-choice"
 

@@ -28,6 +28,47 @@ need() {
     fi
 }
 
+# The list of the distribution's source packages: as the machine's own list has its packages, of every suite it follows.
+source_list() {
+    local id="" keyring="" origin uri suite component
+    id="$(. /etc/os-release && printf '%s' "${ID:-debian}")"
+    keyring="/usr/share/keyrings/$id-archive-keyring.gpg"
+    apt-get indextargets --format '$(ORIGIN) $(REPO_URI) $(CODENAME) $(COMPONENT)' "Created-By: Packages" 2>/dev/null |
+        sort -u | while read -r origin uri suite component; do
+        [ "${origin,,}" = "$id" ] || continue
+        [ -e "$keyring" ] && uri="[signed-by=$keyring] $uri"
+        echo "deb-src $uri $suite $component"
+    done
+}
+
+# source_package NAME: the source package NAME of the distribution, unpacked and patched, in $KX_SOURCES/NAME. What is
+# there stays as it is and is not asked for again; the machine's own lists of packages are only read. The folder appears
+# when it is whole, so that a run that was cut off begins anew.
+source_package() {
+    local name="$1" work="$KX_SOURCES/.$1.part" unpacked
+    [ -d "$KX_SOURCES/$name" ] && return 0
+    need "the tools for source packages" "command -v dpkg-source" dpkg-dev
+    say "fetching the source of $name ..."
+    rm -rf "$work"
+    mkdir -p "$work/lists/partial" "$work/cache/archives/partial" "$work/source"
+    source_list >"$work/sources.list"
+    if [ ! -s "$work/sources.list" ]; then
+        apt_update
+        source_list >"$work/sources.list"
+    fi
+    [ -s "$work/sources.list" ] || die "apt knows no list of packages of this distribution, so no source of $name"
+    local apt=(apt-get -q -o "Dir::Etc::sourcelist=$work/sources.list" -o Dir::Etc::sourceparts=/dev/null
+        -o "Dir::State::Lists=$work/lists" -o "Dir::Cache=$work/cache")
+    # The cache need not be readable for the user that apt downloads as.
+    [ "$(id -u)" -eq 0 ] && apt+=(-o APT::Sandbox::User=root)
+    ("${apt[@]}" update && cd "$work/source" && "${apt[@]}" source --only-source "$name") >"$log" 2>&1 ||
+        die "could not fetch the source of $name: $(tail -n 1 "$log")"
+    unpacked="$(find "$work/source" -mindepth 1 -maxdepth 1 -type d)"
+    [ -d "$unpacked" ] || die "the source of $name did not unpack into one folder"
+    mv "$unpacked" "$KX_SOURCES/$name"
+    rm -rf "$work"
+}
+
 mkdir -p "$KX_CACHE"
 log="$KX_CACHE/setup.log"
 exec 8>"$KX_CACHE/setup.lock"
@@ -39,6 +80,7 @@ need "the 32-bit native compiler" "echo 'int main(){}' | g++ -m32 -fsanitize=add
 need "the cross compiler" "command -v i686-w64-mingw32-g++-posix && command -v i686-w64-mingw32-windres" g++-mingw-w64-i686
 need "GoogleTest's sources" "test -e /usr/src/googletest/CMakeLists.txt" googletest
 need "the virtual screen" "command -v Xvfb" xvfb
+source_package pugixml
 case "${1:-}" in
 bench)
     need "libtiff, the rival of the raster compression" "echo '#include <tiffio.h>' | g++ -fsyntax-only -x c++ -" libtiff-dev
