@@ -9,16 +9,13 @@
 #include <string>
 #include <vector>
 
-#include "host/batch_measure.h"
-#include "host/batch_print.h"
-#include "host/batch_report.h"
-#include "host/batch_shot.h"
-#include "host/batch_table.h"
-#include "host/command_line.h"
-#include "host/frame_window.h"
-#include "host/standard_output.h"
-#include "host/system_log.h"
-#include "host/text_conversion.h"
+#include "host/batch/batch_forms.h"
+#include "host/batch/batch_shot.h"
+#include "host/batch/command_line.h"
+#include "host/batch/standard_output.h"
+#include "host/frame/frame_window.h"
+#include "host/suite/system_log.h"
+#include "host/windows/text_conversion.h"
 
 namespace kxhost {
 namespace {

@@ -2,8 +2,8 @@
 
 #include <filesystem>
 
-#include "host/png_writer.h"
-#include "host/window_picture.h"
+#include "host/windows/png_writer.h"
+#include "host/windows/window_picture.h"
 
 namespace kx::test {
 

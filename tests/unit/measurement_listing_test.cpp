@@ -1,4 +1,4 @@
-#include "host/measurement_listing.h"
+#include "host/report/measurement_listing.h"
 
 #include <gtest/gtest.h>
 

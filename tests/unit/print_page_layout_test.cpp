@@ -1,10 +1,10 @@
-#include "host/print_page_layout.h"
+#include "host/printing/print_page_layout.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 
-#include "host/page_format.h"
+#include "host/file_formats.h"
 
 namespace kxhost {
 namespace {

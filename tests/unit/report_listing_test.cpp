@@ -1,4 +1,4 @@
-#include "host/report_listing.h"
+#include "host/report/report_listing.h"
 
 #include <gtest/gtest.h>
 
@@ -7,7 +7,7 @@
 #include <memory>
 #include <set>
 
-#include "host/report_fields.h"
+#include "host/report/report_fields.h"
 #include "lib/dbclient/holter_record.h"
 #include "lib/dbclient/test_record.h"
 #include "tests/unit/picture_locale.h"

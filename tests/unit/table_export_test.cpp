@@ -1,4 +1,4 @@
-#include "host/table_export.h"
+#include "host/report/table_export.h"
 
 #include <gtest/gtest.h>
 

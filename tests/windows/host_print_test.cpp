@@ -7,7 +7,7 @@
 #include <cstring>
 #include <vector>
 
-#include "host/print_page_layout.h"
+#include "host/printing/print_page_layout.h"
 #include "host/resource_ids.h"
 #include "tests/support/raw_printer.h"
 #include "tests/windows/host_fixture.h"

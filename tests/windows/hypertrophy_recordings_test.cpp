@@ -9,7 +9,7 @@
 #include <set>
 #include <string>
 
-#include "host/pane_kinds.h"
+#include "host/panes/pane_kinds.h"
 #include "host/resource_ids.h"
 #include "tests/windows/host_process.h"
 

@@ -1,0 +1,106 @@
+#include "host/batch/batch_forms.h"
+
+#include <algorithm>
+#include <memory>
+
+#include "host/batch/standard_output.h"
+#include "host/printing/page_output.h"
+#include "host/printing/print_page.h"
+#include "host/report/measurement_listing.h"
+#include "host/report/report_listing.h"
+#include "host/session/record_session.h"
+#include "host/suite/library_resources.h"
+#include "host/windows/text_conversion.h"
+#include "lib/modules/system_services.h"
+
+namespace kxhost {
+namespace {
+
+const ReportRow& RowOfCode(const std::vector<ReportRow>& rows, int code) {
+    const auto row =
+        std::find_if(rows.begin(), rows.end(), [code](const ReportRow& r) { return r.code == code; });
+    if (row == rows.end())
+        throw RecordError("no report field has the code " + std::to_string(code));
+    return *row;
+}
+
+std::string LineOf(const ReportRow& row) {
+    return std::to_string(row.code) + '\t' + OneLine(std::string_view(ToUtf8(FromRecordText(row.text)))) +
+           '\n';
+}
+
+void WriteSizes(const PageSizes& sizes) {
+    WriteOutput("rawBytes\t" + std::to_string(sizes.raw) + "\npackedBytes\t" + std::to_string(sizes.packed) +
+                '\n');
+}
+
+std::unique_ptr<PageImage> Draw(const RecordSession& session, const PrintSettings& settings) {
+    return DrawPage(DescribePage(session.Test(), settings.lead), settings.paper);
+}
+
+}  // namespace
+
+int RunMeasure(const Measure& command, const AnalysisClient& analysis) {
+    const auto session = RecordSession::Open(command.record, analysis);
+    if (!session->MeasuringFailure().empty())
+        throw RecordError(ToUtf8(L"the median beat could not be measured: " + session->MeasuringFailure()));
+    WriteOutput(ListMeasurements(session->BeatsMs(), session->RPeakMs(), session->Measurements()));
+    return 0;
+}
+
+int RunExportTable(const ExportTable& command, const AnalysisClient& analysis) {
+    const auto session = RecordSession::Open(command.record, analysis);
+    if (!session->MeasuringFailure().empty())
+        throw RecordError(ToUtf8(L"the median beat could not be measured: " + session->MeasuringFailure()));
+    if (!session->SaveTable(PathFromUtf8(command.file), command.format))
+        throw RecordError(command.file + ": the table could not be written");
+    return 0;
+}
+
+int RunListFields(const ListFields& command, const AnalysisClient& analysis) {
+    const LibraryResources texts;
+    if (!texts.AreLoaded())
+        throw RecordError(ToUtf8(texts.FailureText()));
+    const auto session = RecordSession::Open(command.record, analysis);
+    const std::vector<ReportRow> rows = ListReport(session->Test(), {texts, kx::UserLocale()});
+    std::string output;
+    if (command.codes.empty()) {
+        for (const ReportRow& row : rows)
+            output += LineOf(row);
+    }
+    for (const int code : command.codes)
+        output += LineOf(RowOfCode(rows, code));
+    WriteOutput(output);
+    return 0;
+}
+
+int RunExpand(const Expand& command, const AnalysisClient& analysis) {
+    const auto session = RecordSession::Open(command.record, analysis);
+    const std::string text = ToRecordText(FromUtf8(command.text));
+    WriteOutput(ToUtf8(FromRecordText(ExpandTemplate(session->Test(), text))) + '\n');
+    return 0;
+}
+
+int RunPrintToFile(const PrintToFile& command, const AnalysisClient& analysis) {
+    const auto session = RecordSession::Open(command.record, analysis);
+    const auto page = Draw(*session, command.settings);
+    const PageSizes sizes = SizesOf(*page);
+    if (!SavePage(*page, command.settings.paper, command.format, PathFromUtf8(command.file)))
+        throw RecordError(command.file + ": the page could not be written");
+    WriteSizes(sizes);
+    return 0;
+}
+
+int RunPrintToPrinter(const PrintToPrinter& command, const AnalysisClient& analysis) {
+    const auto session = RecordSession::Open(command.record, analysis);
+    const auto page = Draw(*session, command.settings);
+    const PageSizes sizes = SizesOf(*page);
+    kx::SystemServices services(nullptr);
+    if (!PrintPage(*page, command.settings.paper, ToSystemText(FromUtf8(command.printer)),
+                   ToSystemText(session->Title()), services))
+        throw RecordError(command.printer + ": the printer is not there, or refuses the page");
+    WriteSizes(sizes);
+    return 0;
+}
+
+}  // namespace kxhost

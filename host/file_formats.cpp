@@ -1,0 +1,26 @@
+#include "host/file_formats.h"
+
+#include <algorithm>
+
+namespace kxhost {
+
+bool HasExtension(std::string_view file, std::string_view extension) {
+    if (file.size() <= extension.size())
+        return false;
+    const std::string_view end = file.substr(file.size() - extension.size());
+    return std::equal(end.begin(), end.end(), extension.begin(), [](char written, char small) {
+        return (written >= 'A' && written <= 'Z' ? written - 'A' + 'a' : written) == small;
+    });
+}
+
+std::optional<PageFormat> PageFormatOf(std::string_view file) {
+    if (HasExtension(file, ".pcl"))
+        return PageFormat::kPcl;
+    if (HasExtension(file, ".bmp"))
+        return PageFormat::kBmp;
+    if (HasExtension(file, ".png"))
+        return PageFormat::kPng;
+    return std::nullopt;
+}
+
+}  // namespace kxhost

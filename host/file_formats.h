@@ -1,0 +1,18 @@
+// What kind of file a name stands for.
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+namespace kxhost {
+
+// Whether the name ends with the extension (".csv", in small letters), in either case, and is more than it.
+bool HasExtension(std::string_view file, std::string_view extension);
+
+// The files that a page can be printed into.
+enum class PageFormat { kPcl, kBmp, kPng };
+
+// By the extension of a file's name, in either case; none for any other.
+std::optional<PageFormat> PageFormatOf(std::string_view file);
+
+}  // namespace kxhost

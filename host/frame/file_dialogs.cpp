@@ -1,0 +1,50 @@
+#include "host/frame/file_dialogs.h"
+
+#include <commdlg.h>
+
+#include <array>
+
+namespace kxhost {
+namespace {
+
+constexpr std::size_t kLongestPath = 4096;
+
+OPENFILENAMEW Describe(HWND owner, const wchar_t* title, const wchar_t* filter,
+                       std::array<wchar_t, kLongestPath>& name) {
+    OPENFILENAMEW dialog{};
+    dialog.lStructSize = sizeof dialog;
+    dialog.hwndOwner = owner;
+    dialog.lpstrTitle = title;
+    dialog.lpstrFilter = filter;
+    dialog.lpstrFile = name.data();
+    dialog.nMaxFile = static_cast<DWORD>(name.size());
+    dialog.Flags = OFN_EXPLORER | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
+    return dialog;
+}
+
+}  // namespace
+
+std::optional<std::filesystem::path> AskRecordToOpen(HWND owner) {
+    std::array<wchar_t, kLongestPath> name{};
+    OPENFILENAMEW dialog =
+        Describe(owner, L"Apri tracciato", L"Tracciati WFDB (*.hea)\0*.hea\0Tutti i file (*.*)\0*.*\0", name);
+    dialog.Flags |= OFN_FILEMUSTEXIST | OFN_PATHMUSTEXIST;
+    if (!GetOpenFileNameW(&dialog))
+        return std::nullopt;
+    return std::filesystem::path(name.data());
+}
+
+std::optional<std::filesystem::path> AskFileToSave(HWND owner, const wchar_t* title, const wchar_t* filter,
+                                                   const wchar_t* extension,
+                                                   const std::wstring& suggestedName) {
+    std::array<wchar_t, kLongestPath> name{};
+    suggestedName.copy(name.data(), name.size() - 1);
+    OPENFILENAMEW dialog = Describe(owner, title, filter, name);
+    dialog.lpstrDefExt = extension;
+    dialog.Flags |= OFN_OVERWRITEPROMPT | OFN_PATHMUSTEXIST;
+    if (!GetSaveFileNameW(&dialog))
+        return std::nullopt;
+    return std::filesystem::path(name.data());
+}
+
+}  // namespace kxhost

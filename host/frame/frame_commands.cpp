@@ -1,0 +1,135 @@
+// What the workstation's menu does.
+#include <exception>
+
+#include "host/frame/frame_window.h"
+#include "host/resource_ids.h"
+#include "host/windows/text_conversion.h"
+
+namespace kxhost {
+namespace {
+
+constexpr int kEditorMargin = 40;        // pixels between the middle's edge and the editor
+constexpr int kLibraryPanelWidth = 300;  // by which the editor grows to the left
+
+}  // namespace
+
+void FrameWindow::Say(const std::wstring& text, UINT icon) const {
+    MessageBoxW(Window(), text.c_str(), L"Stazione ECG", MB_OK | icon);
+}
+
+bool FrameWindow::ConfirmLoss() {
+    if (!session_ || !session_->HasChanges())
+        return true;
+    const wchar_t* question =
+        L"Il tracciato è stato modificato.\n\nLe modifiche vanno perse se non è stato salvato l'episodio. "
+        L"Continuare?";
+    return MessageBoxW(Window(), question, L"Stazione ECG", MB_YESNO | MB_DEFBUTTON2 | MB_ICONQUESTION) ==
+           IDYES;
+}
+
+void FrameWindow::OpenRecordForUser(const RecordRequest& request) {
+    if (!ConfirmLoss())
+        return;
+    try {
+        OpenRecord(request);
+    } catch (const std::exception& error) {
+        // The reader's reason is for whoever has to mend the file; what it means for the user is said first.
+        std::wstring text =
+            L"Il tracciato non può essere aperto.\n\nManca un file, oppure l'intestazione o i segnali sono "
+            L"incompleti o "
+            L"danneggiati.";
+        if (session_)
+            text += L" Resta aperto il tracciato mostrato finora.";
+        Say(text + L"\n\nDettaglio: " + FromUtf8(error.what()), MB_ICONERROR);
+    }
+}
+
+void FrameWindow::OnCommand(int id) {
+    if (id >= IDM_VIEW_FIRST_PANE && id <= IDM_VIEW_LAST_PANE) {
+        SelectPane(kPanes[static_cast<std::size_t>(id - IDM_VIEW_FIRST_PANE)].kind);
+        return;
+    }
+    switch (id) {
+        case IDM_FILE_OPEN:
+            OnOpenFile();
+            break;
+        case IDM_FILE_BUILTIN:
+            OpenRecordForUser({});
+            break;
+        case IDM_FILE_SAVE_EPISODE:
+            OnSaveEpisode();
+            break;
+        case IDM_FILE_EXPORT_TABLE:
+            OnExportTable();
+            break;
+        case IDM_FILE_PRINT:
+            OnPrint();
+            break;
+        case IDM_FILE_SAVE_PICTURE:
+            OnSavePicture();
+            break;
+        case IDM_FILE_EXIT:
+            SendMessageW(Window(), WM_CLOSE, 0, 0);
+            break;
+        case IDM_VIEW_REFRESH:
+            ShowPane();
+            break;
+        case IDM_VIEW_LOG:
+            logShown_ = !logShown_;
+            CheckMenuItem(GetMenu(Window()), IDM_VIEW_LOG, logShown_ ? MF_CHECKED : MF_UNCHECKED);
+            Layout();
+            break;
+        case IDM_VIEW_NEXT_PART:
+            FocusNextPart();
+            break;
+        case IDM_VIEW_NEXT_PANE:
+            StepPane(1);
+            break;
+        case IDM_VIEW_PREVIOUS_PANE:
+            StepPane(-1);
+            break;
+        case IDM_REPORT_STATEMENT:
+            OnEditReport(0);
+            break;
+        case IDM_REPORT_PHYSICIAN:
+            OnEditReport(1);
+            break;
+        case IDM_HELP_COMMAND_LINE:
+            Say(FromUtf8(UsageText()), MB_ICONINFORMATION);
+            break;
+        case IDM_HELP_ABOUT:
+            OnAbout();
+            break;
+        default:
+            break;
+    }
+}
+
+// In the middle of the window, with room on the left for the editor's library panel.
+void FrameWindow::OnEditReport(uint32_t mode) {
+    if (!session_)
+        return;
+    paneHost_->Close();
+    RECT frame;
+    RECT middle;
+    GetWindowRect(Window(), &frame);
+    GetWindowRect(paneHost_->Window(), &middle);
+    const int left = static_cast<int>(middle.left - frame.left) + kEditorMargin + kLibraryPanelWidth;
+    const int top = static_cast<int>(middle.top - frame.top) + kEditorMargin;
+    const KxRect area{left, top, left + metrics_.Scale(420), top + metrics_.Scale(mode == 0 ? 160 : 60)};
+    KxHostWindow parent{};
+    parent.handle = Window();
+    library_.EditReport(parent, session_->Test(), area, mode);
+    ShowPane();
+    paneHost_->FocusPane();
+    ShowChanges();
+}
+
+void FrameWindow::OnAbout() {
+    Say(L"Stazione ECG\n\nUna piccola stazione di lavoro che apre tracciati WFDB e mostra i pannelli di "
+        L"revisione di "
+        L"kxdialogs.dll: l'esempio vivo per chi integra la libreria.\n\nNon è un dispositivo medico.",
+        MB_ICONINFORMATION);
+}
+
+}  // namespace kxhost

@@ -1,0 +1,62 @@
+// The middle of the workstation: the window in which the library's panes are opened.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "host/frame/host_window.h"
+#include "host/panes/report_pane.h"
+#include "host/suite/library_client.h"
+#include "host/windows/ui_metrics.h"
+
+namespace kxhost {
+
+// Holds one pane at a time, as large as the middle, or scrolled when the pane needs more room than there is.
+// What a pane tells its parent after a change (WM_USER, 1024, 1024) goes on to this window's own parent.
+class PaneHost final : public HostWindow {
+  public:
+    PaneHost(HWND parent, const LibraryClient& library, const UiMetrics& metrics);
+    ~PaneHost();
+
+    // Closes the pane there is and opens this one on the record as it is now: the library's, or the
+    // workstation's own. When the library makes none, the reason stands in the middle instead, and false is
+    // returned.
+    bool Open(PaneKind kind, kx::TestRecord& test);
+    void Close();
+
+    // A text in the middle, where no pane is.
+    void ShowMessage(std::wstring text);
+
+    HWND Pane() const { return pane_; }
+    // Gives the keyboard to the pane: to its marker view, where it has one, so that the keys move markers at
+    // once, else to its first control. Nothing happens without a pane.
+    void FocusPane() const;
+    // The size that the pane had by itself when it was opened; 0, 0 without a pane.
+    SIZE NaturalSize() const { return natural_; }
+
+    // A keyboard message for the pane, before it is dispatched. True: it has been dealt with.
+    // Mnemonics and arrows are the pane's; Tab walks through the whole workstation. Enter and Esc would reach
+    // the pane's dialog as OK and Cancel, which end a dialog: only a button takes Enter, and Esc goes to the
+    // control.
+    bool TranslateForPane(MSG& message);
+
+  private:
+    LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    HWND MakePane(PaneKind kind, kx::TestRecord& test);
+    void OnPaint();
+    void OnScroll(int bar, int request);
+    void Place();
+    void SetBar(int bar, int content, int room, int& position);
+
+    const LibraryClient& library_;
+    const UiMetrics& metrics_;
+    KxHostWindow shared_{};  // what the library is given as its parent
+    HWND pane_ = nullptr;
+    std::unique_ptr<ReportPane> report_;  // when it is the pane
+    SIZE natural_{};
+    POINT scrolled_{};
+    bool placing_ = false;  // showing a bar changes the window's size, which would place the pane again
+    std::wstring message_;
+};
+
+}  // namespace kxhost
