@@ -81,6 +81,15 @@ need "the cross compiler" "command -v i686-w64-mingw32-g++-posix && command -v i
 need "GoogleTest's sources" "test -e /usr/src/googletest/CMakeLists.txt" googletest
 need "the virtual screen" "command -v Xvfb" xvfb
 source_package pugixml
+source_package sqlite3
+# SQLite is compiled from one file, which its own sources make.
+if [ ! -e "$KX_SOURCES/sqlite3/sqlite3.c" ]; then
+    need "Tcl, which joins SQLite's sources" "command -v tclsh" tcl
+    need "make" "command -v make" make
+    say "joining SQLite's sources ..."
+    (cd "$KX_SOURCES/sqlite3" && ./configure --disable-tcl && make sqlite3.c) >"$log" 2>&1 ||
+        die "SQLite's sources could not be joined: $(tail -n 1 "$log")"
+fi
 case "${1:-}" in
 bench)
     need "libtiff, the rival of the raster compression" "echo '#include <tiffio.h>' | g++ -fsyntax-only -x c++ -" libtiff-dev
