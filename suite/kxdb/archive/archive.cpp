@@ -91,8 +91,9 @@ void Archive::BringCopyUp() {
         } catch (const SqliteError& failure) {
             copy_.reset();
             if (!failure.IsDamage() || attempt > 0) {
-                log_.LOGOEMERROR(kSource, kCopyLostLine,
-                                 (std::string("copia dell'archivio non aggiornata: ") + failure.what()).c_str());
+                log_.LOGOEMERROR(
+                    kSource, kCopyLostLine,
+                    (std::string("copia dell'archivio non aggiornata: ") + failure.what()).c_str());
                 return;
             }
             PutAside(copyPath_);

@@ -1,5 +1,5 @@
-// The suite's archive of tests and staff: a data base file, and a copy beside it that is kept alike, so that a
-// damaged page of one is mended from the other. Portable.
+// The suite's archive of tests and staff: a data base file, and a copy beside it that is kept alike, so that
+// a damaged page of one is mended from the other. Portable.
 //
 // A save is one transaction, on the disk when it returns; killed at any instant the archive holds every save
 // that returned and none by halves. Every page carries a checksum, so damage is found when it is read. A file
@@ -73,7 +73,8 @@ class Archive {
     std::filesystem::path copyPath_;
     Reporter& log_;
     std::optional<ArchiveFile> main_;
-    std::optional<ArchiveFile> copy_;  // none while it cannot be written: the log says so, the next save tries again
+    std::optional<ArchiveFile>
+        copy_;  // none while it cannot be written: the log says so, the next save tries again
     bool isNew_ = false;
 };
 

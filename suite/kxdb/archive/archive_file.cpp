@@ -75,8 +75,9 @@ void ArchiveFile::Migrate() {
 }
 
 std::int64_t ArchiveFile::Sequence() {
-    return database_.Number("SELECT max(ifnull((SELECT max(sequence) FROM tests), 0),"
-                            " ifnull((SELECT max(sequence) FROM staff), 0))");
+    return database_.Number(
+        "SELECT max(ifnull((SELECT max(sequence) FROM tests), 0),"
+        " ifnull((SELECT max(sequence) FROM staff), 0))");
 }
 
 void ArchiveFile::Put(const TestRow& row) {
@@ -86,7 +87,11 @@ void ArchiveFile::Put(const TestRow& row) {
         " ON CONFLICT (id) DO UPDATE SET sequence = ?2, revision = ?3, deleted = ?4, time = ?5, name = ?6,"
         " patient = ?7, state = ?8, type = ?9, words = ?10, entry = ?11, saved_by = ?12, saved_at = ?13"
         " WHERE sequence < ?2");
-    tests.Bind(1, l.id).Bind(2, l.sequence).Bind(3, l.revision).Bind(4, std::int64_t{l.deleted}).Bind(5, l.time);
+    tests.Bind(1, l.id)
+        .Bind(2, l.sequence)
+        .Bind(3, l.revision)
+        .Bind(4, std::int64_t{l.deleted})
+        .Bind(5, l.time);
     tests.Bind(6, l.name).Bind(7, l.patientId).Bind(8, l.state).Bind(9, l.testType).Bind(10, l.words);
     tests.BindBlock(11, l.entry).BindBlock(12, l.savedBy).Bind(13, l.savedAt).Run();
     if (l.deleted) {
@@ -102,8 +107,9 @@ void ArchiveFile::Put(const TestRow& row) {
 
 void ArchiveFile::Put(const StaffRow& row) {
     database_
-        .Prepare("INSERT INTO staff VALUES (?1, ?2, ?3, ?4, ?5) ON CONFLICT (id) DO UPDATE SET sequence = ?2,"
-                 " deleted = ?3, role = ?4, record = ?5 WHERE sequence < ?2")
+        .Prepare(
+            "INSERT INTO staff VALUES (?1, ?2, ?3, ?4, ?5) ON CONFLICT (id) DO UPDATE SET sequence = ?2,"
+            " deleted = ?3, role = ?4, record = ?5 WHERE sequence < ?2")
         .Bind(1, row.id)
         .Bind(2, row.sequence)
         .Bind(3, std::int64_t{row.deleted})
@@ -121,8 +127,7 @@ std::int64_t ArchiveFile::NextStaffId() {
 }
 
 std::optional<ListingRow> ArchiveFile::FindListing(std::int64_t id) {
-    Statement row =
-        database_.Prepare(std::string("SELECT ") + kListingColumns + " FROM tests WHERE id = ?");
+    Statement row = database_.Prepare(std::string("SELECT ") + kListingColumns + " FROM tests WHERE id = ?");
     row.Bind(1, id);
     return row.Step() ? std::optional(ReadListing(row)) : std::nullopt;
 }

@@ -22,7 +22,7 @@ struct ListingRow {
     std::int64_t id = 0;
     std::int64_t sequence = 0;  // the number of the save, over all tests and persons; larger is later
     std::int64_t revision = 0;
-    bool deleted = false;  // a deleted test stays as a row without a block, so that both files learn of it
+    bool deleted = false;   // a deleted test stays as a row without a block, so that both files learn of it
     std::int64_t time = 0;  // yyyymmddhhmmss
     std::string name;       // folded, to sort by
     std::string patientId;  // folded

@@ -5,10 +5,11 @@ namespace kx::db {
 namespace {
 
 // The base letters of Windows-1252 from 0xC0 on.
-constexpr std::string_view kBaseLetters = "aaaaaaaceeeeiiii"
-                                          "dnooooo ouuuuyts"
-                                          "aaaaaaaceeeeiiii"
-                                          "dnooooo ouuuuyty";
+constexpr std::string_view kBaseLetters =
+    "aaaaaaaceeeeiiii"
+    "dnooooo ouuuuyts"
+    "aaaaaaaceeeeiiii"
+    "dnooooo ouuuuyty";
 static_assert(kBaseLetters.size() == 64);
 
 char FoldedCharacter(unsigned char c) {

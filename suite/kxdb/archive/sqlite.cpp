@@ -2,23 +2,17 @@
 
 #include <sqlite3.h>
 
-// Of SQLite's checksum layer, which has no header.
-extern "C" int sqlite3_register_cksumvfs(const char*);
+#include "suite/kxdb/archive/checksum_vfs.h"
 
 namespace kx::db {
 
 namespace {
 
 constexpr int kBusyMs = 3000;
-constexpr int kChecksumBytes = 8;  // at the end of each page
 
 [[noreturn]] void Fail(sqlite3* handle, int code) {
     const char* text = handle != nullptr ? sqlite3_errmsg(handle) : sqlite3_errstr(code);
     throw SqliteError(handle != nullptr ? sqlite3_extended_errcode(handle) : code, text);
-}
-
-bool RegisterChecksums() {
-    return sqlite3_register_cksumvfs(nullptr) == SQLITE_OK || sqlite3_vfs_find("cksmvfs") != nullptr;
 }
 
 std::string Utf8(const std::filesystem::path& file) {
@@ -68,7 +62,8 @@ Statement& Statement::Bind(int index, std::int64_t value) {
 }
 
 Statement& Statement::Bind(int index, std::string_view text) {
-    Check(sqlite3_bind_text64(statement_.get(), index, text.data(), text.size(), SQLITE_TRANSIENT, SQLITE_UTF8));
+    Check(sqlite3_bind_text64(statement_.get(), index, text.data(), text.size(), SQLITE_TRANSIENT,
+                              SQLITE_UTF8));
     return *this;
 }
 
@@ -112,13 +107,13 @@ std::string_view Statement::Block(int column) const {
 }
 
 Database::Database(const std::filesystem::path& file) {
-    static const bool registered = RegisterChecksums();
+    static const bool registered = RegisterChecksumVfs();
     if (!registered) {
         throw SqliteError(SQLITE_ERROR, "the checksum layer of the data base is not there");
     }
     sqlite3* handle = nullptr;
-    const int code =
-        sqlite3_open_v2(Utf8(file).c_str(), &handle, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, "cksmvfs");
+    const int code = sqlite3_open_v2(Utf8(file).c_str(), &handle, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE,
+                                     kChecksumVfs);
     handle_.reset(handle);
     if (code != SQLITE_OK) {
         Fail(handle, code);
