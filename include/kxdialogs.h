@@ -206,7 +206,9 @@ typedef struct KxLeadSlot {
 } KxLeadSlot;
 
 /* A median beat, 3176 bytes, with its samples behind `samples`. Its serialized form is these bytes followed by the
- * samples. A lead whose samples do not lie wholly within storedLeads x samplesPerLead samples counts as absent. */
+ * samples. What is read behind `samples` is bounded by totalSize and the lead table together: a lead counts as absent
+ * whose samples do not lie wholly within storedLeads x samplesPerLead samples, and every lead does while totalSize
+ * covers fewer samples than that. The panes then show the paper without a trace, and the log says so. */
 typedef struct KxEpisodeRecord {
     uint32_t totalSize;     /* 3176 + 2 x storedLeads x samplesPerLead */
     uint16_t checksum;      /* sum of all sample bytes, low 16 bits; checked in serialized form */

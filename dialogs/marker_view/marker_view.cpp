@@ -130,6 +130,7 @@ bool MarkerViewControl::TakeSetting(UINT message, std::int32_t value) {
 
 LRESULT MarkerViewControl::SetBeat(const KxEpisodeRecord* beat) {
     beat_ = beat == nullptr ? nullptr : &EpisodeRecord::Of(*beat);
+    missingSamplesReported_ = false;
     Rebuild();
     return 1;
 }

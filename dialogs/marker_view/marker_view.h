@@ -110,6 +110,7 @@ class MarkerViewControl final : public Window {
     bool RenderGrid(const DeviceContext& target);
     void DrawTraces(DeviceContext& target);
     void DrawBeat(DeviceContext& target);
+    void ReportMissingSamples();
     template <typename Height>
     void DrawTrace(DeviceContext& target, COLORREF colour, Height&& height);
     void ShowScrollBars();
@@ -138,6 +139,7 @@ class MarkerViewControl final : public Window {
     // The owner's window and not its object: while a dialog goes, its object may be gone before its controls.
     HWND owner_ = nullptr;
     const EpisodeRecord* beat_ = nullptr;
+    bool missingSamplesReported_ = false;  // of this beat
 
     std::unique_ptr<PlotGrid> grid_;
     std::unique_ptr<MemoryContext> surface_;  // the back buffer, with the grid's bitmap selected

@@ -2,8 +2,11 @@
 #include <new>
 
 #include "dialogs/marker_view/marker_view.h"
+#include "dialogs/marker_view/marker_view_report.h"
 
 namespace kx {
+
+namespace report = marker_view_report;
 
 namespace {
 
@@ -67,10 +70,19 @@ void MarkerViewControl::DrawTraces(DeviceContext& target) {
     if (geometry_.Samples() > 0) {
         DrawBeat(target);
     }
+    ReportMissingSamples();
     POINT baseline[] = {{0, geometry_.Baseline()}, {geometry_.Width(), geometry_.Baseline()}};
     target.SetTransparent();
     target.SetPen(PS_DOT, 0, kBaselineColour);
     target.Polyline(baseline, 2);
+}
+
+// Once for each beat: nothing else would say why the paper is empty.
+void MarkerViewControl::ReportMissingSamples() {
+    if (!missingSamplesReported_ && beat_->samples != nullptr && beat_->AnnouncesTooMuch()) {
+        missingSamplesReported_ = true;
+        reports_->LOGOEMERROR(report::kSource, report::kNoSamplesLine, "Samples past the block");
+    }
 }
 
 void MarkerViewControl::DrawBeat(DeviceContext& target) {

@@ -19,7 +19,8 @@ std::int16_t AsSample(std::int32_t value) {
 
 const std::int16_t* EpisodeRecord::Samples(std::uint32_t leadCode) const {
     const std::uint32_t code = leadCode == KX_LEAD_MINUS_AVR ? std::uint32_t{KX_LEAD_AVR} : leadCode;
-    if (samples == nullptr || samplesPerLead == 0 || code >= KX_LEAD_EMPTY) {
+    const auto area = SampleArea();
+    if (area.empty() || code >= KX_LEAD_EMPTY) {
         return nullptr;
     }
     // Records made here keep each lead in the slot of its code.
@@ -31,9 +32,8 @@ const std::int16_t* EpisodeRecord::Samples(std::uint32_t leadCode) const {
             return nullptr;
         }
     }
-    const std::uint64_t area = std::uint64_t{storedLeads} * samplesPerLead;
-    return std::uint64_t{slot->sampleOffset} + samplesPerLead <= area ? samples + slot->sampleOffset
-                                                                      : nullptr;
+    return std::uint64_t{slot->sampleOffset} + samplesPerLead <= area.size() ? samples + slot->sampleOffset
+                                                                             : nullptr;
 }
 
 std::int16_t* EpisodeRecord::Samples(std::uint32_t leadCode) {

@@ -27,7 +27,8 @@ inline constexpr std::uint32_t kLongestEpisodeSeconds = 65000;
 // replace the sample area and are for records made here.
 //
 // A lead is read and written only when a slot names it and its samples lie wholly within the sample area
-// of storedLeads x samplesPerLead samples; any other lead is absent.
+// of storedLeads x samplesPerLead samples; any other lead is absent. An area that totalSize does not cover is
+// none: which of the two is right cannot be told, so all leads are absent.
 struct EpisodeRecord : KxEpisodeRecord {
     // Configuration 0 takes 12 leads, 1 takes 3 or 4, 3 takes up to 3; any other count gives no leads and any
     // other configuration is stored as 4 without leads. Samples and measurements start cleared. When leads,
@@ -65,6 +66,8 @@ struct EpisodeRecord : KxEpisodeRecord {
 
     // ---- samples
     std::uint32_t SamplesPerLead() const { return samplesPerLead; }
+    // Whether the record announces more samples than its totalSize covers.
+    bool AnnouncesTooMuch() const;
     std::uint32_t SampleRate() const { return sampleRate; }      // samples per second
     std::uint32_t ResolutionNv() const { return resolutionNv; }  // nanovolts per sample unit
     // The samplesPerLead samples of a lead, null when it is absent. Code 16 (-aVR) gives aVR's, not inverted.
@@ -108,7 +111,7 @@ struct EpisodeRecord : KxEpisodeRecord {
     void SetQrsOn(std::uint16_t ms);
 
   private:
-    std::span<std::int16_t> SampleArea();
+    std::span<std::int16_t> SampleArea() const;
     void LayOutLeads(std::uint32_t leadCount);
     bool Allocate(std::uint64_t sampleCount) noexcept;
     bool TakeSamples(const std::uint8_t* block, std::size_t size);

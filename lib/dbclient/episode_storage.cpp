@@ -127,12 +127,16 @@ void EpisodeRecord::DropSamples() {
     durationSeconds = 0;
 }
 
-std::span<std::int16_t> EpisodeRecord::SampleArea() {
+std::span<std::int16_t> EpisodeRecord::SampleArea() const {
     const std::uint64_t count = std::uint64_t{storedLeads} * samplesPerLead;
-    if (samples == nullptr || SizeWith(count) > totalSize) {
+    if (samples == nullptr || AnnouncesTooMuch()) {
         return {};
     }
     return {samples, static_cast<std::size_t>(count)};
+}
+
+bool EpisodeRecord::AnnouncesTooMuch() const {
+    return SizeWith(std::uint64_t{storedLeads} * samplesPerLead) > totalSize;
 }
 
 bool EpisodeRecord::Serialize(void* buffer, std::size_t size) {

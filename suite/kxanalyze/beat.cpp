@@ -124,6 +124,10 @@ bool ReadBeat(const KxEpisodeRecord* episode, Beat& beat) {
         episode->sampleRate < kLowestRate || episode->sampleRate > kHighestRate) {
         return false;
     }
+    const std::uint64_t announced = 2ull * episode->storedLeads * episode->samplesPerLead;
+    if (KX_EPISODE_FIXED_SIZE + announced > episode->totalSize) {
+        return false;
+    }
     const std::uint64_t lengthMs = std::uint64_t{episode->samplesPerLead} * 1000 / episode->sampleRate;
     if (lengthMs < kShortestBeatMs || lengthMs > kLongestBeatMs) {
         return false;

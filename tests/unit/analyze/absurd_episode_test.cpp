@@ -56,6 +56,7 @@ TEST(AbsurdEpisode, BrokenRecordsAreRefused) {
     const std::pair<const char*, std::function<void(KxEpisodeRecord&)>> kBreaks[] = {
         {"resolution 0", [](auto& record) { record.resolutionNv = 0; }},
         {"no samples", [](auto& record) { record.samples = nullptr; }},
+        {"samples past the block", [](auto& record) { record.samplesPerLead += 1; }},
         {"25 leads", [](auto& record) { record.storedLeads = 25; }},
         {"four thousand million leads", [](auto& record) { record.storedLeads = 0xFFFFFFFFu; }},
         {"four thousand million samples", [](auto& record) { record.samplesPerLead = 0xFFFFFFFFu; }},

@@ -212,6 +212,24 @@ TEST(EpisodeRecord, SerializesOnlyIntoRoomEnough) {
     EXPECT_TRUE(episode.Serialize().empty());
 }
 
+// Neither a block that is shorter than its leads nor a field that has grown is read past its end.
+TEST(EpisodeRecord, SamplesPastTheBlockMakeEveryLeadAbsent) {
+    EpisodeRecord episode = TwelveLeads(10);
+    EXPECT_NE(episode.Samples(KX_LEAD_I), nullptr);
+    for (const std::uint32_t perLead : {11u, 20u, 0x80000000u, 0xFFFFFFFFu}) {
+        episode.samplesPerLead = perLead;
+        for (std::uint32_t lead = 0; lead < KX_STANDARD_LEADS; ++lead) {
+            EXPECT_EQ(episode.Samples(lead), nullptr) << perLead;
+            EXPECT_EQ(episode.SampleMicrovolts(lead, perLead - 1), 0) << perLead;
+        }
+        EXPECT_TRUE(episode.AnnouncesTooMuch()) << perLead;
+        EXPECT_FALSE(episode.DeriveLimbLeads()) << perLead;
+    }
+    episode.samplesPerLead = 10;
+    episode.totalSize -= 1;
+    EXPECT_EQ(episode.Samples(KX_LEAD_I), nullptr);
+}
+
 void PutWord(std::vector<std::uint8_t>& block, std::size_t offset, std::uint32_t value) {
     std::memcpy(&block[offset], &value, sizeof value);
 }

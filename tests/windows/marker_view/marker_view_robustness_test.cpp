@@ -82,6 +82,34 @@ TEST_F(MarkerViewRobustness, AnyBeatIsShown) {
     }
 }
 
+// The field of a record grows while it is shown: no sample behind the host's block is read.
+TEST_F(MarkerViewRobustness, SamplesPastTheBlockAreNotRead) {
+    constexpr std::size_t kPage = 0x1000;
+    const std::size_t bytes = sizeof(std::int16_t) * KX_STANDARD_LEADS * kSamples;
+    const std::size_t pages = (bytes + kPage - 1) / kPage * kPage;
+    auto* const memory = static_cast<std::uint8_t*>(
+        VirtualAlloc(nullptr, pages + kPage, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE));
+    DWORD before = 0;
+    ASSERT_TRUE(VirtualProtect(memory + pages, kPage, PAGE_NOACCESS, &before));
+    MakeView();
+    KxEpisodeRecord host = beat_;
+    host.samples = reinterpret_cast<std::int16_t*>(memory + pages - bytes);
+    std::copy_n(beat_.samples, KX_STANDARD_LEADS * kSamples, host.samples);
+    Send(MV_SETBEAT, 0, reinterpret_cast<LPARAM>(&host));
+    for (const std::uint32_t lead : {std::uint32_t{KX_LEAD_I}, std::uint32_t{KX_LEAD_V6}}) {
+        host.samplesPerLead = kSamples;
+        SetLead({300, 400, 500, 700, 900}, lead);
+        host.samplesPerLead = 2 * kSamples;
+        UseEverything();
+        SetLead({300, 400, 500, 700, 900}, lead);
+        Send(MV_SETBANDPASS, 0, 1);
+        UseEverything();
+    }
+    EXPECT_EQ(reports_.Take(), std::vector<std::string>{"oem analysis 258 Samples past the block"});
+    Send(MV_SETBEAT);
+    VirtualFree(memory, 0, MEM_RELEASE);
+}
+
 TEST_F(MarkerViewRobustness, AnyMessageMayComeAtAnyTime) {
     constexpr UINT kMessages[] = {
         MV_SETGAIN,     MV_SETSPEED,       MV_SETHSCROLL,     MV_SETVOFFSET, MV_SETHIGHCUT,    MV_SETLOWCUT,
