@@ -89,6 +89,10 @@ int Run(const Measure& command) {
     return RunBatch([&](SystemLog&) { return RunMeasure(command, AnalysisClient()); });
 }
 
+int Run(const InterpretRecord& command) {
+    return RunBatch([&](SystemLog&) { return RunInterpret(command, AnalysisClient()); });
+}
+
 int Run(const Shot& command) {
     return RunBatch([&](SystemLog& log) {
         InitialiseControls();

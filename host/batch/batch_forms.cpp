@@ -8,7 +8,10 @@
 #include "host/printing/print_page.h"
 #include "host/report/measurement_listing.h"
 #include "host/report/report_listing.h"
+#include "host/report/statement_listing.h"
 #include "host/session/record_session.h"
+#include "host/suite/interpretation_client.h"
+#include "host/suite/library_client.h"
 #include "host/suite/library_resources.h"
 #include "host/windows/text_conversion.h"
 #include "lib/modules/system_services.h"
@@ -45,6 +48,20 @@ int RunMeasure(const Measure& command, const AnalysisClient& analysis) {
     if (!session->MeasuringFailure().empty())
         throw RecordError(ToUtf8(L"the median beat could not be measured: " + session->MeasuringFailure()));
     WriteOutput(ListMeasurements(session->BeatsMs(), session->RPeakMs(), session->Measurements()));
+    return 0;
+}
+
+int RunInterpret(const InterpretRecord& command, const AnalysisClient& analysis) {
+    const LibraryClient library;
+    if (!library.IsLoaded())
+        throw RecordError(ToUtf8(library.FailureText()));
+    const LibraryResources texts;
+    const auto session = RecordSession::Open(command.record, analysis);
+    const std::wstring failure = InterpretationClient().Interpret(session->Test());
+    if (!failure.empty())
+        throw RecordError(ToUtf8(failure));
+    const std::string listing = ListStatements(session->Test().Episode(0)->interpretation.text, texts);
+    WriteOutput(ToUtf8(FromRecordText(listing)));
     return 0;
 }
 

@@ -1,4 +1,5 @@
-// The forms of kxhost that print, write or list and end: --measure, --table, --fields, --expand, --print and
+// The forms of kxhost that print, write or list and end: --measure, --interpret, --table, --fields, --expand,
+// --print and
 // --print-to.
 #pragma once
 
@@ -10,6 +11,7 @@ namespace kxhost {
 // Each returns the program's exit code. Throws RecordError when the recording cannot be read or measured, or
 // what is asked for not be written or printed.
 int RunMeasure(const Measure& command, const AnalysisClient& analysis);
+int RunInterpret(const InterpretRecord& command, const AnalysisClient& analysis);
 int RunExportTable(const ExportTable& command, const AnalysisClient& analysis);
 int RunListFields(const ListFields& command, const AnalysisClient& analysis);
 int RunExpand(const Expand& command, const AnalysisClient& analysis);

@@ -114,6 +114,10 @@ Command MakeMeasure(const RecordRequest& record, const Words&, Place) {
     return Measure{record};
 }
 
+Command MakeInterpret(const RecordRequest& record, const Words&, Place) {
+    return InterpretRecord{record};
+}
+
 Command MakeShot(const RecordRequest& record, const Words& words, Place pane) {
     Shot shot;
     shot.record = record;
@@ -181,6 +185,7 @@ Command MakePrintToPrinter(const RecordRequest& record, const Words& words, Plac
 
 constexpr Form kForms[] = {
     {"--measure", false, nullptr, false, MakeMeasure},
+    {"--interpret", false, nullptr, false, MakeInterpret},
     {"--shot", true, "pane", false, MakeShot},
     {"--fields", false, "field codes", true, MakeListFields},
     {"--expand", true, nullptr, false, MakeExpand},
@@ -289,6 +294,8 @@ std::string_view UsageText() {
       opens the workstation window on a recording, or on the built-in synthetic one
   kxhost --measure RECORD [--units-per-mv N]
       prints the beats and the measurements of the median beat
+  kxhost --interpret RECORD [--units-per-mv N]
+      prints the statements of the automatic interpretation
   kxhost --fields RECORD [CODES] [--units-per-mv N]
       prints the texts of the report fields
   kxhost --expand TEMPLATE RECORD [--units-per-mv N]
@@ -317,6 +324,8 @@ WxH     size of the picture in pixels, 64x64 to 4096x4096; by default the pane's
 "rPeak" (the alignment point, ms from the start of the median beat), the intervals and durations (ms), the axes
 (degrees) and the fiducial points (ms) by their names, then "LEAD.name" for each lead: amplitudes and ST levels in
 microvolts, markers in ms; 0 is an absent marker. Numbers are decimal integers.
+
+--interpret prints one "code<TAB>text" a line in UTF-8, the overall classification last.
 
 --fields prints one "code<TAB>text" a line in UTF-8; CR, LF, tab and backslash in a text are written \r, \n, \t, \\.
 

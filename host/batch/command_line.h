@@ -31,6 +31,10 @@ struct Measure {
     RecordRequest record;
 };
 
+struct InterpretRecord {
+    RecordRequest record;
+};
+
 struct Shot {
     RecordRequest record;
     std::string file;              // UTF-8
@@ -80,8 +84,8 @@ struct UsageError {
     std::string text;
 };
 
-using Command = std::variant<OpenWorkstation, Measure, Shot, ListFields, Expand, ExportTable, PrintToFile,
-                             PrintToPrinter, ShowHelp, UsageError>;
+using Command = std::variant<OpenWorkstation, Measure, InterpretRecord, Shot, ListFields, Expand, ExportTable,
+                             PrintToFile, PrintToPrinter, ShowHelp, UsageError>;
 
 inline constexpr int kSmallestShot = 64;
 inline constexpr int kLargestShot = 4096;

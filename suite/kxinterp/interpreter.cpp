@@ -68,6 +68,16 @@ class Writer {
     Reporter& log_;
 };
 
+std::vector<const Rule*> RulesThatApply(const Ecg& ecg) {
+    std::vector<const Rule*> applying;
+    for (const Rule& rule : Rules()) {
+        if (rule.applies(ecg)) {
+            applying.push_back(&rule);
+        }
+    }
+    return applying;
+}
+
 std::size_t LengthOf(const std::vector<Statement>& statements) {
     std::size_t length = 0;
     for (const Statement& statement : statements) {
@@ -94,12 +104,10 @@ void SetText(KxInterpretationResult& result, const std::string& text) {
 void Compose(const Ecg& ecg, const Writer& writer, KxInterpretationResult& result) {
     std::vector<Statement> statements;
     Weight heaviest = Weight::kNote;
-    for (const Rule& rule : Rules()) {
-        if (rule.applies(ecg)) {
-            const Values values = rule.values != nullptr ? rule.values(ecg) : Values{};
-            statements.push_back({writer.Text(rule.code, values), rule.weight});
-            heaviest = std::max(heaviest, rule.weight);
-        }
+    for (const Rule* rule : RulesThatApply(ecg)) {
+        const Values values = rule->values != nullptr ? rule->values(ecg) : Values{};
+        statements.push_back({writer.Text(rule->code, values), rule->weight});
+        heaviest = std::max(heaviest, rule->weight);
     }
     const std::string classification = writer.Text(ClassificationOf(heaviest));
     Shorten(statements, kLongestText - std::min(classification.size(), kLongestText));
@@ -139,6 +147,21 @@ bool Interpret(const KxMeasurementSet* set, const KxAnnotationStore* annotations
     }
     *result = made;
     return true;
+}
+
+std::vector<std::uint16_t> StatementCodes(const KxMeasurementSet& set, const KxAnnotationStore* annotations) {
+    const Ecg ecg(set, annotations);
+    if (const std::uint16_t reason = ReasonNotToInterpret(ecg)) {
+        return {reason};
+    }
+    std::vector<std::uint16_t> codes;
+    Weight heaviest = Weight::kNote;
+    for (const Rule* rule : RulesThatApply(ecg)) {
+        codes.push_back(rule->code);
+        heaviest = std::max(heaviest, rule->weight);
+    }
+    codes.push_back(ClassificationOf(heaviest));
+    return codes;
 }
 
 }  // namespace kx::interp

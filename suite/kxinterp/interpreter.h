@@ -2,6 +2,9 @@
 // Portable.
 #pragma once
 
+#include <cstdint>
+#include <vector>
+
 #include "include/kxdialogs.h"
 #include "lib/reporter.h"
 #include "lib/resource_text.h"
@@ -24,5 +27,9 @@ namespace kx::interp {
 // reported: no measurement set or no result, or a measurement set of another size.
 bool Interpret(const KxMeasurementSet* set, const KxAnnotationStore* annotations, const ResourceTexts& texts,
                KxInterpretationResult* result, Reporter& log);
+
+// The codes of the statements that Interpret would make, in their order and with the classification at the
+// end, without regard to how much room their texts take.
+std::vector<std::uint16_t> StatementCodes(const KxMeasurementSet& set, const KxAnnotationStore* annotations);
 
 }  // namespace kx::interp

@@ -16,6 +16,7 @@ std::string Describe(const Command& command) {
         }
         std::string operator()(const OpenWorkstation& c) const { return "open " + Of(c.record); }
         std::string operator()(const Measure& c) const { return "measure " + Of(c.record); }
+        std::string operator()(const InterpretRecord& c) const { return "interpret " + Of(c.record); }
         std::string operator()(const Shot& c) const {
             return "shot " + c.file + " of " + Of(c.record) + " " +
                    (c.pane ? std::string(RowOf(*c.pane).name) : "window") + " " + std::to_string(c.width) +
@@ -64,6 +65,7 @@ TEST(CommandLine, UnderstandsEveryForm) {
         {{"--measure", "--builtin"}, "measure <builtin>"},
         {{"--measure", "a", "--units-per-mv", "2000"}, "measure a @2000"},
         {{"--measure", "--", "-odd name"}, "measure -odd name"},
+        {{"--interpret", "a", "--units-per-mv", "1000"}, "interpret a @1000"},
         {{"--shot", "f.png", "a", "qrs"}, "shot f.png of a qrs 0x0"},
         {{"--shot", "f.png", "--builtin", "window"}, "shot f.png of <builtin> window 0x0"},
         {{"--shot", "f.png", "a", "table", "--size", "800x600"}, "shot f.png of a table 800x600"},

@@ -8,6 +8,7 @@
 #include <set>
 
 #include "host/report/report_fields.h"
+#include "host/report/statement_listing.h"
 #include "lib/dbclient/holter_record.h"
 #include "lib/dbclient/test_record.h"
 #include "tests/unit/picture_locale.h"
@@ -136,6 +137,13 @@ TEST(OneLine, ShowsWhatIsNotSeen) {
                 {"\xE8 e \xB5V", "\xE8 e \xB5V"}};
     for (const auto& row : rows)
         EXPECT_EQ(OneLine(std::string_view(row.text)), row.line) << row.line;
+}
+
+TEST(StatementListing, FindsTheCodeBehindTheNumbersOfAStatement) {
+    kx::test::TextTable statements;
+    statements.texts = {{30005, "Rate > %d."}, {30026, "Axis %d"}, {30132, "Normal"}};
+    EXPECT_EQ("30005\tRate > 100.\n30026\tAxis -40\n0\tAxis -\n0\tAxis 4 \n30132\tNormal\n",
+              ListStatements("Rate > 100.\r\nAxis -40\r\nAxis -\r\nAxis 4 \r\n\r\nNormal", statements));
 }
 
 TEST(Matches, WordsInAnyOrderWithoutCaseAndAccents) {
