@@ -79,6 +79,8 @@ need "the compiler cache" "command -v ccache" ccache
 need "the 32-bit native compiler" "echo 'int main(){}' | g++ -m32 -fsanitize=address,undefined -x c++ - -o /dev/null" g++-multilib
 need "the cross compiler" "command -v i686-w64-mingw32-g++-posix && command -v i686-w64-mingw32-windres" g++-mingw-w64-i686
 need "GoogleTest's sources" "test -e /usr/src/googletest/CMakeLists.txt" googletest
+need "Python, which makes the help" "command -v python3" python3
+need "the compiler of the help" "command -v chmcmd" fp-utils
 need "the virtual screen" "command -v Xvfb" xvfb
 source_package pugixml
 source_package sqlite3
