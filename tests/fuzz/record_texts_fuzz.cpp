@@ -15,7 +15,7 @@
 #include "lib/dbclient/test_list_entry.h"
 #include "lib/dbclient/test_record.h"
 #include "lib/dbclient/value_series.h"
-#include "tests/support/plain_locale.h"
+#include "tests/rig/plain_locale.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "lib/timestmp.h"
-#include "tests/support/plain_locale.h"
+#include "tests/rig/plain_locale.h"
 
 namespace {
 

@@ -4,8 +4,8 @@
 
 #include <string>
 
-#include "tests/support/memory_file.h"
-#include "tests/support/recorded_reports.h"
+#include "tests/rig/memory_file.h"
+#include "tests/rig/recorded_reports.h"
 
 namespace {
 

@@ -9,7 +9,7 @@
 
 #include "lib/dbclient/test_record.h"
 #include "lib/html_document.h"
-#include "tests/support/memory_file.h"
+#include "tests/rig/memory_file.h"
 #include "tests/unit/picture_locale.h"
 
 namespace kxhost {

@@ -9,7 +9,7 @@
 
 #include "host/printing/print_page_layout.h"
 #include "host/resource_ids.h"
-#include "tests/support/raw_printer.h"
+#include "tests/rig/raw_printer.h"
 #include "tests/windows/host_fixture.h"
 #include "tests/windows/host_process.h"
 

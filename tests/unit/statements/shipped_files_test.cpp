@@ -11,7 +11,7 @@
 #include "dialogs/statements/statement_matcher.h"
 #include "dialogs/statements/statement_reader.h"
 #include "dialogs/statements/statement_writer.h"
-#include "tests/support/memory_file.h"
+#include "tests/rig/memory_file.h"
 
 namespace {
 

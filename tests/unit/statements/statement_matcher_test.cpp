@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "dialogs/statements/case_fold.h"
-#include "tests/support/recorded_reports.h"
+#include "tests/rig/recorded_reports.h"
 
 namespace {
 

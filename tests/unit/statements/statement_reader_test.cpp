@@ -5,8 +5,8 @@
 #include <string>
 
 #include "dialogs/statements/statement_writer.h"
-#include "tests/support/memory_file.h"
-#include "tests/support/recorded_reports.h"
+#include "tests/rig/memory_file.h"
+#include "tests/rig/recorded_reports.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include "lib/windows/check_box.h"
 
-#include "tests/support/gui_objects.h"
+#include "tests/rig/gui_objects.h"
 #include "tests/windows/controls/control_fixture.h"
 
 namespace {

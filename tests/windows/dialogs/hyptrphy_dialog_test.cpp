@@ -12,7 +12,7 @@
 
 #include "dialogs/resources/resource_ids.h"
 #include "lib/dbclient/test_record.h"
-#include "tests/support/gui_objects.h"
+#include "tests/rig/gui_objects.h"
 #include "tests/windows/dialogs/library_under_test.h"
 #include "tests/windows/dialogs/pane_reader.h"
 

@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "dialogs/resources/resource_ids.h"
-#include "tests/support/template_layout.h"
+#include "tests/rig/template_layout.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "dialogs/resources/morphology_ids.h"
-#include "tests/support/template_layout.h"
+#include "tests/rig/template_layout.h"
 
 namespace {
 

@@ -12,7 +12,7 @@
 
 #include "lib/dbclient/test_record.h"
 #include "lib/measurement_table.h"
-#include "tests/support/gui_objects.h"
+#include "tests/rig/gui_objects.h"
 #include "tests/windows/dialogs/library_under_test.h"
 
 namespace {

@@ -1,8 +1,8 @@
 // The user dictionary as it shows itself and as it takes what the user does.
-#include "tests/support/window_shot.h"
+#include "tests/rig/window_shot.h"
 #include "tests/windows/dictionary/dictionary_fixture.h"
 
-#include "tests/support/gui_objects.h"
+#include "tests/rig/gui_objects.h"
 
 namespace kx::test {
 namespace {

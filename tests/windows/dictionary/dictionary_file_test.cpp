@@ -43,7 +43,7 @@ TEST_F(DictionaryTest, WritesNothingUnlessItEndsWithOk) {
         {"the caption's button",
          [](HWND dialog) {
              PostMessageA(dialog, WM_SYSCOMMAND, SC_CLOSE, 0);
-             PumpDialog(dialog);
+             kx::test::Pump(dialog);
          }},
     };
     for (const auto& row : rows) {

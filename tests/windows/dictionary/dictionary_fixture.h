@@ -12,7 +12,7 @@
 #include "dialogs/dictionary/user_dictionary_dialog.h"
 #include "dialogs/resources/dictionary_ids.h"
 #include "lib/windows/window.h"
-#include "tests/support/modal_driver.h"
+#include "tests/rig/input.h"
 #include "tests/windows/dialogs/library_under_test.h"
 #include "tests/windows/dialogs/pane_reader.h"
 #include "tests/windows/files/temp_folder.h"

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "dialogs/resources/dictionary_ids.h"
-#include "tests/support/template_layout.h"
+#include "tests/rig/template_layout.h"
 
 namespace kx::test {
 namespace {

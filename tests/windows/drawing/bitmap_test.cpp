@@ -11,8 +11,8 @@
 
 #include "lib/bmp_format.h"
 #include "lib/modules/module_instance.h"
-#include "tests/support/gui_objects.h"
-#include "tests/support/recorded_reports.h"
+#include "tests/rig/gui_objects.h"
+#include "tests/rig/recorded_reports.h"
 #include "tests/windows/drawing/canvas.h"
 
 namespace {

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/gui_objects.h"
+#include "tests/rig/gui_objects.h"
 #include "tests/windows/drawing/canvas.h"
 
 namespace {

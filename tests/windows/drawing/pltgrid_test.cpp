@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/recorded_reports.h"
+#include "tests/rig/recorded_reports.h"
 #include "tests/windows/drawing/canvas.h"
 
 namespace {

@@ -8,7 +8,7 @@
 #include <string>
 
 #include "lib/fileutil.h"
-#include "tests/support/recorded_reports.h"
+#include "tests/rig/recorded_reports.h"
 #include "tests/windows/files/temp_folder.h"
 
 namespace {

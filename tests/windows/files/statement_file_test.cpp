@@ -7,7 +7,7 @@
 
 #include "dialogs/statements/statement_files.h"
 #include "lib/replacing_file.h"
-#include "tests/support/recorded_reports.h"
+#include "tests/rig/recorded_reports.h"
 #include "tests/windows/files/temp_folder.h"
 
 namespace {

@@ -11,7 +11,7 @@
 #include "lib/windows/dialog.h"
 #include "lib/windows/menu.h"
 #include "lib/windows/window_class.h"
-#include "tests/support/gui_objects.h"
+#include "tests/rig/gui_objects.h"
 #include "tests/windows/framework/recording_window.h"
 #include "tests/windows/framework/templates.h"
 #include "tests/windows/framework/test_library.h"

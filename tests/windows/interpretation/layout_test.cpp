@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "tests/support/template_layout.h"
+#include "tests/rig/template_layout.h"
 #include "tests/windows/interpretation/pane_fixture.h"
 
 namespace {

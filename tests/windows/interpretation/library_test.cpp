@@ -4,7 +4,7 @@
 
 #include "dialogs/resources/dictionary_ids.h"
 #include "lib/annotation_store.h"
-#include "tests/support/modal_driver.h"
+#include "tests/rig/input.h"
 #include "tests/windows/interpretation/pane_fixture.h"
 
 namespace {

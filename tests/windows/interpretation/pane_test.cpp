@@ -5,7 +5,7 @@
 #include <cstring>
 
 #include "lib/windows/registry_key.h"
-#include "tests/support/gui_objects.h"
+#include "tests/rig/gui_objects.h"
 #include "tests/windows/interpretation/pane_fixture.h"
 
 namespace {

@@ -5,7 +5,7 @@
 #include <iterator>
 #include <random>
 
-#include "tests/support/gui_objects.h"
+#include "tests/rig/gui_objects.h"
 #include "tests/windows/marker_view/view_rig.h"
 
 namespace kx::test {

@@ -17,7 +17,7 @@
 #include "lib/windows/device_context.h"
 #include "lib/windows/window.h"
 #include "lib/windows/window_class.h"
-#include "tests/support/recorded_reports.h"
+#include "tests/rig/recorded_reports.h"
 
 namespace kx::test {
 

@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <cstring>
 
-#include "tests/windows/modules/export_table.h"
+#include "tests/rig/suite_exports.h"
 
 #define SPY_EXPORT extern "C" __declspec(dllexport)
 

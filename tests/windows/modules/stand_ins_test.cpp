@@ -6,7 +6,7 @@
 
 #include "lib/modules/version_info.h"
 #include "suite/kxsys/kxsys.h"
-#include "tests/windows/modules/export_table.h"
+#include "tests/rig/suite_exports.h"
 #include "tests/windows/modules/spy.h"
 
 namespace {

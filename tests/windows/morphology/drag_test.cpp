@@ -5,7 +5,7 @@
 #include <cstring>
 #include <string>
 
-#include "tests/support/window_shot.h"
+#include "tests/rig/window_shot.h"
 #include "tests/windows/morphology/pane_under_test.h"
 
 namespace {

@@ -1,7 +1,7 @@
 // Long drags and many panes.
 #include <gtest/gtest.h>
 
-#include "tests/support/gui_objects.h"
+#include "tests/rig/gui_objects.h"
 #include "tests/windows/morphology/pane_under_test.h"
 
 namespace {

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/raw_printer.h"
+#include "tests/rig/raw_printer.h"
 #include "tests/windows/dialogs/library_under_test.h"
 
 namespace kx {

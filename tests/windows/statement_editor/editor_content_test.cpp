@@ -1,7 +1,7 @@
 // What the editor shows and takes, and what of it gets into the record.
 #include <cstring>
 
-#include "tests/support/window_shot.h"
+#include "tests/rig/window_shot.h"
 #include "tests/windows/statement_editor/editor_fixture.h"
 
 namespace kx::test {
@@ -69,7 +69,7 @@ TEST_F(StatementEditorTest, LeavesTheRecordAloneUnlessTheTextWasChangedAndOkPres
         {"closed by the system", true,
          [](HWND e) {
              PostMessageA(e, WM_SYSCOMMAND, SC_CLOSE, 0);
-             PumpDialog(e);
+             kx::test::Pump(e);
          },
          0},
     };
@@ -110,7 +110,7 @@ TEST_F(StatementEditorTest, CompletesStatements) {
                       EXPECT_EQ(EditText(editor), "Testo di prima.\r\nRitmo giunzionale.");
                       // The whole code of a statement is a choice.
                       TypeText(editor, "\rra");
-                      EXPECT_TRUE(PumpDialogUntil(editor, [&] {
+                      EXPECT_TRUE(PumpUntil(editor, [&] {
                           return EditText(editor) ==
                                  "Testo di prima.\r\nRitmo giunzionale.\r\nRitmo atriale.";
                       }));

@@ -8,7 +8,7 @@
 #include <functional>
 #include <string>
 
-#include "tests/support/modal_driver.h"
+#include "tests/rig/input.h"
 #include "tests/windows/interpretation/pane_fixture.h"
 
 namespace kx::test {

@@ -1,5 +1,5 @@
 // The editor's window: its place and its controls, its blinking buttons, and when it does not open.
-#include "tests/support/gui_objects.h"
+#include "tests/rig/gui_objects.h"
 #include "tests/windows/statement_editor/editor_fixture.h"
 
 namespace kx::test {
@@ -65,7 +65,7 @@ std::vector<std::string> Watch(HWND editor) {
     bool okShown = true;
     bool cancelShown = true;
     const DWORD start = GetTickCount();
-    PumpDialogUntil(
+    PumpUntil(
         editor,
         [&] {
             const auto note = [&](std::uint32_t id, const char* name, bool& shown) {

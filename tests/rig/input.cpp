@@ -1,4 +1,4 @@
-#include "tests/support/modal_driver.h"
+#include "tests/rig/input.h"
 
 #include <string>
 
@@ -6,6 +6,7 @@ namespace kx::test {
 namespace {
 
 constexpr UINT kPollMs = 10;
+constexpr int kMostMessages = 100000;
 
 // Runs this program once more in the place of this process.
 void StartAnew() {
@@ -13,8 +14,7 @@ void StartAnew() {
     startup.cb = sizeof startup;
     PROCESS_INFORMATION again{};
     std::string commandLine = GetCommandLineA();
-    if (CreateProcessA(nullptr, commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup,
-                       &again)) {
+    if (CreateProcessA(nullptr, commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup, &again)) {
         DWORD exitCode = 1;
         WaitForSingleObject(again.hProcess, INFINITE);
         GetExitCodeProcess(again.hProcess, &exitCode);
@@ -28,12 +28,10 @@ bool DoWithoutWindowManager() {
     char path[MAX_PATH] = {};
     GetModuleFileNameA(nullptr, path, sizeof path);
     const std::string program = path;
-    const std::string key =
-        "Software\\Wine\\AppDefaults\\" + program.substr(program.rfind('\\') + 1) + "\\X11 Driver";
+    const std::string key = "Software\\Wine\\AppDefaults\\" + program.substr(program.rfind('\\') + 1) + "\\X11 Driver";
     HKEY opened = nullptr;
     DWORD found = 0;
-    if (RegCreateKeyExA(HKEY_CURRENT_USER, key.c_str(), 0, nullptr, 0, KEY_SET_VALUE, nullptr, &opened,
-                        &found) != ERROR_SUCCESS) {
+    if (RegCreateKeyExA(HKEY_CURRENT_USER, key.c_str(), 0, nullptr, 0, KEY_SET_VALUE, nullptr, &opened, &found) != ERROR_SUCCESS) {
         return false;
     }
     const BYTE no[] = "N";
@@ -74,7 +72,7 @@ void CALLBACK RunScript(HWND, UINT, UINT_PTR timer, DWORD) {
     KillTimer(nullptr, timer);
     const std::function<void(HWND)>* const script = g_driven.script;
     g_driven = {nullptr, dialog};
-    PumpDialog(dialog);
+    Pump(dialog);
     (*script)(dialog);
     // One that was ended is hidden already and keeps its result.
     if (IsWindowVisible(dialog)) {
@@ -83,9 +81,7 @@ void CALLBACK RunScript(HWND, UINT, UINT_PTR timer, DWORD) {
     PostMessageA(dialog, WM_NULL, 0, 0);
 }
 
-LPARAM Packed(POINT at) {
-    return MAKELPARAM(at.x, at.y);
-}
+LPARAM Packed(POINT at) { return MAKELPARAM(at.x, at.y); }
 
 }  // namespace
 
@@ -99,21 +95,25 @@ bool DriveModal(const std::function<void()>& open, const std::function<void(HWND
     return came;
 }
 
-void PumpDialog(HWND dialog) {
+bool Pump(HWND dialog) {
     MSG message;
-    while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
-        if (!IsDialogMessageA(dialog, &message)) {
+    for (int left = kMostMessages; left > 0; --left) {
+        if (!PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
+            return true;
+        }
+        if (dialog == nullptr || !IsDialogMessageA(dialog, &message)) {
             TranslateMessage(&message);
             DispatchMessageA(&message);
         }
     }
+    return false;
 }
 
-bool PumpDialogUntil(HWND dialog, const std::function<bool()>& done, DWORD milliseconds) {
+bool PumpUntil(HWND dialog, const std::function<bool()>& done, DWORD milliseconds) {
     const DWORD start = GetTickCount();
     while (!done() && GetTickCount() - start < milliseconds) {
         MsgWaitForMultipleObjects(0, nullptr, FALSE, kPollMs, QS_ALLINPUT);
-        PumpDialog(dialog);
+        Pump(dialog);
     }
     return done();
 }
@@ -121,22 +121,36 @@ bool PumpDialogUntil(HWND dialog, const std::function<bool()>& done, DWORD milli
 void PressKey(HWND dialog, UINT virtualKey) {
     const HWND focus = GetFocus();
     PostMessageA(focus, WM_KEYDOWN, virtualKey, 1);
-    PumpDialog(dialog);
+    Pump(dialog);
     PostMessageA(focus, WM_KEYUP, virtualKey, static_cast<LPARAM>(0xC0000001));
-    PumpDialog(dialog);
+    Pump(dialog);
+}
+
+void PressControl(HWND control, char letter) {
+    SetFocus(control);
+    BYTE keys[256] = {};
+    GetKeyboardState(keys);
+    keys[VK_CONTROL] |= 0x80;
+    SetKeyboardState(keys);
+    SendMessageA(control, WM_KEYDOWN, static_cast<WPARAM>(letter), 1);
+    SendMessageA(control, WM_CHAR, static_cast<WPARAM>(letter - '@'), 1);
+    SendMessageA(control, WM_KEYUP, static_cast<WPARAM>(letter), 1);
+    keys[VK_CONTROL] = 0;
+    SetKeyboardState(keys);
+    Pump();
 }
 
 void TypeText(HWND dialog, std::string_view text) {
     for (const char character : text) {
         PostMessageA(GetFocus(), WM_CHAR, static_cast<unsigned char>(character), 1);
-        PumpDialog(dialog);
+        Pump(dialog);
     }
 }
 
 void ClickAt(HWND dialog, HWND window, POINT at) {
     PostMessageA(window, WM_LBUTTONDOWN, MK_LBUTTON, Packed(at));
     PostMessageA(window, WM_LBUTTONUP, 0, Packed(at));
-    PumpDialog(dialog);
+    Pump(dialog);
 }
 
 void ClickOn(HWND dialog, HWND window) {
@@ -149,7 +163,7 @@ void DoubleClickAt(HWND dialog, HWND window, POINT at) {
     ClickAt(dialog, window, at);
     PostMessageA(window, WM_LBUTTONDBLCLK, MK_LBUTTON, Packed(at));
     PostMessageA(window, WM_LBUTTONUP, 0, Packed(at));
-    PumpDialog(dialog);
+    Pump(dialog);
 }
 
 }  // namespace kx::test

@@ -1,4 +1,7 @@
-// Drives a modal dialog of this process with the messages that keyboard and mouse send.
+// A user's hands: keys, mouse and the message loop; and a modal dialog of this process driven by them.
+//
+// A program that contains this takes part in Wine's screen without a window manager: it writes once that its
+// windows are not managed, starts anew, and saves two seconds for the end of every captioned window.
 #pragma once
 
 #include <windows.h>
@@ -8,18 +11,21 @@
 
 namespace kx::test {
 
+// Dispatches what is in the thread's queue, as a host's loop with IsDialogMessage for `dialog` does (null:
+// without). False: there was no end of messages, after 100,000 of them.
+bool Pump(HWND dialog = nullptr);
+// The same until `done` or for at most so long; returns done().
+bool PumpUntil(HWND dialog, const std::function<bool()>& done, DWORD milliseconds = 5000);
+
 // Calls `open`, which shows a modal dialog and returns when that has ended, and from the dialog's own message
 // loop `script` once with its window. A dialog that the script leaves open is ended with -2. False: no dialog
 // came up.
 bool DriveModal(const std::function<void()>& open, const std::function<void(HWND)>& script);
 
-// Dispatches what is in the queue as the modal loop would.
-void PumpDialog(HWND dialog);
-// The same until `done` or for at most so long; returns done().
-bool PumpDialogUntil(HWND dialog, const std::function<bool()>& done, DWORD milliseconds = 5000);
-
 // A key pressed and released where the focus is.
 void PressKey(HWND dialog, UINT virtualKey);
+// Ctrl with a letter in a control that gets the focus; the state of Ctrl as keyboards have it meanwhile.
+void PressControl(HWND control, char letter);
 // Characters (Windows-1252) where the focus is; each is dispatched before the next.
 void TypeText(HWND dialog, std::string_view text);
 // The left button on a point of a window's client area; without one, on its middle.

@@ -43,7 +43,6 @@ struct ShownText {
 // its rectangle; word-wrapping ones by DT_CALCRECT | DT_WORDBREAK. One line for each text that is cut, naming
 // the control and by how much; controls that reach out of the dialog or cover another control are named as
 // well.
-std::vector<std::string> LayoutFaults(const DialogTemplate& dialog, int dpi,
-                                      const std::map<DWORD, ShownText>& shown = {});
+std::vector<std::string> LayoutFaults(const DialogTemplate& dialog, int dpi, const std::map<DWORD, ShownText>& shown = {});
 
 }  // namespace kx::test

@@ -1,4 +1,4 @@
-#include "tests/support/raw_printer.h"
+#include "tests/rig/raw_printer.h"
 
 #include <windows.h>
 #include <winspool.h>
@@ -15,13 +15,11 @@ char g_printer[] = "Kx raw test printer";
 
 bool SetPort(const std::string& port, bool there) {
     HKEY key = nullptr;
-    if (RegCreateKeyExA(HKEY_LOCAL_MACHINE, kPorts, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key, nullptr) !=
-        0) {
+    if (RegCreateKeyExA(HKEY_LOCAL_MACHINE, kPorts, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key, nullptr) != 0) {
         return false;
     }
     const LSTATUS status =
-        there ? RegSetValueExA(key, port.c_str(), 0, REG_SZ, reinterpret_cast<const BYTE*>(""), 1)
-              : RegDeleteValueA(key, port.c_str());
+        there ? RegSetValueExA(key, port.c_str(), 0, REG_SZ, reinterpret_cast<const BYTE*>(""), 1) : RegDeleteValueA(key, port.c_str());
     RegCloseKey(key);
     return status == 0;
 }
@@ -34,8 +32,7 @@ bool AddDriver() {
     driver.pEnvironment = environment;
     driver.pDriverPath = driver.pDataFile = driver.pConfigFile = file;
     driver.pHelpFile = driver.pDependentFiles = driver.pMonitorName = driver.pDefaultDataType = none;
-    return AddPrinterDriverExA(nullptr, 3, reinterpret_cast<BYTE*>(&driver),
-                               APD_COPY_NEW_FILES | APD_COPY_FROM_DIRECTORY) != FALSE ||
+    return AddPrinterDriverExA(nullptr, 3, reinterpret_cast<BYTE*>(&driver), APD_COPY_NEW_FILES | APD_COPY_FROM_DIRECTORY) != FALSE ||
            GetLastError() == ERROR_PRINTER_DRIVER_ALREADY_INSTALLED;
 }
 

@@ -16,9 +16,7 @@ class RecordedReports final : public Reporter {
     std::uint32_t LOGOEMERROR(const char* source, std::uint32_t line, const char* text) override {
         return Add(std::string("oem ") + source + " " + std::to_string(line) + " " + text);
     }
-    std::uint32_t LOGEXCEPTION(const char* context) override {
-        return Add(std::string("exception ") + context);
-    }
+    std::uint32_t LOGEXCEPTION(const char* context) override { return Add(std::string("exception ") + context); }
     std::uint32_t LOGSYSTEMERROR(const char* text) override { return Add(std::string("system ") + text); }
 
     // The reports since the last call.

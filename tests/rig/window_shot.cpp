@@ -1,4 +1,4 @@
-#include "tests/support/window_shot.h"
+#include "tests/rig/window_shot.h"
 
 #include <filesystem>
 

@@ -1,4 +1,4 @@
-#include "tests/support/gui_objects.h"
+#include "tests/rig/gui_objects.h"
 
 #include <windows.h>
 
@@ -12,9 +12,7 @@ namespace {
 // More than what one opening could leave free in the table by chance.
 constexpr std::size_t kBatch = 256;
 
-unsigned long Slot(const void* handle) {
-    return reinterpret_cast<std::uintptr_t>(handle) & 0xFFFF;
-}
+unsigned long Slot(const void* handle) { return reinterpret_cast<std::uintptr_t>(handle) & 0xFFFF; }
 
 unsigned long HighestGdiSlot() {
     std::array<HBRUSH, kBatch> brushes{};

@@ -1,4 +1,4 @@
-#include "tests/support/template_layout.h"
+#include "tests/rig/template_layout.h"
 
 #include <algorithm>
 #include <cstring>
@@ -49,8 +49,7 @@ class ResourceReader {
 };
 
 const wchar_t* PredefinedClass(WORD ordinal) {
-    static const wchar_t* const names[] = {L"Button",  L"Edit",      L"Static",
-                                           L"ListBox", L"ScrollBar", L"ComboBox"};
+    static const wchar_t* const names[] = {L"Button", L"Edit", L"Static", L"ListBox", L"ScrollBar", L"ComboBox"};
     return ordinal >= 0x80 && ordinal <= 0x85 ? names[ordinal - 0x80] : L"";
 }
 
@@ -94,9 +93,8 @@ TemplateItem TakeItem(ResourceReader& reader) {
 class MeasuredFont {
   public:
     MeasuredFont(const std::wstring& face, int points, int weight, int dpi) {
-        font_ = CreateFontW(-MulDiv(points, dpi, 72), 0, 0, 0, weight, FALSE, FALSE, FALSE, DEFAULT_CHARSET,
-                            OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, DEFAULT_PITCH,
-                            face.c_str());
+        font_ = CreateFontW(-MulDiv(points, dpi, 72), 0, 0, 0, weight, FALSE, FALSE, FALSE, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS,
+                            CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, DEFAULT_PITCH, face.c_str());
         context_ = CreateCompatibleDC(nullptr);
         previous_ = SelectObject(context_, font_);
     }
@@ -129,27 +127,18 @@ class MeasuredFont {
     HGDIOBJ previous_;
 };
 
-bool IsClass(const TemplateItem& item, const wchar_t* name) {
-    return lstrcmpiW(item.windowClass.c_str(), name) == 0;
-}
+bool IsClass(const TemplateItem& item, const wchar_t* name) { return lstrcmpiW(item.windowClass.c_str(), name) == 0; }
 
-DWORD ButtonKind(const TemplateItem& item) {
-    return item.style & BS_TYPEMASK;
-}
-bool IsGroupBox(const TemplateItem& item) {
-    return IsClass(item, L"Button") && ButtonKind(item) == BS_GROUPBOX;
-}
+DWORD ButtonKind(const TemplateItem& item) { return item.style & BS_TYPEMASK; }
+bool IsGroupBox(const TemplateItem& item) { return IsClass(item, L"Button") && ButtonKind(item) == BS_GROUPBOX; }
 bool IsPushButton(const TemplateItem& item) {
-    return IsClass(item, L"Button") &&
-           (ButtonKind(item) == BS_PUSHBUTTON || ButtonKind(item) == BS_DEFPUSHBUTTON);
+    return IsClass(item, L"Button") && (ButtonKind(item) == BS_PUSHBUTTON || ButtonKind(item) == BS_DEFPUSHBUTTON);
 }
 bool IsTextStatic(const TemplateItem& item) {
-    return IsClass(item, L"Static") &&
-           ((item.style & SS_TYPEMASK) <= SS_RIGHT || (item.style & SS_TYPEMASK) == SS_LEFTNOWORDWRAP);
+    return IsClass(item, L"Static") && ((item.style & SS_TYPEMASK) <= SS_RIGHT || (item.style & SS_TYPEMASK) == SS_LEFTNOWORDWRAP);
 }
 bool IsEtchedLine(const TemplateItem& item) {
-    return IsClass(item, L"Static") && (item.style & SS_TYPEMASK) >= SS_ETCHEDHORZ &&
-           (item.style & SS_TYPEMASK) <= SS_ETCHEDFRAME;
+    return IsClass(item, L"Static") && (item.style & SS_TYPEMASK) >= SS_ETCHEDHORZ && (item.style & SS_TYPEMASK) <= SS_ETCHEDFRAME;
 }
 
 // How much of a control's rectangle is its text's, and how the text is set in it.
@@ -171,8 +160,7 @@ bool FindTextSpace(const TemplateItem& item, const RECT& pixels, int dpi, TextSp
         space.height = MAXLONG;
         return true;
     }
-    if (!IsClass(item, L"Button") || (item.style & (BS_OWNERDRAW | BS_ICON | BS_BITMAP)) >= BS_ICON ||
-        ButtonKind(item) == BS_OWNERDRAW) {
+    if (!IsClass(item, L"Button") || (item.style & (BS_OWNERDRAW | BS_ICON | BS_BITMAP)) >= BS_ICON || ButtonKind(item) == BS_OWNERDRAW) {
         return false;
     }
     if (IsGroupBox(item)) {
@@ -197,8 +185,7 @@ std::string Narrow(const std::wstring& text) {
 }
 
 std::string NameOf(const TemplateItem& item) {
-    return Narrow(item.windowClass) + " " + std::to_string(static_cast<WORD>(item.id)) + " \"" +
-           Narrow(item.text) + "\"";
+    return Narrow(item.windowClass) + " " + std::to_string(static_cast<WORD>(item.id)) + " \"" + Narrow(item.text) + "\"";
 }
 
 RECT ToPixels(const RECT& units, const SIZE& base) {
@@ -206,8 +193,8 @@ RECT ToPixels(const RECT& units, const SIZE& base) {
             MulDiv(units.bottom, base.cy, 8)};
 }
 
-void CheckTexts(const TemplateItem& item, const RECT& pixels, const MeasuredFont& font,
-                const ShownText& shown, int dpi, std::vector<std::string>& faults) {
+void CheckTexts(const TemplateItem& item, const RECT& pixels, const MeasuredFont& font, const ShownText& shown, int dpi,
+                std::vector<std::string>& faults) {
     TextSpace space{};
     if (!FindTextSpace(item, pixels, dpi, space)) {
         return;
@@ -220,16 +207,14 @@ void CheckTexts(const TemplateItem& item, const RECT& pixels, const MeasuredFont
         }
         const SIZE needed = font.Measure(text, space.width, space.format);
         if (needed.cx > space.width || (!IsGroupBox(item) && needed.cy > space.height)) {
-            faults.push_back(std::to_string(dpi) + " dpi: " + NameOf(item) + ": \"" + Narrow(text) +
-                             "\" needs " + std::to_string(needed.cx) + " x " + std::to_string(needed.cy) +
-                             " of " + std::to_string(space.width) + " x " + std::to_string(space.height));
+            faults.push_back(std::to_string(dpi) + " dpi: " + NameOf(item) + ": \"" + Narrow(text) + "\" needs " +
+                             std::to_string(needed.cx) + " x " + std::to_string(needed.cy) + " of " + std::to_string(space.width) + " x " +
+                             std::to_string(space.height));
         }
     }
 }
 
-bool MayBeCovered(const TemplateItem& item) {
-    return IsGroupBox(item) || IsEtchedLine(item);
-}
+bool MayBeCovered(const TemplateItem& item) { return IsGroupBox(item) || IsEtchedLine(item); }
 
 // A combo box covers only its closed height; 14 units hold it.
 RECT CoveredUnits(const TemplateItem& item) {
@@ -249,10 +234,8 @@ void CheckPlaces(const DialogTemplate& dialog, std::vector<std::string>& faults)
         for (std::size_t j = i + 1; j < dialog.items.size(); ++j) {
             const RECT b = CoveredUnits(dialog.items[j]);
             RECT common{};
-            if (!MayBeCovered(dialog.items[i]) && !MayBeCovered(dialog.items[j]) &&
-                IntersectRect(&common, &a, &b)) {
-                faults.push_back(NameOf(dialog.items[i]) + " and " + NameOf(dialog.items[j]) +
-                                 " cover each other");
+            if (!MayBeCovered(dialog.items[i]) && !MayBeCovered(dialog.items[j]) && IntersectRect(&common, &a, &b)) {
+                faults.push_back(NameOf(dialog.items[i]) + " and " + NameOf(dialog.items[j]) + " cover each other");
             }
         }
     }
@@ -296,8 +279,7 @@ DialogTemplate ReadDialogTemplate(HMODULE module, WORD id) {
     return dialog;
 }
 
-std::vector<std::string> LayoutFaults(const DialogTemplate& dialog, int dpi,
-                                      const std::map<DWORD, ShownText>& shown) {
+std::vector<std::string> LayoutFaults(const DialogTemplate& dialog, int dpi, const std::map<DWORD, ShownText>& shown) {
     std::vector<std::string> faults;
     const MeasuredFont font(dialog.face, dialog.pointSize, dialog.weight, dpi);
     const SIZE base = font.BaseUnits();

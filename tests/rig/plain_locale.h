@@ -20,9 +20,7 @@ class PlainLocale final : public LocaleFormats {
         const int length = std::snprintf(buffer, size, "%d:%d:%d", time.hour, time.minute, time.second);
         return static_cast<std::size_t>(length) < size;
     }
-    bool ShortDateFormat(char* buffer, std::size_t size) const override {
-        return Give(picture, buffer, size);
-    }
+    bool ShortDateFormat(char* buffer, std::size_t size) const override { return Give(picture, buffer, size); }
     bool TimeFormat(char* buffer, std::size_t size) const override { return Give(picture, buffer, size); }
     bool MonthName(int month, MonthNameStyle, char* buffer, std::size_t size) const override {
         return Give(month % 2 == 0 ? monthName : monthName.substr(0, 3), buffer, size);
