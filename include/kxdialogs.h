@@ -11,6 +11,14 @@
 #ifndef KXDIALOGS_H
 #define KXDIALOGS_H
 
+/* The version, here alone: the version records, the host and the archive for integrators take it from here. */
+#define KX_VERSION_MAJOR 0
+#define KX_VERSION_MINOR 5
+#define KX_VERSION_PATCH 0
+#define KX_VERSION_TEXT "0.5.0"
+
+#ifndef RC_INVOKED
+
 #include <stddef.h>
 #include <stdint.h>
 
@@ -468,5 +476,7 @@ uint32_t KX_CALL EDITINTERPRETATION(KxHostWindow* parent, KxTestRecord* test, co
 #ifdef __cplusplus
 }
 #endif
+
+#endif /* RC_INVOKED */
 
 #endif

@@ -1,32 +1,60 @@
 #!/usr/bin/env bash
-# build/kxdialogs.tar.gz: what an integrator needs. bin/ runs as it is (kxhost.exe is the example host), include/ and
-# lib/ are for building a host, docs/ and README.md for reading.
+# build/package/kxdialogs-VERSION-win32.zip: what an integrator needs, and the symbols of its binaries in a second archive.
+# The same inputs give the same bytes, whoever packs them and when.
 set -eu
 . "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 cd "$KX_ROOT"
 
-bash tools/build.sh win32
+version="$(sed -n 's/^#define KX_VERSION_TEXT "\(.*\)"/\1/p' include/kxdialogs.h)"
+name="kxdialogs-$version-win32"
+out=build/package
+stage="$out/$name"
+symbols="$out/$name-symbols"
 bin=build/win32/bin
-stage=build/package/kxdialogs
-rm -rf build/package
-mkdir -p "$stage/bin" "$stage/include" "$stage/lib" "$stage/docs"
+binaries=(kxdialogs.dll kxsys.dll kxdb.dll kxrender.dll kxanalyze.dll kxinterp.dll kxhost.exe)
 
-for name in kxdialogs.dll kxsys.dll kxdb.dll kxrender.dll kxanalyze.dll kxinterp.dll kxhost.exe; do
-    [ -e "$bin/$name" ] || die "$bin/$name was not built"
-    i686-w64-mingw32-strip -o "$stage/bin/$name" "$bin/$name"
+# The time of the last commit, which the tools take for that of the build.
+SOURCE_DATE_EPOCH="$(git log -1 --format=%ct 2>/dev/null || echo 315532800)"
+export SOURCE_DATE_EPOCH
+
+say "building ..."
+cmake --preset win32 >build/win32-configure.log 2>&1 || die "configuring failed: $(tail -n 1 build/win32-configure.log)"
+cmake --build --preset win32 --target "${binaries[@]%.*}" kxstatement_files kxhelp >build/win32-build.log 2>&1 ||
+    die "building failed: $(grep -m 1 'error' build/win32-build.log)"
+
+say "staging $name ..."
+rm -rf "$out"
+mkdir -p "$stage"/{bin,include,lib,docs,examples} "$symbols"
+for binary in "${binaries[@]}"; do
+    i686-w64-mingw32-objcopy --only-keep-debug "$bin/$binary" "$symbols/$binary.debug"
+    i686-w64-mingw32-strip -o "$stage/bin/$binary" "$bin/$binary"
 done
-# The statement files and scripts that the library reads beside its module.
-find "$bin" -maxdepth 1 -type f \( -name '*.htm' -o -name '*.scr' -o -name '*.csv' -o -name '*.chm' \) -exec cp {} "$stage/bin/" \;
-
+# What the library and its siblings read beside themselves, and the help.
+find "$bin" -maxdepth 1 -type f \( -name '*.htm' -o -name '*.scr' -o -name '*.csv' -o -name '*.CHM' \) -exec cp {} "$stage/bin/" \;
 cp include/kxdialogs.h "$stage/include/"
-cp dialogs/kxdialogs.def "$stage/lib/"
-# The import library for hosts that link the DLL instead of loading it.
-i686-w64-mingw32-dlltool --kill-at -d dialogs/kxdialogs.def -D kxdialogs.dll -l "$stage/lib/libkxdialogs.a"
-if [ -d docs ]; then cp -R docs/. "$stage/docs/"; fi
-[ ! -e README.md ] || cp README.md "$stage/"
-for file in LICENSE*; do [ ! -e "$file" ] || cp "$file" "$stage/"; done
+cp docs/examples/minimal_host.c docs/examples/CMakeLists.txt "$stage/examples/"
+# Documents for those who have the archive alone; the pictures that they show.
+cp docs/host-integration.md docs/suite-modules.md docs/statement-files.md docs/workstation.md CHANGELOG.md "$stage/docs/"
+cp docs/examples/README.md "$stage/README.md"
+python3 tools/keep_links.py "$stage"
 
-# The same inputs give the same archive, whoever packs them and when.
-time="$(git log -1 --format=%ct 2>/dev/null || echo 0)"
-tar --sort=name --mtime="@$time" --owner=0 --group=0 --numeric-owner -C build/package -cf - kxdialogs | gzip -9n >build/kxdialogs.tar.gz
-say "build/kxdialogs.tar.gz ($(du -k build/kxdialogs.tar.gz | cut -f1) KiB, $(tar -tzf build/kxdialogs.tar.gz | wc -l) entries)"
+say "import libraries and declarations ..."
+python3 tools/make_declarations.py include/kxdialogs.h "$out/declarations"
+i686-w64-mingw32-gcc-posix -Iinclude -fsyntax-only "$out/declarations/layout_check.c" ||
+    die "the declarations for other languages do not match the header"
+cp "$out/declarations"/{kxdialogs.def,KxDialogs.cs,KxDialogs.pas} "$stage/lib/"
+i686-w64-mingw32-dlltool --kill-at -d "$stage/lib/kxdialogs.def" -D kxdialogs.dll -l "$stage/lib/libkxdialogs.a"
+llvm-dlltool -m i386 -k -d "$stage/lib/kxdialogs.def" -D kxdialogs.dll -l "$stage/lib/kxdialogs.lib"
+
+say "bill of materials and sums ..."
+python3 tools/make_bill_of_materials.py "$version" "$stage" "$KX_SOURCES"
+(cd "$stage" && find . -type f ! -name SHA256SUMS | LC_ALL=C sort | sed 's|^\./||' | xargs sha256sum >SHA256SUMS)
+
+pack() {
+    find "$out/$1" -exec touch -d "@$SOURCE_DATE_EPOCH" {} +
+    (cd "$out" && find "$1" -type f | LC_ALL=C sort | TZ=UTC zip -X -q -9 -@ "$1.zip")
+    say "$out/$1.zip ($(du -k "$out/$1.zip" | cut -f1) KiB)"
+}
+pack "$name"
+pack "$name-symbols"
+(cd "$out" && sha256sum -- *.zip | tee SHA256SUMS)

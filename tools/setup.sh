@@ -102,6 +102,11 @@ fuzz)
          clang++ -m32 -fsanitize=address,undefined,fuzzer -x c++ - -o /dev/null" \
         clang libclang-rt-dev
     ;;
+test | package)
+    need "zip" "command -v zip && command -v unzip" zip unzip
+    need "a second compiler for hosts" "command -v clang" clang
+    need "the maker of import libraries for Microsoft's linker" "command -v llvm-dlltool" llvm
+    ;;
 lint) need "the linters" "command -v clang-format && command -v clang-tidy" clang-format clang-tidy ;;
 esac
 

@@ -1,8 +1,8 @@
 /* The smallest host: loads kxdialogs.dll, shows the hypertrophy pane for one record, and ends with its window.
- * Build with any 32-bit Windows C compiler and this repository's root as include folder; run beside kxdialogs.dll. */
+ * Build with any 32-bit Windows C compiler and the folder of kxdialogs.h as include folder; run beside kxdialogs.dll. */
 #include <windows.h>
 
-#include "include/kxdialogs.h"
+#include "kxdialogs.h"
 
 typedef void(KX_CALL* ControlFunction)(void);
 typedef uint32_t(KX_CALL* PaneFunction)(KxHostWindow*, KxTestRecord*);

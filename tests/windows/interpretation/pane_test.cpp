@@ -287,9 +287,9 @@ TEST_F(Pane, NamesTheSourceOfTheInterpretation) {
         std::function<void(kx::RegistryKey&)> set;
         const char* shown;
     } rows[] = {
-        {"no values", [](kx::RegistryKey&) {}, "Halcyra (0.4.1.0)"},
-        {"disabled", [](kx::RegistryKey& key) { key.SetDword("enable", 0); }, "Halcyra (0.4.1.0)"},
-        {"not a number", [](kx::RegistryKey& key) { key.SetString("enable", "1"); }, "Halcyra (0.4.1.0)"},
+        {"no values", [](kx::RegistryKey&) {}, "Halcyra (" KX_VERSION_TEXT ")"},
+        {"disabled", [](kx::RegistryKey& key) { key.SetDword("enable", 0); }, "Halcyra (" KX_VERSION_TEXT ")"},
+        {"not a number", [](kx::RegistryKey& key) { key.SetString("enable", "1"); }, "Halcyra (" KX_VERSION_TEXT ")"},
         {"without a name", [](kx::RegistryKey& key) { key.SetDword("enable", 1); }, ""},
         {"named",
          [](kx::RegistryKey& key) {
@@ -300,7 +300,7 @@ TEST_F(Pane, NamesTheSourceOfTheInterpretation) {
     };
     RegDeleteKeyA(HKEY_CURRENT_USER, kKey);
     Open();
-    EXPECT_EQ(Text(IDC_INTERP_AUTOMATIC_SOURCE), "Halcyra (0.4.1.0)");
+    EXPECT_EQ(Text(IDC_INTERP_AUTOMATIC_SOURCE), "Halcyra (" KX_VERSION_TEXT ")");
     Close();
     HKEY created = nullptr;
     EXPECT_NE(RegOpenKeyExA(HKEY_CURRENT_USER, kKey, 0, KEY_READ, &created), ERROR_SUCCESS)

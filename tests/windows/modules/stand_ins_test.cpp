@@ -53,7 +53,7 @@ TEST(StandIns, AreOfTheSuitesVersionAndCanBeStartedAndStopped) {
         const StandIn module(file);
         const kx::VersionInfo info(module.Handle());
         EXPECT_EQ(info.PackedVersion(), 0x00040100u) << file;
-        EXPECT_STREQ(info.FileVersion(), "0.4.1.0") << file;
+        EXPECT_STREQ(info.FileVersion(), KX_VERSION_TEXT) << file;
         EXPECT_EQ(std::string(info.InternalName()) + ".dll", file);
         EXPECT_STRNE(info.FileDescription(), "") << file;
         for (const char* control : {"LIBSTART", "LIBSTOP"}) {
