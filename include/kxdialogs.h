@@ -296,6 +296,116 @@ typedef struct KxAnnotationStore {
     KxLeadBeat* leadBeats[KX_BEAT_LEADS];
 } KxAnnotationStore;
 
+/* ---- sub-records of a test
+ *
+ * Each begins with its own size and the mark of its layout. What has another size or another mark is left
+ * alone: its values count as not given. So does a value beyond its limit. Not given is 0 where nothing else
+ * is said. */
+enum {
+    KX_MARK_SERIES = 0x4553584B,     /* "KXSE" */
+    KX_MARK_STAGE = 0x5453584B,      /* "KXST" */
+    KX_MARK_PRESSURE = 0x5042584B,   /* "KXBP" */
+    KX_MARK_HOLTER = 0x4448584B,     /* "KXHD" */
+    KX_MARK_SUMMARY = 0x5348584B,    /* "KXHS" */
+    KX_MARK_SPIROMETRY = 0x5053584B, /* "KXSP" */
+
+    KX_SERIES_POINTS = 86400, /* the most points of a series: one a second for a day */
+    KX_ST_LIMIT = 10000,      /* the largest ST level of a stage, up or down: 100 mm */
+    KX_NOT_REACHED = -1, /* as uint32_t: a speed, grade, load or MET value that the test did not come to */
+    KX_HOLTER_GROUPS = 12,
+    KX_SPIROMETRY_VALUES = 42
+};
+
+typedef struct KxSeriesPoint {
+    uint32_t timeMs; /* within the recording; in the series of a lead 0, 10, ... 90 from the QRS offset */
+    int32_t value;
+} KxSeriesPoint;
+
+/* A value followed over the test, 16 bytes and its points. */
+typedef struct KxValueSeries {
+    uint32_t size;         /* always 16 */
+    uint32_t mark;         /* KX_MARK_SERIES */
+    uint32_t count;        /* at most KX_SERIES_POINTS; a larger count: the series is left alone */
+    KxSeriesPoint* points; /* count of them, in order of time; null: none */
+} KxValueSeries;
+
+/* One stage of a stress test, 672 bytes. */
+typedef struct KxStressStage {
+    uint32_t size; /* always 672 */
+    uint32_t mark; /* KX_MARK_STAGE */
+    uint32_t number;
+    char name[32];
+    uint32_t startMs; /* within the recording */
+    uint32_t durationMs;
+    uint32_t speed; /* hundredths of a mile per hour (treadmill) or of a revolution per minute (ergometer) */
+    uint32_t gradeOrLoad;   /* tenths of a percent (treadmill) or of a watt (ergometer) */
+    uint32_t mets;          /* tenths of a MET */
+    uint32_t heartRate;     /* beats per minute */
+    uint32_t bloodPressure; /* systolic << 16 | diastolic, mmHg */
+    int32_t stLevel;   /* the most conspicuous ST level, hundredths of a millimetre, within +-KX_ST_LIMIT */
+    uint32_t stTimeMs; /* when, within the recording */
+    uint32_t stLead;   /* where, a lead code of 0 to 11 */
+    uint8_t reserved84[588];
+} KxStressStage;
+
+/* One reading of ambulatory blood pressure, or the summary of all, 2176 bytes. Pressures in mmHg. */
+typedef struct KxPressureReading {
+    uint32_t size; /* always 2176 */
+    uint32_t mark; /* KX_MARK_PRESSURE */
+    KxDateTime time;
+    uint32_t systolic;
+    uint32_t diastolic;
+    uint32_t mean;
+    uint32_t heartRate; /* beats per minute */
+    char remark[64];
+    uint8_t reserved96[2080];
+} KxPressureReading;
+
+/* What a Holter recording's analysis found, 40 bytes. Heart rates in beats per minute, times within the
+ * recording. */
+typedef struct KxHolterData {
+    uint32_t size; /* always 40 */
+    uint32_t mark; /* KX_MARK_HOLTER */
+    uint32_t meanHeartRate;
+    uint32_t minHeartRate;
+    uint32_t minHeartRateMs;
+    uint32_t maxHeartRate;
+    uint32_t maxHeartRateMs;
+    uint32_t hasCurrentEvent; /* nonzero: the two below are those of the event under review */
+    uint32_t eventStartMs;
+    uint32_t eventEndMs;
+} KxHolterData;
+
+/* One group of the Holter summary: two values and the range between them, shown as whole numbers of 32 bits. */
+typedef struct KxHolterGroup {
+    double first;
+    double second;
+    uint8_t reserved16[16];
+} KxHolterGroup;
+
+/* 440 bytes. */
+typedef struct KxHolterSummary {
+    uint32_t size; /* always 440 */
+    uint32_t mark; /* KX_MARK_SUMMARY */
+    KxHolterGroup groups[KX_HOLTER_GROUPS];
+    uint8_t reserved392[48];
+} KxHolterSummary;
+
+/* The results of a spirometry, 424 bytes. */
+typedef struct KxSpirometry {
+    uint32_t size;         /* always 424 */
+    uint32_t mark;         /* KX_MARK_SPIROMETRY */
+    uint32_t predictedSet; /* which set of predicted values, 0 to 9 */
+    uint32_t reserved12;
+    double values[KX_SPIROMETRY_VALUES]; /* litres, litres per second or percent, below a million */
+    uint8_t reserved352[72];
+} KxSpirometry;
+
+/* A block that a test carries without looking into it, 6264 bytes. */
+typedef struct KxRawBlock {
+    uint8_t bytes[6264];
+} KxRawBlock;
+
 /* One ECG test, 13932 bytes. Names that carry a number are fields whose meaning this library does not use.
  * Sub-objects that the host put behind the pointers stay the host's. */
 typedef struct KxTestRecord {
@@ -391,8 +501,8 @@ typedef struct KxTestRecord {
     KxDateTime lastChangeTime;
     void* buffer7584;
     void* ecg; /* the recorded signal; its contents are not read here */
-    void* annotations;  /* begins as a KxAnnotationStore */
-    void* annotations2; /* likewise */
+    KxAnnotationStore* annotations;
+    KxAnnotationStore* annotations2;
     void* object7600;
     void* object7604;
     uint32_t episodeCount; /* at most 256 */
@@ -400,19 +510,20 @@ typedef struct KxTestRecord {
     uint32_t blockCount;
     void* blocks[256];
     uint32_t reserved9664;
-    void* series[32];
-    void* series9796;
+    KxValueSeries* series[32]; /* one a code from -7 to 24, in slot code + 7: -7 the heart rate, -6 and -5 the
+                                * systolic and the diastolic pressure, 0 to 11 the ST levels of that lead */
+    KxValueSeries* series9796;
     uint32_t stageCount; /* at most 256 */
-    void* stages[256];
-    void* currentStage;
+    KxStressStage* stages[256];
+    KxStressStage* currentStage;
     uint32_t pressureCount; /* at most 512 */
-    void* pressures[512];
-    void* pressureSummary;
-    void* rawBlocks[256];
+    KxPressureReading* pressures[512];
+    KxPressureReading* pressureSummary;
+    KxRawBlock* rawBlocks[256];
     uint32_t rawBlockCount; /* at most 256 */
-    void* holterData;
-    void* holterSummary;
-    void* spirometry;
+    KxHolterData* holterData;
+    KxHolterSummary* holterSummary;
+    KxSpirometry* spirometry;
     KxHistory* history;
 } KxTestRecord;
 

@@ -47,42 +47,49 @@ class BlockView {
             return;
         }
         std::memcpy(&header_, block, sizeof header_);
-        if (header_.count <= (size - sizeof header_) / kEntrySize) {
-            entries_ = static_cast<const std::uint8_t*>(block) + sizeof header_;
-        }
+        body_ = static_cast<const std::uint8_t*>(block) + sizeof header_;
+        whole_ = header_.count <= (size - sizeof header_) / kEntrySize;
     }
 
-    bool IsWhole() const { return entries_ != nullptr; }
+    bool HasHeader() const { return body_ != nullptr; }
     const BlockHeader& Header() const { return header_; }
-    void CopyEntries(KxAnnotation* to, std::uint32_t count) const {
-        std::memcpy(to, entries_, count * sizeof(KxAnnotation));
+    bool IsVersion() const { return header_.version == kBlockVersion; }
+    // All the entries that the header announces, with their beats.
+    bool IsWhole() const { return whole_; }
+    void CopyEntries(AnnotationStore& to) const {
+        std::memcpy(to.entries, body_, to.count * sizeof(KxAnnotation));
     }
-    void CopyBeats(std::uint32_t channel, LeadBeat* to, std::uint32_t count) const {
-        std::memcpy(
-            to, entries_ + header_.count * (sizeof(KxAnnotation) + std::size_t{channel} * sizeof(LeadBeat)),
-            count * sizeof(LeadBeat));
+    void CopyBeats(AnnotationStore& to) const {
+        const std::uint8_t* from = body_ + header_.count * sizeof(KxAnnotation);
+        for (LeadBeat* beats : to.ChannelBeats()) {
+            if (beats != nullptr) {
+                std::memcpy(beats, from, to.count * sizeof(LeadBeat));
+            }
+            from += header_.count * sizeof(LeadBeat);
+        }
     }
 
   private:
     BlockHeader header_{};
-    const std::uint8_t* entries_ = nullptr;
+    const std::uint8_t* body_ = nullptr;
+    bool whole_ = false;
 };
 
 }  // namespace
 
 std::size_t AnnotationStore::SerializedSize() const {
-    return sizeof(BlockHeader) + count_ * kEntrySize;
+    return sizeof(BlockHeader) + count * kEntrySize;
 }
 
 std::unique_ptr<std::uint8_t[]> AnnotationStore::Serialize() const {
-    if (count_ == 0 || entries_ == nullptr || count_ > kMostEntries) {
+    if (count == 0 || entries == nullptr || count > kMostEntries) {
         return nullptr;
     }
     std::unique_ptr<std::uint8_t[]> block(new (std::nothrow) std::uint8_t[SerializedSize()]());
     if (block == nullptr) {
         return nullptr;
     }
-    const BlockHeader header{static_cast<std::uint32_t>(SerializedSize()), count_, sampleRate_, resolutionNv_,
+    const BlockHeader header{static_cast<std::uint32_t>(SerializedSize()), count, sampleRate, resolutionNv,
                              kBlockVersion};
     std::uint8_t* end = block.get();
     const auto write = [&end](const void* data, std::size_t size) {
@@ -92,38 +99,40 @@ std::unique_ptr<std::uint8_t[]> AnnotationStore::Serialize() const {
         end += size;  // zeros where there is nothing
     };
     write(&header, sizeof header);
-    write(entries_.get(), count_ * sizeof(KxAnnotation));
-    for (std::uint32_t channel = 0; channel < kChannelSlots; ++channel) {
-        write(leadBeats_[kFirstChannelSlot + channel].get(), count_ * sizeof(LeadBeat));
+    write(entries, count * sizeof(KxAnnotation));
+    for (const LeadBeat* beats : ChannelBeats()) {
+        write(beats, count * sizeof(LeadBeat));
     }
     return block;
 }
 
+// A block of another version may count its bytes otherwise, so the version is asked before the length.
 bool AnnotationStore::ReadEntries(const void* block, std::size_t size, Reporter& log) {
     const BlockView view(block, size);
-    if (!view.IsWhole()) {
-        log.LOGOEMERROR(kSource, kBrokenBlockLine, kInvalid);
+    const auto refuse = [&log](std::uint32_t line, const char* text) {
+        log.LOGOEMERROR(kSource, line, text);
         return false;
+    };
+    if (!view.HasHeader() || (view.IsVersion() && !view.IsWhole())) {
+        return refuse(kBrokenBlockLine, kInvalid);
     }
     const BlockHeader& header = view.Header();
-    sampleRate_ = header.sampleRate;
-    resolutionNv_ = header.resolutionNv;
-    modified_ = 0;
-    if (header.count > capacity_) {
+    sampleRate = header.sampleRate;
+    resolutionNv = header.resolutionNv;
+    modified = 0;
+    if (header.count > capacity) {
         log.LOGOEMERROR(kSource, kTooSmallLine, kTooSmall);
     }
-    if (entries_ == nullptr || capacity_ == 0) {
-        log.LOGOEMERROR(kSource, kNoEntriesLine, kInvalid);
-        return false;
+    if (entries == nullptr || capacity == 0) {
+        return refuse(kNoEntriesLine, kInvalid);
     }
-    if (header.version != kBlockVersion) {
-        log.LOGOEMERROR(kSource, kVersionLine, kWrongVersion);
-        return false;
+    if (!view.IsVersion()) {
+        return refuse(kVersionLine, kWrongVersion);
     }
-    const std::uint32_t held = count_;
-    count_ = std::min(header.count, capacity_);
-    view.CopyEntries(entries_.get(), count_);
-    for (std::uint32_t i = held; i < count_; ++i) {
+    const std::uint32_t held = count;
+    count = std::min(header.count, capacity);
+    view.CopyEntries(*this);
+    for (std::uint32_t i = held; i < count; ++i) {
         ZeroBeats(i);  // what an array holds behind its entries is left from others, or never written
     }
     return true;
@@ -133,45 +142,32 @@ bool AnnotationStore::Read(const void* block, std::size_t size, Reporter& log) {
     if (!ReadEntries(block, size, log)) {
         return false;
     }
-    const BlockView view(block, size);
-    for (std::uint32_t channel = 0; channel < kChannelSlots; ++channel) {
-        if (LeadBeat* beats = leadBeats_[kFirstChannelSlot + channel].get()) {
-            view.CopyBeats(channel, beats, count_);
-        }
-    }
+    BlockView(block, size).CopyBeats(*this);
     return true;
 }
 
 bool AnnotationStore::Rebuild(const void* block, std::size_t size, bool twelveLead) {
     const BlockView view(block, size);
-    if (!view.IsWhole()) {
+    if (!view.HasHeader() || (view.IsVersion() && !view.IsWhole())) {
         return false;
     }
     const BlockHeader& header = view.Header();
-    sampleRate_ = header.sampleRate;
-    resolutionNv_ = header.resolutionNv;
-    modified_ = 0;
-    entries_.reset();
-    for (LeadBeats& beats : leadBeats_) {
-        beats.reset();
-    }
-    count_ = 0;
-    capacity_ = room_ = fixedRoom_ = header.count;
-    if (header.count == 0 || header.version != kBlockVersion) {
+    sampleRate = header.sampleRate;
+    resolutionNv = header.resolutionNv;
+    modified = 0;
+    Discard();
+    capacity = room_ = fixedRoom_ = header.count;
+    if (header.count == 0 || !view.IsVersion()) {
         return false;
     }
     twelveLead ? Allocate(header.count, 0, KX_STANDARD_LEADS)
                : Allocate(header.count, kFirstChannelSlot, kChannelSlots);
-    if (entries_ == nullptr) {
+    if (entries == nullptr) {
         return false;
     }
-    count_ = header.count;
-    view.CopyEntries(entries_.get(), count_);
-    for (std::uint32_t channel = 0; channel < kChannelSlots; ++channel) {
-        if (LeadBeat* beats = leadBeats_[kFirstChannelSlot + channel].get()) {
-            view.CopyBeats(channel, beats, count_);
-        }
-    }
+    count = header.count;
+    view.CopyEntries(*this);
+    view.CopyBeats(*this);
     return true;
 }
 

@@ -12,22 +12,30 @@ namespace {
 
 constexpr std::uint32_t kGrowth = 10;
 
+template <class T>
+using Array = std::unique_ptr<T[]>;
+
 // Null when memory is short.
 template <class T>
-std::unique_ptr<T[]> NewArray(std::uint32_t count) {
-    if (count > std::numeric_limits<std::size_t>::max() / 2 / sizeof(T)) {
-        return nullptr;
-    }
-    return std::unique_ptr<T[]>(new (std::nothrow) T[count]);
+Array<T> NewArray(std::uint32_t count) {
+    const bool possible = count <= std::numeric_limits<std::size_t>::max() / 2 / sizeof(T);
+    return Array<T>(possible ? new (std::nothrow) T[count] : nullptr);
 }
 
 template <class T>
-std::unique_ptr<T[]> NewZeroedArray(std::uint32_t count) {
-    std::unique_ptr<T[]> array = NewArray<T>(count);
+Array<T> NewZeroedArray(std::uint32_t count) {
+    Array<T> array = NewArray<T>(count);
     if (array != nullptr) {
         std::fill_n(array.get(), count, T{});
     }
     return array;
+}
+
+// An array of the store gives way to another or to none.
+template <class T>
+void Replace(T*& array, Array<T> by) {
+    delete[] array;
+    array = by.release();
 }
 
 Annotation SegmentMarker(std::int8_t which, std::uint32_t t) {
@@ -40,20 +48,43 @@ Annotation SegmentMarker(std::int8_t which, std::uint32_t t) {
 
 // ---- memory
 
-AnnotationStore::AnnotationStore(std::uint32_t capacity) {
-    Allocate(capacity, kFirstChannelSlot, kChannelSlots);
+AnnotationStore::AnnotationStore() : KxAnnotationStore{} {
+    sampleRate = kNewSampleRate;
+    resolutionNv = kNewResolutionNv;
 }
 
-AnnotationStore::AnnotationStore(std::uint32_t capacity, bool entriesOnly) {
-    Allocate(capacity, 0, entriesOnly ? 0 : KX_STANDARD_LEADS);
+AnnotationStore::AnnotationStore(std::uint32_t newCapacity) : AnnotationStore() {
+    Allocate(newCapacity, kFirstChannelSlot, kChannelSlots);
 }
 
-void AnnotationStore::Allocate(std::uint32_t capacity, std::uint32_t firstSlot, std::uint32_t slots) {
-    capacity_ = room_ = fixedRoom_ = capacity;
-    count_ = 0;
-    entries_ = NewZeroedArray<KxAnnotation>(capacity);
-    for (std::uint32_t slot = 0; slot < KX_BEAT_LEADS; ++slot) {
-        leadBeats_[slot] = slot - firstSlot < slots ? NewZeroedArray<LeadBeat>(capacity) : nullptr;
+AnnotationStore::AnnotationStore(std::uint32_t newCapacity, bool entriesOnly) : AnnotationStore() {
+    Allocate(newCapacity, 0, entriesOnly ? 0 : KX_STANDARD_LEADS);
+}
+
+AnnotationStore::AnnotationStore(AnnotationStore&& other) noexcept
+    : KxAnnotationStore(other),
+      room_(std::exchange(other.room_, 0)),
+      fixedRoom_(std::exchange(other.fixedRoom_, 0)) {
+    static_cast<KxAnnotationStore&>(other) = {};
+}
+
+AnnotationStore::~AnnotationStore() {
+    Discard();
+}
+
+void AnnotationStore::Discard() {
+    count = 0;
+    Replace<KxAnnotation>(entries, nullptr);
+    for (LeadBeat*& beats : leadBeats) {
+        Replace<LeadBeat>(beats, nullptr);
+    }
+}
+
+void AnnotationStore::Allocate(std::uint32_t newCapacity, std::uint32_t firstSlot, std::uint32_t slots) {
+    capacity = room_ = fixedRoom_ = newCapacity;
+    Replace(entries, NewZeroedArray<KxAnnotation>(newCapacity));
+    for (std::uint32_t slot = firstSlot; slot < firstSlot + slots; ++slot) {
+        Replace(leadBeats[slot], NewZeroedArray<LeadBeat>(newCapacity));
     }
 }
 
@@ -68,13 +99,13 @@ void AnnotationStore::ZeroBeats(std::uint32_t i) {
 }
 
 bool AnnotationStore::Append(const KxAnnotation& entry) {
-    if (count_ >= capacity_ || entries_ == nullptr) {
+    if (count >= capacity || entries == nullptr) {
         return false;
     }
-    entries_[count_] = entry;
-    ++count_;
-    ZeroBeats(count_ - 1);
-    modified_ = 1;
+    entries[count] = entry;
+    ++count;
+    ZeroBeats(count - 1);
+    modified = 1;
     return true;
 }
 
@@ -96,50 +127,48 @@ bool AnnotationStore::AppendBeat(std::int8_t beatClass, std::int16_t value, std:
         return false;
     }
     for (std::uint32_t k = 0; leads != nullptr && k < leadCount; ++k) {
-        SetValue(leads[k], count_ - 1, &LeadBeat::leadValue, value);
+        SetValue(leads[k], count - 1, &LeadBeat::leadValue, value);
     }
     return true;
 }
 
 bool AnnotationStore::Grow() {
-    if (capacity_ > std::numeric_limits<std::uint32_t>::max() - kGrowth) {
+    constexpr std::uint32_t kMost = std::numeric_limits<std::uint32_t>::max();
+    if (capacity > kMost - kGrowth) {
         return false;
     }
-    const std::uint32_t capacity = capacity_ + kGrowth;
+    const std::uint32_t grown = capacity + kGrowth;
     // The stated capacity grows by 10, the room behind it by half, so that a recording inserted beat by beat
     // is not copied every ten beats. Where memory is too short for that, 10 have to do.
-    if (capacity > room_) {
-        const std::uint32_t generous =
-            capacity + std::min(capacity / 2, std::numeric_limits<std::uint32_t>::max() - capacity);
-        if (!Reallocate(generous) && !Reallocate(capacity)) {
-            return false;
-        }
+    if (grown > room_ && !Reallocate(grown + std::min(grown / 2, kMost - grown)) && !Reallocate(grown)) {
+        return false;
     }
-    capacity_ = capacity;
+    capacity = grown;
     return true;
 }
 
 // New arrays of entries and of slots 17 to 19, their ends not yet written, or nothing changed.
 bool AnnotationStore::Reallocate(std::uint32_t room) {
-    Entries entries = NewArray<KxAnnotation>(room);
-    if (entries == nullptr) {
+    Array<KxAnnotation> moved = NewArray<KxAnnotation>(room);
+    bool whole = moved != nullptr;
+    std::array<Array<LeadBeat>, kChannelSlots> movedBeats;
+    for (std::uint32_t channel = 0; whole && channel < kChannelSlots; ++channel) {
+        if (const LeadBeat* beats = ChannelBeats()[channel]) {
+            movedBeats[channel] = NewArray<LeadBeat>(room);
+            whole = movedBeats[channel] != nullptr;
+            if (whole) {
+                std::copy_n(beats, count, movedBeats[channel].get());
+            }
+        }
+    }
+    if (!whole) {
         return false;
     }
-    std::array<LeadBeats, kChannelSlots> beats;
+    std::copy_n(entries, count, moved.get());
+    Replace(entries, std::move(moved));
     for (std::uint32_t channel = 0; channel < kChannelSlots; ++channel) {
-        const LeadBeats& old = leadBeats_[kFirstChannelSlot + channel];
-        if (old == nullptr) {
-            continue;
-        }
-        beats[channel] = NewArray<LeadBeat>(room);
-        if (beats[channel] == nullptr) {
-            return false;
-        }
-        std::copy_n(old.get(), count_, beats[channel].get());
+        Replace(ChannelBeats()[channel], std::move(movedBeats[channel]));
     }
-    std::copy_n(entries_.get(), count_, entries.get());
-    entries_ = std::move(entries);
-    std::move(beats.begin(), beats.end(), leadBeats_.begin() + kFirstChannelSlot);
     room_ = room;
     return true;
 }
@@ -147,21 +176,21 @@ bool AnnotationStore::Reallocate(std::uint32_t room) {
 // Where an entry of time t belongs: before the first one that is not earlier. The search starts where t would
 // lie if the beats were evenly spaced.
 std::uint32_t AnnotationStore::PositionFor(std::uint32_t t) const {
-    if (count_ == 0) {
+    if (count == 0) {
         return 0;
     }
-    const std::uint32_t last = entries_[count_ - 1].timeMs;
+    const std::uint32_t last = entries[count - 1].timeMs;
     if (last < t) {
-        return count_;
+        return count;
     }
-    const std::uint64_t guess = last != 0 ? (std::uint64_t{count_} * t + last / 2) / last : count_;
-    std::uint32_t i = static_cast<std::uint32_t>(std::min<std::uint64_t>(guess, count_ - 1));
-    if (entries_[i].timeMs >= t) {
-        while (i > 0 && entries_[i - 1].timeMs >= t) {
+    const std::uint64_t guess = last != 0 ? (std::uint64_t{count} * t + last / 2) / last : count;
+    std::uint32_t i = static_cast<std::uint32_t>(std::min<std::uint64_t>(guess, count - 1));
+    if (entries[i].timeMs >= t) {
+        while (i > 0 && entries[i - 1].timeMs >= t) {
             --i;
         }
     } else {
-        while (i < count_ && entries_[i].timeMs < t) {
+        while (i < count && entries[i].timeMs < t) {
             ++i;
         }
     }
@@ -169,23 +198,23 @@ std::uint32_t AnnotationStore::PositionFor(std::uint32_t t) const {
 }
 
 std::optional<std::uint32_t> AnnotationStore::InsertEntry(const KxAnnotation& entry) {
-    if ((count_ > 0 && entries_ == nullptr) || (count_ >= capacity_ && !Grow()) || entries_ == nullptr) {
+    if ((count > 0 && entries == nullptr) || (count >= capacity && !Grow()) || entries == nullptr) {
         return std::nullopt;
     }
     const std::uint32_t position = PositionFor(entry.timeMs);
     const auto makeRoom = [this, position](auto* array) {
-        std::copy_backward(array + position, array + count_, array + count_ + 1);
+        std::copy_backward(array + position, array + count, array + count + 1);
     };
-    makeRoom(entries_.get());
-    for (std::uint32_t slot = kFirstChannelSlot; slot < kFirstChannelSlot + kChannelSlots; ++slot) {
-        if (leadBeats_[slot] != nullptr) {
-            makeRoom(leadBeats_[slot].get());
-            leadBeats_[slot][position] = LeadBeat{};
+    makeRoom(entries);
+    for (LeadBeat* beats : ChannelBeats()) {
+        if (beats != nullptr) {
+            makeRoom(beats);
+            beats[position] = LeadBeat{};
         }
     }
-    entries_[position] = entry;
-    ++count_;
-    modified_ = 1;
+    entries[position] = entry;
+    ++count;
+    modified = 1;
     return position;
 }
 
@@ -194,10 +223,10 @@ std::optional<std::uint32_t> AnnotationStore::Insert(std::uint8_t label, std::ui
 }
 
 bool AnnotationStore::ExtendOpenSegment(std::uint32_t end) {
-    if (count_ == 0 || Label(count_ - 1) != kLabelSegment) {
+    if (count == 0 || Label(count - 1) != kLabelSegment) {
         return false;
     }
-    SetTime(count_ - 1, end);
+    SetTime(count - 1, end);
     return true;
 }
 
@@ -205,7 +234,7 @@ bool AnnotationStore::MarkSegment(std::uint32_t start, std::uint32_t end) {
     if (ExtendOpenSegment(end)) {
         return true;
     }
-    if (capacity_ - count_ < 2) {
+    if (capacity - count < 2) {
         return false;
     }
     return Append(SegmentMarker(kSegmentStart, start)) && Append(SegmentMarker(kSegmentEnd, end));
@@ -215,7 +244,7 @@ bool AnnotationStore::InsertSegment(std::uint32_t start, std::uint32_t end) {
     if (ExtendOpenSegment(end)) {
         return true;
     }
-    if (capacity_ - count_ <= 2) {
+    if (capacity - count <= 2) {
         return false;
     }
     // The end first: an entry goes before its equals, and so a segment of no length still begins before it
@@ -227,20 +256,20 @@ bool AnnotationStore::InsertSegment(std::uint32_t start, std::uint32_t end) {
 
 // Entries from `from` on move to `to`, which is not above it; the ones between are gone.
 void AnnotationStore::MoveDown(std::uint32_t to, std::uint32_t from) {
-    const auto close = [this, to, from](auto* array) { std::copy(array + from, array + count_, array + to); };
-    close(entries_.get());
-    for (std::uint32_t slot = kFirstChannelSlot; slot < kFirstChannelSlot + kChannelSlots; ++slot) {
-        if (leadBeats_[slot] != nullptr) {
-            close(leadBeats_[slot].get());
+    const auto close = [this, to, from](auto* array) { std::copy(array + from, array + count, array + to); };
+    close(entries);
+    for (LeadBeat* beats : ChannelBeats()) {
+        if (beats != nullptr) {
+            close(beats);
         }
     }
-    count_ -= from - to;
-    modified_ = 1;
+    count -= from - to;
+    modified = 1;
 }
 
 bool AnnotationStore::Remove(std::uint8_t label, std::uint32_t t) {
     for (std::uint32_t i = 0; HasEntry(i); ++i) {
-        if (entries_[i].timeMs == t && entries_[i].label == label) {
+        if (entries[i].timeMs == t && entries[i].label == label) {
             MoveDown(i, i + 1);
             return true;
         }
@@ -251,20 +280,20 @@ bool AnnotationStore::Remove(std::uint8_t label, std::uint32_t t) {
 void AnnotationStore::RemoveLabel(std::uint8_t label) {
     std::uint32_t kept = 0;
     for (std::uint32_t i = 0; HasEntry(i); ++i) {
-        if (entries_[i].label == label) {
+        if (entries[i].label == label) {
             continue;
         }
-        entries_[kept] = entries_[i];
-        for (std::uint32_t slot = kFirstChannelSlot; slot < kFirstChannelSlot + kChannelSlots; ++slot) {
-            if (leadBeats_[slot] != nullptr) {
-                leadBeats_[slot][kept] = leadBeats_[slot][i];
+        entries[kept] = entries[i];
+        for (LeadBeat* beats : ChannelBeats()) {
+            if (beats != nullptr) {
+                beats[kept] = beats[i];
             }
         }
         ++kept;
     }
-    if (kept < count_) {
-        count_ = kept;
-        modified_ = 1;
+    if (kept < count) {
+        count = kept;
+        modified = 1;
     }
 }
 
@@ -274,7 +303,7 @@ void AnnotationStore::RemoveAt(std::uint32_t i) {
 
 void AnnotationStore::RemoveRange(std::uint32_t from, std::uint32_t to) {
     if (HasEntry(from) && from <= to) {
-        MoveDown(from, std::min(to, count_ - 1) + 1);
+        MoveDown(from, std::min(to, count - 1) + 1);
     }
 }
 

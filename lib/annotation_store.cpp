@@ -23,10 +23,10 @@ constexpr std::uint8_t HalvedWidth(std::int32_t width) {
 }  // namespace
 
 const LeadBeat* AnnotationStore::BeatIn(std::uint32_t slot, std::uint32_t i) const {
-    if (slot >= KX_BEAT_LEADS || i >= count_ || (slot < kFirstChannelSlot && i >= fixedRoom_)) {
+    if (slot >= KX_BEAT_LEADS || i >= count || (slot < kFirstChannelSlot && i >= fixedRoom_)) {
         return nullptr;
     }
-    return leadBeats_[slot] != nullptr ? &leadBeats_[slot][i] : nullptr;
+    return leadBeats[slot] != nullptr ? &leadBeats[slot][i] : nullptr;
 }
 
 // ---- size and state
@@ -34,30 +34,30 @@ const LeadBeat* AnnotationStore::BeatIn(std::uint32_t slot, std::uint32_t i) con
 std::uint32_t AnnotationStore::CountOfLabel(std::uint8_t label) const {
     std::uint32_t found = 0;
     for (std::uint32_t i = 0; HasEntry(i); ++i) {
-        found += entries_[i].label == label;
+        found += entries[i].label == label;
     }
     return found;
 }
 
 void AnnotationStore::Clear() {
-    count_ = 0;
-    modified_ = 1;
+    count = 0;
+    modified = 1;
 }
 
-void AnnotationStore::SetSampling(std::uint32_t sampleRate, std::uint32_t resolutionNv) {
-    sampleRate_ = sampleRate;
-    resolutionNv_ = resolutionNv;
-    modified_ = 1;
+void AnnotationStore::SetSampling(std::uint32_t samplesPerSecond, std::uint32_t nanovoltsPerUnit) {
+    sampleRate = samplesPerSecond;
+    resolutionNv = nanovoltsPerUnit;
+    modified = 1;
 }
 
 // ---- entries
 
 std::uint32_t AnnotationStore::Time(std::uint32_t i) const {
-    return HasEntry(i) ? entries_[i].timeMs : 0;
+    return HasEntry(i) ? entries[i].timeMs : 0;
 }
 
 std::uint8_t AnnotationStore::Label(std::uint32_t i) const {
-    return HasEntry(i) ? entries_[i].label : kLabelNone;
+    return HasEntry(i) ? entries[i].label : kLabelNone;
 }
 
 std::uint8_t AnnotationStore::LabelInLead(std::uint32_t i, std::uint32_t slot) const {
@@ -66,24 +66,24 @@ std::uint8_t AnnotationStore::LabelInLead(std::uint32_t i, std::uint32_t slot) c
 }
 
 std::int8_t AnnotationStore::SubLabel(std::uint32_t i) const {
-    return HasEntry(i) ? entries_[i].subLabel : kSubLabelNone;
+    return HasEntry(i) ? entries[i].subLabel : kSubLabelNone;
 }
 
 std::uint16_t AnnotationStore::HeartRate(std::uint32_t i) const {
-    return HasEntry(i) ? entries_[i].heartRate : std::uint16_t{0};
+    return HasEntry(i) ? entries[i].heartRate : std::uint16_t{0};
 }
 
 void AnnotationStore::SetTime(std::uint32_t i, std::uint32_t t) {
-    modified_ = 1;
+    modified = 1;
     if (HasEntry(i)) {
-        entries_[i].timeMs = t;
+        entries[i].timeMs = t;
     }
 }
 
 void AnnotationStore::SetLabel(std::uint32_t i, std::uint8_t label, bool markAllLeadsValid) {
-    modified_ = 1;
+    modified = 1;
     if (HasEntry(i)) {
-        entries_[i].label = label;
+        entries[i].label = label;
     }
     for (std::uint32_t slot = 0; markAllLeadsValid && slot < KX_BEAT_LEADS; ++slot) {
         SetValue(slot, i, &LeadBeat::leadValue, 1);
@@ -91,16 +91,16 @@ void AnnotationStore::SetLabel(std::uint32_t i, std::uint8_t label, bool markAll
 }
 
 void AnnotationStore::SetSubLabel(std::uint32_t i, std::int8_t subLabel) {
-    modified_ = 1;
+    modified = 1;
     if (HasEntry(i)) {
-        entries_[i].subLabel = subLabel;
+        entries[i].subLabel = subLabel;
     }
 }
 
 void AnnotationStore::SetHeartRate(std::uint32_t i, std::uint16_t value) {
-    modified_ = 1;
+    modified = 1;
     if (HasEntry(i)) {
-        entries_[i].heartRate = value;
+        entries[i].heartRate = value;
     }
 }
 
@@ -118,12 +118,12 @@ void AnnotationStore::SetSubLabelAndLeadValue(std::uint32_t i, std::int8_t subLa
 
 std::int32_t AnnotationStore::AmplitudeMicrovolts(std::uint32_t slot, std::uint32_t i,
                                                   std::int16_t LeadBeat::*amplitude) const {
-    const auto resolution = static_cast<std::int32_t>(std::min<std::uint32_t>(resolutionNv_, INT32_MAX));
+    const auto resolution = static_cast<std::int32_t>(std::min<std::uint32_t>(resolutionNv, INT32_MAX));
     return MulDivRound(Value(slot, i, amplitude), resolution, 1000);
 }
 
 std::int32_t AnnotationStore::SamplesToMs(std::int32_t samples) const {
-    const auto rate = static_cast<std::int32_t>(std::min<std::uint32_t>(sampleRate_, INT32_MAX));
+    const auto rate = static_cast<std::int32_t>(std::min<std::uint32_t>(sampleRate, INT32_MAX));
     return rate != 0 ? MulDivRound(samples, 1000, rate) : 0;
 }
 
@@ -147,7 +147,7 @@ std::uint32_t AnnotationStore::LeadWidth(std::uint32_t slot, std::uint32_t i) co
 }
 
 void AnnotationStore::SetLeadWidth(std::uint32_t slot, std::uint32_t i, std::int32_t width) {
-    modified_ = 1;
+    modified = 1;
     const std::uint8_t label = Label(i);
     if (std::find(std::begin(kFixedWidthLabels), std::end(kFixedWidthLabels), label) ==
         std::end(kFixedWidthLabels)) {
@@ -164,19 +164,19 @@ std::uint32_t AnnotationStore::LeadMask(std::uint32_t i) const {
 }
 
 std::int16_t AnnotationStore::StrongestLead(std::uint32_t i, std::uint32_t* slot) const {
-    const LeadBeat* strongest = nullptr;
-    std::uint32_t strongestSlot = 0;
-    for (std::uint32_t s = 0; s < KX_BEAT_LEADS; ++s) {
-        const LeadBeat* beat = BeatIn(s, i);
-        if (beat != nullptr && (strongest == nullptr || beat->leadValue > strongest->leadValue)) {
-            strongest = beat;
-            strongestSlot = s;
+    std::int16_t strongest = std::numeric_limits<std::int16_t>::min();
+    std::uint32_t first = 0;
+    for (std::uint32_t s = KX_BEAT_LEADS; s-- > 0;) {
+        const std::int16_t value = Value(s, i, &LeadBeat::leadValue);
+        if (value >= strongest) {
+            strongest = value;
+            first = s;
         }
     }
     if (slot != nullptr) {
-        *slot = strongestSlot;
+        *slot = first;
     }
-    return strongest != nullptr ? strongest->leadValue : std::int16_t{0};
+    return strongest;
 }
 
 std::int32_t AnnotationStore::QrsDurationMs(std::uint32_t i) const {
@@ -203,10 +203,10 @@ void AnnotationStore::UpdateHeartRate(std::uint32_t i) {
         --lo;
     }
     std::uint32_t hi = i;
-    while (hi < count_ && hi - i <= kFarthestToStepFrom && Label(hi) == kLabelNormalBeat) {
+    while (hi < count && hi - i <= kFarthestToStepFrom && Label(hi) == kLabelNormalBeat) {
         ++hi;
     }
-    hi = std::min(hi, count_ - 1);
+    hi = std::min(hi, count - 1);
     const std::uint32_t first = Time(lo);
     const std::uint32_t last = Time(hi);
     if (lo >= hi || last <= first) {

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <span>
 #include <type_traits>
 
 #include "include/kxdialogs.h"
@@ -27,6 +28,8 @@ inline constexpr std::int8_t kSegmentEnd = -2;
 inline constexpr std::uint32_t kFirstChannelSlot =
     17;  // slots 17 to 19: the leads of a three-channel recording
 inline constexpr std::uint32_t kChannelSlots = 3;
+inline constexpr std::uint32_t kNewSampleRate = 240;
+inline constexpr std::uint32_t kNewResolutionNv = 1220;
 
 // An entry, zero with sub-label -1 when new.
 struct Annotation : KxAnnotation {
@@ -42,28 +45,32 @@ struct Annotation : KxAnnotation {
 
 using LeadBeat = KxLeadBeat;
 
-// Begins as a KxAnnotationStore, which modules of the suite read. An index or a slot that does not exist is
-// answered with a stated value and changes nothing; an array for which memory was short is absent. Every
-// operation that changes an entry or a lead beat sets the modified mark, setters also where there was nothing
-// to set.
-class AnnotationStore {
+// A KxAnnotationStore with its operations and its memory; not for a store of a host's, which has none of the
+// two fields behind it. An index or a slot that does not exist is answered with a stated value and changes
+// nothing; an array for which memory was short is absent. Every operation that changes an entry or a lead
+// beat sets the modified mark, setters also where there was nothing to set.
+class AnnotationStore : public KxAnnotationStore {
   public:
     // The three-channel form: entries and the lead beats of slots 17, 18 and 19.
-    explicit AnnotationStore(std::uint32_t capacity);
+    explicit AnnotationStore(std::uint32_t newCapacity);
     // The twelve-lead form: entries and the lead beats of slots 0 to 11, or entries alone.
-    AnnotationStore(std::uint32_t capacity, bool entriesOnly);
+    AnnotationStore(std::uint32_t newCapacity, bool entriesOnly);
+    // Leaves the other without entries and capacity.
+    AnnotationStore(AnnotationStore&& other) noexcept;
+    AnnotationStore& operator=(AnnotationStore&&) = delete;
+    ~AnnotationStore();
 
     // ---- size and state
-    std::uint32_t Capacity() const { return capacity_; }
-    std::uint32_t Count() const { return count_; }
+    std::uint32_t Capacity() const { return capacity; }
+    std::uint32_t Count() const { return count; }
     std::uint32_t CountOfLabel(std::uint8_t label) const;
-    bool IsModified() const { return modified_ != 0; }
-    void ClearModified() { modified_ = 0; }
+    bool IsModified() const { return modified != 0; }
+    void ClearModified() { modified = 0; }
     void Clear();  // no entries; the capacity stays
-    std::uint32_t SampleRate() const { return sampleRate_; }
-    std::uint32_t ResolutionNv() const { return resolutionNv_; }
+    std::uint32_t SampleRate() const { return sampleRate; }
+    std::uint32_t ResolutionNv() const { return resolutionNv; }
     // Samples per second of the lead beats' offsets, nanovolts per unit of their amplitudes.
-    void SetSampling(std::uint32_t sampleRate, std::uint32_t resolutionNv);
+    void SetSampling(std::uint32_t samplesPerSecond, std::uint32_t nanovoltsPerUnit);
 
     // ---- entries
     std::uint32_t Time(std::uint32_t i) const;  // ms; 0
@@ -90,7 +97,7 @@ class AnnotationStore {
     template <class Field>
     void SetValue(std::uint32_t slot, std::uint32_t i, Field LeadBeat::*field,
                   std::type_identity_t<Field> value) {
-        modified_ = 1;
+        modified = 1;
         if (LeadBeat* beat = BeatIn(slot, i)) {
             beat->*field = value;
         }
@@ -114,8 +121,8 @@ class AnnotationStore {
 
     // Bits 0, 1 and 2: slots 17, 18 and 19 show the beat.
     std::uint32_t LeadMask(std::uint32_t i) const;
-    // The largest leadValue of the stored leads and the first slot that holds it; 0 and slot 0 when no lead
-    // is stored.
+    // The largest leadValue over the 20 slots and the first slot that holds it; a lead that is not stored has
+    // 0.
     std::int16_t StrongestLead(std::uint32_t i, std::uint32_t* slot) const;
     // From the earliest onset to the latest end in slots 17 to 19, ms; 0 when there is none.
     std::int32_t QrsDurationMs(std::uint32_t i) const;
@@ -165,11 +172,18 @@ class AnnotationStore {
     // has none, or memory is short, or the block is refused as above.
     bool Rebuild(const void* block, std::size_t size, bool twelveLead);
 
-  private:
-    using Entries = std::unique_ptr<KxAnnotation[]>;
-    using LeadBeats = std::unique_ptr<LeadBeat[]>;
+    // The arrays of slots 17 to 19, each null when it is not stored.
+    std::span<LeadBeat*, kChannelSlots> ChannelBeats() {
+        return std::span<LeadBeat*, kChannelSlots>(leadBeats + kFirstChannelSlot, kChannelSlots);
+    }
+    std::span<LeadBeat* const, kChannelSlots> ChannelBeats() const {
+        return std::span<LeadBeat* const, kChannelSlots>(leadBeats + kFirstChannelSlot, kChannelSlots);
+    }
 
-    void Allocate(std::uint32_t capacity, std::uint32_t firstSlot, std::uint32_t slots);
+  private:
+    AnnotationStore();
+    void Allocate(std::uint32_t newCapacity, std::uint32_t firstSlot, std::uint32_t slots);
+    void Discard();
     bool Grow();
     bool Reallocate(std::uint32_t room);
     void ZeroBeats(std::uint32_t i);
@@ -179,22 +193,14 @@ class AnnotationStore {
     void MoveDown(std::uint32_t to, std::uint32_t from);
     std::int32_t SamplesToMs(std::int32_t samples) const;
 
-    bool HasEntry(std::uint32_t i) const { return i < count_ && entries_ != nullptr; }
+    bool HasEntry(std::uint32_t i) const { return i < count && entries != nullptr; }
     const LeadBeat* BeatIn(std::uint32_t slot, std::uint32_t i) const;
     LeadBeat* BeatIn(std::uint32_t slot, std::uint32_t i) {
         return const_cast<LeadBeat*>(static_cast<const AnnotationStore*>(this)->BeatIn(slot, i));
     }
 
-    // In the order of KxAnnotationStore.
-    std::uint32_t capacity_ = 0;
-    std::uint32_t count_ = 0;
-    Entries entries_;
-    std::uint8_t modified_ = 0;
-    std::uint32_t sampleRate_ = 240;
-    std::uint32_t resolutionNv_ = 1220;
-    std::array<LeadBeats, KX_BEAT_LEADS> leadBeats_;
-    // Behind it: the entries that the arrays which grow have room for, at least capacity_, and the ones that
-    // all others have.
+    // The entries that the arrays which grow have room for, at least capacity, and the ones that all others
+    // have.
     std::uint32_t room_ = 0;
     std::uint32_t fixedRoom_ = 0;
 };

@@ -7,6 +7,7 @@
 #include "host/frame/patient_strip.h"
 #include "host/windows/text_conversion.h"
 #include "lib/dbclient/record_text.h"
+#include "lib/fiducial_markers.h"
 #include "lib/measurement_table.h"
 
 namespace kxhost {
@@ -14,60 +15,21 @@ namespace {
 
 constexpr const wchar_t* kMissing = L"...";
 
-// A fiducial point: its name as in the panes, where it stands and which flag says that a reviewer placed it.
-struct MarkerRow {
-    const wchar_t* name;
-    std::uint16_t KxLeadMeasurements::*ms;
-    unsigned flag;
-};
-
-using Block = KxLeadMeasurements;
-
-constexpr MarkerRow kGlobalMarkers[] = {
-    {L"Pon", &Block::pOn, KX_MANUAL_P_ON},       {L"Poff", &Block::pOff, KX_MANUAL_P_OFF},
-    {L"QRSon", &Block::qrsOn, KX_MANUAL_QRS_ON}, {L"QRSoff", &Block::qrsOff, KX_MANUAL_QRS_OFF},
-    {L"Toff", &Block::tOff, KX_MANUAL_T_OFF},
-};
-
-constexpr MarkerRow kLeadMarkers[] = {
-    {L"Pon", &Block::pOnMarker, KX_MANUAL_LEAD_P_ON},
-    {L"P'on", &Block::pPrimeOnMarker, KX_MANUAL_LEAD_P_PRIME_ON},
-    {L"Poff", &Block::pOffMarker, KX_MANUAL_LEAD_P_OFF},
-    {L"Qon", &Block::qOnMarker, KX_MANUAL_LEAD_Q_ON},
-    {L"Ron", &Block::rOnMarker, KX_MANUAL_LEAD_R_ON},
-    {L"Son", &Block::sOnMarker, KX_MANUAL_LEAD_S_ON},
-    {L"R'on", &Block::rPrimeOnMarker, KX_MANUAL_LEAD_R_PRIME_ON},
-    {L"S'on", &Block::sPrimeOnMarker, KX_MANUAL_LEAD_S_PRIME_ON},
-    {L"QRSoff", &Block::qrsOffMarker, KX_MANUAL_LEAD_QRS_OFF},
-    {L"Ton", &Block::tOnMarker, KX_MANUAL_LEAD_T_ON},
-    {L"T'on", &Block::tPrimeOnMarker, KX_MANUAL_LEAD_T_PRIME_ON},
-    {L"Toff", &Block::tOffMarker, KX_MANUAL_LEAD_T_OFF},
-};
-
-struct AmplitudeRow {
-    const wchar_t* name;
-    std::int16_t KxLeadMeasurements::*microvolts;
-};
-
-constexpr AmplitudeRow kAmplitudes[] = {
-    {L"P", &Block::aP1},  {L"P'", &Block::aP2}, {L"Q", &Block::aQ},  {L"R", &Block::aR},   {L"S", &Block::aS},
-    {L"R'", &Block::aR1}, {L"S'", &Block::aS1}, {L"T", &Block::aT1}, {L"T'", &Block::aT2},
-};
-
 std::vector<PrintedMarker> Markers(const KxLeadMeasurements& block, unsigned flags,
-                                   std::span<const MarkerRow> rows) {
+                                   std::span<const kx::FiducialMarker> rows) {
     std::vector<PrintedMarker> markers;
-    for (const MarkerRow& row : rows) {
+    for (const kx::FiducialMarker& row : rows) {
         if (block.*row.ms != 0)
-            markers.push_back({row.name, block.*row.ms, (flags & row.flag) != 0});
+            markers.push_back({FromRecordText(row.name), block.*row.ms, (flags & row.flag) != 0});
     }
     return markers;
 }
 
 void DescribeLead(const KxLeadMeasurements& block, PrintedPage& page) {
-    for (const AmplitudeRow& row : kAmplitudes) {
-        const int value = block.*row.microvolts;
-        page.leadValues.push_back({row.name, value == 0 ? kMissing : std::to_wstring(value) + L" µV"});
+    for (const kx::AmplitudeColumn& row : kx::kAmplitudeColumns) {
+        const int value = block.*row.value;
+        page.leadValues.push_back(
+            {FromRecordText(row.wave), value == 0 ? kMissing : std::to_wstring(value) + L" µV"});
     }
     const unsigned deflection = block.intrinsicoidDeflection;
     page.leadValues.push_back(
@@ -80,8 +42,8 @@ void DescribeLead(const KxLeadMeasurements& block, PrintedPage& page) {
 void DescribeMeasurements(const KxMeasurementSet& set, unsigned lead, PrintedPage& page) {
     if (set.measured == 0)
         return;
-    page.globalMarkers = Markers(set.leads[0], set.leads[0].globalManualFlags, kGlobalMarkers);
-    page.leadMarkers = Markers(set.leads[lead], set.leads[lead].markerFlags, kLeadMarkers);
+    page.globalMarkers = Markers(set.leads[0], set.leads[0].globalManualFlags, kx::kGlobalMarkers);
+    page.leadMarkers = Markers(set.leads[lead], set.leads[lead].markerFlags, kx::kLeadMarkers);
     DescribeLead(set.leads[lead], page);
 }
 

@@ -7,13 +7,12 @@
 #include <vector>
 
 #include "include/kxdialogs.h"
+#include "lib/leads.h"
 
 namespace kx::recording {
 
-// Leads in the order of the records' lead codes 0 to 11.
-inline constexpr std::size_t kLeadCount = 12;
-inline constexpr std::array<const char*, kLeadCount> kLeadNames = {"I",  "II", "III", "aVR", "aVL", "aVF",
-                                                                   "V1", "V2", "V3",  "V4",  "V5",  "V6"};
+// Leads in the order of the records' lead codes 0 to 11, named by kLeadNames.
+inline constexpr std::size_t kLeadCount = KX_STANDARD_LEADS;
 
 enum Lead : std::size_t { kLeadI, kLeadII, kLeadIII, kLeadAVR, kLeadAVL, kLeadAVF, kLeadV1 };
 

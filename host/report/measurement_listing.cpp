@@ -1,7 +1,9 @@
 #include "host/report/measurement_listing.h"
 
-#include <array>
 #include <string_view>
+
+#include "lib/fiducial_markers.h"
+#include "lib/measurement_table.h"
 
 namespace kxhost {
 namespace {
@@ -30,57 +32,28 @@ constexpr Field<KxMeasurementSet> kGlobalValues[] = {
     KX_FIELD(qrsDuration), KX_FIELD(rrInterval), KX_FIELD(pAxis),      KX_FIELD(qrsAxis), KX_FIELD(tAxis),
 };
 
-// The global fiducial points are read from the first lead's block.
-constexpr Field<KxLeadMeasurements> kFiducials[] = {
-    KX_FIELD(pOn), KX_FIELD(pOff), KX_FIELD(qrsOn), KX_FIELD(qrsOff), KX_FIELD(tOff),
-};
-
 constexpr Field<KxLeadMeasurements> kLeadValues[] = {
-    KX_FIELD(aP1),
-    KX_FIELD(aP2),
-    KX_FIELD(aQ),
-    KX_FIELD(aR),
-    KX_FIELD(aS),
-    KX_FIELD(aR1),
-    KX_FIELD(aS1),
-    KX_FIELD(aT1),
-    KX_FIELD(aT2),
     KX_FIELD(intrinsicoidDeflection),
     KX_FIELD(fieldValue251),
     KX_FIELD(fieldValue263),
     KX_FIELD(fieldValue275),
-    KX_FIELD(pOnMarker),
-    KX_FIELD(pPrimeOnMarker),
-    KX_FIELD(pOffMarker),
-    KX_FIELD(qOnMarker),
-    KX_FIELD(rOnMarker),
-    KX_FIELD(sOnMarker),
-    KX_FIELD(rPrimeOnMarker),
-    KX_FIELD(sPrimeOnMarker),
-    KX_FIELD(qrsOffMarker),
-    KX_FIELD(tOnMarker),
-    KX_FIELD(tPrimeOnMarker),
-    KX_FIELD(tOffMarker),
 };
 
 #undef KX_FIELD
 
-constexpr std::array<const char*, KX_STANDARD_LEADS> kLeadNames{"I",  "II", "III", "aVR", "aVL", "aVF",
-                                                                "V1", "V2", "V3",  "V4",  "V5",  "V6"};
-
 void AddLead(std::string& text, std::string_view lead, const KxLeadMeasurements& block) {
     const std::string prefix = std::string(lead) + '.';
+    for (const kx::AmplitudeColumn& amplitude : kx::kAmplitudeColumns)
+        AddLine(text, prefix + amplitude.field, block.*amplitude.value);
     for (const auto& field : kLeadValues)
         AddLine(text, prefix + std::string(field.name), field.value(block));
+    for (const kx::FiducialMarker& marker : kx::kLeadMarkers)
+        AddLine(text, prefix + marker.field, block.*marker.ms);
     for (int k = 0; k < KX_ST_LEVELS; ++k)
         AddLine(text, prefix + "stLevel" + std::to_string(k), block.stLevel[k]);
 }
 
 }  // namespace
-
-const char* LeadName(unsigned leadCode) {
-    return leadCode < kLeadNames.size() ? kLeadNames[leadCode] : "";
-}
 
 std::string ListMeasurements(std::span<const int> beatsMs, int rPeakMs, const KxMeasurementSet& set) {
     std::string text;
@@ -89,10 +62,10 @@ std::string ListMeasurements(std::span<const int> beatsMs, int rPeakMs, const Kx
     AddLine(text, "rPeak", rPeakMs);
     for (const auto& field : kGlobalValues)
         AddLine(text, field.name, field.value(set));
-    for (const auto& field : kFiducials)
-        AddLine(text, field.name, field.value(set.leads[0]));
+    for (const kx::FiducialMarker& marker : kx::kGlobalMarkers)
+        AddLine(text, marker.field, set.leads[0].*marker.ms);
     for (unsigned lead = 0; lead < KX_STANDARD_LEADS; ++lead)
-        AddLead(text, kLeadNames[lead], set.leads[lead]);
+        AddLead(text, kx::kLeadNames[lead], set.leads[lead]);
     return text;
 }
 

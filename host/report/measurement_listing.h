@@ -13,7 +13,4 @@ namespace kxhost {
 // from the start of the recording; rPeakMs: from the start of the median beat.
 std::string ListMeasurements(std::span<const int> beatsMs, int rPeakMs, const KxMeasurementSet& set);
 
-// "I" to "V6" for the lead codes 0 to 11.
-const char* LeadName(unsigned leadCode);
-
 }  // namespace kxhost

@@ -127,6 +127,56 @@ KX_FIELD(KxTestListEntry, stateFlags, 576);
 KX_FIELD(KxTestListEntry, testType, 580);
 KX_FIELD(KxTestListEntry, reserved584, 584);
 
+static_assert(sizeof(KxSeriesPoint) == 8 && sizeof(KxRawBlock) == 6264);
+static_assert(sizeof(KxStressStage) == 672);
+KX_FIELD(KxStressStage, mark, 4);
+KX_FIELD(KxStressStage, number, 8);
+KX_FIELD(KxStressStage, name, 12);
+KX_FIELD(KxStressStage, startMs, 44);
+KX_FIELD(KxStressStage, durationMs, 48);
+KX_FIELD(KxStressStage, speed, 52);
+KX_FIELD(KxStressStage, gradeOrLoad, 56);
+KX_FIELD(KxStressStage, mets, 60);
+KX_FIELD(KxStressStage, heartRate, 64);
+KX_FIELD(KxStressStage, bloodPressure, 68);
+KX_FIELD(KxStressStage, stLevel, 72);
+KX_FIELD(KxStressStage, stTimeMs, 76);
+KX_FIELD(KxStressStage, stLead, 80);
+KX_FIELD(KxStressStage, reserved84, 84);
+
+static_assert(sizeof(KxPressureReading) == 2176);
+KX_FIELD(KxPressureReading, mark, 4);
+KX_FIELD(KxPressureReading, time, 8);
+KX_FIELD(KxPressureReading, systolic, 16);
+KX_FIELD(KxPressureReading, diastolic, 20);
+KX_FIELD(KxPressureReading, mean, 24);
+KX_FIELD(KxPressureReading, heartRate, 28);
+KX_FIELD(KxPressureReading, remark, 32);
+KX_FIELD(KxPressureReading, reserved96, 96);
+
+static_assert(sizeof(KxHolterData) == 40);
+KX_FIELD(KxHolterData, mark, 4);
+KX_FIELD(KxHolterData, meanHeartRate, 8);
+KX_FIELD(KxHolterData, minHeartRate, 12);
+KX_FIELD(KxHolterData, minHeartRateMs, 16);
+KX_FIELD(KxHolterData, maxHeartRate, 20);
+KX_FIELD(KxHolterData, maxHeartRateMs, 24);
+KX_FIELD(KxHolterData, hasCurrentEvent, 28);
+KX_FIELD(KxHolterData, eventStartMs, 32);
+KX_FIELD(KxHolterData, eventEndMs, 36);
+
+static_assert(sizeof(KxHolterSummary) == 440 && sizeof(KxHolterGroup) == 32);
+KX_FIELD(KxHolterSummary, mark, 4);
+KX_FIELD(KxHolterSummary, groups, 8);
+KX_FIELD(KxHolterGroup, second, 8);
+KX_FIELD(KxHolterSummary, reserved392, 392);
+
+static_assert(sizeof(KxSpirometry) == 424);
+KX_FIELD(KxSpirometry, mark, 4);
+KX_FIELD(KxSpirometry, predictedSet, 8);
+KX_FIELD(KxSpirometry, values, 16);
+KX_FIELD(KxSpirometry, reserved352, 352);
+
 // These hold pointers, so their layout is that of the 32-bit library alone.
 #if UINTPTR_MAX == UINT32_MAX
 static_assert(sizeof(KxEpisodeRecord) == KX_EPISODE_FIXED_SIZE);
@@ -262,6 +312,11 @@ KX_FIELD(KxAnnotationStore, modified, 12);
 KX_FIELD(KxAnnotationStore, sampleRate, 16);
 KX_FIELD(KxAnnotationStore, resolutionNv, 20);
 KX_FIELD(KxAnnotationStore, leadBeats, 24);
+
+static_assert(sizeof(KxValueSeries) == 16);
+KX_FIELD(KxValueSeries, mark, 4);
+KX_FIELD(KxValueSeries, count, 8);
+KX_FIELD(KxValueSeries, points, 12);
 
 static_assert(sizeof(KxHistory) == 8 && sizeof(KxLeadSlot) == 8);
 KX_FIELD(KxHistory, entries, 4);

@@ -1,8 +1,6 @@
 // The fields of Holter and ABPM recordings.
 #include <cmath>
 
-#include "lib/dbclient/holter_record.h"
-#include "lib/dbclient/pressure_record.h"
 #include "lib/dbclient/summary_fields.h"
 
 namespace kx {
@@ -24,7 +22,7 @@ enum : int {
 
 template <auto kField>
 void PutRate(const SummaryOutput& output) {
-    const HolterDataRecord* data = output.test.HolterData();
+    const KxHolterData* data = output.test.HolterData();
     if (data == nullptr || data->*kField == 0) {
         output.PutMissing();
     } else {
@@ -35,7 +33,7 @@ void PutRate(const SummaryOutput& output) {
 // The time of day of a heart rate, where there is one.
 template <auto kRate, auto kTimeMs>
 void PutRateTime(const SummaryOutput& output) {
-    const HolterDataRecord* data = output.test.HolterData();
+    const KxHolterData* data = output.test.HolterData();
     if (data == nullptr || data->*kRate == 0 ||
         !DateTime(output.test.acquisitionTime)
              .TimeAfter(data->*kTimeMs, output.buffer, output.size, output.request.locale)) {
@@ -43,7 +41,7 @@ void PutRateTime(const SummaryOutput& output) {
     }
 }
 
-using Data = HolterDataRecord;
+using Data = KxHolterData;
 
 constexpr SummaryField kRateFields[] = {
     {kMeanRate, PutRate<&Data::meanHeartRate>},
@@ -53,7 +51,7 @@ constexpr SummaryField kRateFields[] = {
     {kMaxRateTime, PutRateTime<&Data::maxHeartRate, &Data::maxHeartRateMs>},
 };
 
-void PutPressure(const SummaryOutput& output, const PressureRecord* reading) {
+void PutPressure(const SummaryOutput& output, const KxPressureReading* reading) {
     if (reading == nullptr || reading->systolic == 0) {
         output.PutMissing();
     } else {
@@ -61,11 +59,11 @@ void PutPressure(const SummaryOutput& output, const PressureRecord* reading) {
     }
 }
 
-const PressureRecord* ReadingAtTime(const SummaryOutput& output) {
+const KxPressureReading* ReadingAtTime(const SummaryOutput& output) {
     const DateTime start = output.test.acquisitionTime;
-    const PressureRecord* last = nullptr;
+    const KxPressureReading* last = nullptr;
     for (std::uint32_t i = 0; i < output.test.PressureCount(); ++i) {
-        const PressureRecord* reading = output.test.Pressure(static_cast<int>(i));
+        const KxPressureReading* reading = output.test.Pressure(static_cast<int>(i));
         if (reading != nullptr && DateTime(reading->time).MillisecondsSince(start) <= output.request.timeMs) {
             last = reading;
         }
@@ -78,7 +76,7 @@ constexpr SummaryField kPressureFields[] = {
     {kPressureAtTime, [](const SummaryOutput& output) { PutPressure(output, ReadingAtTime(output)); }},
     {kHeartRateAtTime,
      [](const SummaryOutput& output) {
-         const PressureRecord* reading = ReadingAtTime(output);
+         const KxPressureReading* reading = ReadingAtTime(output);
          if (reading == nullptr || reading->heartRate == 0) {
              output.PutMissing();
          } else {
@@ -108,10 +106,10 @@ bool RenderPressureField(const SummaryOutput& output) {
 
 bool RenderHolterSummaryField(const SummaryOutput& output) {
     const int place = output.code - kFirstGroupCode;
-    if (place < 0 || place >= kHolterGroups * kCodesOfGroup) {
+    if (place < 0 || place >= KX_HOLTER_GROUPS * kCodesOfGroup) {
         return false;
     }
-    const HolterSummaryRecord* summary = output.test.HolterSummary();
+    const KxHolterSummary* summary = output.test.HolterSummary();
     const int item = place % kCodesOfGroup;
     if (item > kRange) {
         return true;
@@ -120,7 +118,7 @@ bool RenderHolterSummaryField(const SummaryOutput& output) {
         output.PutMissing();
         return true;
     }
-    const HolterValueGroup& group = summary->groups[place / kCodesOfGroup];
+    const KxHolterGroup& group = summary->groups[place / kCodesOfGroup];
     if (!IsWholeNumber(group.first) || !IsWholeNumber(group.second)) {
         output.PutMissing();
         return true;

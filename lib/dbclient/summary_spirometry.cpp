@@ -2,7 +2,6 @@
 #include <cmath>
 #include <iterator>
 
-#include "lib/dbclient/spirometry_record.h"
 #include "lib/dbclient/summary_fields.h"
 
 namespace kx {
@@ -13,7 +12,7 @@ namespace {
 constexpr int kFirstValueCode = 579;
 constexpr int kPredictedSetCode = 610;
 constexpr int kLastValueCode = 621;
-static_assert(kLastValueCode - kFirstValueCode == kSpirometryValues);
+static_assert(kLastValueCode - kFirstValueCode == KX_SPIROMETRY_VALUES);
 
 // Larger than any volume or flow: no value.
 constexpr double kValueLimit = 1e6;
@@ -45,7 +44,7 @@ bool RenderSpirometryField(const SummaryOutput& output) {
     if (output.code < kFirstValueCode || output.code > kLastValueCode) {
         return false;
     }
-    const SpirometryRecord* block = output.test.Spirometry();
+    const KxSpirometry* block = output.test.Spirometry();
     if (block == nullptr) {
         output.PutMissing();
     } else if (output.code == kPredictedSetCode) {

@@ -1,10 +1,9 @@
 // The fields of a stage of a stress test and of the values followed over it.
 #include <cstdlib>
-#include <iterator>
 
-#include "lib/dbclient/stress_stage_record.h"
+#include "lib/dbclient/sub_records.h"
 #include "lib/dbclient/summary_stress.h"
-#include "lib/dbclient/value_series.h"
+#include "lib/leads.h"
 #include "lib/muldiv.h"
 
 namespace kx {
@@ -18,9 +17,6 @@ enum : int { kHeartRateSeries = -7, kSystolicSeries = -6, kDiastolicSeries = -5 
 constexpr double kKilometresPerHour = 0.01609;
 constexpr double kMilesPerHour = 0.01;
 
-constexpr const char* kLeadNames[] = {"I",  "II", "III", "aVR", "aVL", "aVF",
-                                      "V1", "V2", "V3",  "V4",  "V5",  "V6"};
-
 const char* OrEmpty(const char* text) {
     return text != nullptr ? text : "";
 }
@@ -31,15 +27,13 @@ std::string Formatted(const char* format, double value) {
     return text;
 }
 
-const StressStageRecord* CurrentStage(const SummaryOutput& output) {
+const KxStressStage* CurrentStage(const SummaryOutput& output) {
     return output.test.Stage(-1);
 }
 
 std::optional<std::int32_t> AtTime(const SummaryOutput& output, int code) {
-    const ValueSeries* series = output.test.Series(code);
     const std::int32_t timeMs = output.request.timeMs;
-    return series != nullptr && timeMs >= 0 ? series->ValueAt(static_cast<std::uint32_t>(timeMs))
-                                            : std::nullopt;
+    return timeMs >= 0 ? ValueAt(output.test.Series(code), static_cast<std::uint32_t>(timeMs)) : std::nullopt;
 }
 
 void PutOptional(const SummaryOutput& output, std::optional<std::int32_t> value) {
@@ -51,7 +45,7 @@ void PutOptional(const SummaryOutput& output, std::optional<std::int32_t> value)
 }
 
 void PutStageHeartRate(const SummaryOutput& output) {
-    const StressStageRecord* stage = CurrentStage(output);
+    const KxStressStage* stage = CurrentStage(output);
     const bool known = stage != nullptr && stage->heartRate != 0;
     PutOptional(output,
                 known ? static_cast<std::int32_t>(stage->heartRate) : AtTime(output, kHeartRateSeries));
@@ -73,69 +67,75 @@ void PutPressureAtTime(const SummaryOutput& output) {
 }
 
 // Writes what `write` makes of the current stage; without one the value is missing.
-template <void (*kWrite)(const SummaryOutput&, const StressStageRecord&)>
+template <void (*kWrite)(const SummaryOutput&, const KxStressStage&)>
 void PutOfStage(const SummaryOutput& output) {
-    if (const StressStageRecord* stage = CurrentStage(output)) {
+    if (const KxStressStage* stage = CurrentStage(output)) {
         kWrite(output, *stage);
     } else {
         output.PutMissing();
     }
 }
 
-ExerciseLevel LevelOf(const SummaryOutput& output, const StressStageRecord& stage) {
+ExerciseLevel LevelOf(const SummaryOutput& output, const KxStressStage& stage) {
     return {output, stage.speed, stage.gradeOrLoad};
 }
 
-void WriteMets(const SummaryOutput& output, const StressStageRecord& stage) {
+void WriteMets(const SummaryOutput& output, const KxStressStage& stage) {
     output.Print("%u.%u", stage.mets / 10, stage.mets % 10);
 }
 
-void WriteSpeed(const SummaryOutput& output, const StressStageRecord& stage) {
+void WriteSpeed(const SummaryOutput& output, const KxStressStage& stage) {
     output.Put(LevelOf(output, stage).SpeedText());
 }
 
-void WriteGradeOrLoad(const SummaryOutput& output, const StressStageRecord& stage) {
+void WriteGradeOrLoad(const SummaryOutput& output, const KxStressStage& stage) {
     output.Put(LevelOf(output, stage).GradeOrLoadText());
 }
 
-void WriteLevel(const SummaryOutput& output, const StressStageRecord& stage) {
+void WriteLevel(const SummaryOutput& output, const KxStressStage& stage) {
     output.Put(LevelOf(output, stage).Text());
 }
 
-void WriteDuration(const SummaryOutput& output, const StressStageRecord& stage) {
+void WriteDuration(const SummaryOutput& output, const KxStressStage& stage) {
     DurationMinSec(stage.durationMs, output.buffer, output.size);
 }
 
-void WriteStart(const SummaryOutput& output, const StressStageRecord& stage) {
+void WriteStart(const SummaryOutput& output, const KxStressStage& stage) {
     DurationMinSec(stage.startMs, output.buffer, output.size);
 }
 
-double Millimetres(const StressStageRecord& stage) {
-    return stage.stLevel / 100.0;
+bool HasStLevel(const KxStressStage& stage) {
+    return stage.stLevel >= -KX_ST_LIMIT && stage.stLevel <= KX_ST_LIMIT;
 }
 
-void WriteSt(const SummaryOutput& output, const StressStageRecord& stage) {
-    const char* lead = stage.stLead < std::size(kLeadNames) ? kLeadNames[stage.stLead] : "?";
-    output.Print("%3.1f mm @ %u:%02u [%s]", Millimetres(stage), stage.stTimeMs / 60000,
-                 stage.stTimeMs / 1000 % 60, lead);
+// The ST level of a stage, with when and where if asked for.
+template <bool kWithPlace>
+void WriteSt(const SummaryOutput& output, const KxStressStage& stage) {
+    if (!HasStLevel(stage)) {
+        output.PutMissing();
+        return;
+    }
+    const double millimetres = stage.stLevel / 100.0;
+    if (kWithPlace) {
+        output.Print("%3.1f mm @ %u:%02u [%s]", millimetres, stage.stTimeMs / 60000,
+                     stage.stTimeMs / 1000 % 60, StandardLeadName(stage.stLead));
+    } else {
+        output.Print("%3.1f mm", millimetres);
+    }
 }
 
-void WriteStLevel(const SummaryOutput& output, const StressStageRecord& stage) {
-    output.Print("%3.1f mm", Millimetres(stage));
-}
-
-void WriteStTime(const SummaryOutput& output, const StressStageRecord& stage) {
+void WriteStTime(const SummaryOutput& output, const KxStressStage& stage) {
     output.Print("%u:%02u", stage.stTimeMs / 60000, stage.stTimeMs / 1000 % 60);
 }
 
 // The stage with the largest ST level of the whole test, up or down, the first of several.
-template <void (*kWrite)(const SummaryOutput&, const StressStageRecord&)>
+template <void (*kWrite)(const SummaryOutput&, const KxStressStage&)>
 void PutOfLargestSt(const SummaryOutput& output) {
-    const StressStageRecord* largest = nullptr;
+    const KxStressStage* largest = nullptr;
     for (std::uint32_t i = 0; i < output.test.StageCount(); ++i) {
-        const StressStageRecord* stage = output.test.Stage(static_cast<int>(i));
-        if (stage != nullptr &&
-            (largest == nullptr || std::llabs(stage->stLevel) > std::llabs(largest->stLevel))) {
+        const KxStressStage* stage = output.test.Stage(static_cast<int>(i));
+        if (stage != nullptr && HasStLevel(*stage) &&
+            (largest == nullptr || std::abs(stage->stLevel) > std::abs(largest->stLevel))) {
             largest = stage;
         }
     }
@@ -147,7 +147,7 @@ void PutOfLargestSt(const SummaryOutput& output) {
 }
 
 constexpr SummaryField kStageFields[] = {
-    {80, PutOfStage<WriteStLevel>},
+    {80, PutOfStage<WriteSt<false>>},
     {81, PutOfStage<WriteStTime>},
     {86, PutStageHeartRate},
     {87, PutOfStage<WriteDuration>},
@@ -158,12 +158,12 @@ constexpr SummaryField kStageFields[] = {
     {96, PutPressureAtTime},
     {97, PutPressureAtTime},
     {103, PutSeriesValue<kSystolicSeries>},
-    {360, PutOfLargestSt<WriteStLevel>},
+    {360, PutOfLargestSt<WriteSt<false>>},
     {361, PutOfLargestSt<WriteStTime>},
-    {440, PutOfStage<WriteSt>},
+    {440, PutOfStage<WriteSt<true>>},
     {489, PutOfStage<WriteMets>},
     {490, PutOfStage<WriteLevel>},
-    {494, PutOfLargestSt<WriteSt>},
+    {494, PutOfLargestSt<WriteSt<true>>},
 };
 
 }  // namespace

@@ -10,7 +10,7 @@
 namespace kx {
 
 // A speed, grade, load or MET value that the test did not come to.
-inline constexpr std::uint32_t kNotReached = 0xFFFFFFFFu;
+inline constexpr auto kNotReached = static_cast<std::uint32_t>(KX_NOT_REACHED);
 
 inline bool IsTreadmill(const TestRecord& test) {
     return test.exerciseDevice == 0;

@@ -4,7 +4,6 @@
 #include <iterator>
 #include <new>
 
-#include "lib/dbclient/holter_record.h"
 #include "lib/dbclient/summary_fields.h"
 
 namespace kx {
@@ -21,7 +20,7 @@ constexpr int kShownWithoutEpisode[] = {20,  21,  22,  34,  105, 106, 107, 135,
 
 // The intervals of the episode around the event under review.
 bool RenderEventMeasurement(const SummaryOutput& output) {
-    const HolterDataRecord* data = output.test.HolterData();
+    const KxHolterData* data = output.test.HolterData();
     if (data == nullptr || data->hasCurrentEvent == 0) {
         return false;
     }

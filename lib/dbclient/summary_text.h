@@ -51,7 +51,7 @@ struct SummaryRequest {
 // families are asked in a fixed order: physician and site, patient, report, Holter heart rates, ABPM, stress
 // test, Holter summary, spirometry, then the measurements of the episode at the time.
 //
-// Sub-objects of the record are read as the layouts of lib/dbclient/*_record.h have them.
+// Sub-records are read where they are understood (sub_records.h); the values of others are not given.
 bool FieldText(const TestRecord& test, int code, char* buffer, std::size_t size,
                const SummaryRequest& request);
 

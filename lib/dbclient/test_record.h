@@ -17,13 +17,7 @@
 namespace kx {
 
 class AnnotationStore;
-class ValueSeries;
-struct HolterDataRecord;
-struct HolterSummaryRecord;
-struct PressureRecord;
-struct RawBlockRecord;
-struct SpirometryRecord;
-struct StressStageRecord;
+struct ValueSeries;
 
 inline constexpr std::uint32_t kEpisodeCapacity = 256;
 inline constexpr std::uint32_t kStageCapacity = 256;
@@ -195,13 +189,15 @@ struct TestRecord : KxTestRecord {
 
     // ---- sub-objects. Getters give null where there is none.
     const void* Ecg() const { return ecg; }
-    // Copies the signal; false, and the old signal kept, when there is no memory or no data.
+    // Copies the signal, which must not lie in the old one: that is destroyed first. False, and nothing
+    // changed, without data; false and no signal when there is no memory.
     bool SetEcg(const void* data, std::size_t size);
     // The same for the three objects that this library only keeps: a buffer, one of 12 and one of 24 bytes.
     bool SetBuffer7584(const void* data, std::size_t size);
     bool SetObject7600(const std::array<std::uint8_t, 12>& object);
     bool SetObject7604(const std::array<std::uint8_t, 24>& object);
 
+    // A store made here; a host's is for the suite's modules, and its beginning alone is read.
     AnnotationStore* Annotations();
     const AnnotationStore* Annotations() const;
     AnnotationStore* Annotations2();
@@ -217,29 +213,29 @@ struct TestRecord : KxTestRecord {
     // Makes an entry of the first store the current one; reports and refuses an index that it does not have.
     bool SetCurrentAnnotation(std::uint32_t index, Reporter& log);
 
+    // What this library does not understand (sub_records.h) counts as not there. Each Set destroys the
+    // previous object; the Add operations give false, and change nothing, for a full array or a null object.
     // The value series of a code from -7 to 24.
-    ValueSeries* Series(int code) const;
+    KxValueSeries* Series(int code) const;
     bool SetSeries(int code, std::unique_ptr<ValueSeries> newSeries);
     void SetSeries9796(std::unique_ptr<ValueSeries> newSeries);
     std::uint32_t StageCount() const;
-    StressStageRecord* Stage(int index) const;  // -1: the current stage
-    bool AddStage(std::unique_ptr<StressStageRecord> stage);
-    void SetCurrentStage(std::unique_ptr<StressStageRecord> stage);
+    KxStressStage* Stage(int index) const;  // -1: the current stage
+    bool AddStage(std::unique_ptr<KxStressStage> stage);
+    void SetCurrentStage(std::unique_ptr<KxStressStage> stage);
     std::uint32_t PressureCount() const;
-    PressureRecord* Pressure(int index) const;  // -1: the summary
-    bool AddPressure(std::unique_ptr<PressureRecord> reading);
-    void SetPressureSummary(std::unique_ptr<PressureRecord> reading);
+    KxPressureReading* Pressure(int index) const;  // -1: the summary
+    bool AddPressure(std::unique_ptr<KxPressureReading> reading);
+    void SetPressureSummary(std::unique_ptr<KxPressureReading> reading);
     std::uint32_t RawBlockCount() const;
-    const RawBlockRecord* RawBlock(std::uint32_t index) const;
-    // Copies a block of 6264 bytes. The Add operations give false, and change nothing, for a full array or a
-    // null object.
-    bool AddRawBlock(const RawBlockRecord& block);
-    HolterSummaryRecord* HolterSummary() const;
-    void SetHolterSummary(std::unique_ptr<HolterSummaryRecord> summary);
-    HolterDataRecord* HolterData() const;
-    void SetHolterData(std::unique_ptr<HolterDataRecord> data);
-    SpirometryRecord* Spirometry() const;
-    void SetSpirometry(std::unique_ptr<SpirometryRecord> block);
+    const KxRawBlock* RawBlock(std::uint32_t index) const;
+    bool AddRawBlock(const KxRawBlock& block);
+    KxHolterSummary* HolterSummary() const;
+    void SetHolterSummary(std::unique_ptr<KxHolterSummary> summary);
+    KxHolterData* HolterData() const;
+    void SetHolterData(std::unique_ptr<KxHolterData> data);
+    KxSpirometry* Spirometry() const;
+    void SetSpirometry(std::unique_ptr<KxSpirometry> block);
 
     // ---- history. Nothing, and false, without a history (see History::Add).
     bool AddHistoryEntry(std::uint32_t action, const KxDateTime& time, const char* user);

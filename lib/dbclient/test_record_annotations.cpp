@@ -13,73 +13,79 @@ constexpr char kSource[] = "..\\lib\\dbclient\\c_test";
 constexpr std::uint32_t kNoStoreLine = 2310;
 constexpr std::uint32_t kNoSuchEntryLine = 2315;
 
-AnnotationStore* StoreIn(void* slot) {
-    return static_cast<AnnotationStore*>(slot);
+AnnotationStore* Install(KxAnnotationStore*& slot, AnnotationStore* store) {
+    slot = store;
+    return store;
 }
 
-AnnotationStore* Install(void*& slot, std::unique_ptr<AnnotationStore> store) {
-    delete StoreIn(slot);
-    slot = store.release();
-    return StoreIn(slot);
+void Destroy(KxAnnotationStore*& slot) {
+    delete static_cast<AnnotationStore*>(slot);
+    slot = nullptr;
 }
 
-// Null when memory is short, which the store itself does not report either.
+// The previous store goes first. Null when memory is short, which the store itself does not report either.
 template <class... Form>
-std::unique_ptr<AnnotationStore> NewStore(Form... form) {
-    return std::unique_ptr<AnnotationStore>(new (std::nothrow) AnnotationStore(form...));
+AnnotationStore* Create(KxAnnotationStore*& slot, Form... form) {
+    Destroy(slot);
+    return Install(slot, new (std::nothrow) AnnotationStore(form...));
+}
+
+AnnotationStore* Replace(KxAnnotationStore*& slot, std::unique_ptr<AnnotationStore> store) {
+    Destroy(slot);
+    return Install(slot, store.release());
 }
 
 }  // namespace
 
 void TestRecord::DestroyAnnotations() {
-    Install(annotations, nullptr);
-    Install(annotations2, nullptr);
+    Destroy(annotations);
+    Destroy(annotations2);
 }
 
 AnnotationStore* TestRecord::Annotations() {
-    return StoreIn(annotations);
+    return static_cast<AnnotationStore*>(annotations);
 }
 const AnnotationStore* TestRecord::Annotations() const {
-    return StoreIn(annotations);
+    return static_cast<const AnnotationStore*>(annotations);
 }
 AnnotationStore* TestRecord::Annotations2() {
-    return StoreIn(annotations2);
+    return static_cast<AnnotationStore*>(annotations2);
 }
 const AnnotationStore* TestRecord::Annotations2() const {
-    return StoreIn(annotations2);
+    return static_cast<const AnnotationStore*>(annotations2);
 }
 
 AnnotationStore* TestRecord::CreateAnnotations(std::uint32_t capacity) {
-    return Install(annotations, NewStore(capacity));
+    return Create(annotations, capacity);
 }
 
 AnnotationStore* TestRecord::CreateAnnotations(std::uint32_t capacity, bool entriesOnly) {
-    return Install(annotations, NewStore(capacity, entriesOnly));
+    return Create(annotations, capacity, entriesOnly);
 }
 
 AnnotationStore* TestRecord::ReplaceAnnotations(std::unique_ptr<AnnotationStore> store) {
-    return Install(annotations, std::move(store));
+    return Replace(annotations, std::move(store));
 }
 
 AnnotationStore* TestRecord::CreateAnnotations2(std::uint32_t capacity) {
-    return Install(annotations2, NewStore(capacity));
+    return Create(annotations2, capacity);
 }
 
 AnnotationStore* TestRecord::CreateAnnotations2(std::uint32_t capacity, bool entriesOnly) {
-    return Install(annotations2, NewStore(capacity, entriesOnly));
+    return Create(annotations2, capacity, entriesOnly);
 }
 
 AnnotationStore* TestRecord::ReplaceAnnotations2(std::unique_ptr<AnnotationStore> store) {
-    return Install(annotations2, std::move(store));
+    return Replace(annotations2, std::move(store));
 }
 
+// Of a host's store no more is read than every store begins with.
 bool TestRecord::SetCurrentAnnotation(std::uint32_t index, Reporter& log) {
-    const AnnotationStore* store = Annotations();
-    if (store == nullptr) {
+    if (annotations == nullptr) {
         log.LOGOEMERROR(kSource, kNoStoreLine, "ann NULL");
         return false;
     }
-    if (index != 0 && index >= store->Count()) {
+    if (index != 0 && index >= annotations->count) {
         log.LOGOEMERROR(kSource, kNoSuchEntryLine, "ann too large");
         return false;
     }

@@ -4,62 +4,56 @@
 #include <new>
 #include <utility>
 
-#include "lib/dbclient/holter_record.h"
-#include "lib/dbclient/pressure_record.h"
-#include "lib/dbclient/raw_block_record.h"
-#include "lib/dbclient/spirometry_record.h"
-#include "lib/dbclient/stress_stage_record.h"
+#include "lib/dbclient/sub_records.h"
 #include "lib/dbclient/test_record.h"
-#include "lib/dbclient/value_series.h"
 
 namespace kx {
 
 namespace {
 
-template <class T>
-T* As(void* object) {
-    return static_cast<T*>(object);
-}
-
-template <class T>
-void Free(void*& slot) {
-    delete As<T>(slot);
+// Frees what stands in a slot as what it was made: a Made is the slot's type or derived from it.
+template <class Made, class T>
+void Free(T*& slot) {
+    delete static_cast<Made*>(slot);
     slot = nullptr;
 }
 
 void FreeBytes(void*& slot) {
-    delete[] As<std::uint8_t>(slot);
+    delete[] static_cast<std::uint8_t*>(slot);
     slot = nullptr;
 }
 
-// The old bytes stay where there are no new ones.
+// The old bytes go before the new ones are made. They stay where no new ones are given.
 bool ReplaceBytes(void*& slot, const void* data, std::size_t size) {
-    auto* copy = data != nullptr && size > 0 ? new (std::nothrow) std::uint8_t[size] : nullptr;
+    if (data == nullptr || size == 0) {
+        return false;
+    }
+    FreeBytes(slot);
+    auto* copy = new (std::nothrow) std::uint8_t[size];
     if (copy == nullptr) {
         return false;
     }
     std::memcpy(copy, data, size);
-    FreeBytes(slot);
     slot = copy;
     return true;
 }
 
-template <class T>
-void Replace(void*& slot, std::unique_ptr<T> object) {
-    Free<T>(slot);
+template <class Made, class T>
+void Replace(T*& slot, std::unique_ptr<Made> object) {
+    Free<Made>(slot);
     slot = object.release();
 }
 
 // The objects of an array, from the last to the first.
 template <class T, std::size_t N>
-void FreeAll(void* (&slots)[N], std::uint32_t& count) {
+void FreeAll(T* (&slots)[N], std::uint32_t& count) {
     for (count = std::min<std::uint32_t>(count, N); count > 0;) {
         Free<T>(slots[--count]);
     }
 }
 
 template <class T, std::size_t N>
-bool AppendTo(void* (&slots)[N], std::uint32_t& count, std::unique_ptr<T> object) {
+bool AppendTo(T* (&slots)[N], std::uint32_t& count, std::unique_ptr<T> object) {
     if (count >= N || object == nullptr) {
         return false;
     }
@@ -68,9 +62,15 @@ bool AppendTo(void* (&slots)[N], std::uint32_t& count, std::unique_ptr<T> object
 }
 
 template <class T, std::size_t N>
-T* At(void* const (&slots)[N], std::uint32_t count, int index) {
+T* At(T* const (&slots)[N], std::uint32_t count, int index) {
     const bool held = index >= 0 && static_cast<std::uint32_t>(index) < std::min<std::uint32_t>(count, N);
-    return held ? As<T>(slots[index]) : nullptr;
+    return held ? slots[index] : nullptr;
+}
+
+// The slot of a series, null for a code that has none.
+template <class Slots>
+auto* SeriesSlot(Slots& slots, int code) {
+    return code < kFirstSeriesCode || code > kLastSeriesCode ? nullptr : &slots[code - kFirstSeriesCode];
 }
 
 }  // namespace
@@ -78,23 +78,23 @@ T* At(void* const (&slots)[N], std::uint32_t count, int index) {
 TestRecord::TestRecord() noexcept : KxTestRecord{} {
     testType = KX_TEST_NEW;
     history = new (std::nothrow) History;
-    currentStage = new (std::nothrow) StressStageRecord{};
+    currentStage = NewSubRecord<KxStressStage>().release();
 }
 
 // Nothing here makes `blocks`: whoever fills that array keeps it.
 TestRecord::~TestRecord() {
     FreeBytes(buffer7584);
-    delete static_cast<History*>(history);
-    Free<SpirometryRecord>(spirometry);
-    Free<HolterSummaryRecord>(holterSummary);
-    Free<HolterDataRecord>(holterData);
-    FreeAll<RawBlockRecord>(rawBlocks, rawBlockCount);
-    Free<PressureRecord>(pressureSummary);
-    FreeAll<PressureRecord>(pressures, pressureCount);
-    Free<StressStageRecord>(currentStage);
-    FreeAll<StressStageRecord>(stages, stageCount);
+    Free<History>(history);
+    Free<KxSpirometry>(spirometry);
+    Free<KxHolterSummary>(holterSummary);
+    Free<KxHolterData>(holterData);
+    FreeAll(rawBlocks, rawBlockCount);
+    Free<KxPressureReading>(pressureSummary);
+    FreeAll(pressures, pressureCount);
+    Free<KxStressStage>(currentStage);
+    FreeAll(stages, stageCount);
     Free<ValueSeries>(series9796);
-    for (void*& one : series) {
+    for (KxValueSeries*& one : series) {
         Free<ValueSeries>(one);
     }
     ReleaseEpisodes();
@@ -120,18 +120,17 @@ bool TestRecord::SetObject7604(const std::array<std::uint8_t, 24>& object) {
     return ReplaceBytes(object7604, object.data(), object.size());
 }
 
-ValueSeries* TestRecord::Series(int code) const {
-    return code < kFirstSeriesCode || code > kLastSeriesCode
-               ? nullptr
-               : As<ValueSeries>(series[code - kFirstSeriesCode]);
+KxValueSeries* TestRecord::Series(int code) const {
+    const auto* slot = SeriesSlot(series, code);
+    return slot != nullptr ? Understood(*slot) : nullptr;
 }
 
 bool TestRecord::SetSeries(int code, std::unique_ptr<ValueSeries> newSeries) {
-    if (code < kFirstSeriesCode || code > kLastSeriesCode) {
-        return false;
+    auto* slot = SeriesSlot(series, code);
+    if (slot != nullptr) {
+        Replace(*slot, std::move(newSeries));
     }
-    Replace(series[code - kFirstSeriesCode], std::move(newSeries));
-    return true;
+    return slot != nullptr;
 }
 
 void TestRecord::SetSeries9796(std::unique_ptr<ValueSeries> newSeries) {
@@ -142,16 +141,15 @@ std::uint32_t TestRecord::StageCount() const {
     return std::min(stageCount, kStageCapacity);
 }
 
-StressStageRecord* TestRecord::Stage(int index) const {
-    return index == -1 ? As<StressStageRecord>(currentStage)
-                       : At<StressStageRecord>(stages, stageCount, index);
+KxStressStage* TestRecord::Stage(int index) const {
+    return Understood(index == -1 ? currentStage : At(stages, stageCount, index));
 }
 
-bool TestRecord::AddStage(std::unique_ptr<StressStageRecord> stage) {
+bool TestRecord::AddStage(std::unique_ptr<KxStressStage> stage) {
     return AppendTo(stages, stageCount, std::move(stage));
 }
 
-void TestRecord::SetCurrentStage(std::unique_ptr<StressStageRecord> stage) {
+void TestRecord::SetCurrentStage(std::unique_ptr<KxStressStage> stage) {
     Replace(currentStage, std::move(stage));
 }
 
@@ -159,16 +157,15 @@ std::uint32_t TestRecord::PressureCount() const {
     return std::min(pressureCount, kPressureCapacity);
 }
 
-PressureRecord* TestRecord::Pressure(int index) const {
-    return index == -1 ? As<PressureRecord>(pressureSummary)
-                       : At<PressureRecord>(pressures, pressureCount, index);
+KxPressureReading* TestRecord::Pressure(int index) const {
+    return Understood(index == -1 ? pressureSummary : At(pressures, pressureCount, index));
 }
 
-bool TestRecord::AddPressure(std::unique_ptr<PressureRecord> reading) {
+bool TestRecord::AddPressure(std::unique_ptr<KxPressureReading> reading) {
     return AppendTo(pressures, pressureCount, std::move(reading));
 }
 
-void TestRecord::SetPressureSummary(std::unique_ptr<PressureRecord> reading) {
+void TestRecord::SetPressureSummary(std::unique_ptr<KxPressureReading> reading) {
     Replace(pressureSummary, std::move(reading));
 }
 
@@ -176,36 +173,36 @@ std::uint32_t TestRecord::RawBlockCount() const {
     return std::min(rawBlockCount, kRawBlockCapacity);
 }
 
-const RawBlockRecord* TestRecord::RawBlock(std::uint32_t index) const {
-    return index < RawBlockCount() ? As<RawBlockRecord>(rawBlocks[index]) : nullptr;
+const KxRawBlock* TestRecord::RawBlock(std::uint32_t index) const {
+    return index < RawBlockCount() ? rawBlocks[index] : nullptr;
 }
 
-bool TestRecord::AddRawBlock(const RawBlockRecord& block) {
+bool TestRecord::AddRawBlock(const KxRawBlock& block) {
     return AppendTo(rawBlocks, rawBlockCount,
-                    std::unique_ptr<RawBlockRecord>(new (std::nothrow) RawBlockRecord(block)));
+                    std::unique_ptr<KxRawBlock>(new (std::nothrow) KxRawBlock(block)));
 }
 
-HolterSummaryRecord* TestRecord::HolterSummary() const {
-    return As<HolterSummaryRecord>(holterSummary);
+KxHolterSummary* TestRecord::HolterSummary() const {
+    return Understood(holterSummary);
 }
 
-void TestRecord::SetHolterSummary(std::unique_ptr<HolterSummaryRecord> summary) {
+void TestRecord::SetHolterSummary(std::unique_ptr<KxHolterSummary> summary) {
     Replace(holterSummary, std::move(summary));
 }
 
-HolterDataRecord* TestRecord::HolterData() const {
-    return As<HolterDataRecord>(holterData);
+KxHolterData* TestRecord::HolterData() const {
+    return Understood(holterData);
 }
 
-void TestRecord::SetHolterData(std::unique_ptr<HolterDataRecord> data) {
+void TestRecord::SetHolterData(std::unique_ptr<KxHolterData> data) {
     Replace(holterData, std::move(data));
 }
 
-SpirometryRecord* TestRecord::Spirometry() const {
-    return As<SpirometryRecord>(spirometry);
+KxSpirometry* TestRecord::Spirometry() const {
+    return Understood(spirometry);
 }
 
-void TestRecord::SetSpirometry(std::unique_ptr<SpirometryRecord> block) {
+void TestRecord::SetSpirometry(std::unique_ptr<KxSpirometry> block) {
     Replace(spirometry, std::move(block));
 }
 

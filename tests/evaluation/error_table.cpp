@@ -125,7 +125,7 @@ void PrintTable(const char* title, const Records& records, bool leadByLead) {
     }
     for (std::size_t lead = 0; leadByLead && lead < recording::kLeadCount; ++lead) {
         for (std::size_t i = 0; i < kBoundaries; ++i) {
-            PrintRow(recording::kLeadNames[lead], i, records,
+            PrintRow(kLeadNames[lead], i, records,
                      [lead, i](const RecordErrors& record) { return record.leads[lead][i]; });
         }
     }

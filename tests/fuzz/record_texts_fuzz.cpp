@@ -7,14 +7,10 @@
 #include <memory>
 #include <vector>
 
-#include "lib/dbclient/holter_record.h"
-#include "lib/dbclient/pressure_record.h"
-#include "lib/dbclient/spirometry_record.h"
-#include "lib/dbclient/stress_stage_record.h"
+#include "lib/dbclient/sub_records.h"
 #include "lib/dbclient/summary_text.h"
 #include "lib/dbclient/test_list_entry.h"
 #include "lib/dbclient/test_record.h"
-#include "lib/dbclient/value_series.h"
 #include "tests/rig/plain_locale.h"
 
 namespace {
@@ -64,7 +60,10 @@ class Bytes {
 
 // A record and what its pointers lead to, all of it the host's.
 struct HostTest {
-    explicit HostTest(Bytes& bytes) : points(std::vector{bytes.Take<kx::ValueSeries::Point>()}) {
+    explicit HostTest(Bytes& bytes) {
+        bytes.Fill(points, sizeof points);
+        bytes.Fill(&values, sizeof values);
+        values.points = points;
         bytes.Fill(&test, offsetof(KxTestRecord, buffer7584));
         bytes.Fill(&episode, offsetof(KxEpisodeRecord, samples));
         bytes.Fill(&episode.measurements, sizeof episode.measurements);
@@ -81,8 +80,12 @@ struct HostTest {
         test.stageCount = test.pressureCount = 1;
         test.stages[0] = test.currentStage = &stage;
         test.pressures[0] = test.pressureSummary = &reading;
-        for (void*& series : test.series) {
-            series = &points;
+        // Understood or not, as the input has it; a count that is understood is the points' own.
+        const bool understood = bytes.Take<std::uint8_t>() % 4 != 0;
+        Mark(understood, stage, reading, holter, summary, spirometry, values);
+        values.count %= 3;
+        for (KxValueSeries*& series : test.series) {
+            series = &values;
         }
         test.holterData = &holter;
         test.holterSummary = &summary;
@@ -90,16 +93,24 @@ struct HostTest {
         test.history = &history;
     }
 
+    template <class... Records>
+    static void Mark(bool understood, Records&... records) {
+        if (understood) {
+            ((records.size = sizeof records, records.mark = kx::kMarkOf<Records>), ...);
+        }
+    }
+
     KxTestRecord test{};
     KxEpisodeRecord episode{};
-    kx::StressStageRecord stage;
-    kx::PressureRecord reading;
-    kx::HolterDataRecord holter;
-    kx::HolterSummaryRecord summary;
-    kx::SpirometryRecord spirometry;
+    KxStressStage stage;
+    KxPressureReading reading;
+    KxHolterData holter;
+    KxHolterSummary summary;
+    KxSpirometry spirometry;
     KxHistoryEntry entries[kx::kHistoryCapacity];
     KxHistory history{};
-    kx::ValueSeries points;
+    KxSeriesPoint points[2];
+    KxValueSeries values{};
 };
 
 void RenderEverything(const kx::TestRecord& test, Bytes& bytes, std::vector<char>& buffer) {

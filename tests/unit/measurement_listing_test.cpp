@@ -128,13 +128,5 @@ TEST(MeasurementListing, GivesEveryValueItsOwnName) {
     EXPECT_EQ(lines.size(), 2u + 1 + 10 + 5 + 12 * (25 + 10));
 }
 
-TEST(MeasurementListing, NamesTheStandardLeads) {
-    const char* names[] = {"I", "II", "III", "aVR", "aVL", "aVF", "V1", "V2", "V3", "V4", "V5", "V6"};
-    for (unsigned code = 0; code < std::size(names); ++code)
-        EXPECT_STREQ(LeadName(code), names[code]) << code;
-    EXPECT_STREQ(LeadName(12), "");
-    EXPECT_STREQ(LeadName(KX_LEAD_EMPTY), "");
-}
-
 }  // namespace
 }  // namespace kxhost

@@ -9,7 +9,7 @@
 
 #include "host/report/report_fields.h"
 #include "host/report/statement_listing.h"
-#include "lib/dbclient/holter_record.h"
+#include "lib/dbclient/sub_records.h"
 #include "lib/dbclient/test_record.h"
 #include "tests/unit/picture_locale.h"
 #include "tests/unit/records/text_table.h"
@@ -26,7 +26,7 @@ class ReportListing : public testing::Test {
         episode->durationSeconds = 60;
         episode->measurements.measured = 1;
         episode->measurements.prInterval = 160;
-        auto data = std::make_unique<kx::HolterDataRecord>();
+        auto data = kx::NewSubRecord<KxHolterData>();
         data->hasCurrentEvent = 1;
         data->eventStartMs = 10000;
         data->eventEndMs = 20000;

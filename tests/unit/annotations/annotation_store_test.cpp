@@ -24,14 +24,14 @@ std::vector<std::uint32_t> Times(const AnnotationStore& store) {
     return times;
 }
 
-AnnotationStore NormalBeats(std::uint32_t count, std::uint32_t interval) {
-    AnnotationStore store(count);
-    for (std::uint32_t i = 0; i < count; ++i) {
-        store.AppendBeat(0, 1, i * interval, 7);
+struct NormalBeats : AnnotationStore {
+    NormalBeats(std::uint32_t beats, std::uint32_t interval) : AnnotationStore(beats) {
+        for (std::uint32_t i = 0; i < beats; ++i) {
+            AppendBeat(0, 1, i * interval, 7);
+        }
+        ClearModified();
     }
-    store.ClearModified();
-    return store;
-}
+};
 
 TEST(AnnotationStore, BeginsAsModulesOfTheSuiteReadIt) {
     if (sizeof(void*) != 4) {
@@ -81,7 +81,7 @@ TEST(AnnotationStore, IsNewAndEmptyInEachForm) {
 }
 
 TEST(AnnotationStore, AnswersWhatDoesNotExist) {
-    AnnotationStore store = NormalBeats(2, 800);
+    NormalBeats store(2, 800);
     for (const std::uint32_t i : {2u, 3u, UINT32_MAX}) {
         EXPECT_EQ(0u, store.Time(i));
         EXPECT_EQ(47, store.Label(i));
@@ -141,13 +141,17 @@ TEST(AnnotationStore, ShowsABeatInTheLeadsThatHoldIt) {
     AnnotationStore twelve(4, false);
     const std::uint32_t leads[] = {0, 11, 17, 20, UINT32_MAX};
     ASSERT_TRUE(twelve.AppendBeat(3, -50, 100, 5, leads));
+    AnnotationStore below(4);
+    below.AppendBeat(3, -50, 100, 0b111);
+    EXPECT_EQ(0, below.StrongestLead(0, &slot)) << "over all 20 slots";
+    EXPECT_EQ(0u, slot);
     EXPECT_EQ(-50, twelve.Value(11, 0, &LeadBeat::leadValue));
-    EXPECT_EQ(0, twelve.StrongestLead(0, &slot)) << "of the stored leads";
+    EXPECT_EQ(0, twelve.StrongestLead(0, &slot)) << "a lead that is not stored has 0";
     EXPECT_EQ(1u, slot);
 }
 
 TEST(AnnotationStore, KeepsWidthsByHalves) {
-    AnnotationStore store = NormalBeats(2, 800);
+    NormalBeats store(2, 800);
     for (const auto& [set, read] : std::vector<std::pair<std::int32_t, std::uint32_t>>{
              {-1, 0}, {0, 0}, {1, 0}, {97, 96}, {255, 254}, {256, 254}, {INT32_MAX, 254}, {INT32_MIN, 0}}) {
         store.SetWidth(1, set);
@@ -165,7 +169,7 @@ TEST(AnnotationStore, KeepsWidthsByHalves) {
 }
 
 TEST(AnnotationStore, ReadsMillisecondsAndMicrovolts) {
-    AnnotationStore store = NormalBeats(1, 0);
+    NormalBeats store(1, 0);
     store.SetValue(17, 0, &LeadBeat::amplitude1, 1000);
     store.SetValue(17, 0, &LeadBeat::amplitude5, -3);
     EXPECT_EQ(1220, store.AmplitudeMicrovolts(17, 0, &LeadBeat::amplitude1));
@@ -265,7 +269,7 @@ TEST(AnnotationStore, KeepsBeatsInOrderOfTimeThroughInsertionsAndRemovals) {
 }
 
 TEST(AnnotationStore, GrowsByTenWhenFull) {
-    AnnotationStore store = NormalBeats(5, 100);
+    NormalBeats store(5, 100);
     store.SetValue(18, 4, &LeadBeat::value8, 4);
     EXPECT_FALSE(store.Append(1, 900));
     EXPECT_EQ(2u, store.Insert(1, 150));
@@ -357,7 +361,7 @@ TEST(AnnotationStore, TellsTheHeartRateFromNormalBeatsAround) {
 }
 
 TEST(AnnotationStore, IsClearedAndFilledAgainWithoutOldBeats) {
-    AnnotationStore store = NormalBeats(3, 800);
+    NormalBeats store(3, 800);
     store.Clear();
     EXPECT_EQ(0u, store.Count());
     EXPECT_TRUE(store.IsModified());
@@ -367,7 +371,7 @@ TEST(AnnotationStore, IsClearedAndFilledAgainWithoutOldBeats) {
 }
 
 TEST(AnnotationStore, ChangesNothingWhenMemoryIsShort) {
-    AnnotationStore store = NormalBeats(5, 100);
+    NormalBeats store(5, 100);
     for (int allocationsLeft = 0; allocationsLeft < 4; ++allocationsLeft) {
         const kx::test::FailingMemory failing(allocationsLeft);
         EXPECT_EQ(std::nullopt, store.Insert(1, 50)) << allocationsLeft;

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "lib/dbclient/summary_text.h"
 #include "lib/dbclient/test_list_entry.h"
 #include "lib/dbclient/test_record.h"
 #include "tests/unit/picture_locale.h"
@@ -18,12 +19,15 @@ namespace {
 std::unique_ptr<KxTestRecord> Filled(int byte) {
     auto test = std::make_unique<KxTestRecord>();
     std::memset(test.get(), byte, sizeof *test);
-    // What a pointer leads to is the host's word.
-    for (void** one : {&test->buffer7584, &test->ecg, &test->annotations, &test->annotations2,
-                       &test->object7600, &test->object7604, &test->series9796, &test->currentStage,
-                       &test->pressureSummary, &test->holterData, &test->holterSummary, &test->spirometry}) {
-        *one = nullptr;
-    }
+    // What a pointer leads to is the host's word: null it all but the count fields between.
+    test->buffer7584 = test->ecg = test->object7600 = test->object7604 = nullptr;
+    test->annotations = test->annotations2 = nullptr;
+    test->series9796 = nullptr;
+    test->currentStage = nullptr;
+    test->pressureSummary = nullptr;
+    test->holterData = nullptr;
+    test->holterSummary = nullptr;
+    test->spirometry = nullptr;
     std::memset(test->episodes, 0, sizeof test->episodes);
     std::memset(test->blocks, 0, sizeof test->blocks);
     std::memset(test->series, 0, sizeof test->series);
@@ -133,6 +137,72 @@ TEST(ForeignRecord, ItsHistoryIsTheHosts) {
     EXPECT_STREQ(entries[3].user, "reviewer");
     test.CheckExternalReview();
     EXPECT_TRUE(test.IsReviewedOutside());
+}
+
+// A host's own idea of a sub-record: whatever its bytes, no value of it is shown and none of what it might point
+// to is read.
+TEST(ForeignRecord, SubRecordsOfAnotherLayoutAreLeftAlone) {
+    test::TextTable texts;
+    const test::PictureLocale locale = test::Italian();
+    const SummaryRequest request(texts, locale);
+    std::vector<char> expected(600), text(600);
+    auto host = Filled(0);
+    TestRecord& test = *TestRecord::Of(host.get());
+    for (const std::uint32_t size : {0u, 8u, 16u, 40u, 424u, 440u, 672u, 2176u, 0x55555555u}) {
+        std::vector<std::uint8_t> own(2176, 0x55);
+        std::memcpy(own.data(), &size, sizeof size);
+        void* const address = own.data();
+        for (int code = 0; code < 760; ++code) {
+            *host = *Filled(0);
+            const bool known = FieldText(test, code, expected.data(), expected.size(), request);
+            for (KxValueSeries*& series : host->series) {
+                series = static_cast<KxValueSeries*>(address);
+            }
+            host->stageCount = host->pressureCount = 1;
+            host->stages[0] = host->currentStage = static_cast<KxStressStage*>(address);
+            host->pressures[0] = host->pressureSummary = static_cast<KxPressureReading*>(address);
+            host->holterData = static_cast<KxHolterData*>(address);
+            host->holterSummary = static_cast<KxHolterSummary*>(address);
+            host->spirometry = static_cast<KxSpirometry*>(address);
+            EXPECT_EQ(FieldText(test, code, text.data(), text.size(), request), known) << code;
+            EXPECT_STREQ(text.data(), expected.data()) << code << ", size " << size;
+        }
+    }
+}
+
+TEST(ForeignRecord, ValuesBeyondTheirLimitsAreNotGiven) {
+    test::TextTable texts;
+    const test::PictureLocale locale = test::Italian();
+    SummaryRequest request(texts, locale);
+    request.timeMs = 100;
+    auto host = Filled(0);
+    KxSeriesPoint point{0, 70};
+    KxValueSeries series{sizeof series, KX_MARK_SERIES, KX_SERIES_POINTS + 1, &point};
+    KxStressStage stage{};
+    stage.size = sizeof stage;
+    stage.mark = KX_MARK_STAGE;
+    host->series[0] = &series;
+    host->stageCount = 1;
+    host->stages[0] = host->currentStage = &stage;
+    const TestRecord& test = *TestRecord::Of(host.get());
+    const auto shown = [&](int code) {
+        char text[64];
+        EXPECT_TRUE(FieldText(test, code, text, sizeof text, request)) << code;
+        return std::string(text);
+    };
+    EXPECT_EQ(shown(95), "...");
+    series.count = 1;
+    EXPECT_EQ(shown(95), "70");
+    series.points = nullptr;
+    EXPECT_EQ(shown(95), "...");
+    for (const std::int32_t level : {KX_ST_LIMIT + 1, -KX_ST_LIMIT - 1, INT32_MIN}) {
+        stage.stLevel = level;
+        for (const int code : {80, 360, 440, 494}) {
+            EXPECT_EQ(shown(code), "...") << code << ", " << level;
+        }
+    }
+    stage.stLevel = -KX_ST_LIMIT;
+    EXPECT_EQ(shown(494), "-100.0 mm @ 0:00 [I]");
 }
 
 TEST(ForeignRecord, ItsEpisodeIsReadAndChangedInPlace) {

@@ -8,13 +8,8 @@
 #include <new>
 #include <vector>
 
-#include "lib/dbclient/holter_record.h"
-#include "lib/dbclient/pressure_record.h"
-#include "lib/dbclient/raw_block_record.h"
-#include "lib/dbclient/spirometry_record.h"
-#include "lib/dbclient/stress_stage_record.h"
+#include "lib/dbclient/sub_records.h"
 #include "lib/dbclient/test_record.h"
-#include "lib/dbclient/value_series.h"
 
 namespace {
 
@@ -83,15 +78,15 @@ TEST(Ownership, ARecordMadeHereFreesItsObjectsInOrder) {
     test->SetEcg(bytes, sizeof bytes);
     test->SetObject7600({});
     test->SetObject7604({});
-    test->SetSpirometry(std::make_unique<SpirometryRecord>());
-    test->SetHolterSummary(std::make_unique<HolterSummaryRecord>());
-    test->SetHolterData(std::make_unique<HolterDataRecord>());
-    test->SetPressureSummary(std::make_unique<PressureRecord>());
+    test->SetSpirometry(NewSubRecord<KxSpirometry>());
+    test->SetHolterSummary(NewSubRecord<KxHolterSummary>());
+    test->SetHolterData(NewSubRecord<KxHolterData>());
+    test->SetPressureSummary(NewSubRecord<KxPressureReading>());
     test->SetSeries9796(std::make_unique<ValueSeries>());
     for (int i = 0; i < 2; ++i) {
-        test->AddRawBlock(RawBlockRecord{});
-        test->AddPressure(std::make_unique<PressureRecord>());
-        test->AddStage(std::make_unique<StressStageRecord>());
+        test->AddRawBlock(KxRawBlock{});
+        test->AddPressure(NewSubRecord<KxPressureReading>());
+        test->AddStage(NewSubRecord<KxStressStage>());
         test->SetSeries(i, std::make_unique<ValueSeries>());
         test->AddEpisode(0, 12, 10, 500, 1000);
     }
@@ -134,9 +129,9 @@ TEST(Ownership, ARecordMadeHereFreesItsObjectsInOrder) {
 
 TEST(Ownership, ReplacingAnObjectFreesThePreviousOne) {
     TestRecord test;
-    test.SetSpirometry(std::make_unique<SpirometryRecord>());
+    test.SetSpirometry(NewSubRecord<KxSpirometry>());
     const void* previous = test.spirometry;
-    auto next = std::make_unique<SpirometryRecord>();
+    auto next = NewSubRecord<KxSpirometry>();
     watching = true;
     test.SetSpirometry(std::move(next));
     EXPECT_EQ(FreedWhileWatching(), std::vector<void*>{const_cast<void*>(previous)});

@@ -4,10 +4,9 @@
 #include <memory>
 #include <string>
 
-#include "lib/dbclient/stress_stage_record.h"
+#include "lib/dbclient/sub_records.h"
 #include "lib/dbclient/summary_text.h"
 #include "lib/dbclient/test_record.h"
-#include "lib/dbclient/value_series.h"
 #include "tests/unit/picture_locale.h"
 #include "tests/unit/records/text_table.h"
 
@@ -108,7 +107,7 @@ TEST_F(StressText, WhatIsMissing) {
 }
 
 TEST_F(StressText, TheCurrentStage) {
-    auto stage = std::make_unique<StressStageRecord>();
+    auto stage = NewSubRecord<KxStressStage>();
     stage->startMs = 180000;
     stage->durationMs = 179000;
     stage->speed = 170;
@@ -135,7 +134,7 @@ TEST_F(StressText, TheCurrentStage) {
 
 TEST_F(StressText, TheLargestStLevelOfAllStages) {
     for (const std::int32_t level : {50, -210, 210, 0}) {
-        auto stage = std::make_unique<StressStageRecord>();
+        auto stage = NewSubRecord<KxStressStage>();
         stage->stLevel = level;
         stage->stLead = test.StageCount();
         stage->stTimeMs = 60000 * (test.StageCount() + 1);
@@ -145,9 +144,9 @@ TEST_F(StressText, TheLargestStLevelOfAllStages) {
 }
 
 TEST_F(StressText, ValuesFollowedOverTheTest) {
-    const std::vector<ValueSeries::Point> rates = {{0, 70}, {60000, 90}};
-    const std::vector<ValueSeries::Point> systolic = {{30000, 130}};
-    const std::vector<ValueSeries::Point> diastolic = {{30000, 85}};
+    const std::vector<KxSeriesPoint> rates = {{0, 70}, {60000, 90}};
+    const std::vector<KxSeriesPoint> systolic = {{30000, 130}};
+    const std::vector<KxSeriesPoint> diastolic = {{30000, 85}};
     test.SetSeries(-7, std::make_unique<ValueSeries>(rates));
     test.SetSeries(-6, std::make_unique<ValueSeries>(systolic));
     test.SetSeries(-5, std::make_unique<ValueSeries>(diastolic));

@@ -8,9 +8,7 @@
 #include <memory>
 #include <string>
 
-#include "lib/dbclient/holter_record.h"
-#include "lib/dbclient/pressure_record.h"
-#include "lib/dbclient/spirometry_record.h"
+#include "lib/dbclient/sub_records.h"
 #include "lib/dbclient/test_record.h"
 #include "tests/unit/picture_locale.h"
 #include "tests/unit/records/text_table.h"
@@ -227,8 +225,8 @@ TEST_F(SummaryText, Events) {
 TEST_F(SummaryText, HolterSummaryValues) {
     EXPECT_EQ(Text(374), "...");
     EXPECT_EQ(Text(377), "");
-    auto summary = std::make_unique<HolterSummaryRecord>();
-    for (int i = 0; i < kHolterGroups; ++i) {
+    auto summary = NewSubRecord<KxHolterSummary>();
+    for (int i = 0; i < KX_HOLTER_GROUPS; ++i) {
         summary->groups[i].first = 10 * i + 0.5;
         summary->groups[i].second = 10 * i + 3.4;
     }
@@ -243,14 +241,14 @@ TEST_F(SummaryText, HolterSummaryValues) {
 TEST_F(SummaryText, HolterRatesAndPressures) {
     Expect({{700, "..."}, {702, "..."}, {720, "..."}, {721, "..."}, {722, "..."}});
     test.acquisitionTime = DateTime(2013, 11, 5, 20, 0);
-    auto data = std::make_unique<HolterDataRecord>();
+    auto data = NewSubRecord<KxHolterData>();
     data->meanHeartRate = 71;
     data->minHeartRate = 44;
     data->minHeartRateMs = 8 * 3600000;
     test.SetHolterData(std::move(data));
     Expect({{700, "71"}, {701, "44"}, {702, "04:00:00 (2)"}, {703, "..."}, {704, "..."}});
     for (int i = 0; i < 3; ++i) {
-        auto reading = std::make_unique<PressureRecord>();
+        auto reading = NewSubRecord<KxPressureReading>();
         reading->time = DateTime(2013, 11, 5, 20, 10 * i);
         reading->systolic = static_cast<std::uint32_t>(120 + i);
         reading->diastolic = 80;
@@ -265,7 +263,7 @@ TEST_F(SummaryText, HolterRatesAndPressures) {
 
 TEST_F(SummaryText, Spirometry) {
     EXPECT_EQ(Text(579), "...");
-    auto block = std::make_unique<SpirometryRecord>();
+    auto block = NewSubRecord<KxSpirometry>();
     block->values[0] = 3.456;
     block->values[30] = 12.3;
     block->values[31] = -0.5;
@@ -299,7 +297,7 @@ TEST_F(SummaryText, MeasurementsOfTheEpisodeAtTheTime) {
     request.timeMs = 30000;
     EXPECT_EQ(Text(20), "..");
 
-    auto data = std::make_unique<HolterDataRecord>();
+    auto data = NewSubRecord<KxHolterData>();
     data->hasCurrentEvent = 1;
     data->eventStartMs = 34000;
     data->eventEndMs = 36000;

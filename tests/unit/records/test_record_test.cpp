@@ -6,10 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "lib/dbclient/pressure_record.h"
-#include "lib/dbclient/raw_block_record.h"
-#include "lib/dbclient/stress_stage_record.h"
-#include "lib/dbclient/value_series.h"
+#include "lib/dbclient/sub_records.h"
 
 namespace kx {
 namespace {
@@ -79,15 +76,15 @@ TEST(TestRecord, FindsTheLongestEpisodeBetweenTwoTimes) {
 TEST(TestRecord, ArraysFillUpAndRefuse) {
     TestRecord test;
     for (int i = 0; i < 256; ++i) {
-        ASSERT_TRUE(test.AddStage(std::make_unique<StressStageRecord>()));
-        ASSERT_TRUE(test.AddRawBlock(RawBlockRecord{}));
+        ASSERT_TRUE(test.AddStage(NewSubRecord<KxStressStage>()));
+        ASSERT_TRUE(test.AddRawBlock(KxRawBlock{}));
     }
     for (int i = 0; i < 512; ++i) {
-        ASSERT_TRUE(test.AddPressure(std::make_unique<PressureRecord>()));
+        ASSERT_TRUE(test.AddPressure(NewSubRecord<KxPressureReading>()));
     }
-    EXPECT_FALSE(test.AddStage(std::make_unique<StressStageRecord>()));
-    EXPECT_FALSE(test.AddRawBlock(RawBlockRecord{}));
-    EXPECT_FALSE(test.AddPressure(std::make_unique<PressureRecord>()));
+    EXPECT_FALSE(test.AddStage(NewSubRecord<KxStressStage>()));
+    EXPECT_FALSE(test.AddRawBlock(KxRawBlock{}));
+    EXPECT_FALSE(test.AddPressure(NewSubRecord<KxPressureReading>()));
     EXPECT_EQ(test.Stage(256), nullptr);
     EXPECT_EQ(test.Stage(-2), nullptr);
     EXPECT_NE(test.Stage(255), nullptr);
@@ -102,12 +99,12 @@ TEST(TestRecord, KeepsSeriesByCode) {
         EXPECT_FALSE(test.SetSeries(code, std::make_unique<ValueSeries>())) << code;
         EXPECT_EQ(test.Series(code), nullptr) << code;
     }
-    const std::vector<ValueSeries::Point> points = {{10, 5}, {20, 6}};
+    const std::vector<KxSeriesPoint> points = {{10, 5}, {20, 6}};
     EXPECT_TRUE(test.SetSeries(-7, std::make_unique<ValueSeries>(points)));
     EXPECT_TRUE(test.SetSeries(24, std::make_unique<ValueSeries>()));
-    EXPECT_EQ(test.Series(-7)->ValueAt(9), std::nullopt);
-    EXPECT_EQ(test.Series(-7)->ValueAt(19), 5);
-    EXPECT_EQ(test.Series(-7)->ValueAt(4000000000u), 6);
+    EXPECT_EQ(ValueAt(test.Series(-7), 9), std::nullopt);
+    EXPECT_EQ(ValueAt(test.Series(-7), 19), 5);
+    EXPECT_EQ(ValueAt(test.Series(-7), 4000000000u), 6);
 }
 
 TEST(History, TakesSixteenEntries) {

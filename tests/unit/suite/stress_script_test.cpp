@@ -7,7 +7,6 @@
 #include <memory>
 #include <string>
 
-#include "lib/dbclient/stress_stage_record.h"
 #include "lib/dbclient/test_record.h"
 #include "suite/kxrender/test_values.h"
 #include "tests/unit/collected_reports.h"

@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "lib/dbclient/stress_stage_record.h"
+#include "lib/dbclient/sub_records.h"
 #include "lib/dbclient/test_record.h"
 
 namespace kx::test {
@@ -19,12 +19,12 @@ void FillTreadmillTest(TestRecord& test) {
     test.peakSpeed = 420;        // hundredths of a mile per hour
     test.peakGradeOrLoad = 140;  // tenths of a percent
     test.peakMets = 101;
-    auto first = std::make_unique<StressStageRecord>();
+    auto first = NewSubRecord<KxStressStage>();
     first->stLevel = 50;
     first->stTimeMs = 180000;
     first->stLead = KX_LEAD_II;
     test.AddStage(std::move(first));
-    auto second = std::make_unique<StressStageRecord>();
+    auto second = NewSubRecord<KxStressStage>();
     second->stLevel = -150;
     second->stTimeMs = 500000;
     second->stLead = KX_LEAD_V5;
