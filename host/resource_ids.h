@@ -17,7 +17,7 @@
 
 /* One command per tab, in tab order. */
 #define IDM_VIEW_FIRST_PANE 110
-#define IDM_VIEW_LAST_PANE 117
+#define IDM_VIEW_LAST_PANE 118
 #define IDM_VIEW_REFRESH 120
 #define IDM_VIEW_LOG 121
 #define IDM_VIEW_NEXT_PART 122

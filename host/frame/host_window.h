@@ -13,11 +13,12 @@ class HostWindow {
     HostWindow(const HostWindow&) = delete;
     HostWindow& operator=(const HostWindow&) = delete;
 
+    virtual ~HostWindow();
+
     HWND Window() const { return window_; }
 
   protected:
     HostWindow() = default;
-    virtual ~HostWindow();
 
     // Registers the class on first use and creates the window; throws std::runtime_error when that fails.
     // parent null: a top-level window of the given size; else a visible child that its owner places.

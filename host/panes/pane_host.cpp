@@ -35,12 +35,16 @@ PaneHost::~PaneHost() {
 }
 
 HWND PaneHost::MakePane(PaneKind kind, kx::TestRecord& test) {
-    if (kind != PaneKind::Report)
+    if (kind == PaneKind::Tracing) {
+        own_ = std::make_unique<TracingPane>(Window(), metrics_, test);
+    } else if (kind == PaneKind::Report) {
+        // Without the library its pick lists are missing and everything else is there.
+        const LibraryResources texts;
+        own_ = std::make_unique<ReportPane>(Window(), metrics_, ListReport(test, {texts, kx::UserLocale()}));
+    } else {
         return library_.Open(kind, shared_, test);
-    // Without the library its pick lists are missing and everything else is there.
-    const LibraryResources texts;
-    report_ = std::make_unique<ReportPane>(Window(), metrics_, ListReport(test, {texts, kx::UserLocale()}));
-    return report_->Window();
+    }
+    return own_->Window();
 }
 
 bool PaneHost::Open(PaneKind kind, kx::TestRecord& test) {
@@ -72,7 +76,7 @@ void PaneHost::Close() {
     if (pane_ != nullptr && IsWindow(pane_))
         DestroyWindow(pane_);
     pane_ = nullptr;
-    report_.reset();
+    own_.reset();
     natural_ = {};
     scrolled_ = {};
     Place();

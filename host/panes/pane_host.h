@@ -6,6 +6,7 @@
 
 #include "host/frame/host_window.h"
 #include "host/panes/report_pane.h"
+#include "host/panes/tracing_pane.h"
 #include "host/suite/library_client.h"
 #include "host/windows/ui_metrics.h"
 
@@ -52,7 +53,7 @@ class PaneHost final : public HostWindow {
     const UiMetrics& metrics_;
     KxHostWindow shared_{};  // what the library is given as its parent
     HWND pane_ = nullptr;
-    std::unique_ptr<ReportPane> report_;  // when it is the pane
+    std::unique_ptr<HostWindow> own_;  // when the pane is the workstation's
     SIZE natural_{};
     POINT scrolled_{};
     bool placing_ = false;  // showing a bar changes the window's size, which would place the pane again

@@ -7,7 +7,7 @@
 
 namespace kxhost {
 
-enum class PaneKind { General, Qrs, PWave, TWave, Hypertrophy, Interpretation, Table, Report };
+enum class PaneKind { Tracing, General, Qrs, PWave, TWave, Hypertrophy, Interpretation, Table, Report };
 
 struct PaneRow {
     PaneKind kind;
@@ -17,7 +17,8 @@ struct PaneRow {
 };
 
 // In tab order. The export of Interpretation takes a third argument (see include/kxdialogs.h).
-inline constexpr std::array<PaneRow, 8> kPanes{{
+inline constexpr std::array<PaneRow, 9> kPanes{{
+    {PaneKind::Tracing, "tracing", L"Tracciato", nullptr},
     {PaneKind::General, "general", L"Morfologia generale", "GENERALMORPHDIALOG"},
     {PaneKind::Qrs, "qrs", L"QRS", "QRSMORPHDIALOG"},
     {PaneKind::PWave, "p", L"Onda P", "PMORPHDIALOG"},

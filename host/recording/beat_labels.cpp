@@ -67,6 +67,9 @@ bool FillAnnotations(TestRecord& test, const MedianBeat& beat) {
     }
     for (std::uint32_t i = 0; i < count; ++i) {
         store->UpdateHeartRate(i);
+        if (beat.kept[i]) {
+            store->SetSubLabel(i, kSubLabelInMedian);
+        }
     }
     store->ClearModified();
     return true;

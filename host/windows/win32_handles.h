@@ -15,6 +15,10 @@ struct BitmapDeleter {
     using pointer = HBITMAP;
     void operator()(HBITMAP bitmap) const { DeleteObject(bitmap); }
 };
+struct PenDeleter {
+    using pointer = HPEN;
+    void operator()(HPEN pen) const { DeleteObject(pen); }
+};
 struct MemoryDcDeleter {
     using pointer = HDC;
     void operator()(HDC dc) const { DeleteDC(dc); }
@@ -25,6 +29,7 @@ struct ModuleDeleter {
 };
 
 using UniqueFont = std::unique_ptr<HFONT, FontDeleter>;
+using UniquePen = std::unique_ptr<HPEN, PenDeleter>;
 using UniqueBitmap = std::unique_ptr<HBITMAP, BitmapDeleter>;
 using UniqueMemoryDc = std::unique_ptr<HDC, MemoryDcDeleter>;
 using UniqueModule = std::unique_ptr<HMODULE, ModuleDeleter>;
