@@ -88,7 +88,7 @@ class FrameWindow final : public HostWindow {
     HWND tabs_ = nullptr;
     HWND status_ = nullptr;
     HWND lastFocus_ = nullptr;  // the control that had the keyboard last
-    bool logShown_ = true;
+    bool logShown_ = false;
     std::unique_ptr<PatientStrip> strip_;
     std::unique_ptr<LogPane> log_;
     Snapshot shown_;

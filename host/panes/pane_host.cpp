@@ -85,8 +85,11 @@ void PaneHost::Close() {
 void PaneHost::FocusPane() const {
     if (pane_ == nullptr)
         return;
-    const HWND view = FindWindowExW(pane_, nullptr, L"MarkerView", nullptr);
-    const HWND first = view != nullptr ? view : GetNextDlgTabItem(pane_, nullptr, FALSE);
+    HWND first = FindWindowExW(pane_, nullptr, L"MarkerView", nullptr);
+    if (first == nullptr)
+        first = FindWindowExW(pane_, nullptr, TracingPaper::kClassName, nullptr);
+    if (first == nullptr)
+        first = GetNextDlgTabItem(pane_, nullptr, FALSE);
     if (first != nullptr)
         SetFocus(first);
 }

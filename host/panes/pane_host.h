@@ -29,7 +29,7 @@ class PaneHost final : public HostWindow {
     void ShowMessage(std::wstring text);
 
     HWND Pane() const { return pane_; }
-    // Gives the keyboard to the pane: to its marker view, where it has one, so that the keys move markers at
+    // Gives the keyboard to the pane: to its marker view or paper, where it has one, so that the keys act at
     // once, else to its first control. Nothing happens without a pane.
     void FocusPane() const;
     // The size that the pane had by itself when it was opened; 0, 0 without a pane.

@@ -12,6 +12,7 @@ namespace kxhost {
 
 class TracingPaper final : public HostWindow {
   public:
+    static constexpr const wchar_t* kClassName = L"KxTracingPaper";
     using Teller = std::function<void(const std::wstring&)>;
 
     // The signal outlives the paper. `tell` is called with what the calipers or a click say.

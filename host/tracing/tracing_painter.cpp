@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <string>
+#include <string_view>
 
-#include "host/recording/recording.h"
+#include "lib/leads.h"
 #include "host/windows/win32_handles.h"
 
 namespace kxhost {
@@ -51,10 +53,9 @@ void DrawLines(HDC dc, const RECT& area, double pixelsPerMm, int everyMm, COLORR
 }
 
 std::wstring NameOfLead(unsigned lead) {
-    const char* name = lead < kx::recording::kLeadCount ? kx::recording::kLeadNames[lead] : "";
-    return {name, name + std::char_traits<char>::length(name)};
+    const std::string_view name = kx::StandardLeadName(lead);
+    return {name.begin(), name.end()};
 }
-
 }  // namespace
 
 void DrawPaper(HDC dc, const RECT& area, double pixelsPerMm) {

@@ -27,8 +27,8 @@ TEST(TracingLayout, EveryPixelOfACellIsTheTimeAndLevelThatAreDrawnThere) {
                         EXPECT_EQ(RowIn(cell, scale, point->millivolts), cell.zero - 20);
                     }
                     // A second is as many millimetres as the speed says; columns follow each other in time.
-                    EXPECT_NEAR(PointAt(layout, scale, cell.left + 100, cell.zero)->ms - cell.startMs,
-                                100 / (dpi / 25.4) / speed * 1000, 1e-6);
+                    EXPECT_NEAR(PointAt(layout, scale, cell.left + 100, cell.zero)->ms - cell.startMs, 100 / (dpi / 25.4) / speed * 1000,
+                                1e-6);
                     if (!cell.rhythm && cell.top == 0) {
                         EXPECT_NEAR(cell.startMs, next, 1e-6);
                         next = cell.EndMs(scale);
