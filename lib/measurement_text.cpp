@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "lib/measurement_scores.h"
+#include "lib/hypertrophy_score.h"
 #include "lib/measurement_values.h"
 
 namespace kx {
@@ -38,9 +38,14 @@ void WriteLead(const Request& request, char (&text)[kTextSize]) {
     std::snprintf(text, kTextSize, kNumber, int{request.Lead().*kField});
 }
 
-template <std::int32_t (*kValue)(const KxMeasurementSet&)>
-void WriteValue(const Request& request, char (&text)[kTextSize]) {
-    std::snprintf(text, kTextSize, kNumber, kValue(request.set));
+void WriteHeartRate(const Request& request, char (&text)[kTextSize]) {
+    std::snprintf(text, kTextSize, kNumber, HeartRateOf(request.set));
+}
+
+template <auto kField>
+void WriteScore(const Request& request, char (&text)[kTextSize]) {
+    std::snprintf(text, kTextSize, kNumber,
+                  int{ScoreHypertrophy(request.set, AtriumAmplitude::kReported).*kField});
 }
 
 void WriteQt(const Request& request, char (&text)[kTextSize]) {
@@ -93,7 +98,7 @@ constexpr Field kFields[] = {
     {20, 0, WriteGlobal<kMilliseconds, &Set::prInterval>},
     {21, 0, WriteGlobal<kMilliseconds, &Set::qrsDuration>},
     {22, 0, WriteQt},
-    {34, 0, WriteValue<HeartRateOf>},
+    {34, 0, WriteHeartRate},
     // The ST levels alone have codes for the three further leads of a set too; 63 is a field of the patient.
     {48, KX_MEASURED_LEADS, WriteStLevel},
     {105, 0, WriteGlobal<kDegrees, &Set::pAxis>},
@@ -118,9 +123,9 @@ constexpr Field kFields[] = {
     {335, KX_STANDARD_LEADS, WriteStSlope},
     {347, KX_STANDARD_LEADS, WriteLead<&Lead::intrinsicoidDeflection>},
     {368, 0, WriteNothing},
-    {371, 0, WriteValue<ReportedSokolowLyon>},
-    {372, 0, WriteValue<ReportedCornell>},
-    {373, 0, WriteValue<ReportedPointScore>},
+    {371, 0, WriteScore<&HypertrophyScore::sokolowLyon>},
+    {372, 0, WriteScore<&HypertrophyScore::cornell>},
+    {373, 0, WriteScore<&HypertrophyScore::totalPoints>},
 };
 
 // The rhythm fields, with what stands for a value that is not measured. How the second one of the last field

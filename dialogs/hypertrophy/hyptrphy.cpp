@@ -3,7 +3,6 @@
 #include <cstddef>
 #include <new>
 
-#include "dialogs/hypertrophy/hypertrophy_score.h"
 #include "dialogs/resources/resource_ids.h"
 #include "lib/dbclient/episode_record.h"
 #include "lib/windows/device_context.h"

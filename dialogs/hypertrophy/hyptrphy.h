@@ -7,9 +7,9 @@
 #include <memory>
 
 #include "dialogs/dialog_library.h"
-#include "dialogs/hypertrophy/hypertrophy_score.h"
 #include "dialogs/hypertrophy/range_color_label.h"
 #include "lib/dbclient/test_record.h"
+#include "lib/hypertrophy_score.h"
 #include "lib/windows/check_box.h"
 #include "lib/windows/combo_box.h"
 #include "lib/windows/dialog.h"

@@ -3,6 +3,8 @@
 
 #include <cstdint>
 
+#include "include/kxdialogs.h"
+
 namespace kx {
 
 // A colour as the platform packs it: 0x00BBGGRR.
@@ -35,6 +37,17 @@ struct ValueRange {
 // The review panes' own ranges: red, olive and green, from zero.
 constexpr ValueRange RangeFromZero(std::int32_t innerHigh, std::int32_t maximum) {
     return {kOutOfRangeColor, kOuterBandColor, kInnerBandColor, 0, 0, innerHigh, maximum};
+}
+
+// The colour ranges of the pane's numbers.
+inline constexpr ValueRange kSingleAmplitudeRange = RangeFromZero(1000, 2000);  // µV
+inline constexpr ValueRange kSokolowLyonRange = RangeFromZero(2000, 3500);      // µV
+inline constexpr ValueRange kCriterionPointsRange = RangeFromZero(0, 1);
+inline constexpr ValueRange kTotalPointsRange = RangeFromZero(4, 5);
+
+// sex: KX_SEX_...; every value but KX_SEX_FEMALE has the men's limit. µV.
+constexpr ValueRange CornellRange(std::uint32_t sex) {
+    return RangeFromZero(1500, sex == KX_SEX_FEMALE ? 2000 : 2800);
 }
 
 }  // namespace kx

@@ -1,6 +1,7 @@
 #include "host/session/record_session.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstring>
 
 #include "host/recording/median_beat.h"
@@ -50,6 +51,7 @@ std::unique_ptr<RecordSession> RecordSession::Open(const RecordRequest& request,
     session->measuringFailure_ = analysis.MeasureEpisode(*session->episode_);
     session->opened_ = session->episode_->measurements;
     session->test_.ClearModified();
+    session->openedTest_ = session->test_;
     session->beatsMs_ = beat.beatsMs;
     session->rPeakMs_ = kx::recording::kAlignmentMs;
     session->title_ = request.path.empty() ? L"Tracciato di esempio" : FromUtf8(recording.name);
@@ -59,7 +61,10 @@ std::unique_ptr<RecordSession> RecordSession::Open(const RecordRequest& request,
 }
 
 bool RecordSession::HasChanges() const {
-    return test_.IsModified() || std::memcmp(&opened_, &episode_->measurements, sizeof opened_) != 0;
+    // Not every change of a report sets `modified`: a reviewer's name and a state do not. What the record
+    // points to is its episode, compared by itself, and what nobody changes.
+    return std::memcmp(&openedTest_, &test_, offsetof(KxTestRecord, lastChangeTime)) != 0 ||
+           std::memcmp(&opened_, &episode_->measurements, sizeof opened_) != 0;
 }
 
 bool RecordSession::HasManualMarkers() const {

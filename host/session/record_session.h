@@ -66,6 +66,7 @@ class RecordSession {
     std::vector<std::wstring> remarks_;
     kx::EpisodeRecord* episode_ = nullptr;  // the test's, never null in an opened session
     KxMeasurementSet opened_{};             // as first measured
+    KxTestRecord openedTest_{};
 };
 
 }  // namespace kxhost

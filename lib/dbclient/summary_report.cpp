@@ -19,13 +19,16 @@ void PutAcquisition(const SummaryOutput& output) {
     DateTime(output.test.acquisitionTime).DateAndTime(output.buffer, output.size, output.request.locale);
 }
 
+// Date and offset together, cut as one text: an offset alone would be read as the time.
 void PutAcquisitionAndTime(const SummaryOutput& output) {
-    PutAcquisition(output);
     const int seconds = output.request.timeMs / static_cast<int>(kSecondMs);
-    if (seconds != 0) {
-        const std::size_t used = std::strlen(output.buffer);
-        std::snprintf(output.buffer + used, output.size - used, " (+%ds)", seconds);
+    if (seconds == 0) {
+        PutAcquisition(output);
+        return;
     }
+    char date[64] = "";
+    DateTime(output.test.acquisitionTime).DateAndTime(date, sizeof date, output.request.locale);
+    output.Print("%s (+%ds)", static_cast<const char*>(date), seconds);
 }
 
 void PutRecordingDuration(const SummaryOutput& output) {

@@ -56,9 +56,9 @@ bool FieldText(const TestRecord& test, int code, char* buffer, std::size_t size,
                const SummaryRequest& request);
 
 // Copies a text and puts the patient in the place of {%1} first name, {%2} last name, {%5} "the", "his" or
-// "her", {%11} "The patient", "He" or "She", and {%14} "Mr.", "Ms." or "The patient". Other numbers stay as
-// they are; digits without their '}' become "*"; what does not fit is left out. The output is always
-// terminated. False without a text or an output.
+// "her", {%11} "The patient", "He" or "She", and {%14} "Mr.", "Ms." or "The patient". Other numbers are
+// written back, without zeros in front; digits without their '}' become "*"; what does not fit is left out.
+// The output is always terminated. False without a text or an output.
 bool ExpandPlaceholders(const TestRecord& test, const char* text, char* output, std::size_t size);
 
 }  // namespace kx

@@ -162,8 +162,7 @@ struct TestRecord : KxTestRecord {
     const char* OverreadBy() const;
     const char* ConfirmedBy() const;
     void SetOriginalBy(const char* name);
-    // Sets `modified` like the other names: on a confirmed report nothing else would tell that the reviewer
-    // has changed.
+    // Without setting `modified`: a host that asks whether a report has changed compares the name as well.
     void SetOverreadBy(const char* name);
     void SetConfirmedBy(const char* name);
     // The state by the resources' list of report states; with its author, "state - <author>" or
@@ -186,6 +185,16 @@ struct TestRecord : KxTestRecord {
     void DeviceText(char* buffer, std::size_t size) const;  // "name (SN: serial) rev revision"
     // Values above 65535 are stored as 0.
     void SetValue6118(std::uint32_t value);
+    // Always sets `modified`; null keeps the field.
+    void SetText7146(const char* text);
+    // Without setting `modified`; null keeps the field. index: 0 to 2, nothing for any other.
+    void SetText7189(int index, const char* text);
+    void SetText6570(const char* text);
+    // 0 treadmill, 1 ergometer, and whether treadmill speeds are shown in km/h.
+    void SetExerciseDevice(std::uint32_t device, bool inKilometres);
+    // One bit, 0 to 31, of the two bit sets among values7444; nothing for any other.
+    void SetBit7460(int bit, bool on);
+    void SetBit7476(int bit, bool on);
 
     // ---- sub-objects. Getters give null where there is none.
     const void* Ecg() const { return ecg; }

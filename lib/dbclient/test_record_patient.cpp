@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <iterator>
 #include <limits>
 #include <string_view>
 
@@ -107,23 +108,6 @@ void WriteMeasure(char* buffer, std::size_t size, std::uint32_t value, bool metr
     }
 }
 
-// Adds a part while the whole text still fits.
-class BoundedText {
-  public:
-    BoundedText(char* buffer, std::size_t size) : buffer_(buffer), size_(size) { buffer_[0] = '\0'; }
-    void Add(std::string_view part) {
-        if (length_ + part.size() < size_) {
-            CopyText(part, buffer_ + length_, size_ - length_);
-            length_ += part.size();
-        }
-    }
-
-  private:
-    char* buffer_;
-    std::size_t size_;
-    std::size_t length_ = 0;
-};
-
 }  // namespace
 
 void TestRecord::PatientId(char* buffer, std::size_t size) const {
@@ -169,13 +153,11 @@ void TestRecord::Address(char* buffer, std::size_t size) const {
         return;
     }
     BoundedText text(buffer, size);
-    text.Add(FieldView(street));
-    text.Add("\r\n");
-    text.Add(FieldView(city));
-    text.Add(", ");
-    text.Add(FieldView(state));
-    text.Add(" ");
-    text.Add(FieldView(postalCode));
+    const std::string_view parts[] = {FieldView(street), "\r\n", FieldView(city),      ", ",
+                                      FieldView(state),  " ",    FieldView(postalCode)};
+    // The first part that does not fit ends the address: a city without its street would be another one.
+    std::all_of(std::begin(parts), std::end(parts),
+                [&text](std::string_view part) { return text.Add(part); });
 }
 
 void TestRecord::SetSex(std::uint32_t code) {

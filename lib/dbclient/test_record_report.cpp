@@ -1,5 +1,6 @@
 #include <cstdio>
 #include <cstring>
+#include <iterator>
 
 #include "lib/dbclient/record_pick_list.h"
 #include "lib/dbclient/test_record.h"
@@ -23,6 +24,22 @@ template <std::size_t N>
 const char* Copied(const char (&field)[N], char (&buffer)[N]) {
     CopyField(field, buffer, N);
     return buffer;
+}
+
+// Stored without a look at what stood there.
+template <std::size_t N>
+void StoreModified(KxTestRecord& test, char (&field)[N], const char* text) {
+    if (text != nullptr) {
+        StoreField(field, text);
+        test.modified = 1;
+    }
+}
+
+void SetBit(KxTestRecord& test, std::uint32_t& field, int bit, bool on) {
+    if (bit >= 0 && bit < 32) {
+        const std::uint32_t mask = std::uint32_t{1} << bit;
+        SetValue(test, field, on ? field | mask : field & ~mask);
+    }
 }
 
 }  // namespace
@@ -80,14 +97,11 @@ const char* TestRecord::ConfirmedBy() const {
 }
 
 void TestRecord::SetOriginalBy(const char* name) {
-    if (name != nullptr) {
-        StoreField(originalBy, name);
-        modified = 1;
-    }
+    StoreModified(*this, originalBy, name);
 }
 
 void TestRecord::SetOverreadBy(const char* name) {
-    SetText(*this, overreadBy, name);
+    StoreField(overreadBy, name);
 }
 
 void TestRecord::SetConfirmedBy(const char* name) {
@@ -181,6 +195,33 @@ void TestRecord::DeviceText(char* buffer, std::size_t size) const {
 
 void TestRecord::SetValue6118(std::uint32_t value) {
     SetValue(*this, value6118, value > 0xFFFF ? 0 : value);
+}
+
+void TestRecord::SetText7146(const char* text) {
+    StoreModified(*this, text7146, text);
+}
+
+void TestRecord::SetText7189(int index, const char* text) {
+    if (index >= 0 && index < static_cast<int>(std::size(text7189))) {
+        StoreField(text7189[index], text);
+    }
+}
+
+void TestRecord::SetText6570(const char* text) {
+    StoreField(text6570, text);
+}
+
+void TestRecord::SetExerciseDevice(std::uint32_t device, bool inKilometres) {
+    SetValue(*this, exerciseDevice, device);
+    SetValue(*this, metricSpeed, inKilometres ? 1 : 0);
+}
+
+void TestRecord::SetBit7460(int bit, bool on) {
+    SetBit(*this, values7444[4], bit, on);
+}
+
+void TestRecord::SetBit7476(int bit, bool on) {
+    SetBit(*this, values7444[8], bit, on);
 }
 
 }  // namespace kx

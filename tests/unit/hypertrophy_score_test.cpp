@@ -1,9 +1,11 @@
-#include "dialogs/hypertrophy/hypertrophy_score.h"
+#include "lib/hypertrophy_score.h"
 
 #include <gtest/gtest.h>
 
 #include <functional>
 #include <vector>
+
+#include "dialogs/hypertrophy/value_range.h"
 
 namespace {
 
@@ -180,6 +182,7 @@ TEST(HypertrophyGroups, AxisDurationsAndAtriumAtTheirLimits) {
         {"axis -30", WithAxes(-30, 0), axis, 2},
         {"axis -90", WithAxes(-90, 0), axis, 2},
         {"axis -91", WithAxes(-91, 0), axis, 0},
+        {"axis -180", WithAxes(-180, 0), axis, 0},
         {"QRS 89", WithTimes(89, 0, 0, 0), durations, 0},
         {"QRS 90", WithTimes(90, 0, 0, 0), durations, 1},
         {"V3 49, V6 49", WithTimes(0, 49, 0, 49), durations, 0},

@@ -12,9 +12,7 @@ namespace {
 constexpr std::int16_t kLeast = std::numeric_limits<std::int16_t>::min();
 
 // Twelve leads of `count` samples; lead l, sample i is 100 l + i.
-EpisodeRecord TwelveLeads(std::uint32_t count) {
-    return EpisodeRecord(kTwelveLeadConfiguration, 12, count, 500, 1000);
-}
+EpisodeRecord TwelveLeads(std::uint32_t count) { return EpisodeRecord(kTwelveLeadConfiguration, 12, count, 500, 1000); }
 
 void FillLeads(EpisodeRecord& episode) {
     for (std::uint32_t lead = 0; lead < 12; ++lead) {
@@ -69,8 +67,7 @@ TEST(EpisodeRecord, IsLaidOutByItsConfiguration) {
 }
 
 TEST(EpisodeRecord, HasNoSamplesWithoutAPositiveValueOrMemory) {
-    const std::uint32_t rows[][3] = {
-        {0, 500, 1000}, {7, 0, 1000}, {7, 500, 0}, {0x80000000u, 500, 1000}, {0xFFFFFFFFu, 500, 1000}};
+    const std::uint32_t rows[][3] = {{0, 500, 1000}, {7, 0, 1000}, {7, 500, 0}, {0x80000000u, 500, 1000}, {0xFFFFFFFFu, 500, 1000}};
     for (const auto& [samples, rate, resolution] : rows) {
         EpisodeRecord episode(0, 12, samples, rate, resolution);
         EXPECT_EQ(episode.samples, nullptr) << samples << ' ' << rate << ' ' << resolution;
@@ -142,8 +139,7 @@ TEST(EpisodeRecord, DerivesLimbLeads) {
         episode.Samples(1)[0] = row.two;
         ASSERT_TRUE(episode.DeriveLimbLeads());
         for (std::uint32_t lead = 2; lead < 6; ++lead) {
-            EXPECT_EQ(episode.Sample(lead, 0), row.expected[lead - 2])
-                << row.one << ' ' << row.two << " lead " << lead;
+            EXPECT_EQ(episode.Sample(lead, 0), row.expected[lead - 2]) << row.one << ' ' << row.two << " lead " << lead;
         }
     }
     EpisodeRecord episode = TwelveLeads(1);

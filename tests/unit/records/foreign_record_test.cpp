@@ -46,10 +46,9 @@ void ReadEverything(TestRecord& test) {
     char* text = buffer.data();
     for (const std::size_t size : {buffer.size(), std::size_t{16}, std::size_t{1}, std::size_t{0}}) {
         for (const auto getter :
-             {&TestRecord::PatientId, &TestRecord::LastName, &TestRecord::FirstName, &TestRecord::MiddleName,
-              &TestRecord::FullName, &TestRecord::SortName, &TestRecord::Address, &TestRecord::AgeText,
-              &TestRecord::WeightText, &TestRecord::HeightText, &TestRecord::BloodPressureText,
-              &TestRecord::DeviceText}) {
+             {&TestRecord::PatientId, &TestRecord::LastName, &TestRecord::FirstName, &TestRecord::MiddleName, &TestRecord::FullName,
+              &TestRecord::SortName, &TestRecord::Address, &TestRecord::AgeText, &TestRecord::WeightText, &TestRecord::HeightText,
+              &TestRecord::BloodPressureText, &TestRecord::DeviceText}) {
             text[0] = '\0';
             (test.*getter)(text, size);
             EXPECT_TRUE(size == 0 || std::strlen(text) < size);
@@ -85,6 +84,13 @@ TEST(ForeignRecord, IsReadWithinItsFields) {
         SCOPED_TRACE(byte);
         ReadEverything(*TestRecord::Of(host.get()));
     }
+}
+
+TEST(ForeignRecord, AnUnterminatedNameEndsWithItsField) {
+    const auto host = Filled('A');
+    char text[64];
+    TestRecord::Of(host.get())->LastName(text, sizeof text);
+    EXPECT_EQ(std::strlen(text), 29u);
 }
 
 TEST(ForeignRecord, IsChangedInPlaceAndNowhereElse) {

@@ -31,9 +31,7 @@ std::set<std::size_t> Differences(const KxMeasurementSet& a, const KxMeasurement
     return places;
 }
 
-std::size_t LeadOffset(int lead, std::size_t inBlock) {
-    return 42 + 122 * static_cast<std::size_t>(lead) + inBlock;
-}
+std::size_t LeadOffset(int lead, std::size_t inBlock) { return 42 + 122 * static_cast<std::size_t>(lead) + inBlock; }
 
 TEST(MeasurementSet, IsClearedToItsSize) {
     MeasurementSet set;
@@ -56,16 +54,15 @@ struct Marker {
     void (MeasurementSet::*setManual)(int, bool);
 };
 
-#define KX_MARKER(offset, flag, name)                                                              \
-    {                                                                                              \
-        offset, flag, &MeasurementSet::Lead##name##Marker, &MeasurementSet::SetLead##name##Marker, \
-            &MeasurementSet::IsLead##name##Manual, &MeasurementSet::SetLead##name##Manual          \
+#define KX_MARKER(offset, flag, name)                                                                                                     \
+    {                                                                                                                                     \
+        offset, flag, &MeasurementSet::Lead##name##Marker, &MeasurementSet::SetLead##name##Marker, &MeasurementSet::IsLead##name##Manual, \
+            &MeasurementSet::SetLead##name##Manual                                                                                        \
     }
 constexpr Marker kMarkers[] = {
-    KX_MARKER(84, 0x001, POn),      KX_MARKER(86, 0x002, PPrimeOn), KX_MARKER(88, 0x004, POff),
-    KX_MARKER(90, 0x008, QOn),      KX_MARKER(92, 0x010, ROn),      KX_MARKER(94, 0x020, SOn),
-    KX_MARKER(96, 0x040, RPrimeOn), KX_MARKER(98, 0x080, SPrimeOn), KX_MARKER(100, 0x100, QrsOff),
-    KX_MARKER(62, 0x200, TOn),      KX_MARKER(64, 0x400, TPrimeOn), KX_MARKER(66, 0x800, TOff),
+    KX_MARKER(84, 0x001, POn),     KX_MARKER(86, 0x002, PPrimeOn), KX_MARKER(88, 0x004, POff),     KX_MARKER(90, 0x008, QOn),
+    KX_MARKER(92, 0x010, ROn),     KX_MARKER(94, 0x020, SOn),      KX_MARKER(96, 0x040, RPrimeOn), KX_MARKER(98, 0x080, SPrimeOn),
+    KX_MARKER(100, 0x100, QrsOff), KX_MARKER(62, 0x200, TOn),      KX_MARKER(64, 0x400, TPrimeOn), KX_MARKER(66, 0x800, TOff),
 };
 
 TEST(MeasurementSet, MarkersAndTheirFlagsChangeNothingElse) {
@@ -76,8 +73,8 @@ TEST(MeasurementSet, MarkersAndTheirFlagsChangeNothingElse) {
             const MeasurementSet before = set;
             (set.*marker.write)(lead, 0xFFFF);
             EXPECT_EQ((set.*marker.read)(lead), 0xFFFFu) << marker.offset;
-            EXPECT_EQ(Differences(set, before), (std::set<std::size_t>{LeadOffset(lead, marker.offset),
-                                                                       LeadOffset(lead, marker.offset + 1)}));
+            EXPECT_EQ(Differences(set, before),
+                      (std::set<std::size_t>{LeadOffset(lead, marker.offset), LeadOffset(lead, marker.offset + 1)}));
             set = before;
             EXPECT_FALSE((set.*marker.isManual)(lead)) << marker.flag;
             (set.*marker.setManual)(lead, true);
@@ -108,8 +105,7 @@ TEST(MeasurementSet, GlobalPointsAndTheirFlagsAreThoseOfBlockZero) {
     for (const auto& point : points) {
         MeasurementSet set;
         (set.*point.write)(0xFFFF);
-        EXPECT_EQ(Differences(set, MeasurementSet()),
-                  (std::set<std::size_t>{point.offset, point.offset + 1}));
+        EXPECT_EQ(Differences(set, MeasurementSet()), (std::set<std::size_t>{point.offset, point.offset + 1}));
         set.leads[0].globalManualFlags = 0xFFE0;
         (set.*point.setManual)(true);
         EXPECT_TRUE((set.*point.isManual)());
@@ -120,8 +116,7 @@ TEST(MeasurementSet, GlobalPointsAndTheirFlagsAreThoseOfBlockZero) {
 }
 
 TEST(MeasurementSet, HeartRateFollowsTheRrInterval) {
-    const std::pair<int, int> rows[] = {{800, 75},  {0, 0},     {7, 8571}, {1000, 60},
-                                        {65535, 1}, {1, 60000}, {16000, 4}};
+    const std::pair<int, int> rows[] = {{800, 75}, {0, 0}, {7, 8571}, {1000, 60}, {65535, 1}, {1, 60000}, {16000, 4}};
     for (const auto& [rr, rate] : rows) {
         MeasurementSet set;
         set.rrInterval = static_cast<std::uint16_t>(rr);

@@ -5,13 +5,10 @@
 #include <cstring>
 #include <string>
 
-#include "lib/measurement_scores.h"
-
 namespace kx {
 namespace {
 
-std::string Text(const KxMeasurementSet& set, int code, AmplitudeUnit unit = AmplitudeUnit::kMicrovolts,
-                 std::int32_t stTimeMs = 80) {
+std::string Text(const KxMeasurementSet& set, int code, AmplitudeUnit unit = AmplitudeUnit::kMicrovolts, std::int32_t stTimeMs = 80) {
     char text[40] = "before";
     return MeasurementFieldText(set, code, text, sizeof text, unit, stTimeMs) ? text : "(no field)";
 }
@@ -35,10 +32,8 @@ TEST(MeasurementText, WritesTheWholeBeat) {
     set.qrsAxis = -30;
     set.tAxis = -180;
     const std::pair<int, const char*> rows[] = {
-        {20, "160 ms"},   {21, "92 ms"},     {22, "380 ms / 412"}, {34, "60"},
-        {105, "45 \xBA"}, {106, "-30 \xBA"}, {107, "-180 \xBA"},   {135, "98 ms"},
-        {136, "380 ms"},  {137, "412"},      {138, "65535"},       {139, "1000 ms"},
-        {368, ""},
+        {20, "160 ms"}, {21, "92 ms"},   {22, "380 ms / 412"}, {34, "60"},     {105, "45 \xBA"}, {106, "-30 \xBA"}, {107, "-180 \xBA"},
+        {135, "98 ms"}, {136, "380 ms"}, {137, "412"},         {138, "65535"}, {139, "1000 ms"}, {368, ""},
     };
     for (const auto& [code, text] : rows) {
         EXPECT_EQ(Text(set, code), text) << code;
@@ -110,11 +105,8 @@ TEST(MeasurementText, WritesStSlopes) {
         int ms;
         const char* text;
     } rows[] = {
-        {0, 100, 80, "1.25"}, {100, 0, 80, "-1.25"},
-        {0, 1, 60, "0.02"},  // 17 microvolts per second
-        {0, 1, 80, "0.01"},   {-32768, 32767, 10, "6553.50"},
-        {0, 0, 80, "0.00"},   {50, 60, 0, ""},
-        {50, 60, -80, ""},    {0, 5, 5, "1.00"},
+        {0, 100, 80, "1.25"}, {100, 0, 80, "-1.25"},          {0, 1, 60, "0.02"},  // 17 microvolts per second
+        {0, 1, 80, "0.01"},   {-32768, 32767, 10, "6553.50"}, {0, 0, 80, "0.00"}, {50, 60, 0, ""}, {50, 60, -80, ""}, {0, 5, 5, "1.00"},
     };
     for (const auto& row : rows) {
         KxMeasurementSet set = Measured();
@@ -122,8 +114,7 @@ TEST(MeasurementText, WritesStSlopes) {
         if (row.ms >= 5) {
             set.leads[0].stLevel[(row.ms + 5) / 10] = static_cast<std::int16_t>(row.to);
         }
-        EXPECT_EQ(Text(set, 335, AmplitudeUnit::kMillimetres, row.ms), row.text)
-            << row.to << " in " << row.ms;
+        EXPECT_EQ(Text(set, 335, AmplitudeUnit::kMillimetres, row.ms), row.text) << row.to << " in " << row.ms;
     }
 }
 

@@ -25,9 +25,7 @@ void Freed(void* address) {
     std::free(address);
 }
 
-void* Allocated(std::size_t size) {
-    return std::malloc(size != 0 ? size : 1);
-}
+void* Allocated(std::size_t size) { return std::malloc(size != 0 ? size : 1); }
 
 }  // namespace
 
@@ -37,27 +35,13 @@ void* operator new(std::size_t size) {
     }
     throw std::bad_alloc();
 }
-void* operator new[](std::size_t size) {
-    return operator new(size);
-}
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
-    return Allocated(size);
-}
-void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
-    return Allocated(size);
-}
-void operator delete(void* address) noexcept {
-    Freed(address);
-}
-void operator delete[](void* address) noexcept {
-    Freed(address);
-}
-void operator delete(void* address, std::size_t) noexcept {
-    Freed(address);
-}
-void operator delete[](void* address, std::size_t) noexcept {
-    Freed(address);
-}
+void* operator new[](std::size_t size) { return operator new(size); }
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return Allocated(size); }
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept { return Allocated(size); }
+void operator delete(void* address) noexcept { Freed(address); }
+void operator delete[](void* address) noexcept { Freed(address); }
+void operator delete(void* address, std::size_t) noexcept { Freed(address); }
+void operator delete[](void* address, std::size_t) noexcept { Freed(address); }
 
 namespace kx {
 namespace {
@@ -121,9 +105,7 @@ TEST(Ownership, ARecordMadeHereFreesItsObjectsInOrder) {
     delete test;
     std::vector<void*> addresses = FreedWhileWatching();
     // What the annotation stores free by themselves lies between.
-    std::erase_if(addresses, [&expected](void* address) {
-        return std::find(expected.begin(), expected.end(), address) == expected.end();
-    });
+    std::erase_if(addresses, [&expected](void* address) { return std::find(expected.begin(), expected.end(), address) == expected.end(); });
     EXPECT_EQ(addresses, expected);
 }
 

@@ -69,9 +69,7 @@ TEST_F(StressText, ThePeakOnATreadmill) {
                         {365, "Speed"},
                         {367, "mph"}};
     Expect(rows);
-    Expect({{491, "141 [94 % of THR (150) ]"},
-            {495, " 3.4 mph, 14.0 % slope [10.1 METs]"},
-            {16, "Treadmill (Bruce)"}});
+    Expect({{491, "141 [94 % of THR (150) ]"}, {495, " 3.4 mph, 14.0 % slope [10.1 METs]"}, {16, "Treadmill (Bruce)"}});
     test.metricSpeed = 1;
     Expect({{359, " 5.5 km/h"}, {363, "Speed (km/h)"}, {367, "km/h"}});
 }
@@ -92,8 +90,7 @@ TEST_F(StressText, WhatIsMissing) {
     test.value7416 = 0;
     request.missingValue = "n/a";
     Expect({{112, "n/a"}, {491, "141"}, {110, "n/a"}, {492, "n/a"}, {12, "0"}});
-    for (std::uint32_t TestRecord::*field :
-         {&TestRecord::peakSpeed, &TestRecord::peakGradeOrLoad, &TestRecord::peakMets}) {
+    for (std::uint32_t TestRecord::*field : {&TestRecord::peakSpeed, &TestRecord::peakGradeOrLoad, &TestRecord::peakMets}) {
         const std::uint32_t before = test.*field;
         test.*field = 0xFFFFFFFFu;
         Expect({{495, ""}});

@@ -19,13 +19,12 @@ namespace {
 class SummaryText : public testing::Test {
   protected:
     SummaryText() {
-        texts.texts = {
-            {913, "0^...^1^Uomo^2^Donna"},
-            {914, "Original Report (not overread)^Overread Report (not confirmed)^Confirmed Report"},
-            {959, "0^No^1^S\xEC"},
-            {964, "0^No^1^S\xEC"},
-            {963, "0^...^4^R"},
-            {7000, "1^M^2^F"}};
+        texts.texts = {{913, "0^...^1^Uomo^2^Donna"},
+                       {914, "Original Report (not overread)^Overread Report (not confirmed)^Confirmed Report"},
+                       {959, "0^No^1^S\xEC"},
+                       {964, "0^No^1^S\xEC"},
+                       {963, "0^...^4^R"},
+                       {7000, "1^M^2^F"}};
     }
 
     // "(no field)" when no family knew the code, "(no field) text" when something was written all the same.
@@ -89,18 +88,15 @@ TEST_F(SummaryText, APatient) {
     std::strcpy(test.text6224, "c");
     std::strcpy(test.text6288, "d");
     std::memset(test.text6320, 'e', sizeof test.text6320);
-    const Row rows[] = {
-        {2, "4711"},    {3, "Donna"},   {4, "43 y"},        {5, "70 kg"},       {6, "175 cm"},
-        {15, "R"},      {35, "120/80"}, {42, "07/03/1970"}, {43, "Anna"},       {44, "Rossi"},
-        {126, "Maria"}, {45, "Her"},    {75, "her"},        {76, "she"},        {77, "She"},
-        {78, "Ms."},    {63, "S\xEC"},  {131, "S\xEC"},     {69, "t332"},       {127, "Via Roma 1"},
-        {128, "Udine"}, {129, "UD"},    {130, "33100"},     {207, "t186"},      {8, "a"},
-        {208, "b"},     {209, "c"},     {210, "d"},         {640, "05/03/2013"}};
+    const Row rows[] = {{2, "4711"},    {3, "Donna"},        {4, "43 y"},    {5, "70 kg"},  {6, "175 cm"},      {15, "R"},
+                        {35, "120/80"}, {42, "07/03/1970"},  {43, "Anna"},   {44, "Rossi"}, {126, "Maria"},     {45, "Her"},
+                        {75, "her"},    {76, "she"},         {77, "She"},    {78, "Ms."},   {63, "S\xEC"},      {131, "S\xEC"},
+                        {69, "t332"},   {127, "Via Roma 1"}, {128, "Udine"}, {129, "UD"},   {130, "33100"},     {207, "t186"},
+                        {8, "a"},       {208, "b"},          {209, "c"},     {210, "d"},    {640, "05/03/2013"}};
     Expect(rows);
-    Expect({{1, "Anna Maria Rossi"},
-            {206, "Via Roma 1\r\nUdine, UD 33100"},
-            {448, "eeeeeeeeeeeeeeeeeeeeeeeeeeeeeee"}});
+    Expect({{1, "Anna Maria Rossi"}, {206, "Via Roma 1\r\nUdine, UD 33100"}, {448, "eeeeeeeeeeeeeeeeeeeeeeeeeeeeeee"}});
     EXPECT_EQ(Text(67), std::string(511, 'x'));
+    EXPECT_EQ(Text(206, 20), "Via Roma 1\r\nUdine, ") << "ends at the first part that does not fit";
     request.sexList = 7000;
     EXPECT_EQ(Text(3), "F");
     EXPECT_EQ(Text(1, 5), "Anna");
@@ -114,8 +110,7 @@ TEST_F(SummaryText, TheReport) {
     test.SetOverreadBy("Dr. Rossi");
     test.SetConfirmedBy("Dr. Verdi");
     test.SetDevice("ECG 12", "A-17", "2.1");
-    const Row rows[] = {{649, ""},        {33, "None"},    {213, "Dr. Rossi"},
-                        {7, "Dr. Verdi"}, {214, "engine"}, {452, " 0:00"}};
+    const Row rows[] = {{649, ""}, {33, "None"}, {213, "Dr. Rossi"}, {7, "Dr. Verdi"}, {214, "engine"}, {452, " 0:00"}};
     Expect(rows);
     Expect({{9, "05/11/2013, 23:30"},
             {125, "05/11/2013, 23:30"},
@@ -133,6 +128,7 @@ TEST_F(SummaryText, TheReport) {
             {452, "59:59"},
             {125, "05/11/2013, 23:30 (+3599s)"},
             {498, "00:29:59 (2)"}});
+    EXPECT_EQ(Text(125, 12), "05/11/2013,") << "date and offset are cut as one text";
     request.timeMs = 3600000;
     EXPECT_EQ(Text(452), "1:00:00");
     request.timeMs = -61000;
@@ -168,12 +164,8 @@ TEST_F(SummaryText, Filters) {
         bool baseline;
         const char* text;
     } rows[] = {
-        {false, 0, false, "None"},
-        {false, 50, false, "50 Hz"},
-        {false, 60, true, "60 Hz, Baseline"},
-        {true, 50, false, "Artifact"},
-        {true, 0, true, "Artifact, Baseline"},
-        {false, 0, true, "Baseline"},
+        {false, 0, false, "None"},     {false, 50, false, "50 Hz"},           {false, 60, true, "60 Hz, Baseline"},
+        {true, 50, false, "Artifact"}, {true, 0, true, "Artifact, Baseline"}, {false, 0, true, "Baseline"},
     };
     for (const auto& row : rows) {
         test.SetArtifactFilter(row.artifact, false, false);
@@ -330,6 +322,7 @@ TEST_F(SummaryText, PlaceholdersSpeakOfThePatient) {
         {"{%11} was seen", 64, "She was seen"},
         {"{%1} {%2}, {%14}, {%5}", 64, "Anna Rossi, Ms., her"},
         {"{%99999999999999999999}", 64, "{%99999999999999999999}"},
+        {"{%007}, {%000}, {%02}", 64, "{%7}, {%0}, Rossi"},
         {"{%5", 64, "*"},
         {"{%5{%5}", 64, "*her"},
         {"{%}{%x}{5}%", 64, "{%}{%x}{5}%"},

@@ -12,9 +12,7 @@
 namespace kx {
 namespace {
 
-std::unique_ptr<TestListEntry> Entry() {
-    return std::make_unique<TestListEntry>();
-}
+std::unique_ptr<TestListEntry> Entry() { return std::make_unique<TestListEntry>(); }
 
 TEST(TestListEntry, SumsUpATest) {
     TestRecord test;
@@ -45,8 +43,7 @@ TEST(TestListEntry, FlagsFollowTheReportState) {
         test.reportState = state;
         EXPECT_EQ(std::make_unique<TestListEntry>(test)->stateFlags, flags) << int{state};
     }
-    const std::pair<const char*, std::uint32_t> texts[] = {{"1", 1}, {"8x", 8}, {"0", 0},
-                                                           {"9", 0}, {"", 0},   {"x", 0}};
+    const std::pair<const char*, std::uint32_t> texts[] = {{"1", 1}, {"8x", 8}, {"0", 0}, {"9", 0}, {"", 0}, {"x", 0}};
     for (const auto& [text, flags] : texts) {
         const auto entry = Entry();
         entry->stateFlags = 77;

@@ -30,13 +30,7 @@ TEST(TestRecordPatient, NamesAreJoinedAndSplit) {
         const char* full;
         const char* sort;
     } rows[] = {
-        {"Anna",
-         "Maria",
-         "Rossi",
-         "Rossi^Anna^Maria^",
-         {"Rossi", "Anna", "Maria"},
-         "Anna Maria Rossi",
-         "Rossi, Anna Maria"},
+        {"Anna", "Maria", "Rossi", "Rossi^Anna^Maria^", {"Rossi", "Anna", "Maria"}, "Anna Maria Rossi", "Rossi, Anna Maria"},
         {"", "Paul", "Smith", "Smith^^Paul^", {"Smith", "Paul", ""}, "Paul  Smith", "Smith, Paul "},
         {"A^B", nullptr, "C^", "C_^A_B^^", {"C_", "A_B", ""}, "A_B  C_", "C_, A_B "},
         {nullptr, nullptr, nullptr, "^^^", {"", "", ""}, "  ", ",  "},
@@ -84,7 +78,10 @@ TEST(TestRecordPatient, SettersMarkAChangeOnce) {
         {"artifact", [](TestRecord& t) { t.SetArtifactFilter(true, false, true); }},
         {"baseline", [](TestRecord& t) { t.SetBaselineFilter(true); }},
         {"confirmed by", [](TestRecord& t) { t.SetConfirmedBy("Dr."); }},
-        {"overread by", [](TestRecord& t) { t.SetOverreadBy("Dr."); }},
+        {"exercise device", [](TestRecord& t) { t.SetExerciseDevice(1, false); }},
+        {"its speed unit", [](TestRecord& t) { t.SetExerciseDevice(0, true); }},
+        {"a bit", [](TestRecord& t) { t.SetBit7460(31, true); }},
+        {"another", [](TestRecord& t) { t.SetBit7476(0, true); }},
     };
     for (const auto& row : rows) {
         TestRecord test;
@@ -122,10 +119,9 @@ TEST(TestRecordPatient, AgesAreReadAndShown) {
         int days;
         const char* shown;
     } rows[] = {
-        {"29 D", 29, "29 d"},    {"30d", 30, "1 m"},   {"364 d", 364, "12 m"}, {"365 d", 365, "1 y"},
-        {"5 M", 150, "5 m"},     {"12m", 360, "12 m"}, {"47", 17155, "47 y"},  {" 47 y", 17155, "47 y"},
-        {"NG", 0, "NG"},         {"0", 0, "NG"},       {"abc", 0, "NG"},       {"3 md", 3, "3 d"},
-        {"179", 65335, "179 y"},
+        {"29 D", 29, "29 d"}, {"30d", 30, "1 m"},    {"364 d", 364, "12 m"},   {"365 d", 365, "1 y"}, {"5 M", 150, "5 m"},
+        {"12m", 360, "12 m"}, {"47", 17155, "47 y"}, {" 47 y", 17155, "47 y"}, {"NG", 0, "NG"},       {"0", 0, "NG"},
+        {"abc", 0, "NG"},     {"3 md", 3, "3 d"},    {"179", 65335, "179 y"},
     };
     for (const auto& row : rows) {
         TestRecord test;
@@ -191,9 +187,8 @@ TEST(TestRecordPatient, ABirthDateSetsTheAge) {
         DateTime acquired;
         int ageDays;  // 4242: unchanged
     } rows[] = {
-        {{1970, 1, 1}, {2013, 1, 1, 12}, 15706}, {{2013, 3, 5}, {2013, 5, 3}, 0},
-        {{2013, 4, 5}, {2013, 5, 3}, 0},         {{1801, 1, 1}, {2013, 1, 1}, 65535},
-        {{1800, 1, 1}, {2013, 1, 1}, 4242},      {{1970, 1, 1}, {0, 1, 1}, 4242},
+        {{1970, 1, 1}, {2013, 1, 1, 12}, 15706}, {{2013, 3, 5}, {2013, 5, 3}, 0},    {{2013, 4, 5}, {2013, 5, 3}, 0},
+        {{1801, 1, 1}, {2013, 1, 1}, 65535},     {{1800, 1, 1}, {2013, 1, 1}, 4242}, {{1970, 1, 1}, {0, 1, 1}, 4242},
     };
     for (const auto& row : rows) {
         TestRecord test;

@@ -11,9 +11,7 @@ namespace {
 
 const DateTime kTime(2013, 11, 5, 14, 5, 9);
 
-bool Same(const KxDateTime& a, const KxDateTime& b) {
-    return std::memcmp(&a, &b, sizeof a) == 0;
-}
+bool Same(const KxDateTime& a, const KxDateTime& b) { return std::memcmp(&a, &b, sizeof a) == 0; }
 
 TEST(TestRecordReport, OriginalAndConfirmedMarkOnlyAChangedText) {
     using Set = void (TestRecord::*)(const KxDateTime*, const char*);
@@ -49,9 +47,8 @@ TEST(TestRecordReport, OverreadMarksStateTimeAndText) {
         bool modified;
         const DateTime* stored;
     } rows[] = {
-        {"a first time", &kTime, "a", true, &kTime}, {"nothing new", &kTime, "a", false, &kTime},
-        {"no time", nullptr, "a", false, &kTime},    {"another time", &later, "a", true, &later},
-        {"another text", &later, "b", true, &later},
+        {"a first time", &kTime, "a", true, &kTime}, {"nothing new", &kTime, "a", false, &kTime}, {"no time", nullptr, "a", false, &kTime},
+        {"another time", &later, "a", true, &later}, {"another text", &later, "b", true, &later},
     };
     TestRecord test;
     for (const auto& row : rows) {
@@ -109,6 +106,53 @@ TEST(TestRecordReport, AuthorsAreCutAtTheirFields) {
     test.SetConfirmedBy("Dr. Verdi");
     EXPECT_EQ(test.ConfirmedBy(), confirmed);  // one buffer for all calls
     EXPECT_STREQ(confirmed, "Dr. Verdi");
+}
+
+TEST(TestRecordReport, SomeTextsAreStoredWithoutALookAtWhatStoodThere) {
+    const struct {
+        const char* what;
+        void (*set)(TestRecord&, const char*);
+        std::size_t offset;
+        std::size_t size;
+        bool modifies;
+    } rows[] = {
+        {"original by", [](TestRecord& t, const char* s) { t.SetOriginalBy(s); }, 7082, 64, true},
+        {"overread by", [](TestRecord& t, const char* s) { t.SetOverreadBy(s); }, 5965, 64, false},
+        {"text7146", [](TestRecord& t, const char* s) { t.SetText7146(s); }, 7146, 32, true},
+        {"text6570", [](TestRecord& t, const char* s) { t.SetText6570(s); }, 6570, 512, false},
+        {"text7189", [](TestRecord& t, const char* s) { t.SetText7189(0, s); }, 7189, 64, false},
+        {"the last", [](TestRecord& t, const char* s) { t.SetText7189(2, s); }, 7317, 64, false},
+    };
+    for (const auto& row : rows) {
+        TestRecord test;
+        const char* field = reinterpret_cast<const char*>(static_cast<const KxTestRecord*>(&test)) + row.offset;
+        row.set(test, std::string(600, 'x').c_str());
+        EXPECT_EQ(field, std::string(row.size - 1, 'x')) << row.what;
+        test.ClearModified();
+        row.set(test, std::string(600, 'x').c_str());
+        EXPECT_EQ(test.IsModified(), row.modifies) << row.what;
+        test.ClearModified();
+        row.set(test, nullptr);
+        EXPECT_FALSE(test.IsModified()) << row.what;
+        row.set(test, "y");
+        EXPECT_EQ(std::string(field, row.size), "y" + std::string(row.size - 1, '\0')) << row.what;
+    }
+}
+
+TEST(TestRecordReport, BitsAreSetOneAtATime) {
+    TestRecord test;
+    test.SetBit7460(31, true);
+    test.SetBit7460(0, true);
+    test.SetBit7476(4, true);
+    test.SetBit7460(31, false);
+    for (const int none : {-1, 32, INT32_MAX}) {
+        test.SetBit7460(none, true);
+        test.SetBit7476(none, true);
+    }
+    EXPECT_EQ(test.values7444[4], 1u);
+    EXPECT_EQ(test.values7444[8], 16u);
+    test.SetText7189(3, "x");
+    test.SetText7189(-1, "x");
 }
 
 TEST(TestRecordReport, TheStateIsNamedWithItsAuthor) {

@@ -45,8 +45,7 @@ TEST(TestRecord, HoldsUpTo256Episodes) {
 
 TEST(TestRecord, FindsTheLongestEpisodeBetweenTwoTimes) {
     // Episodes by their end (ms) and duration (s).
-    const std::vector<std::pair<std::uint32_t, std::uint32_t>> episodes = {
-        {10000, 10}, {20000, 4}, {40000, 10}, {41000, 60}, {90000, 30}};
+    const std::vector<std::pair<std::uint32_t, std::uint32_t>> episodes = {{10000, 10}, {20000, 4}, {40000, 10}, {41000, 60}, {90000, 30}};
     const struct {
         std::int64_t from;
         std::int64_t to;
@@ -67,8 +66,7 @@ TEST(TestRecord, FindsTheLongestEpisodeBetweenTwoTimes) {
         episode->durationSeconds = duration;
     }
     for (const auto& row : rows) {
-        const EpisodeRecord* expected =
-            row.expected < 0 ? nullptr : test.Episode(static_cast<std::uint32_t>(row.expected));
+        const EpisodeRecord* expected = row.expected < 0 ? nullptr : test.Episode(static_cast<std::uint32_t>(row.expected));
         EXPECT_EQ(test.LongestEpisodeBetween(row.from, row.to), expected) << row.from << " to " << row.to;
     }
 }
@@ -143,12 +141,9 @@ TEST(History, IsReadBackAsItWasStored) {
         std::uint32_t count;
         std::size_t size;
     } rows[] = {
-        {"total of another count", 48, 2, block.size()},
-        {"count of another total", 92, 1, block.size()},
-        {"17 entries", 17 * 44 + 4, 17, block.size()},
-        {"a count whose size wraps", 4, 0x80000000u, block.size()},
-        {"bytes missing", 92, 2, block.size() - 1},
-        {"no room for the count", 92, 2, 7},
+        {"total of another count", 48, 2, block.size()}, {"count of another total", 92, 1, block.size()},
+        {"17 entries", 17 * 44 + 4, 17, block.size()},   {"a count whose size wraps", 4, 0x80000000u, block.size()},
+        {"bytes missing", 92, 2, block.size() - 1},      {"no room for the count", 92, 2, 7},
     };
     for (const auto& row : rows) {
         std::vector<std::uint8_t> broken = block;

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "lib/modules/version_info.h"
+#include "tests/unit/collected_reports.h"
 
 namespace {
 
@@ -51,6 +52,21 @@ TEST(ModuleInstance, WithoutAModuleFindsNothingInTheProgramItself) {
     EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_MOD_NOT_FOUND));
     // Cursor 32512 is one of the system's own, which a null module would stand for.
     EXPECT_EQ(none.LoadCursorById(32512), nullptr);
+}
+
+TEST(ModuleInstance, TheSystemsMessageIsReportedOrElseTheCode) {
+    kx::test::CollectedReports reports;
+    SetLastError(0);
+    EXPECT_EQ(kx::ModuleInstance::LogLastSystemError(reports), 0u);
+    EXPECT_TRUE(reports.texts.empty());
+    for (const DWORD code : {DWORD{ERROR_FILE_NOT_FOUND}, DWORD{ERROR_BAD_EXE_FORMAT}, DWORD{0x20000001}}) {
+        SetLastError(code);
+        kx::ModuleInstance::LogLastSystemError(reports);
+    }
+    ASSERT_EQ(reports.texts.size(), 3u);
+    EXPECT_EQ(reports.texts[0].find("E = "), std::string::npos) << reports.texts[0];
+    EXPECT_EQ(reports.texts[1], "E = 193") << "nothing can be inserted into its message";
+    EXPECT_EQ(reports.texts[2], "E = 536870913");
 }
 
 TEST_F(Resources, VersionRecordIsReadWithItsTexts) {

@@ -1,4 +1,4 @@
-#include "dialogs/hypertrophy/hypertrophy_score.h"
+#include "lib/hypertrophy_score.h"
 
 #include <algorithm>
 
@@ -12,8 +12,43 @@ constexpr std::int32_t kLeftAtriumDurationMs = 40;
 constexpr std::int32_t kLongQrsMs = 90;
 constexpr std::int32_t kLateIntrinsicoidMs = 50;
 
-// The terminal component of the P wave of V1: its second part, or the only one there is. µV.
-std::int32_t TerminalPAmplitude(const KxLeadMeasurements& v1) {
+// The taller of the R and R' waves of a lead.
+std::int32_t RAmplitude(const KxMeasurementSet& set, int lead) {
+    return std::max(set.leads[lead].aR, set.leads[lead].aR1);
+}
+
+// The depth of the deeper of the S and S' waves, positive for a downward wave.
+std::int32_t SDepth(const KxMeasurementSet& set, int lead) {
+    return std::max(-set.leads[lead].aS, -set.leads[lead].aS1);
+}
+
+// The largest amplitude of any R, R', Q, S or S' wave of the six limb leads, at least 0.
+std::int32_t LimbMaximum(const KxMeasurementSet& set) {
+    std::int32_t largest = 0;
+    for (int lead = KX_LEAD_I; lead <= KX_LEAD_AVF; ++lead) {
+        largest =
+            std::max({largest, RAmplitude(set, lead), SDepth(set, lead), -std::int32_t{set.leads[lead].aQ}});
+    }
+    return largest;
+}
+
+// More than 90 degrees apart. The difference is brought into -180 to 180 by steps of 180, not of 360, so that
+// differences beyond a half turn count less than their geometric angle.
+bool AreAxesOpposed(std::int32_t qrsAxis, std::int32_t tAxis) {
+    std::int32_t angle = qrsAxis - tAxis;
+    while (angle > 180) {
+        angle -= 180;
+    }
+    while (angle < -180) {
+        angle += 180;
+    }
+    return angle > 90 || angle < -90;
+}
+
+std::int32_t AtriumAmplitudeOf(const KxLeadMeasurements& v1, AtriumAmplitude which) {
+    if (which == AtriumAmplitude::kReported) {
+        return v1.aP2 != 0 ? v1.aP1 : 0;
+    }
     return v1.aP2 != 0 ? v1.aP2 : v1.aP1;
 }
 
@@ -33,35 +68,7 @@ void ScoreDurations(const KxMeasurementSet& set, HypertrophyScore& score) {
 
 }  // namespace
 
-std::int32_t RAmplitude(const KxMeasurementSet& set, int lead) {
-    return std::max(set.leads[lead].aR, set.leads[lead].aR1);
-}
-
-std::int32_t SDepth(const KxMeasurementSet& set, int lead) {
-    return std::max(-set.leads[lead].aS, -set.leads[lead].aS1);
-}
-
-std::int32_t LimbMaximum(const KxMeasurementSet& set) {
-    std::int32_t largest = 0;
-    for (int lead = KX_LEAD_I; lead <= KX_LEAD_AVF; ++lead) {
-        largest =
-            std::max({largest, RAmplitude(set, lead), SDepth(set, lead), -std::int32_t{set.leads[lead].aQ}});
-    }
-    return largest;
-}
-
-bool AreAxesOpposed(std::int32_t qrsAxis, std::int32_t tAxis) {
-    std::int32_t angle = qrsAxis - tAxis;
-    while (angle > 180) {
-        angle -= 180;
-    }
-    while (angle < -180) {
-        angle += 180;
-    }
-    return angle > 90 || angle < -90;
-}
-
-HypertrophyScore ScoreHypertrophy(const KxMeasurementSet& set) {
+HypertrophyScore ScoreHypertrophy(const KxMeasurementSet& set, AtriumAmplitude atrium) {
     HypertrophyScore score{};
     score.rV5 = RAmplitude(set, KX_LEAD_V5);
     score.rV6 = RAmplitude(set, KX_LEAD_V6);
@@ -77,7 +84,7 @@ HypertrophyScore ScoreHypertrophy(const KxMeasurementSet& set) {
     score.leftAxisDeviation = -90 <= set.qrsAxis && set.qrsAxis <= -30;
     score.axisPoints = score.leftAxisDeviation ? 2 : 0;
     ScoreDurations(set, score);
-    score.leftAtrium = TerminalPAmplitude(set.leads[KX_LEAD_V1]) < kLeftAtriumAmplitudeUv &&
+    score.leftAtrium = AtriumAmplitudeOf(set.leads[KX_LEAD_V1], atrium) < kLeftAtriumAmplitudeUv &&
                        set.pDuration >= kLeftAtriumDurationMs;
     score.atriumPoints = score.leftAtrium ? 3 : 0;
     score.totalPoints =

@@ -1,7 +1,8 @@
 // The voltage and point-score criteria for left ventricular hypertrophy, from the measurements of one median
 // beat.
 //
-// Sources of the criteria, and where the pane's rules differ from them:
+// The hypertrophy pane and the report texts share them. Sources of the criteria, and where the rules here
+// differ from them:
 //
 //   Sokolow-Lyon
 //     M. Sokolow, T. P. Lyon, "The ventricular complex in left ventricular hypertrophy as obtained by
@@ -27,12 +28,15 @@
 
 #include <cstdint>
 
-#include "dialogs/hypertrophy/value_range.h"
 #include "include/kxdialogs.h"
 
 namespace kx {
 
-// Everything that the hypertrophy pane shows. Amplitudes in µV, depths of S waves positive.
+// Which P amplitude of V1 stands for the left atrium: its second part, or the only one there is (the pane),
+// or the first of two parts, as the reports have always printed it.
+enum class AtriumAmplitude { kTerminal, kReported };
+
+// Amplitudes in µV, depths of S waves positive.
 struct HypertrophyScore {
     std::int32_t rV5;
     std::int32_t rV6;
@@ -70,28 +74,7 @@ struct HypertrophyScore {
 };
 
 // Scores whatever the fields of `set` hold; whether the set is marked as measured is the caller's concern.
-HypertrophyScore ScoreHypertrophy(const KxMeasurementSet& set);
-
-// The taller of the R and R' waves of a lead, µV. lead: an index of the set, 0 to 14.
-std::int32_t RAmplitude(const KxMeasurementSet& set, int lead);
-// The depth of the deeper of the S and S' waves of a lead, µV, positive for a downward wave.
-std::int32_t SDepth(const KxMeasurementSet& set, int lead);
-// The largest amplitude of any R, R', Q, S or S' wave of the six limb leads, µV; at least 0.
-std::int32_t LimbMaximum(const KxMeasurementSet& set);
-// Whether the QRS and T axes (degrees) point more than 90 degrees apart. The difference is brought into -180
-// to 180 by steps of 180, not of 360, so that differences beyond a half turn count less than their geometric
-// angle.
-bool AreAxesOpposed(std::int32_t qrsAxis, std::int32_t tAxis);
-
-// The colour ranges of the pane's numbers.
-inline constexpr ValueRange kSingleAmplitudeRange = RangeFromZero(1000, 2000);  // µV
-inline constexpr ValueRange kSokolowLyonRange = RangeFromZero(2000, 3500);      // µV
-inline constexpr ValueRange kCriterionPointsRange = RangeFromZero(0, 1);
-inline constexpr ValueRange kTotalPointsRange = RangeFromZero(4, 5);
-
-// sex: KX_SEX_...; every value but KX_SEX_FEMALE has the men's limit. µV.
-constexpr ValueRange CornellRange(std::uint32_t sex) {
-    return RangeFromZero(1500, sex == KX_SEX_FEMALE ? 2000 : 2800);
-}
+HypertrophyScore ScoreHypertrophy(const KxMeasurementSet& set,
+                                  AtriumAmplitude atrium = AtriumAmplitude::kTerminal);
 
 }  // namespace kx
