@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Judges the measurement of the median beat against recordings that cardiologists have marked, and prints the errors per
-# boundary: tools/evaluate.sh [--leads] [--records]; with a table of each lead, with the global errors of each record.
+# boundary: tools/evaluate.sh [--leads] [--records] [--degraded] (bench/evaluation/delineation_report.cpp).
 set -eu
 . "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 cd "$KX_ROOT"
@@ -13,4 +13,4 @@ say "building the report ..."
     tail -n 40 build/evaluate-build.log
     die "building the report failed"
 }
-exec build/optimised/tests/evaluation/delineation_report "$records/ludb" "$@"
+exec build/optimised/bench/evaluation/delineation_report "$records/ludb" "$@"

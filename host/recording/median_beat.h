@@ -24,17 +24,19 @@ inline constexpr int kResolutionNv = 1000;  // one unit is one microvolt
 struct MedianBeat {
     // kMedianBeatSamples each, at kWorkingRate, in microvolts; values beyond 16 bits are saturated.
     std::array<std::vector<std::int16_t>, kLeadCount> leads;
-    int rrMs = 0;                // median RR interval of the recording; 0 with a single beat
-    std::vector<int> beatsMs;    // all beats, ms from the start of the recording
+    int rrMs = 0;  // median RR interval of the recording; 0 with a single beat
+    // All beats, ms from the start of the recording. One of the dominant shape stands where its alignment
+    // point lies, so that a place in the recording less that of its beat is a place in the median beat less
+    // kAlignmentMs; one of another shape stands at its own largest spatial magnitude.
+    std::vector<int> beatsMs;
     std::vector<bool> dominant;  // for each of them, whether it has the dominant shape
     std::vector<bool> kept;      // and whether it is in the median
-    // For each kept beat, where in the recording its alignment point lies, ms from its start.
-    std::vector<int> alignedMs;
     std::size_t KeptCount() const;
 };
 
 // The median beat over the beats of the dominant shape. Steps:
-// - to kWorkingRate (resample.h); beats by FindBeats unless given;
+// - to kWorkingRate (resample.h); pacing spikes are bridged for every step but the last (spikes.h); beats by
+//   FindBeats;
 // - shapes: the QRS complexes of all leads together are compared by normalised cross-correlation within
 //   +/- 40 ms; beats that correlate with a class at 0.9 or more belong to it; the largest class wins, and of
 //   two of nearly the same size the one whose beats come later after their predecessors (in bigeminy the

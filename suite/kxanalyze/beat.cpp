@@ -148,14 +148,24 @@ bool ReadBeat(const KxEpisodeRecord* episode, Beat& beat) {
         }
         lead.present = any = true;
         Resample(beat.working, episode->sampleRate, beat.length, lead.level);
-        Smooth(lead.level, kFineWidth, lead.fine, beat.working);
-        Slope(lead.fine, lead.fineSlope);
-        Smooth(lead.level, kWideWidth, lead.wide, beat.working);
-        Slope(lead.wide, lead.wideSlope);
     }
-    OverLeads(beat, &BeatLead::fineSlope, beat.fineVelocity);
-    OverLeads(beat, &BeatLead::wideSlope, beat.wideVelocity);
-    return any;
+    if (!any) {
+        return false;
+    }
+    SmoothLeads(beat);
+    BridgeSpikes(beat);
+    return JoinLeads(beat);
+}
+
+void SmoothLeads(Beat& beat) {
+    for (BeatLead& lead : beat.leads) {
+        if (lead.present) {
+            Smooth(lead.level, kFineWidth, lead.fine, beat.working);
+            Slope(lead.fine, lead.fineSlope);
+            Smooth(lead.level, kWideWidth, lead.wide, beat.working);
+            Slope(lead.wide, lead.wideSlope);
+        }
+    }
 }
 
 void Smooth(const Trace& level, int width, Trace& result, Trace& working) {
@@ -174,44 +184,6 @@ void Slope(const Trace& level, Trace& slope) {
     for (std::size_t i = 1; i + 1 < level.size(); ++i) {
         slope[i] = (level[i + 1] - level[i - 1]) / 2;
     }
-}
-
-void OverLeads(const Beat& beat, const Trace BeatLead::*trace, Trace& result) {
-    result.assign(static_cast<std::size_t>(beat.length), 0);
-    int leads = 0;
-    for (const BeatLead& lead : beat.leads) {
-        if (!lead.present) {
-            continue;
-        }
-        ++leads;
-        for (std::size_t i = 0; i < result.size(); ++i) {
-            result[i] += (lead.*trace)[i] * (lead.*trace)[i];
-        }
-    }
-    for (double& value : result) {
-        value = std::sqrt(value / std::max(leads, 1));
-    }
-}
-
-const Trace& DistanceFrom(const Beat& beat, Place baseFrom, Place baseTo, Place from, Place to) {
-    Trace& distance = beat.distance;
-    distance.assign(static_cast<std::size_t>(beat.length), 0);
-    int leads = 0;
-    for (const BeatLead& lead : beat.leads) {
-        if (!lead.present) {
-            continue;
-        }
-        ++leads;
-        const double base = MeanBetween(lead.wide, baseFrom, baseTo, lead.wide.front());
-        for (Place i = from; i < to; ++i) {
-            const double away = lead.wide[static_cast<std::size_t>(i)] - base;
-            distance[static_cast<std::size_t>(i)] += away * away;
-        }
-    }
-    for (double& value : distance) {
-        value = std::sqrt(value / std::max(leads, 1));
-    }
-    return distance;
 }
 
 double MeanBetween(const Trace& trace, Place from, Place to, double otherwise) {
@@ -239,6 +211,14 @@ double Quantile(const Beat& beat, std::span<const double> all, double part) {
     const double rest = position - std::floor(position);
     const auto above = std::min_element(below + 1, values.end());
     return above == values.end() ? *below : *below + (*above - *below) * rest;
+}
+
+std::span<const double> Between(const Trace& trace, Place from, Place to) {
+    from = std::max(from, 0);
+    to = std::min(to, static_cast<Place>(trace.size()));
+    return from >= to ? std::span<const double>()
+                      : std::span(trace).subspan(static_cast<std::size_t>(from),
+                                                 static_cast<std::size_t>(to - from));
 }
 
 }  // namespace kx::analysis

@@ -17,11 +17,13 @@ using Place = int;
 
 struct BeatLead {
     bool present = false;
-    Trace level;      // microvolts
-    Trace fine;       // smoothed for the QRS complex
-    Trace fineSlope;  // microvolts per ms
-    Trace wide;       // smoothed for P and T waves
-    Trace wideSlope;  // microvolts per ms
+    Trace level;           // microvolts, pacing spikes bridged
+    Trace fine;            // smoothed for the QRS complex
+    Trace fineSlope;       // microvolts per ms
+    Trace wide;            // smoothed for P and T waves
+    Trace wideSlope;       // microvolts per ms
+    double fineNoise = 0;  // slope that counts as noise, microvolts per ms
+    double wideNoise = 0;
 };
 
 // A stretch of a wave on one side of its base.
@@ -34,15 +36,17 @@ struct Phase {
 // The traces keep their memory from one ReadBeat to the next: a beat that is used again for a record of the
 // same form takes none.
 struct Beat {
-    int length = 0;  // ms
-    int rr = 0;      // ms, 0 = not known
+    int length = 0;    // ms
+    int rr = 0;        // ms, 0 = not known
+    Place spike = 0;   // of the last pacing spike before the complex, 0 = none
+    Place centre = 0;  // of the QRS complex: its steepest place on all leads
     std::array<BeatLead, KX_MEASURED_LEADS> leads;
-    Trace fineVelocity;  // root mean square of fineSlope over the leads, microvolts per ms
-    Trace wideVelocity;  // the same of wideSlope
-    Trace working;       // of ReadBeat
+    // The leads' slopes joined, each in units of its own noise and weighted by how far it stands out of it.
+    Trace fineVelocity;
+    Trace wideVelocity;
+    Trace working;  // of the steps that read and measure the beat, one after another
 
-    // Memory of the steps that measure the beat, one after another.
-    mutable Trace distance;
+    mutable Trace curve;
     mutable Trace sorted;
     mutable std::vector<Phase> phases;
 };
@@ -58,9 +62,12 @@ class LeadValues {
     std::size_t count_ = 0;
 };
 
-// Takes the beat out of a record whose contents may be anything. False, and a beat of no meaning, when it
-// cannot be measured (see delineator.h).
+// Takes the beat out of a record whose contents may be anything, and prepares everything that depends on its
+// samples alone. False, and a beat of no meaning, when it cannot be measured (see delineator.h).
 bool ReadBeat(const KxEpisodeRecord* episode, Beat& beat);
+
+// Smooths every present lead and takes its slopes.
+void SmoothLeads(Beat& beat);
 
 // Three passes of a moving mean of `width` samples (odd): a quadratic spline window, no phase shift. The ends
 // are continued by their last values. `result` and `working` are other traces than `level`.
@@ -69,12 +76,15 @@ void Smooth(const Trace& level, int width, Trace& result, Trace& working);
 // Central difference, per sample; 0 at the ends.
 void Slope(const Trace& level, Trace& slope);
 
-// Root mean square over the present leads of one of their traces.
-void OverLeads(const Beat& beat, const Trace BeatLead::*trace, Trace& result);
+// Finds pacing spikes before the QRS complex and puts straight lines in their place (spikes.cpp).
+void BridgeSpikes(Beat& beat);
 
-// Root mean square over the present leads of the distance of `wide` from its own mean in [baseFrom, baseTo),
-// at the places [from, to); 0 elsewhere. Valid until the next call for the beat.
-const Trace& DistanceFrom(const Beat& beat, Place baseFrom, Place baseTo, Place from, Place to);
+// The steepest place on all leads, outside the excluded places.
+Place FindCentre(Beat& beat, Place excludedFrom, Place excludedTo);
+
+// Finds the centre of the complex and joins the slopes of the leads (velocity.cpp). False: nothing stands
+// out.
+bool JoinLeads(Beat& beat);
 
 // Mean of trace[from, to), the range cut to the trace; `otherwise` when nothing is left.
 double MeanBetween(const Trace& trace, Place from, Place to, double otherwise = 0);
@@ -84,6 +94,13 @@ double Quantile(const Beat& beat, std::span<const double> values, double part);
 
 inline double Median(const Beat& beat, std::span<const double> values) {
     return Quantile(beat, values, 0.5);
+}
+
+// trace[from, to), cut to the trace.
+std::span<const double> Between(const Trace& trace, Place from, Place to);
+
+inline double At(const Trace& trace, Place place) {
+    return trace[static_cast<std::size_t>(place)];
 }
 
 }  // namespace kx::analysis

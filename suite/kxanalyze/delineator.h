@@ -1,15 +1,14 @@
 // Measurement of a median beat: where its waves begin and end, and every value that follows from that.
 //
-// Method. Boundaries are found on the modulus of the derivative of the beat smoothed by a spline, i.e. on its
-// wavelet transform at two scales, by thresholds relative to the largest slope of the wave (J. P. Martinez,
-// R. Almeida, S. Olmos, A. P. Rocha, P. Laguna, "A wavelet-based ECG delineator", IEEE Trans. Biomed. Eng.
-// 51, 570-581, 2004), adapted to a median beat, which holds one beat with little noise. The leads are joined
-// twice: the global points come from the slopes of all leads together (the spatial velocity), and a lead in
-// which a wave is too flat to be seen takes the place that the other leads agree on.
+// Method. Nothing is measured in microvolts, so that gains do not matter: slopes are taken in units of each
+// lead's own noise and joined over the leads. A boundary is where that curve leaves the quiet line beside the
+// wave, sought from the line inwards, so that no step over the line into the next wave is possible; the T
+// wave is the deflection nearest to where the rate expects one, its end where the tangent of its fall meets
+// the line; a P wave is one that is steeper than the line before it. Pacing spikes are bridged first.
 //
-// The thresholds, and the few milliseconds by which a reader sees a boundary beside the place where a slope
-// passes its threshold, were set on recordings marked by cardiologists; `./kx evaluate` prints how far the
-// boundaries lie from their marks.
+// The few constants, and the few milliseconds by which a reader sees a boundary beside the place where a
+// curve passes its threshold, were set on recordings marked by cardiologists; `./kx evaluate` prints how far
+// the boundaries lie from their marks.
 #pragma once
 
 #include <cstdint>

@@ -2,249 +2,154 @@
 #include <cmath>
 
 #include "suite/kxanalyze/boundaries.h"
-#include "suite/kxanalyze/slope_walk.h"
+#include "suite/kxanalyze/curve.h"
 
 namespace kx::analysis {
 namespace {
 
 // Where the wave is looked for before the QRS onset, ms.
 constexpr int kSearch = 320;
-constexpr int kShortestSearch = 40;
 constexpr int kClearOfQrs = 12;
+constexpr int kShortestSearch = 40;
 // The level before the complex is the mean of this stretch before its onset.
-constexpr int kLevelFrom = 12;
-constexpr int kLevelTo = 2;
+constexpr int kLevelFrom = 14;
+constexpr int kLevelTo = 4;
 constexpr int kProminenceReach = 120;
-constexpr int kHalfWidth = 70;
-
-// A wave is there when it rises this far above its surroundings (root mean square over the leads,
-// microvolts), lasts as long as a P wave can, and is at least this much steeper than the line between the T
-// wave before and itself: flutter and fibrillation leave no line, and a single wave of theirs is shorter. A
-// line below the shortest is the foot of the T wave and tells nothing.
-constexpr double kLeastProminence = 9;
-constexpr int kShortest = 75;
-constexpr int kLongest = 200;
-constexpr double kSteeperThanLine = 2.2;
-constexpr int kShortestLine = 60;
+constexpr int kHalfWidth = 76;
+// Its edges: part of the steepest place on each side, not below so many times the quietest tenth; how long
+// the curve stays below.
+constexpr double kOnsetPart = 0.25;
+constexpr double kOffsetPart = 0.40;
+constexpr double kNoiseFactor = 1.5;
+constexpr int kOnsetQuiet = 10;
+constexpr int kOffsetQuiet = 12;
+// Readers see the wave begin earlier. They see it end where the level of the PQ segment is reached, which few
+// slopes tell: its end is drawn towards the complex.
+constexpr double kOnsetLead = 2.2;
+constexpr double kOwnOffset = 0.65;
+constexpr double kOffsetLead = 13;
+// A wave is steeper than the line before it by this factor: the waves of fibrillation and flutter leave no
+// line. A line below the shortest is the foot of the T wave and tells nothing; then a wave is steeper than
+// the noise of the beat.
+constexpr double kSteeperThanLine = 2.46;
+constexpr int kShortestLine = 24;
+constexpr double kLeastLine = 0.2;
 constexpr int kClearOfWave = 10;
+// In one lead.
+constexpr double kOwnWeight = 0.5;
+constexpr int kLeadOnsetLag = 7;
+constexpr int kLeadOffsetLead = 9;
 
-// No atrium depolarises this fast (root mean square over the leads, microvolts per ms): it is an atrial
-// pacing impulse. The P wave begins with it and ends with what it sets off.
-constexpr double kPacedSlope = 7;
-constexpr int kAfterImpulse = 60;
-
-// Boundaries on all leads: part of the steepest velocity on that side, or so many times the quietest tenth's.
-constexpr double kOnsetPart = 0.2;
-constexpr double kOnsetNoise = 2.0;
-constexpr int kOnsetQuiet = 8;
-constexpr double kOffsetPart = 0.3;
-constexpr double kOffsetNoise = 0.8;
-constexpr int kOffsetQuiet = 14;
-constexpr int kReach = 100;
-constexpr int kOnsetLead = 7;
-constexpr int kOffsetLag = -6;
-// The latest offset is shown by few leads: it is joined with the place behind the last marked slope of any
-// lead.
-constexpr double kLateLeast = 0.8;
-constexpr double kLatePart = 0.6;
-constexpr int kLateQuiet = 60;
-constexpr double kLateQuantile = 0.9;
-constexpr double kLateWeight = 0.3;
-
-// Boundaries in one lead, slopes in microvolts per ms, levels in microvolts.
-constexpr double kLeadLeast = 0.2;
-constexpr double kLeadOnsetPart = 0.2;
-constexpr double kLeadOffsetPart = 0.45;
-constexpr int kLeadQuiet = 10;
-constexpr int kLeadEarlierOnset = 10;
-constexpr int kLeadLaterOnset = 50;
-constexpr int kLeadEarlierOffset = 50;
-constexpr int kLeadLaterOffset = 10;
-// Readers see a lead's onset later than the slope begins, the more so the fainter the wave is in it.
-constexpr int kLeadOnsetLag = 3;
-constexpr int kFaintOnsetLag = 16;
-constexpr int kLeadOffsetLead = 3;
-// The eye ends the wave where the level has come back to the segment before the QRS complex.
-constexpr double kReturnedLeast = 10;
-constexpr double kReturnedPart = 0.15;
-constexpr double kReturnedWeight = 0.3;
-// A lead speaks for itself as far as its slopes reach this part of the steepest lead's.
-constexpr double kClearPart = 0.5;
-constexpr double kOwnWeight = 0.7;
-
-double At(const Trace& trace, Place place) {
-    return trace[static_cast<std::size_t>(place)];
-}
-
-double LevelBeforeQrs(const BeatLead& lead, Place qrsOn) {
-    return MeanBetween(lead.wide, qrsOn - kLevelFrom, qrsOn - kLevelTo, lead.wide.front());
-}
-
-struct Wave {
-    Place from = 0;  // where the search begins
-    Place qrsOn = 0;
-    Place peak = 0;
-    double prominence = 0;
-    Place rise = 0;  // steepest places on all leads before and behind the peak
-    Place fall = 0;
-    Interval all;
-};
-
-// Lowest value on the way from the peak to a higher one, at most kProminenceReach away and not past `end`.
-double Valley(const Trace& trace, Place peak, int direction, Place end) {
-    double lowest = At(trace, peak);
+// The lowest value on the way from a peak to a higher one.
+double Valley(const Trace& curve, Place peak, int direction, Place end) {
+    double lowest = At(curve, peak);
     for (int away = 1; away <= kProminenceReach; ++away) {
         const Place i = peak + direction * away;
-        if ((end - i) * direction < 0 || At(trace, i) > At(trace, peak)) {
+        if ((end - i) * direction < 0 || At(curve, i) > At(curve, peak)) {
             break;
         }
-        lowest = std::min(lowest, At(trace, i));
+        lowest = std::min(lowest, At(curve, i));
     }
     return lowest;
 }
 
-std::span<const double> Between(const Trace& trace, Place from, Place to) {
-    return std::span(trace).subspan(static_cast<std::size_t>(from), static_cast<std::size_t>(to - from));
-}
-
-void FindPeak(const Beat& beat, Wave& wave) {
-    const Trace& deflection =
-        DistanceFrom(beat, wave.qrsOn - kLevelFrom, wave.qrsOn - kLevelTo, wave.from, wave.qrsOn);
-    for (Place i = wave.from + 1; i < wave.qrsOn - kClearOfQrs; ++i) {
-        const double value = At(deflection, i);
-        if (value < At(deflection, i - 1) || value <= At(deflection, i + 1)) {
+// The most prominent place of all leads together, each in units of its noise.
+Place FindPeak(const Beat& beat, Place from, Place qrsOn) {
+    Trace& height = beat.curve;
+    height.assign(static_cast<std::size_t>(beat.length), 0);
+    for (const BeatLead& lead : beat.leads) {
+        if (!lead.present || lead.wideNoise <= 0) {
+            continue;
+        }
+        const double base = MeanBetween(lead.wide, qrsOn - kLevelFrom, qrsOn - kLevelTo, lead.wide.front());
+        for (Place i = from; i < qrsOn; ++i) {
+            const double away = (At(lead.wide, i) - base) / lead.wideNoise;
+            height[static_cast<std::size_t>(i)] += away * away;
+        }
+    }
+    std::transform(height.begin(), height.end(), height.begin(),
+                   [](double value) { return std::sqrt(value); });
+    Place peak = 0;
+    double most = 0;
+    for (Place i = from + 1; i < qrsOn - kClearOfQrs; ++i) {
+        const double value = At(height, i);
+        if (value < At(height, i - 1) || value <= At(height, i + 1)) {
             continue;
         }
         const double prominence =
-            value - std::max(Valley(deflection, i, -1, wave.from), Valley(deflection, i, +1, wave.qrsOn - 1));
-        if (prominence > wave.prominence) {
-            wave.prominence = prominence;
-            wave.peak = i;
+            value - std::max(Valley(height, i, -1, from), Valley(height, i, +1, qrsOn - kClearOfQrs));
+        if (prominence > most) {
+            most = prominence;
+            peak = i;
         }
     }
+    return peak;
 }
 
-void FindOnAllLeads(const Beat& beat, Wave& wave) {
-    const Trace& velocity = beat.wideVelocity;
-    wave.rise = Steepest(velocity, std::max(wave.from, wave.peak - kHalfWidth), wave.peak);
-    wave.fall = Steepest(velocity, wave.peak, std::min(wave.qrsOn - kClearOfQrs, wave.peak + kHalfWidth));
-    const double noise = Quantile(beat, Between(velocity, wave.from, wave.qrsOn), 0.1);
-    const double onset = std::max(kOnsetNoise * noise, kOnsetPart * At(velocity, wave.rise));
-    const double offset = std::max(kOffsetNoise * noise, kOffsetPart * At(velocity, wave.fall));
-    wave.all.on = WalkOut(velocity, wave.rise, -1, {onset, kOnsetQuiet, kReach});
-    wave.all.off = std::min(wave.qrsOn - 2, WalkOut(velocity, wave.fall, +1, {offset, kOffsetQuiet, kReach}));
+// Where a wave is looked for and found, and its edges on a curve.
+struct Found {
+    Place from;
+    Place qrsOn;
+    Place peak;
+    Place rise = 0;
+    Place fall = 0;
+    Interval edges;
+};
+
+void FindEdges(const Beat& beat, const Trace& curve, Place first, Place last, Found& found) {
+    found.rise = LargestPlace(curve, std::max({first, found.from, found.peak - kHalfWidth}), found.peak + 1);
+    found.fall = LargestPlace(curve, found.peak,
+                              std::min({last, found.qrsOn - kClearOfQrs, found.peak + kHalfWidth}) + 1);
+    const double least = kNoiseFactor * Quantile(beat, Between(curve, found.from, found.qrsOn), 0.1);
+    found.edges.on = LastAbove(curve, found.rise, -1, std::max(kOnsetPart * At(curve, found.rise), least),
+                               kOnsetQuiet, first);
+    found.edges.off = LastAbove(curve, found.fall, +1, std::max(kOffsetPart * At(curve, found.fall), least),
+                                kOffsetQuiet, last);
 }
 
-// The line between the end of the T wave before (known from this beat's own and the RR interval) and the
-// onset.
-bool StandsOutOfLine(const Beat& beat, const Wave& wave, Place tOff) {
-    const Trace& velocity = beat.wideVelocity;
-    const Place previousT = tOff > 0 && beat.rr > 0 ? tOff - beat.rr : 0;
-    const Place from = std::max(previousT + 2 * kClearOfWave, kClearOfWave);
-    const Place to = wave.all.on - kClearOfWave;
-    if (to - from < kShortestLine) {
-        return true;
-    }
-    const double line = Median(beat, Between(velocity, from, to));
-    return std::min(At(velocity, wave.rise), At(velocity, wave.fall)) > kSteeperThanLine * line;
+bool StandsOut(const Beat& beat, const Found& found, Place previousT) {
+    const Trace& curve = beat.wideVelocity;
+    const auto line = Between(curve, previousT, found.edges.on - kClearOfWave);
+    const double noise =
+        static_cast<int>(line.size()) < kShortestLine ? 1 : std::max(kLeastLine, Median(beat, line));
+    return std::min(At(curve, found.rise), At(curve, found.fall)) > kSteeperThanLine * noise;
 }
 
-Interval FindInLead(const BeatLead& lead, const Wave& wave, Place rise, Place fall) {
-    const Trace& slope = lead.wideSlope;
-    const double onset = std::max(kLeadLeast, kLeadOnsetPart * std::fabs(At(slope, rise)));
-    const double offset = std::max(kLeadLeast, kLeadOffsetPart * std::fabs(At(slope, fall)));
-    Interval own{WalkOut(slope, rise, -1, {onset, kLeadQuiet, kReach}),
-                 WalkOut(slope, fall, +1, {offset, kLeadQuiet, kReach})};
-
-    const double base = LevelBeforeQrs(lead, wave.qrsOn);
-    const double returned =
-        std::max(kReturnedLeast, kReturnedPart * std::fabs(At(lead.wide, wave.peak) - base));
-    Place last = wave.qrsOn - 4;
-    while (last > fall && std::fabs(At(lead.wide, last) - base) <= returned) {
-        --last;
-    }
-    if (last > fall) {
-        own.off = Towards(own.off, last, kReturnedWeight);
-    }
-    own.on = std::clamp(own.on, wave.all.on - kLeadEarlierOnset, wave.all.on + kLeadLaterOnset);
-    own.off = std::clamp(own.off, wave.all.off - kLeadEarlierOffset, wave.all.off + kLeadLaterOffset);
-    own.off = std::min(own.off, wave.qrsOn - 2);
-    return own;
-}
-
-// The leads' own boundaries, and where the last marked slope of each ends.
-WaveBoundaries FindInLeads(const Beat& beat, const Wave& wave, LeadValues& lateOffsets) {
-    WaveBoundaries p;
-    LeadValues onsets, offsets;
-    std::array<double, KX_MEASURED_LEADS> riseSlope{}, fallSlope{};
-    double steepest = 0;
-    for (std::size_t code = 0; code < beat.leads.size(); ++code) {
-        const BeatLead& lead = beat.leads[code];
-        if (!lead.present) {
-            continue;
-        }
-        const Trace& slope = lead.wideSlope;
-        const Place rise = Steepest(slope, std::max(wave.from, wave.all.on), wave.peak);
-        const Place fall = Steepest(slope, wave.peak, wave.all.off);
-        riseSlope[code] = std::fabs(At(slope, rise));
-        fallSlope[code] = std::fabs(At(slope, fall));
-        steepest = std::max({steepest, riseSlope[code], fallSlope[code]});
-        p.leads[code] = FindInLead(lead, wave, rise, fall);
-        onsets.Add(p.leads[code].on);
-        offsets.Add(p.leads[code].off);
-        const double late = std::max(kLateLeast, kLatePart * fallSlope[code]);
-        lateOffsets.Add(std::min(WalkOut(slope, fall, +1, {late, kLateQuiet, kReach}), wave.qrsOn - 2));
-    }
-    const double agreedOnset = Median(beat, onsets), agreedOffset = Median(beat, offsets);
-    const auto clearness = [&](double slope) { return std::min(1.0, slope / (kClearPart * steepest)); };
-    for (std::size_t code = 0; code < beat.leads.size(); ++code) {
-        if (beat.leads[code].present) {
-            Interval& own = p.leads[code];
-            const double rise = clearness(riseSlope[code]);
-            const auto lag = kLeadOnsetLag + static_cast<int>(std::lround(kFaintOnsetLag * (1 - rise)));
-            own.on = std::max(1, Towards(agreedOnset, own.on, kOwnWeight * rise) + lag);
-            own.off =
-                Towards(agreedOffset, own.off, kOwnWeight * clearness(fallSlope[code])) - kLeadOffsetLead;
-            own.off = std::max(own.off, own.on + 1);
-        }
-    }
-    return p;
+// The lead's own edges, half way to those of all leads.
+Interval FindInLead(const Beat& beat, const BeatLead& lead, Interval all, Found found) {
+    Sizes(lead.wideSlope, beat.curve);
+    FindEdges(beat, beat.curve, all.on, all.off, found);
+    const Place on = Rounded(all.on + kOwnWeight * (found.edges.on - all.on) + kLeadOnsetLag);
+    const Place off = Rounded(all.off + kOwnWeight * (found.edges.off - all.off) - kLeadOffsetLead);
+    return {std::min(on, found.peak), std::max(off, found.peak + 1)};
 }
 
 }  // namespace
 
 WaveBoundaries FindP(const Beat& beat, const WaveBoundaries& qrs, const WaveBoundaries& t) {
-    Wave wave;
-    wave.qrsOn = qrs.global.on;
-    wave.from = std::max(4, wave.qrsOn - kSearch);
-    if (wave.qrsOn - wave.from < kShortestSearch) {
+    const Place qrsOn = qrs.global.on;
+    const Place previousT = t.global.Present() && beat.rr > 0 ? std::max(1, t.global.off - beat.rr) : 1;
+    Found found{.from = std::max(qrsOn - kSearch, previousT), .qrsOn = qrsOn, .peak = 0, .edges = {}};
+    if (qrsOn - found.from < kShortestSearch) {
         return {};
     }
-    FindPeak(beat, wave);
-    if (wave.prominence < kLeastProminence) {
+    found.peak = FindPeak(beat, found.from, qrsOn);
+    if (found.peak == 0) {
         return {};
     }
-    FindOnAllLeads(beat, wave);
-    const bool paced =
-        std::max(At(beat.wideVelocity, wave.rise), At(beat.wideVelocity, wave.fall)) > kPacedSlope;
-    const int duration = wave.all.off - wave.all.on;
-    if (duration > kLongest ||
-        (!paced && (duration < kShortest || !StandsOutOfLine(beat, wave, t.global.off)))) {
+    FindEdges(beat, beat.wideVelocity, std::max(1, found.from - kClearOfWave), qrsOn, found);
+    if (!StandsOut(beat, found, previousT)) {
         return {};
     }
-    LeadValues lateOffsets;
-    WaveBoundaries p = FindInLeads(beat, wave, lateOffsets);
-    p.global.on = std::max(1, wave.all.on - kOnsetLead);
-    p.global.off =
-        Towards(wave.all.off, static_cast<Place>(Quantile(beat, lateOffsets, kLateQuantile)), kLateWeight);
-    if (paced) {
-        const Trace& velocity = beat.wideVelocity;
-        const Place fall = Steepest(velocity, wave.fall + kAfterImpulse, wave.qrsOn - kClearOfQrs - 4);
-        const Place end =
-            WalkOut(velocity, fall, +1, {kOffsetPart * At(velocity, fall), kOffsetQuiet, kReach});
-        p.global.off = std::max(p.global.off, end);
+    WaveBoundaries p;
+    p.global.on = Rounded(found.edges.on - kOnsetLead);
+    p.global.off = std::clamp(Rounded(qrsOn + kOwnOffset * (found.edges.off - qrsOn) - kOffsetLead),
+                              found.peak + 1, qrsOn - 1);
+    for (std::size_t code = 0; code < beat.leads.size(); ++code) {
+        if (beat.leads[code].present) {
+            p.leads[code] = FindInLead(beat, beat.leads[code], p.global, found);
+        }
     }
-    p.global.off = std::min(p.global.off + kOffsetLag, wave.qrsOn - 2);
     return p;
 }
 

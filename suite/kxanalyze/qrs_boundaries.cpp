@@ -2,113 +2,76 @@
 #include <cmath>
 
 #include "suite/kxanalyze/boundaries.h"
-#include "suite/kxanalyze/slope_walk.h"
+#include "suite/kxanalyze/curve.h"
 
 namespace kx::analysis {
 namespace {
 
-// The onset and the offset of the complex on all leads: the spatial velocity falls to this part of its
-// largest value, or to so many times the velocity of the quietest tenth of the beat.
-constexpr double kVelocityPart = 0.03;
-constexpr double kNoiseOnset = 2.5;
-constexpr double kNoiseOffset = 3.0;
-constexpr int kQuietOnset = 14;
-constexpr int kQuietOffset = 12;
-constexpr int kReachOnset = 120;
-constexpr int kReachOffset = 160;
-// A reader sets the earliest onset and the latest offset where the curve leaves the line and where it has
-// come to rest, which is outside the place at which its slope passes a threshold.
-constexpr int kOnsetLead = 11;
-constexpr int kOffsetLag = 6;
+// Where the line beside the complex is looked for, ms from its centre.
+constexpr int kNearestBefore = 16;
+constexpr int kFarthestBefore = 150;
+constexpr int kNearestBehind = 24;
+constexpr int kFarthestBehind = 160;
+// What stands out of the line: so many times its velocity, and this part of the largest.
+constexpr double kFloorFactor = 2.5;
+constexpr double kPart = 0.025;
+// Seen from the line the complex has begun for good where the curve reaches this.
+constexpr double kBegun = 0.25;
+constexpr double kBegunFactor = 4;
+// Readers see a complex begin before the curve passes the threshold, and end behind it.
+constexpr double kOnsetLead = 8.2;
+constexpr double kOffsetLag = 2.2;
+// A complex whose edge lies near a pacing spike begins with it.
+constexpr int kBehindSpike = 6;
+constexpr int kSpikeBehindEdge = 50;
+constexpr int kSpikeBeforeEdge = 120;
+// A lead's own edge counts this much beside that of all leads.
+constexpr double kOwnWeight = 0.4;
 
-// The same for one lead, with the least slope that counts (microvolts per ms), and how far from the place on
-// all leads its own may lie.
-constexpr double kLeadPart = 0.03;
-constexpr double kLeadLeastOnset = 1.2;
-constexpr double kLeadLeastOffset = 2.5;
-constexpr int kLeadQuietOnset = 14;
-constexpr int kLeadQuietOffset = 10;
-constexpr int kLeadEarlierOnset = 4;
-constexpr int kLeadLaterOnset = 30;
-constexpr int kLeadEarlierOffset = 15;
-constexpr int kLeadLaterOffset = 10;
-constexpr int kLeadOnsetLead = 3;
-constexpr double kOwnOnset = 0.35;
-constexpr double kOwnOffset = 0.6;
-
-// Slowest spatial velocity that makes a complex, microvolts per ms.
-constexpr double kLeastVelocity = 1.0;
-
-// The steepest place on all leads. Of the beats that may lie in the block the one near the middle is meant: a
-// place far from it counts for up to 30 % less.
-Place FindSteepestPlace(const Beat& beat) {
-    const double middle = 0.4 * beat.length;
-    double best = 0;
-    Place place = 0;
-    for (Place i = 0; i < beat.length; ++i) {
-        const double away = std::min(1.0, std::fabs(i - middle) / middle);
-        const double value = beat.fineVelocity[static_cast<std::size_t>(i)] * (1 - 0.3 * away * away);
-        if (value > best) {
-            best = value;
-            place = i;
+// The edge of the complex seen from the line: the last place below the threshold before the complex has begun
+// for good. Coming from the line is what cannot step over it into the wave on its other side.
+Place FindEdge(const Trace& curve, const Line& line, Place centre) {
+    const double largest = At(curve, centre);
+    const double threshold = std::max(kFloorFactor * line.floor, kPart * largest + line.floor / 2);
+    const double begun = std::max(kBegunFactor * threshold, kBegun * largest);
+    const int step = line.place < centre ? 1 : -1;
+    Place edge = line.place;
+    for (Place i = line.place; i != centre && At(curve, i) <= begun; i += step) {
+        if (At(curve, i) < threshold) {
+            edge = i;
         }
     }
-    return place;
+    return edge;
 }
 
-Interval FindOnAllLeads(const Beat& beat) {
-    const Trace& velocity = beat.fineVelocity;
-    const Place steepest = FindSteepestPlace(beat);
-    const double largest = velocity[static_cast<std::size_t>(steepest)];
-    if (largest < kLeastVelocity) {
-        return {};
-    }
-    const double noise = Quantile(beat, velocity, 0.1);
-    const double part = kVelocityPart * largest;
-    return {
-        WalkOut(velocity, steepest, -1, {std::max(kNoiseOnset * noise, part), kQuietOnset, kReachOnset}),
-        WalkOut(velocity, steepest, +1, {std::max(kNoiseOffset * noise, part), kQuietOffset, kReachOffset})};
+Interval FindEdges(const Trace& curve, Place centre) {
+    return {FindEdge(curve, FindLine(curve, centre - kFarthestBefore, centre - kNearestBefore), centre),
+            FindEdge(curve, FindLine(curve, centre + kNearestBehind, centre + kFarthestBehind), centre)};
 }
 
-Interval FindInLead(const BeatLead& lead, Interval all) {
-    const Trace& slope = lead.fineSlope;
-    const Place steepest = Steepest(slope, all.on, all.off);
-    const double part = kLeadPart * std::fabs(slope[static_cast<std::size_t>(steepest)]);
-    const Place on =
-        WalkOut(slope, steepest, -1, {std::max(kLeadLeastOnset, part), kLeadQuietOnset, kReachOnset});
-    const Place off =
-        WalkOut(slope, steepest, +1, {std::max(kLeadLeastOffset, part), kLeadQuietOffset, kReachOffset});
-    return {std::clamp(on, all.on - kLeadEarlierOnset, all.on + kLeadLaterOnset),
-            std::clamp(off, all.off - kLeadEarlierOffset, all.off + kLeadLaterOffset)};
+Interval FindInLead(const Beat& beat, const BeatLead& lead, Interval all) {
+    Sizes(lead.fineSlope, beat.curve);
+    const Place centre = LargestPlace(beat.curve, all.on, all.off);
+    const Interval own = FindEdges(beat.curve, centre);
+    const Place on = std::clamp(own.on, all.on, centre);
+    const Place off = std::clamp(own.off, centre, all.off);
+    return {Rounded(all.on + kOwnWeight * (on - all.on)), Rounded(all.off + kOwnWeight * (off - all.off))};
 }
 
 }  // namespace
 
 WaveBoundaries FindQrs(const Beat& beat) {
     WaveBoundaries qrs;
-    const Interval all = FindOnAllLeads(beat);
-    if (!all.Present()) {
-        return qrs;
-    }
-    LeadValues onsets, offsets;
+    const Interval edges = FindEdges(beat.fineVelocity, beat.centre);
+    const bool paced = beat.spike > 0 && edges.on >= beat.spike - kSpikeBehindEdge &&
+                       edges.on <= beat.spike + kSpikeBeforeEdge;
+    qrs.global.on = Rounded(paced ? beat.spike + kBehindSpike : edges.on - kOnsetLead);
+    qrs.global.off = std::clamp(Rounded(edges.off + kOffsetLag), qrs.global.on + 1, beat.length - 1);
     for (std::size_t code = 0; code < beat.leads.size(); ++code) {
         if (beat.leads[code].present) {
-            qrs.leads[code] = FindInLead(beat.leads[code], all);
-            onsets.Add(qrs.leads[code].on);
-            offsets.Add(qrs.leads[code].off);
+            qrs.leads[code] = FindInLead(beat, beat.leads[code], qrs.global);
         }
     }
-    const double agreedOnset = Median(beat, onsets) - kLeadOnsetLead;
-    const double agreedOffset = Median(beat, offsets);
-    for (std::size_t code = 0; code < beat.leads.size(); ++code) {
-        if (beat.leads[code].present) {
-            Interval& own = qrs.leads[code];
-            own.on = std::max(1, Towards(agreedOnset, own.on - kLeadOnsetLead, kOwnOnset));
-            own.off = std::max(own.on + 1, Towards(agreedOffset, own.off, kOwnOffset));
-        }
-    }
-    qrs.global.on = std::max(1, all.on - kOnsetLead);
-    qrs.global.off = std::max(qrs.global.on + 1, std::min(all.off + kOffsetLag, beat.length - 1));
     return qrs;
 }
 

@@ -2,82 +2,128 @@
 #include <cmath>
 
 #include "suite/kxanalyze/boundaries.h"
-#include "suite/kxanalyze/slope_walk.h"
+#include "suite/kxanalyze/curve.h"
 
 namespace kx::analysis {
 namespace {
 
-// Where the wave is looked for: from this long behind the QRS complex, to this part of the RR interval and so
-// many ms behind the QRS onset, never later than the last limit. Without an RR interval one of 900 ms is
-// assumed.
-constexpr int kAfterQrs = 60;
-constexpr double kRrPart = 0.5;
-constexpr int kRrPlus = 180;
-constexpr int kLatest = 640;
+// Where the wave is looked for, ms: behind the complex, before the next beat.
+constexpr int kAfterQrs = 56;
+constexpr int kLatest = 700;
+constexpr int kHalfRrPlus = 220;
+constexpr int kBeforeNext = 120;
+constexpr int kBeforeNextSlow = 180;  // at an RR interval above a second
 constexpr int kAssumedRr = 900;
-constexpr int kShortestSearch = 80;
-// The level that the wave stands on is the mean of this stretch before the QRS onset.
+constexpr int kShortestSearch = 40;
+// Where its peak is expected: at this part of 400 ms times the cube root of the RR interval in seconds (L. S.
+// Fridericia, Acta Med. Scand. 53, 469-486, 1920), give or take the other.
+constexpr double kExpected = 0.76;
+constexpr double kSpread = 0.20;
+constexpr double kQtAtOneSecond = 400;
+constexpr double kShortestRr = 0.4;
+constexpr double kLongestRr = 1.6;
+// A lead is heard as far as its wave is so many times as high as its noise climbs in 12 ms.
+constexpr double kClear = 15;
+constexpr double kNoiseMs = 12;
+// How far a wave falls to each side of its peak; the end of a T wave is clearer than its beginning.
+constexpr int kReach = 140;
+constexpr double kRisePart = 0.3;
+// The level before the complex is the mean of this stretch before its onset.
 constexpr int kLevelFrom = 14;
 constexpr int kLevelTo = 4;
-
-constexpr int kRise = 110;
-constexpr int kFall = 130;
-constexpr double kOnsetPart = 0.5;
-constexpr double kOffsetPart = 0.2;
-constexpr int kQuiet = 20;
-constexpr int kOnsetQuiet = 8;
-constexpr int kLeadOnsetLag = -10;
-constexpr double kLeadOnsetPart = 0.4;
-constexpr int kReach = 160;
-// The latest offset of all: half way between that of all leads together and that of the latest leads, and a
-// little later.
-constexpr double kLateQuantile = 0.95;
-constexpr double kLateWeight = 0.5;
-constexpr int kOffsetLag = 9;
-
-// In one lead: its peak may lie this far from that of all leads together.
+// In one lead: how far its peak lies from that of all leads; where the slope behind it has come to rest, and
+// how long the line is that follows.
 constexpr int kPeakApart = 40;
-constexpr double kLeadLeast = 0.1;  // microvolts per ms
-constexpr double kLeadOffsetPart = 0.25;
-constexpr int kLeadQuiet = 16;
-constexpr int kLeadEarlierOffset = 70;
-constexpr int kLeadLaterOffset = 20;
-// A lead speaks for itself as far as its slope reaches this part of the steepest lead's.
-constexpr double kClearPart = 0.8;
-constexpr double kOwnOffset = 0.5;
-constexpr double kOwnOnset = 0.8;
+constexpr double kRest = 0.25;
+constexpr int kLineMs = 50;
+constexpr int kRiseReach = 110;
+constexpr double kOnsetPart = 0.33;
+constexpr int kClearOfQrs = 10;
+// The end of all leads is one of the latest, and later: a tangent meets the line before the wave has left it.
+constexpr double kLateQuantile = 0.85;
+constexpr int kGlobalLag = 16;
+constexpr int kLeadLag = 12;
+constexpr double kOwnWeight = 0.5;
 
-double At(const Trace& trace, Place place) {
-    return trace[static_cast<std::size_t>(place)];
+struct Search {
+    Place from;
+    Place to;
+    double expected;
+    double spread;
+};
+
+Search WhereToLook(const Beat& beat, Interval qrs) {
+    const int rr = beat.rr > 0 ? beat.rr : kAssumedRr;
+    const int beforeNext = rr > 1000 ? kBeforeNextSlow : kBeforeNext;
+    const double qt = kQtAtOneSecond * std::cbrt(std::clamp(rr / 1000.0, kShortestRr, kLongestRr));
+    const Place latest = qrs.on + std::min({rr / 2 + kHalfRrPlus, kLatest, rr - beforeNext});
+    return {qrs.off + kAfterQrs, std::min(latest, beat.length - 3), qrs.on + kExpected * qt, kSpread * qt};
 }
 
-// The highest local maximum above the lowest value that follows it; 0 when the curve has none.
-Place FindPeak(const Trace& deflection, Place from, Place limit) {
-    Place peak = 0;
-    double best = 0;
-    for (Place i = from; i < limit; ++i) {
-        const double value = At(deflection, i);
-        if (value < At(deflection, i - 1) || value <= At(deflection, i + 1)) {
+double LevelBefore(const BeatLead& lead, Place qrsOn) {
+    return MeanBetween(lead.wide, qrsOn - kLevelFrom, qrsOn - kLevelTo, lead.wide.front());
+}
+
+// How far the leads stand from their level before the complex, each as a part of its own largest distance.
+const Trace& FindHeight(const Beat& beat, Place qrsOn, const Search& search) {
+    Trace& height = beat.curve;
+    height.assign(static_cast<std::size_t>(beat.length), 0);
+    for (const BeatLead& lead : beat.leads) {
+        if (!lead.present) {
             continue;
         }
-        double lowest = value;
-        for (Place k = i + 1; k < limit && At(deflection, k) <= value; ++k) {
-            lowest = std::min(lowest, At(deflection, k));
+        const double base = LevelBefore(lead, qrsOn);
+        double highest = 0;
+        for (const double value : Between(lead.wide, search.from, search.to)) {
+            highest = std::max(highest, std::fabs(value - base));
         }
-        if (value - lowest > best) {
-            best = value - lowest;
+        const double clear = kClear * kNoiseMs * lead.wideNoise;
+        const double scale = 1 / std::max({highest, clear, 1e-9});
+        for (Place i = search.from - kAfterQrs; i < std::min(beat.length, search.to + kReach); ++i) {
+            const double away = (At(lead.wide, i) - base) * scale;
+            height[static_cast<std::size_t>(i)] += away * away;
+        }
+    }
+    std::transform(height.begin(), height.end(), height.begin(),
+                   [](double value) { return std::sqrt(value); });
+    return height;
+}
+
+// The lowest value on the way from a peak to a higher one or to `end`.
+double Valley(const Trace& curve, Place peak, int direction, Place end) {
+    double lowest = At(curve, peak);
+    for (Place i = peak; i != end && At(curve, i) <= At(curve, peak); i += direction) {
+        lowest = std::min(lowest, At(curve, i));
+    }
+    return lowest;
+}
+
+Place FindPeak(const Trace& height, const Search& search) {
+    Place peak = 0;
+    double best = 0;
+    for (Place i = search.from; i <= search.to; ++i) {
+        const double value = At(height, i);
+        if (value < At(height, i - 1) || value <= At(height, i + 1)) {
+            continue;
+        }
+        const double fall =
+            value - Valley(height, i, +1, std::min(i + kReach, static_cast<Place>(height.size())));
+        const double rise = value - Valley(height, i, -1, std::max(i - kReach, search.from - kAfterQrs));
+        const double away = (i - search.expected) / search.spread;
+        const double score = (fall + kRisePart * rise) * std::exp(-away * away / 2);
+        if (score > best) {
+            best = score;
             peak = i;
         }
     }
     return peak;
 }
 
-// The lead's own peak, near that of all leads together.
-Place FindLeadPeak(const BeatLead& lead, Place qrsOn, Place peak, Place limit) {
-    const double base = MeanBetween(lead.wide, qrsOn - kLevelFrom, qrsOn - kLevelTo, lead.wide.front());
-    const Place from = peak - kPeakApart;
+Place FindLeadPeak(const BeatLead& lead, Place qrsOn, Place peak, const Search& search) {
+    const double base = LevelBefore(lead, qrsOn);
     Place own = peak;
-    for (Place i = from; i <= std::min(peak + kPeakApart, limit); ++i) {
+    const Place last = std::min(peak + kPeakApart, search.to);
+    for (Place i = std::max(peak - kPeakApart, search.from); i <= last; ++i) {
         if (std::fabs(At(lead.wide, i) - base) > std::fabs(At(lead.wide, own) - base)) {
             own = i;
         }
@@ -85,67 +131,74 @@ Place FindLeadPeak(const BeatLead& lead, Place qrsOn, Place peak, Place limit) {
     return own;
 }
 
+// Where the tangent at the steepest place behind the peak meets the line that follows (E. Lepeschkin and B.
+// Surawicz, Circulation 6, 378-388, 1952).
+Place FindEnd(const Beat& beat, const BeatLead& lead, Place peak) {
+    Sizes(lead.wideSlope, beat.curve);
+    const Place fall = LargestPlace(beat.curve, peak, std::min(peak + kReach, beat.length - 2));
+    const double slope = At(lead.wideSlope, fall);
+    if (slope == 0) {
+        return fall;
+    }
+    Place rest = fall;
+    while (rest < beat.length - 2 && At(beat.curve, rest) >= kRest * At(beat.curve, fall)) {
+        ++rest;
+    }
+    const double level = Median(beat, Between(lead.wide, rest, rest + kLineMs));
+    return fall + Rounded(std::clamp((level - At(lead.wide, fall)) / slope, 0.0, double{kReach}));
+}
+
+Place FindOnset(const Beat& beat, const BeatLead& lead, Place peak, Place qrsOff) {
+    Sizes(lead.wideSlope, beat.curve);
+    const Place rise = LargestPlace(beat.curve, std::max(qrsOff + kClearOfQrs, peak - kRiseReach), peak + 1);
+    Place on = rise;
+    while (on > qrsOff && At(beat.curve, on) > kOnsetPart * At(beat.curve, rise)) {
+        --on;
+    }
+    return on;
+}
+
+// Moves the leads' own places half way to the one that they agree on.
+void Agree(const Beat& beat, WaveBoundaries& t) {
+    LeadValues onsets, offsets;
+    for (const Interval& own : t.leads) {
+        if (own.Present()) {
+            onsets.Add(own.on);
+            offsets.Add(own.off);
+        }
+    }
+    const double on = Median(beat, onsets), off = Median(beat, offsets);
+    t.global.on = Rounded(on);
+    t.global.off = std::min(Rounded(Quantile(beat, offsets, kLateQuantile) + kGlobalLag), beat.length - 1);
+    for (Interval& own : t.leads) {
+        if (own.Present()) {
+            own.off = std::min(Rounded(off + kOwnWeight * (own.off - off) + kLeadLag), t.global.off);
+            own.on = std::min(Rounded(on + kOwnWeight * (own.on - on)), own.off - 1);
+            t.global.on = std::min(t.global.on, own.on);
+        }
+    }
+}
+
 }  // namespace
 
 WaveBoundaries FindT(const Beat& beat, const WaveBoundaries& qrs) {
     WaveBoundaries t;
-    const Interval complex = qrs.global;
-    const int rr = beat.rr > 0 ? beat.rr : kAssumedRr;
-    const Place limit = std::min(
-        {beat.length - 3, complex.on + static_cast<Place>(kRrPart * rr) + kRrPlus, complex.on + kLatest});
-    const Place from = complex.off + kAfterQrs;
-    if (limit - from < kShortestSearch) {
+    const Search search = WhereToLook(beat, qrs.global);
+    if (search.to - search.from < kShortestSearch) {
         return t;
     }
-    const Place peak =
-        FindPeak(DistanceFrom(beat, complex.on - kLevelFrom, complex.on - kLevelTo, complex.off, limit + 1),
-                 from, limit);
+    const Place peak = FindPeak(FindHeight(beat, qrs.global.on, search), search);
     if (peak == 0) {
         return t;
     }
-    const Trace& velocity = beat.wideVelocity;
-    const Place fall = Steepest(velocity, peak, std::min(limit, peak + kFall));
-    const Place rise = Steepest(velocity, std::max(complex.off + kQuiet, peak - kRise), peak);
-    const Interval all{WalkOut(velocity, rise, -1, {kOnsetPart * At(velocity, rise), kOnsetQuiet, kReach}),
-                       WalkOut(velocity, fall, +1, {kOffsetPart * At(velocity, fall), kQuiet, kReach})};
-
-    LeadValues onsets, offsets;
-    std::array<double, KX_MEASURED_LEADS> fallSlope{};
-    double steepest = 0;
     for (std::size_t code = 0; code < beat.leads.size(); ++code) {
         const BeatLead& lead = beat.leads[code];
-        if (!lead.present) {
-            continue;
-        }
-        const Trace& slope = lead.wideSlope;
-        const Place ownPeak = FindLeadPeak(lead, complex.on, peak, limit);
-        const Place ownFall = Steepest(slope, ownPeak, std::min(limit, all.off));
-        const Place ownRise = Steepest(slope, all.on, ownPeak);
-        fallSlope[code] = std::fabs(At(slope, ownFall));
-        steepest = std::max(steepest, fallSlope[code]);
-        const double offset = std::max(kLeadLeast, kLeadOffsetPart * fallSlope[code]);
-        Interval& own = t.leads[code];
-        own.off = std::clamp(WalkOut(slope, ownFall, +1, {offset, kLeadQuiet, kReach}),
-                             all.off - kLeadEarlierOffset, all.off + kLeadLaterOffset);
-        own.on = WalkOut(slope, ownRise, -1,
-                         {kLeadOnsetPart * std::fabs(At(slope, ownRise)), kOnsetQuiet, kReach});
-        onsets.Add(own.on);
-        offsets.Add(own.off);
-    }
-    const double agreedOnset = Median(beat, onsets), agreedOffset = Median(beat, offsets);
-    t.global.on = all.on;
-    for (std::size_t code = 0; code < beat.leads.size(); ++code) {
-        if (beat.leads[code].present) {
-            Interval& own = t.leads[code];
-            const double weight = kOwnOffset * std::min(1.0, fallSlope[code] / (kClearPart * steepest));
-            own.off = Towards(agreedOffset, own.off, weight);
-            own.on =
-                std::clamp(Towards(agreedOnset, own.on, kOwnOnset) + kLeadOnsetLag, complex.off, own.off - 1);
-            t.global.on = std::min(t.global.on, own.on);
+        if (lead.present) {
+            const Place own = FindLeadPeak(lead, qrs.global.on, peak, search);
+            t.leads[code] = {FindOnset(beat, lead, own, qrs.global.off), FindEnd(beat, lead, own)};
         }
     }
-    const auto late = static_cast<Place>(Quantile(beat, offsets, kLateQuantile));
-    t.global.off = std::min(Towards(all.off, late, kLateWeight) + kOffsetLag, beat.length - 1);
+    Agree(beat, t);
     return t;
 }
 

@@ -1,4 +1,4 @@
-#include "tests/evaluation/marked_beats.h"
+#include "bench/evaluation/marked_beats.h"
 
 namespace kx::evaluation {
 namespace {

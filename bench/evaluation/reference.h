@@ -7,9 +7,9 @@
 #include <span>
 #include <vector>
 
+#include "bench/evaluation/marked_beats.h"
 #include "host/recording/recording.h"
 #include "include/kxdialogs.h"
-#include "tests/evaluation/marked_beats.h"
 
 namespace kx::evaluation {
 
@@ -27,25 +27,21 @@ struct BeatPlaces {
 };
 
 struct Reference {
-    // global: the earliest of the leads' onsets, the latest of their offsets.
+    // global: the second earliest of the leads' onsets, the second latest of their offsets: in single records
+    // the outermost lead stands 50 to 130 ms outside. No T onset: no field holds one.
     BeatPlaces places;
-    // The other way to join beats and leads: of each beat the earliest onset and the latest offset that is
-    // marked in any lead, and of these the median. A single mark far out moves it.
-    Places widestOfBeats;
     // Which boundaries belong to waves that are marked in no beat at all although the beats are marked.
     std::array<bool, kBoundaries> absentGlobal{};
     std::array<std::array<bool, kBoundaries>, recording::kLeadCount> absent{};
 };
 
-// The reference of a median beat: of each boundary the median, over the beats that are in the median beat, of
-// its distance from the beat's alignment point. A wave counts as there when at least half of the beats have
-// it. leads[i]: marked beats of lead i; alignedMs as in MedianBeat; alignmentMs: the alignment point's place
-// in the median beat.
-Reference MakeReference(std::span<const std::vector<MarkedBeat>> leads, const std::vector<int>& alignedMs,
+// The reference of a median beat: of each boundary the median, over the beats, of its distance from the beat.
+// A wave counts as there when at least half of the beats have it. leads[i]: marked beats of lead i; beatsMs:
+// the beats where they are reported, ms; alignmentMs: the place in the median beat that they are reported at.
+Reference MakeReference(std::span<const std::vector<MarkedBeat>> leads, const std::vector<int>& beatsMs,
                         double alignmentMs);
 
-// What a measurement set says. The onset of a lead's QRS complex is that of its first component; there is no
-// T onset on all leads together.
+// What a measurement set says. The onset of a lead's QRS complex is that of its first component.
 BeatPlaces MeasuredPlaces(const KxMeasurementSet& set);
 
 }  // namespace kx::evaluation

@@ -1,4 +1,4 @@
-#include "tests/evaluation/boundaries.h"
+#include "bench/evaluation/reference.h"
 
 #include <algorithm>
 #include <cmath>
@@ -41,14 +41,19 @@ bool IsOnset(std::size_t boundary) {
     return boundary == kPOn || boundary == kQrsOn || boundary == kTOn;
 }
 
-// Takes in the places of a lead: onsets that are earlier, offsets that are later.
-void Widen(const Places& lead, Places& widest) {
-    for (std::size_t i = 0; i < kBoundaries; ++i) {
-        if (lead[i]) {
-            const double before = widest[i].value_or(*lead[i]);
-            widest[i] = IsOnset(i) ? std::min(before, *lead[i]) : std::max(before, *lead[i]);
+// The outermost but one; of a single lead its own.
+std::optional<double> OutermostButOne(const BeatPlaces& places, std::size_t boundary) {
+    std::vector<double> values;
+    for (const Places& lead : places.leads) {
+        if (lead[boundary]) {
+            values.push_back(*lead[boundary]);
         }
     }
+    std::sort(values.begin(), values.end());
+    if (!IsOnset(boundary)) {
+        std::reverse(values.begin(), values.end());
+    }
+    return values.empty() ? std::nullopt : std::optional(values[values.size() == 1 ? 0 : 1]);
 }
 
 double Median(std::vector<double>& values) {
@@ -86,32 +91,24 @@ std::optional<double> Marked(std::uint16_t place) {
 
 }  // namespace
 
-Reference MakeReference(std::span<const std::vector<MarkedBeat>> leads, const std::vector<int>& alignedMs,
+Reference MakeReference(std::span<const std::vector<MarkedBeat>> leads, const std::vector<int>& beatsMs,
                         double alignmentMs) {
-    Collected global;
-    std::vector<Collected> own(leads.size());
-    for (const int ms : alignedMs) {
-        Places widest;
-        bool marked = false;
-        for (std::size_t lead = 0; lead < leads.size(); ++lead) {
-            const MarkedBeat* beat = BeatAt(leads[lead], ms);
-            if (!beat) {
-                continue;
+    Reference reference;
+    reference.absentGlobal.fill(true);
+    for (std::size_t lead = 0; lead < leads.size(); ++lead) {
+        Collected own;
+        for (const int ms : beatsMs) {
+            if (const MarkedBeat* beat = BeatAt(leads[lead], ms)) {
+                own.Add(PlacesOf(*beat), ms);
             }
-            marked = true;
-            const Places places = PlacesOf(*beat);
-            own[lead].Add(places, ms);
-            Widen(places, widest);
         }
-        if (marked) {
-            global.Add(widest, ms);
+        own.Conclude(alignmentMs, reference.places.leads[lead], reference.absent[lead]);
+        for (std::size_t i = 0; i < kBoundaries && own.beats > 0; ++i) {
+            reference.absentGlobal[i] = reference.absentGlobal[i] && reference.absent[lead][i];
         }
     }
-    Reference reference;
-    global.Conclude(alignmentMs, reference.widestOfBeats, reference.absentGlobal);
-    for (std::size_t lead = 0; lead < leads.size(); ++lead) {
-        own[lead].Conclude(alignmentMs, reference.places.leads[lead], reference.absent[lead]);
-        Widen(reference.places.leads[lead], reference.places.global);
+    for (std::size_t i = 0; i < kBoundaries; ++i) {
+        reference.places.global[i] = i == kTOn ? std::nullopt : OutermostButOne(reference.places, i);
     }
     return reference;
 }

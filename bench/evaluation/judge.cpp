@@ -1,0 +1,32 @@
+#include "bench/evaluation/judge.h"
+
+#include "host/recording/median_beat.h"
+#include "suite/kxanalyze/delineator.h"
+#include "tests/unit/analyze/synthetic_beat.h"
+
+namespace kx::evaluation {
+
+std::optional<MeasuredRecord> Measure(const recording::Recording& recording, std::string& refusal) {
+    const auto beat = recording::MakeMedianBeat(recording, refusal);
+    if (!beat) {
+        return std::nullopt;
+    }
+    analysis::Episode episode({beat->leads.begin(), beat->leads.end()}, recording::kWorkingRate,
+                              recording::kResolutionNv);
+    episode.Set().rrInterval = static_cast<std::uint16_t>(beat->rrMs);
+    if (analysis::MeasureEpisode(episode.Get()) == 0) {
+        refusal = "the median beat cannot be measured";
+        return std::nullopt;
+    }
+    return MeasuredRecord{beat->beatsMs, MeasuredPlaces(episode.Set())};
+}
+
+RecordErrors Judge(const MarkedRecord& record, const MeasuredRecord& measured) {
+    RecordErrors errors =
+        Compare(MakeReference(record.marks, measured.beatsMs, recording::kAlignmentMs), measured.places);
+    errors.number = record.number;
+    errors.diagnosis = record.recording.diagnoses.empty() ? "" : record.recording.diagnoses.front();
+    return errors;
+}
+
+}  // namespace kx::evaluation

@@ -1,0 +1,35 @@
+// The beats of a recording, compared, aligned, and freed of its baseline: what a median beat is made of.
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include "host/recording/recording.h"
+
+namespace kx::recording {
+
+// Samples at kWorkingRate.
+using Places = std::vector<std::ptrdiff_t>;
+
+struct AlignedBeats {
+    Recording recording;  // at kWorkingRate, without its baseline
+    Recording heart;      // the same without pacing spikes (spikes.h)
+    // Of every beat its place, aligned with the others of its shape, whether that is the dominant shape, and
+    // whether the beat is to be in the median. All empty for a recording without beats.
+    Places places;
+    std::vector<bool> dominant;
+    std::vector<bool> kept;
+    int rrMs = 0;  // median RR interval; 0 with a single beat
+};
+
+// The steps before the median; see median_beat.h.
+AlignedBeats AlignBeats(const Recording& recording);
+
+// The places that are chosen.
+Places Chosen(const Places& places, const std::vector<bool>& chosen);
+
+// Sample `offset` from each place, the recording's ends continued.
+void GatherSamples(const std::vector<float>& lead, const Places& places, std::ptrdiff_t offset,
+                   std::vector<float>& values);
+
+}  // namespace kx::recording
