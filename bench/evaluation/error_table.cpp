@@ -77,7 +77,7 @@ void PrintLeads(const std::vector<RecordErrors>& records, bool leadByLead) {
         for (std::size_t lead = 0; lead < recording::kLeadCount; ++lead) {
             const Errors errors = OfLead(records, lead, i);
             if (leadByLead) {
-                PrintRow(recording::kLeadNames[lead], i, errors, {});
+                PrintRow(kLeadNames[lead], i, errors, {});
             }
             if (std::fabs(errors.Mean()) > std::fabs(OfLead(records, furthest, i).Mean())) {
                 furthest = lead;
@@ -85,7 +85,7 @@ void PrintLeads(const std::vector<RecordErrors>& records, bool leadByLead) {
         }
         const double mean = OfLead(records, furthest, i).Mean();
         std::printf("largest mean of a lead, %-8s %+5.1f (%s)   %2.0f %s\n", kBoundaryNames[i], mean,
-                    recording::kLeadNames[furthest], kLargestLeadMean,
+                    kLeadNames[furthest], kLargestLeadMean,
                     std::fabs(mean) <= kLargestLeadMean ? "met" : "over");
     }
 }
