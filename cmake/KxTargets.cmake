@@ -77,9 +77,11 @@ endfunction()
 # kx_test(NAME SOURCES...): one GoogleTest program, run once as a whole; its cases are counted from the XML it writes.
 # What it links besides is the caller's to say.
 function(kx_test name)
-    add_executable(${name} ${ARGN} "${PROJECT_SOURCE_DIR}/tests/main.cpp")
+    add_executable(${name} ${ARGN})
     kx_target(${name})
-    target_link_libraries(${name} PRIVATE GTest::gtest GTest::gmock)
+    kx_test_code(${name})
+    target_link_libraries(${name} PRIVATE kxtest)
+    target_precompile_headers(${name} REUSE_FROM kxtest)
     target_compile_definitions(${name} PRIVATE KX_RECORDS_DIR="${KX_RECORDS}" KX_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
     # Apart from the product's own binaries, so that a test may lay a module of its own beside itself.
     set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/test-bin")
@@ -87,4 +89,9 @@ function(kx_test name)
              COMMAND ${name} --gtest_brief=1 --gtest_output=xml:${CMAKE_BINARY_DIR}/results/${name}.xml
              WORKING_DIRECTORY ${CMAKE_BINARY_DIR})
     set_tests_properties(${name} PROPERTIES TIMEOUT 900)
+endfunction()
+
+# kx_test_code(NAME): code that is compiled more often than it runs long: neither optimised nor described to a debugger.
+function(kx_test_code name)
+    target_compile_options(${name} PRIVATE -O0 -g0)
 endfunction()

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "lib/annotation_store.h"
-#include "tests/unit/annotations/failing_memory.h"
+#include "tests/unit/watched_memory.h"
 #include "tests/unit/collected_reports.h"
 
 namespace {

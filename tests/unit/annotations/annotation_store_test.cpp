@@ -9,7 +9,7 @@
 #include <random>
 #include <vector>
 
-#include "tests/unit/annotations/failing_memory.h"
+#include "tests/unit/watched_memory.h"
 
 namespace {
 

@@ -2,56 +2,18 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <array>
-#include <cstdlib>
 #include <memory>
-#include <new>
 #include <vector>
 
 #include "lib/dbclient/sub_records.h"
 #include "lib/dbclient/test_record.h"
-
-namespace {
-
-// The addresses that were freed while watching, in their order.
-std::array<void*, 4096> freed;
-std::size_t freedCount = 0;
-bool watching = false;
-
-void Freed(void* address) {
-    if (watching && address != nullptr && freedCount < freed.size()) {
-        freed[freedCount++] = address;
-    }
-    std::free(address);
-}
-
-void* Allocated(std::size_t size) { return std::malloc(size != 0 ? size : 1); }
-
-}  // namespace
-
-void* operator new(std::size_t size) {
-    if (void* memory = Allocated(size)) {
-        return memory;
-    }
-    throw std::bad_alloc();
-}
-void* operator new[](std::size_t size) { return operator new(size); }
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return Allocated(size); }
-void* operator new[](std::size_t size, const std::nothrow_t&) noexcept { return Allocated(size); }
-void operator delete(void* address) noexcept { Freed(address); }
-void operator delete[](void* address) noexcept { Freed(address); }
-void operator delete(void* address, std::size_t) noexcept { Freed(address); }
-void operator delete[](void* address, std::size_t) noexcept { Freed(address); }
+#include "tests/unit/watched_memory.h"
 
 namespace kx {
 namespace {
 
-std::vector<void*> FreedWhileWatching() {
-    watching = false;
-    std::vector<void*> addresses(freed.begin(), freed.begin() + static_cast<std::ptrdiff_t>(freedCount));
-    freedCount = 0;
-    return addresses;
-}
+using test::FreedWhileWatching;
+using test::WatchFreedMemory;
 
 TEST(Ownership, ARecordMadeHereFreesItsObjectsInOrder) {
     auto* test = new TestRecord;
@@ -101,7 +63,7 @@ TEST(Ownership, ARecordMadeHereFreesItsObjectsInOrder) {
                                          test->annotations2,
                                          test->ecg,
                                          test};
-    watching = true;
+    WatchFreedMemory();
     delete test;
     std::vector<void*> addresses = FreedWhileWatching();
     // What the annotation stores free by themselves lies between.
@@ -114,14 +76,14 @@ TEST(Ownership, ReplacingAnObjectFreesThePreviousOne) {
     test.SetSpirometry(NewSubRecord<KxSpirometry>());
     const void* previous = test.spirometry;
     auto next = NewSubRecord<KxSpirometry>();
-    watching = true;
+    WatchFreedMemory();
     test.SetSpirometry(std::move(next));
     EXPECT_EQ(FreedWhileWatching(), std::vector<void*>{const_cast<void*>(previous)});
 
     EpisodeRecord* episode = test.AddEpisode(0, 12, 10, 500, 1000);
     const std::vector<std::uint8_t> block = episode->Serialize();
     void* samples = episode->samples;
-    watching = true;
+    WatchFreedMemory();
     episode->Deserialize(block.data(), block.size());
     EXPECT_EQ(FreedWhileWatching(), std::vector<void*>{samples});
 }
@@ -140,7 +102,7 @@ TEST(Ownership, NothingOfAHostsRecordIsFreed) {
     host->episodeCount = 1;
     host->ecg = samples;
     const DateTime time(2013, 1, 1);
-    watching = true;
+    WatchFreedMemory();
     TestRecord& test = *TestRecord::Of(host.get());
     test.SetOverreadInterpretation(&time, "a");
     test.SetConfirmedInterpretation(&time, "b");

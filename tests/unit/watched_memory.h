@@ -1,5 +1,7 @@
-// Memory that runs short on purpose.
+// Memory that runs short on purpose, and memory whose freeing is watched.
 #pragma once
+
+#include <vector>
 
 namespace kx::test {
 
@@ -12,5 +14,9 @@ class FailingMemory {
     FailingMemory(const FailingMemory&) = delete;
     FailingMemory& operator=(const FailingMemory&) = delete;
 };
+
+// The addresses that are freed between the two, in their order; at most 4096.
+void WatchFreedMemory();
+std::vector<void*> FreedWhileWatching();
 
 }  // namespace kx::test
