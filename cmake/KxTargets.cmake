@@ -75,13 +75,14 @@ function(kx_suite_module name)
 endfunction()
 
 # kx_test(NAME SOURCES...): one GoogleTest program, run once as a whole; its cases are counted from the XML it writes.
-# What it links besides is the caller's to say.
+# What it links besides is the caller's to say. KX_TEST_HEADERS names the target whose compiled headers it shares.
+set(KX_TEST_HEADERS kxtest)
 function(kx_test name)
     add_executable(${name} ${ARGN})
     kx_target(${name})
     kx_test_code(${name})
     target_link_libraries(${name} PRIVATE kxtest)
-    target_precompile_headers(${name} REUSE_FROM kxtest)
+    target_precompile_headers(${name} REUSE_FROM ${KX_TEST_HEADERS})
     target_compile_definitions(${name} PRIVATE KX_RECORDS_DIR="${KX_RECORDS}" KX_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
     # Apart from the product's own binaries, so that a test may lay a module of its own beside itself.
     set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/test-bin")

@@ -1,4 +1,4 @@
-// What nearly every test includes, compiled once for all of them. Each file still names what it uses.
+// What nearly every test of the portable code includes, compiled once for all of them. Each file still names what it uses.
 #pragma once
 
 #include <gmock/gmock.h>
@@ -16,9 +16,3 @@
 #include <memory>
 #include <string>
 #include <vector>
-
-#ifdef _WIN32
-#include <windows.h>
-// What it leaves out and window code uses.
-#include <commctrl.h>
-#endif
