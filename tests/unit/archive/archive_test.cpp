@@ -8,7 +8,7 @@
 #include <map>
 #include <random>
 
-#include "tests/support/recorded_reports.h"
+#include "tests/rig/recorded_reports.h"
 
 #ifndef _WIN32
 #include <sys/resource.h>
