@@ -48,13 +48,17 @@ int RunWindow(const OpenWorkstation& command, int showCommand) {
     SystemLog log;
     const AnalysisClient analysis;
     const LibraryClient library;
-    FrameWindow frame(library, analysis, metrics);
+    const ArchiveClient archive;
+    FrameWindow frame(library, analysis, archive, metrics);
     const LogListening listening(log, [&frame](const std::wstring& kind, const std::wstring& text) {
         frame.AppendReport(kind, text);
     });
     ShowWindow(frame.Window(), showCommand);
     UpdateWindow(frame.Window());
-    frame.OpenRecordForUser(command.record);
+    if (command.builtin || !command.record.path.empty())
+        frame.OpenRecordForUser(command.record);
+    else
+        frame.SelectPane(PaneKind::Worklist);
 
     MSG message;
     while (GetMessageW(&message, nullptr, 0, 0) > 0) {

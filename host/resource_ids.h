@@ -14,10 +14,12 @@
 #define IDM_FILE_EXIT 105
 #define IDM_FILE_EXPORT_TABLE 106
 #define IDM_FILE_PRINT 107
+#define IDM_FILE_SAVE 108
+#define IDM_FILE_IMPORT 109
 
 /* One command per tab, in tab order. */
 #define IDM_VIEW_FIRST_PANE 110
-#define IDM_VIEW_LAST_PANE 118
+#define IDM_VIEW_LAST_PANE 119
 #define IDM_VIEW_REFRESH 120
 #define IDM_VIEW_LOG 121
 #define IDM_VIEW_NEXT_PART 122

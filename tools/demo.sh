@@ -27,7 +27,7 @@ display_usable() {
 
 if display_usable; then
     bash tools/build.sh win32
-    record=()
+    record=(--builtin)
     [ $# -eq 0 ] || record=("Z:$(realpath "$1")")
     say "opening the workstation ..."
     exec tools/wine.sh build/win32/bin/kxhost.exe "${record[@]}"

@@ -35,7 +35,8 @@ void Save(HWND window, const std::string& file) {
 
 void ShootWindow(const Shot& command, SystemLog& log, const LibraryClient& library,
                  const AnalysisClient& analysis, const UiMetrics& metrics) {
-    FrameWindow frame(library, analysis, metrics);
+    const ArchiveClient archive;
+    FrameWindow frame(library, analysis, archive, metrics);
     // Title bar and border are not the program's to draw everywhere: the picture begins with the menu.
     SetWindowLongW(frame.Window(), GWL_STYLE, static_cast<LONG>(WS_POPUP | WS_CLIPCHILDREN));
     const UINT keepSize = command.width == 0 ? SWP_NOSIZE : 0;

@@ -276,7 +276,8 @@ Command ToCommand(const Words& words) {
     }
     if (next != words.places.size())
         return Wrong("one word too many", words.places[next]);
-    return words.form == nullptr ? OpenWorkstation{record} : words.form->make(record, words, place);
+    return words.form == nullptr ? OpenWorkstation{record, words.builtin}
+                                 : words.form->make(record, words, place);
 }
 
 }  // namespace
@@ -290,8 +291,8 @@ Command ParseCommandLine(const std::vector<std::string>& arguments) {
 
 std::string_view UsageText() {
     return R"(usage:
-  kxhost [RECORD] [--units-per-mv N]
-      opens the workstation window on a recording, or on the built-in synthetic one
+  kxhost [RECORD | --builtin] [--units-per-mv N]
+      opens the workstation window on its worklist, on a recording, or on the built-in synthetic one
   kxhost --measure RECORD [--units-per-mv N]
       prints the beats and the measurements of the median beat
   kxhost --interpret RECORD [--units-per-mv N]

@@ -25,6 +25,7 @@ struct RecordRequest {
 
 struct OpenWorkstation {
     RecordRequest record;
+    bool builtin = false;  // with neither a path nor this the workstation opens on its worklist
 };
 
 struct Measure {

@@ -20,11 +20,23 @@ void FrameWindow::Say(const std::wstring& text, UINT icon) const {
 bool FrameWindow::ConfirmLoss() {
     if (!session_ || !session_->HasChanges())
         return true;
-    const wchar_t* question =
-        L"Il tracciato è stato modificato.\n\nLe modifiche vanno perse se non è stato salvato l'episodio. "
-        L"Continuare?";
-    return MessageBoxW(Window(), question, L"Stazione ECG", MB_YESNO | MB_DEFBUTTON2 | MB_ICONQUESTION) ==
-           IDYES;
+    std::wstring lost;
+    if (session_->HasChangedMarkers())
+        lost += L"\n- i marcatori e le misure corretti";
+    if (session_->HasChangedText())
+        lost += L"\n- il testo dell'interpretazione";
+    if (lost.empty())
+        lost = L"\n- i dati del referto (stadio, nomi, date)";
+    const std::wstring question =
+        L"Salvare le modifiche a «" + session_->Title() + L"»?\n\nSenza salvare vanno perduti:" + lost;
+    switch (MessageBoxW(Window(), question.c_str(), L"Stazione ECG", MB_YESNOCANCEL | MB_ICONQUESTION)) {
+        case IDYES:
+            return OnSave();
+        case IDNO:
+            return true;
+        default:
+            return false;
+    }
 }
 
 void FrameWindow::OpenRecordForUser(const RecordRequest& request) {
@@ -55,6 +67,12 @@ void FrameWindow::OnCommand(int id) {
             break;
         case IDM_FILE_BUILTIN:
             OpenRecordForUser({});
+            break;
+        case IDM_FILE_SAVE:
+            OnSave();
+            break;
+        case IDM_FILE_IMPORT:
+            ImportFilesForUser();
             break;
         case IDM_FILE_SAVE_EPISODE:
             OnSaveEpisode();

@@ -24,9 +24,10 @@ constexpr const wchar_t* kProgramTitle = L"Stazione ECG";
 }  // namespace
 
 FrameWindow::FrameWindow(const LibraryClient& library, const AnalysisClient& analysis,
-                         const UiMetrics& metrics)
+                         const ArchiveClient& archive, const UiMetrics& metrics)
     : library_(library),
       analysis_(analysis),
+      archive_(archive),
       metrics_(metrics),
       accelerators_(LoadAcceleratorsW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDR_ACCELERATORS))) {
     RECT work{};
@@ -38,8 +39,6 @@ FrameWindow::FrameWindow(const LibraryClient& library, const AnalysisClient& ana
     CreateChildren();
     Layout();
     ShowStatus();
-    paneHost_->ShowMessage(
-        L"Nessun tracciato aperto.\nSi apre con Ctrl+O, o trascinando qui il suo file .hea.");
 }
 
 FrameWindow::~FrameWindow() = default;
@@ -47,7 +46,8 @@ FrameWindow::~FrameWindow() = default;
 void FrameWindow::CreateChildren() {
     const HINSTANCE instance = GetModuleHandleW(nullptr);
     strip_ = std::make_unique<PatientStrip>(Window(), metrics_);
-    paneHost_ = std::make_unique<PaneHost>(Window(), library_, metrics_);
+    WorklistActions& actions = *this;
+    paneHost_ = std::make_unique<PaneHost>(Window(), library_, metrics_, &archive_, &actions);
     tabs_ = CreateWindowExW(0, WC_TABCONTROLW, L"", WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | WS_TABSTOP, 0,
                             0, 0, 0, Window(), reinterpret_cast<HMENU>(static_cast<INT_PTR>(IDC_TABS)),
                             instance, nullptr);
@@ -113,9 +113,14 @@ void FrameWindow::OnGetMinMaxInfo(MINMAXINFO& info) const {
 }
 
 void FrameWindow::OpenRecord(const RecordRequest& request) {
-    std::unique_ptr<RecordSession> opened = RecordSession::Open(request, analysis_);
+    TakeSession(RecordSession::Open(request, analysis_));
+}
+
+void FrameWindow::TakeSession(std::unique_ptr<RecordSession> opened) {
     paneHost_->Close();
     session_ = std::move(opened);
+    if (SendMessageW(tabs_, TCM_GETCURSEL, 0, 0) == static_cast<LRESULT>(PaneKind::Worklist))
+        SendMessageW(tabs_, TCM_SETCURSEL, static_cast<WPARAM>(PaneKind::Tracing), 0);
     ShowRecord();
 }
 
@@ -137,7 +142,7 @@ FrameWindow::Snapshot FrameWindow::TakeSnapshot() const {
     std::memcpy(snapshot.measured.data(), &session_->Measurements(), snapshot.measured.size());
     std::memcpy(snapshot.patient.data(), static_cast<const KxTestRecord*>(&session_->Test()),
                 snapshot.patient.size());
-    snapshot.modified = session_->Test().modified;
+    snapshot.changed = session_->HasChanges();
     snapshot.reportState = session_->Test().reportState;
     snapshot.manualMarkers = session_->HasManualMarkers();
     return snapshot;
@@ -161,7 +166,9 @@ void FrameWindow::ShowStatus() {
         title = session_->Title() + (note_.empty() ? L"" : L" - " + note_);
         texts[0] = title.c_str();
         texts[1] = ReportStateText(session_->Test().reportState);
-        texts[2] = session_->Test().modified != 0 ? L"Record: modificato" : L"Record: non modificato";
+        texts[2] = session_->HasChanges()   ? L"Esame: modificato"
+                   : session_->IsArchived() ? L"Esame: salvato"
+                                            : L"Esame: non nell'archivio";
         texts[3] = session_->Measurements().measured == 0 ? L"Misure: nessuna"
                    : session_->HasManualMarkers()         ? L"Misure: corrette a mano"
                                                           : L"Misure: automatiche";
@@ -176,13 +183,20 @@ void FrameWindow::ShowNote(std::wstring text) {
 }
 
 void FrameWindow::ShowPane() {
-    if (!session_)
-        return;
     if (!note_.empty())
         ShowNote({});
     const auto selected = SendMessageW(tabs_, TCM_GETCURSEL, 0, 0);
-    if (selected >= 0)
-        paneHost_->Open(kPanes[static_cast<std::size_t>(selected)].kind, session_->Test());
+    const PaneKind kind = kPanes[static_cast<std::size_t>(std::max<LRESULT>(selected, 0))].kind;
+    if (kind == PaneKind::Worklist) {
+        paneHost_->OpenWorklist();
+    } else if (session_) {
+        paneHost_->Open(kind, session_->Test());
+    } else {
+        paneHost_->Close();
+        paneHost_->ShowMessage(
+            L"Nessun tracciato aperto.\nSi apre dall'elenco degli esami, con Ctrl+O, o trascinando qui il "
+            L"suo file.");
+    }
     ShowChanges();
 }
 

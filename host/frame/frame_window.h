@@ -7,8 +7,10 @@
 
 #include <array>
 #include <cstddef>
+#include <filesystem>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "host/batch/command_line.h"
 #include "host/frame/host_window.h"
@@ -22,10 +24,11 @@
 
 namespace kxhost {
 
-class FrameWindow final : public HostWindow {
+class FrameWindow final : public HostWindow, private WorklistActions {
   public:
     // The references outlive the window. The window is made hidden and empty.
-    FrameWindow(const LibraryClient& library, const AnalysisClient& analysis, const UiMetrics& metrics);
+    FrameWindow(const LibraryClient& library, const AnalysisClient& analysis, const ArchiveClient& archive,
+                const UiMetrics& metrics);
     ~FrameWindow();
 
     // Opens a recording in place of the one shown. Throws RecordError when it cannot be read; the one shown
@@ -47,7 +50,7 @@ class FrameWindow final : public HostWindow {
     struct Snapshot {
         std::array<unsigned char, offsetof(KxMeasurementSet, leads)> measured{};
         std::array<unsigned char, offsetof(KxTestRecord, text268)> patient{};
-        uint8_t modified = 0;
+        bool changed = false;
         uint8_t reportState = 0;
         bool manualMarkers = false;
 
@@ -59,7 +62,14 @@ class FrameWindow final : public HostWindow {
     void OnDropFiles(HDROP drop);
     void OnGetMinMaxInfo(MINMAXINFO& info) const;
     void OnOpenFile();
+    // Whether the record is saved now.
+    bool OnSave();
     void OnSaveEpisode();
+    void ImportFiles(const std::vector<std::filesystem::path>& files);
+    void OpenArchivedTest(const ArchivedKey& key) override;
+    void DeleteArchivedTest(const ArchivedKey& key, const std::wstring& name) override;
+    void ImportFilesForUser() override;
+    void TakeSession(std::unique_ptr<RecordSession> opened);
     void OnExportTable();
     void OnPrint();
     void OnSavePicture();
@@ -83,6 +93,7 @@ class FrameWindow final : public HostWindow {
 
     const LibraryClient& library_;
     const AnalysisClient& analysis_;
+    const ArchiveClient& archive_;
     const UiMetrics& metrics_;
     HACCEL accelerators_;
     HWND tabs_ = nullptr;

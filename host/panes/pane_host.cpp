@@ -23,8 +23,9 @@ bool IsPushButton(HWND control) {
 
 }  // namespace
 
-PaneHost::PaneHost(HWND parent, const LibraryClient& library, const UiMetrics& metrics)
-    : library_(library), metrics_(metrics) {
+PaneHost::PaneHost(HWND parent, const LibraryClient& library, const UiMetrics& metrics,
+                   const ArchiveClient* archive, WorklistActions* actions)
+    : library_(library), metrics_(metrics), archive_(archive), actions_(actions) {
     Create({L"KxPaneHost", nullptr, WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS, WS_EX_CONTROLPARENT, parent, 0,
             0, reinterpret_cast<HMENU>(static_cast<INT_PTR>(IDC_PANE_HOST))});
     shared_.handle = Window();
@@ -53,12 +54,27 @@ bool PaneHost::Open(PaneKind kind, kx::TestRecord& test) {
         ShowMessage(L"La libreria dei pannelli non è disponibile.\n" + library_.FailureText());
         return false;
     }
-    pane_ = MakePane(kind, test);
-    if (pane_ == nullptr) {
-        ShowMessage(std::wstring(L"Il pannello «") + RowOf(kind).title +
-                    L"» non è disponibile per questo tracciato.\nIl motivo è fra i messaggi della libreria.");
+    if (kind == PaneKind::Worklist)
+        return OpenWorklist();
+    if (Show(MakePane(kind, test)))
+        return true;
+    ShowMessage(std::wstring(L"Il pannello «") + RowOf(kind).title +
+                L"» non è disponibile per questo tracciato.\nIl motivo è fra i messaggi della libreria.");
+    return false;
+}
+
+bool PaneHost::OpenWorklist() {
+    Close();
+    if (archive_ == nullptr || actions_ == nullptr)
         return false;
-    }
+    own_ = std::make_unique<WorklistPane>(Window(), metrics_, *archive_, *actions_);
+    return Show(own_->Window());
+}
+
+bool PaneHost::Show(HWND pane) {
+    pane_ = pane;
+    if (pane_ == nullptr)
+        return false;
     message_.clear();
     // The pane's template may have had a caption: its place counts until the frame is computed anew.
     RECT area;

@@ -9,6 +9,7 @@
 #include "host/panes/tracing_pane.h"
 #include "host/suite/library_client.h"
 #include "host/windows/ui_metrics.h"
+#include "host/worklist/worklist_pane.h"
 
 namespace kxhost {
 
@@ -16,13 +17,17 @@ namespace kxhost {
 // What a pane tells its parent after a change (WM_USER, 1024, 1024) goes on to this window's own parent.
 class PaneHost final : public HostWindow {
   public:
-    PaneHost(HWND parent, const LibraryClient& library, const UiMetrics& metrics);
+    // actions: what a worklist asks for; a host without one shows no worklist.
+    PaneHost(HWND parent, const LibraryClient& library, const UiMetrics& metrics,
+             const ArchiveClient* archive = nullptr, WorklistActions* actions = nullptr);
     ~PaneHost();
 
     // Closes the pane there is and opens this one on the record as it is now: the library's, or the
     // workstation's own. When the library makes none, the reason stands in the middle instead, and false is
     // returned.
     bool Open(PaneKind kind, kx::TestRecord& test);
+    // The worklist, which needs no test.
+    bool OpenWorklist();
     void Close();
 
     // A text in the middle, where no pane is.
@@ -44,6 +49,7 @@ class PaneHost final : public HostWindow {
   private:
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     HWND MakePane(PaneKind kind, kx::TestRecord& test);
+    bool Show(HWND pane);
     void OnPaint();
     void OnScroll(int bar, int request);
     void Place();
@@ -51,6 +57,8 @@ class PaneHost final : public HostWindow {
 
     const LibraryClient& library_;
     const UiMetrics& metrics_;
+    const ArchiveClient* archive_;
+    WorklistActions* actions_;
     KxHostWindow shared_{};  // what the library is given as its parent
     HWND pane_ = nullptr;
     std::unique_ptr<HostWindow> own_;  // when the pane is the workstation's

@@ -7,7 +7,7 @@
 
 namespace kxhost {
 
-enum class PaneKind { Tracing, General, Qrs, PWave, TWave, Hypertrophy, Interpretation, Table, Report };
+enum class PaneKind { Worklist, Tracing, General, Qrs, PWave, TWave, Hypertrophy, Interpretation, Table, Report };
 
 struct PaneRow {
     PaneKind kind;
@@ -17,7 +17,8 @@ struct PaneRow {
 };
 
 // In tab order. The export of Interpretation takes a third argument (see include/kxdialogs.h).
-inline constexpr std::array<PaneRow, 9> kPanes{{
+inline constexpr std::array<PaneRow, 10> kPanes{{
+    {PaneKind::Worklist, "worklist", L"Elenco", nullptr},
     {PaneKind::Tracing, "tracing", L"Tracciato", nullptr},
     {PaneKind::General, "general", L"Morfologia generale", "GENERALMORPHDIALOG"},
     {PaneKind::Qrs, "qrs", L"QRS", "QRSMORPHDIALOG"},

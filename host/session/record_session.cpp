@@ -9,6 +9,7 @@
 #include "host/recording/test_builder.h"
 #include "host/recording/wfdb_reader.h"
 #include "host/windows/text_conversion.h"
+#include "lib/annotation_store.h"
 #include "lib/replacing_file.h"
 
 namespace kxhost {
@@ -49,8 +50,8 @@ std::unique_ptr<RecordSession> RecordSession::Open(const RecordRequest& request,
     if (session->episode_ == nullptr)
         throw RecordError(recording.name + ": not enough memory for the median beat");
     session->measuringFailure_ = analysis.MeasureEpisode(*session->episode_);
-    session->opened_ = session->episode_->measurements;
-    session->test_.ClearModified();
+    session->source_ = request.path;
+    session->TakeAsSaved();
     session->openedTest_ = session->test_;
     session->beatsMs_ = beat.beatsMs;
     session->rPeakMs_ = kx::recording::kAlignmentMs;
@@ -60,11 +61,69 @@ std::unique_ptr<RecordSession> RecordSession::Open(const RecordRequest& request,
     return session;
 }
 
-bool RecordSession::HasChanges() const {
-    // Not every change of a report sets `modified`: a reviewer's name and a state do not. What the record
-    // points to is its episode, compared by itself, and what nobody changes.
-    return std::memcmp(&openedTest_, &test_, offsetof(KxTestRecord, lastChangeTime)) != 0 ||
-           std::memcmp(&opened_, &episode_->measurements, sizeof opened_) != 0;
+std::unique_ptr<RecordSession> RecordSession::OpenArchived(const ArchiveClient& archive, ArchivedKey key) {
+    std::unique_ptr<RecordSession> session(new RecordSession);
+    const ArchiveClient::Result fetched = archive.Fetch(key, session->test_, session->source_);
+    if (fetched.answer != kx::kArchiveDone)
+        throw RecordError(ToUtf8(fetched.text));
+    session->episode_ = session->test_.Episode(0);
+    if (session->episode_ == nullptr)
+        throw RecordError(ToUtf8(L"l'esame non ha un battito mediano"));
+    session->key_ = key;
+    session->rPeakMs_ = kx::recording::kAlignmentMs;
+    if (const kx::AnnotationStore* beats = session->test_.Annotations()) {
+        for (std::uint32_t i = 0; i < beats->Count(); ++i)
+            session->beatsMs_.push_back(static_cast<int>(beats->Time(i)));
+    }
+    if (session->episode_->measurements.measured == 0)
+        session->measuringFailure_ = L"il battito mediano di questo esame non è misurato";
+    char name[64];
+    session->test_.SortName(name, sizeof name);
+    const std::string id(session->test_.patientId,
+                         strnlen(session->test_.patientId, sizeof session->test_.patientId));
+    session->title_ = FromRecordText(std::strlen(name) > 3 ? std::string(name) : id);
+    session->TakeAsSaved();
+    return session;
+}
+
+void RecordSession::TakeAsSaved() {
+    opened_ = episode_->measurements;
+    openedText_ = test_.InterpretationText(nullptr, 0);
+    test_.ClearModified();
+}
+
+ArchiveClient::Result RecordSession::Save(const ArchiveClient& archive, bool asNew) {
+    // Action codes of the history: 1 the first save of a test, 3 any later one.
+    constexpr std::uint32_t kFirstSave = 1;
+    constexpr std::uint32_t kLaterSave = 3;
+    ArchivedKey key = asNew ? ArchivedKey() : key_;
+    const std::uint8_t modified = test_.modified;
+    const std::uint32_t entries = test_.history != nullptr ? test_.history->count : 0;
+    test_.AddHistoryEntry(key.id == 0 ? kFirstSave : kLaterSave, kx::DateTime(),
+                          ArchiveClient::UserName().c_str());
+    test_.ClearModified();
+    const ArchiveClient::Result saved = archive.Save(test_, source_, key);
+    if (saved.answer == kx::kArchiveDone) {
+        key_ = key;
+        TakeAsSaved();
+    } else {
+        test_.modified = modified;
+        if (test_.history != nullptr)
+            test_.history->count = entries;
+    }
+    return saved;
+}
+
+std::filesystem::path RecordSession::Folder() const {
+    return source_.empty() ? std::filesystem::path() : PathFromUtf8(source_).parent_path();
+}
+
+bool RecordSession::HasChangedMarkers() const {
+    return std::memcmp(&opened_, &episode_->measurements, sizeof opened_) != 0;
+}
+
+bool RecordSession::HasChangedText() const {
+    return openedText_ != test_.InterpretationText(nullptr, 0);
 }
 
 bool RecordSession::HasManualMarkers() const {

@@ -11,6 +11,7 @@
 #include "host/batch/command_line.h"
 #include "host/report/table_export.h"
 #include "host/suite/analysis_client.h"
+#include "host/suite/archive_client.h"
 #include "lib/dbclient/test_record.h"
 
 namespace kxhost {
@@ -27,6 +28,17 @@ class RecordSession {
     // when the recording cannot be read or holds no beats. A beat that could not be measured is no error: see
     // MeasuringFailure.
     static std::unique_ptr<RecordSession> Open(const RecordRequest& request, const AnalysisClient& analysis);
+
+    // A test of the archive, as it was saved. Throws RecordError when it cannot be had.
+    static std::unique_ptr<RecordSession> OpenArchived(const ArchiveClient& archive, ArchivedKey key);
+
+    // Saves the test into the archive, with an entry of its history, and takes its changes for saved. asNew:
+    // as a test of its own, beside the one that it came from.
+    ArchiveClient::Result Save(const ArchiveClient& archive, bool asNew = false);
+    bool IsArchived() const { return key_.id != 0; }
+    const ArchivedKey& Key() const { return key_; }
+    // The folder of the recording's file; empty for one that came from none.
+    std::filesystem::path Folder() const;
 
     kx::TestRecord& Test() { return test_; }
     const kx::TestRecord& Test() const { return test_; }
@@ -47,7 +59,9 @@ class RecordSession {
 
     // Whether anything was changed since the recording was opened: a value of the test, a marker, a
     // measurement.
-    bool HasChanges() const;
+    bool HasChanges() const { return HasChangedMarkers() || test_.IsModified(); }
+    bool HasChangedMarkers() const;
+    bool HasChangedText() const;
     bool HasManualMarkers() const;
     // The median beat with its measurements in its serialized form. The file is replaced as a whole; false,
     // and it is as it was, when it could not be written.
@@ -64,8 +78,13 @@ class RecordSession {
     std::wstring title_;
     std::wstring measuringFailure_;
     std::vector<std::wstring> remarks_;
+    void TakeAsSaved();
+
     kx::EpisodeRecord* episode_ = nullptr;  // the test's, never null in an opened session
-    KxMeasurementSet opened_{};             // as first measured
+    KxMeasurementSet opened_{};             // as first measured, or as last saved
+    std::string openedText_;                // the statement likewise
+    std::string source_;                    // the recording's path, UTF-8
+    ArchivedKey key_;
     KxTestRecord openedTest_{};
 };
 
