@@ -91,7 +91,7 @@ TEST_F(HostKeysTest, EveryPaneThatIsChosenHasTheKeyboard) {
     // By their accelerators, whatever had the keyboard before.
     for (int tab = IDM_VIEW_LAST_PANE - IDM_VIEW_FIRST_PANE; tab >= 0; --tab) {
         const HWND before = host_.Pane();
-        host_.Strike(static_cast<WORD>('1' + tab), true);
+        host_.Strike(static_cast<WORD>('0' + tab), true);
         ASSERT_TRUE(WaitUntil([&] { return host_.Pane() != nullptr && host_.Pane() != before; })) << tab;
         EXPECT_TRUE(WaitUntil([&] { return IsChild(host_.Pane(), host_.Focus()) != FALSE; })) << tab;
     }

@@ -233,7 +233,7 @@ TEST_F(HostPrintTest, TheWindowPrintsTheLeadThatIsShown) {
     ASSERT_FALSE(printer.Name().empty());
     const OpenHost host({});
     ASSERT_NE(host.Frame(), nullptr);
-    ASSERT_TRUE(WaitUntil([&] { return host.Pane() != nullptr; }));
+    SendMessageW(host.Frame(), WM_COMMAND, IDM_VIEW_FIRST_PANE + 2, 0);
     const auto openDialog = [&] {
         PostMessageW(host.Frame(), WM_COMMAND, IDM_FILE_PRINT, 0);
         return host.WaitForMessageBox();

@@ -120,17 +120,27 @@ std::vector<std::string> Lines(const std::string& text) {
     return lines;
 }
 
+namespace {
+
+std::wstring ArchiveOfTheTests() {
+    return ProductFolder() + L"\\..\\results\\archive.kxdb";
+}
+
+}  // namespace
+
 OpenHost::OpenHost(const std::vector<std::wstring>& arguments) {
     SayThereIsNoWindowManager();
     const std::wstring file = ProductFolder() + L"\\kxhost.exe";
-    std::wstring line = CommandLine(file, arguments);
+    // Alone it would open on the worklist, and on an archive of whoever runs the tests.
+    SetEnvironmentVariableW(L"KX_ARCHIVE", ArchiveOfTheTests().c_str());
+    std::wstring line = CommandLine(file, arguments.empty() ? std::vector<std::wstring>{L"--builtin"} : arguments);
     STARTUPINFOW start{};
     start.cb = sizeof start;
     if (!CreateProcessW(file.c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
                         &process_))
         return;
     WaitUntil(
-        [&] { return (frame_ = FindTopLevel(L"KxWorkstation")) != nullptr && IsWindowVisible(frame_); });
+        [&] { return (frame_ = FindTopLevel(L"KxWorkstation")) != nullptr && IsWindowVisible(frame_) && Pane() != nullptr; });
 }
 
 OpenHost::~OpenHost() {

@@ -285,7 +285,7 @@ TEST_F(HostTest, ATabSwitchMakesANewPane) {
     ASSERT_TRUE(WaitUntil([&] { return host.Pane() != nullptr; }));
     std::set<HWND> seen{host.Pane()};
     // Each tab by the menu, then the first again.
-    for (const int tab : {1, 2, 3, 4, 5, 6, 7, 8, 0}) {
+    for (const int tab : {2, 3, 4, 5, 6, 7, 8, 9, 1}) {
         const HWND before = host.Pane();
         SendMessageW(host.Frame(), WM_COMMAND, static_cast<WPARAM>(IDM_VIEW_FIRST_PANE + tab), 0);
         EXPECT_FALSE(IsWindow(before)) << "the pane before tab " << tab << " is still there";
@@ -303,7 +303,7 @@ TEST_F(HostTest, ATabSwitchMakesANewPane) {
 TEST_F(HostTest, EnterAndEscapeLeaveEveryPaneOpen) {
     const OpenHost host({});
     ASSERT_NE(host.Frame(), nullptr);
-    for (int tab = 0; tab <= IDM_VIEW_LAST_PANE - IDM_VIEW_FIRST_PANE; ++tab) {
+    for (int tab = 1; tab <= IDM_VIEW_LAST_PANE - IDM_VIEW_FIRST_PANE; ++tab) {
         SendMessageW(host.Frame(), WM_COMMAND, static_cast<WPARAM>(IDM_VIEW_FIRST_PANE + tab), 0);
         const HWND pane = host.Pane();
         ASSERT_NE(pane, nullptr) << "no pane on tab " << tab;
@@ -328,7 +328,7 @@ TEST_F(HostTest, TheReportIsEditedInTheLibrarysEditorAndShownAnew) {
     constexpr int kPaneReviewer = 33823;
     const OpenHost host({});
     ASSERT_NE(host.Frame(), nullptr);
-    SendMessageW(host.Frame(), WM_COMMAND, IDM_VIEW_FIRST_PANE + 6, 0);
+    SendMessageW(host.Frame(), WM_COMMAND, IDM_VIEW_FIRST_PANE + 7, 0);
     ASSERT_NE(host.Pane(), nullptr);
     PostMessageW(host.Frame(), WM_COMMAND, IDM_REPORT_STATEMENT, 0);
     const HWND editor = host.WaitForMessageBox();
