@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
-#include "dialogs/marker_view/marker_view_signal.h"
-#include "dialogs/marker_view/signal_filters.h"
+#include "dialogs/marker_view/trace/filtered_lead.h"
+#include "dialogs/marker_view/trace/signal_filters.h"
 
 namespace kx::bench {
 namespace {

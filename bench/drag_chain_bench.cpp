@@ -5,7 +5,7 @@
 #include "bench/import_watch.h"
 #include "bench/loaded_library.h"
 #include "bench/ratio.h"
-#include "dialogs/marker_view/marker_view_geometry.h"
+#include "dialogs/marker_view/trace/view_geometry.h"
 #include "dialogs/resources/morphology_ids.h"
 
 namespace {

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "bench/ratio.h"
-#include "dialogs/marker_view/signal_filters.h"
+#include "dialogs/marker_view/trace/signal_filters.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "dialogs/marker_view/marker_view_class.h"
-#include "dialogs/marker_view/marker_view_geometry.h"
+#include "dialogs/marker_view/trace/view_geometry.h"
 #include "lib/modules/library_module.h"
 #include "lib/windows/gdi_handles.h"
 #include "lib/windows/window.h"

@@ -1,6 +1,6 @@
 #include "dialogs/marker_view/marker_view_class.h"
 
-#include "dialogs/marker_view/marker_view.h"
+#include "dialogs/marker_view/analysis.h"
 
 namespace kx {
 

@@ -1,4 +1,4 @@
-// The window class by which a dialog template asks for a marker view.
+// marker_view_class: the window class by which a dialog template asks for a marker view.
 #pragma once
 
 #include <windows.h>

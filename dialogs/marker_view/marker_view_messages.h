@@ -1,4 +1,4 @@
-// The messages between a marker view and the dialog that owns it.
+// marker_view_messages: the messages between a marker view and the dialog that owns it.
 #pragma once
 
 #include <windows.h>
@@ -33,7 +33,13 @@ enum MarkerViewNotification : UINT {
         1345,  // plus the marker's slot, 0 to 5; posted. wParam: its new position in ms; lParam: lead code
     MVN_READOUT = 1450,  // sent. lParam: the readout's text
     MVN_UNDO = 1451,     // posted: the user pressed Ctrl+Z in the view
-    MVN_REDO = 1452      // posted: Ctrl+Y
+    MVN_REDO = 1452,     // posted: Ctrl+Y
+    // Sent: the user takes hold of a marker; wParam: 1 by the mouse, 0 by a key. What moves from here to the
+    // next MVN_STEPENDS is one change. The owner may set the markers anew before it answers.
+    MVN_STEPBEGINS = 1453,
+    // Posted, so that it comes behind the moves: the button or the key came up, or the mouse or the focus was
+    // lost.
+    MVN_STEPENDS = 1454
 };
 
 inline constexpr UINT kMarkerSlots = 6;

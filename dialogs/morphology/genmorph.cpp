@@ -1,6 +1,6 @@
 #include "dialogs/morphology/genmorph.h"
 
-#include "dialogs/morphology/general_rules.h"
+#include "dialogs/morphology/rules/general_rules.h"
 #include "dialogs/resources/morphology_ids.h"
 #include "dialogs/resources/picture_ids.h"
 
@@ -45,7 +45,7 @@ void ApplyMarkers(MarkerEdit& edit, bool noPWave) {
 }
 
 bool ApplyBox(MarkerEdit& edit, std::size_t, bool absent) {
-    ApplyGeneralMarkers(edit, absent);
+    ApplyGeneralWaveBox(edit, absent);
     return true;
 }
 

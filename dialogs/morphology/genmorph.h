@@ -1,4 +1,4 @@
-// The general morphology dialog.
+// genmorph: the general morphology dialog.
 #pragma once
 
 #include "dialogs/morphology/morph_dialog.h"

@@ -1,4 +1,4 @@
-// The morphology frame: building the pane, its toolbar and its size.
+// morph_dialog: building the pane, its toolbar and its size.
 #include "dialogs/morphology/morph_dialog.h"
 
 #include <algorithm>
@@ -78,7 +78,7 @@ MorphDialog::MorphDialog(const DialogLibrary& library, Window* parent, TestRecor
     : Dialog(library, parent, library.HelpFile(), services),
       table_(table),
       beat_(test->Episode(0)),
-      lead_(table.isGlobal ? 0 : kFirstLead) {
+      inForce_{kFirstLead, table.gain, table.speed, kMainsOff, kFirstLowEdge, table.highEdge} {
     if (beat_ == nullptr) {
         Reports().LOGMEMORYERROR(table.reports.source, table.reports.noEpisodeLine);
         return;
@@ -113,6 +113,8 @@ bool MorphDialog::Build() {
         return false;
     }
     Load(false);
+    seen_ = ReadMarkers();
+    seenBeat_ = SumOfBeat();
     ConfigureView();
     FillToolbar();
 
@@ -186,10 +188,8 @@ void MorphDialog::ConfigureView() {
 }
 
 void MorphDialog::FillToolbar() {
-    const std::int32_t selected[] = {kFirstLead, table_.gain,   table_.speed,
-                                     kMainsOff,  kFirstLowEdge, table_.highEdge};
     for (std::size_t i = 0; i < kCombos; ++i) {
-        combos_[i]->FillPickList(kComboRows[i].pickList, selected[i]);
+        combos_[i]->FillPickList(kComboRows[i].pickList, inForce_[i]);
         if (kComboRows[i].hidden) {
             combos_[i]->Hide();
         }
@@ -237,11 +237,11 @@ INT_PTR MorphDialog::DialogProc(UINT message, WPARAM wParam, LPARAM lParam) {
         case MVN_REDO:
             Redo();
             return 1;
-        case kMarkerGrasped:
-            OnMarkerGrasped();
+        case MVN_STEPBEGINS:
+            BeginStep(wParam != 0);
             return 1;
-        case kMarkerReleased:
-            StoreReturned();
+        case MVN_STEPENDS:
+            EndStep();
             return 1;
         default:
             return Dialog::DialogProc(message, wParam, lParam);
@@ -250,15 +250,8 @@ INT_PTR MorphDialog::DialogProc(UINT message, WPARAM wParam, LPARAM lParam) {
 
 INT_PTR MorphDialog::OnDialogCommand(WPARAM wParam) {
     for (std::size_t i = 0; i < kCombos; ++i) {
-        if (combos_[i]->IsSelEndOk(wParam)) {
-            if (combos_[i]->GetCurSel() < 0) {
-                return 1;
-            }
-            if (i == kLead) {
-                OnLeadChanged();
-            } else {
-                View(kComboRows[i].message, combos_[i]->SelectedCode());
-            }
+        if (LOWORD(wParam) == kComboRows[i].control) {
+            OnComboCommand(i, HIWORD(wParam));
             return 1;
         }
     }
@@ -279,6 +272,40 @@ INT_PTR MorphDialog::OnDialogCommand(WPARAM wParam) {
         }
     }
     return Dialog::OnDialogCommand(wParam);
+}
+
+// A choice that the keyboard makes in the open list comes into force when the list is left with it. Left
+// without, by the end of the selection or of the focus, the box shows again what is in force.
+void MorphDialog::OnComboCommand(std::size_t combo, WORD notification) {
+    switch (notification) {
+        case CBN_SELENDOK:
+            if (combos_[combo]->GetCurSel() >= 0) {
+                Choose(combo, combos_[combo]->SelectedCode());
+            }
+            break;
+        case CBN_SELENDCANCEL:
+        case CBN_KILLFOCUS:
+            ShowInForce(combo);
+            break;
+        default:
+            break;
+    }
+}
+
+void MorphDialog::Choose(std::size_t combo, std::int32_t code) {
+    if (combo == kLead) {
+        OnLeadChosen(code);
+    } else {
+        inForce_[combo] = code;
+        View(kComboRows[combo].message, code);
+    }
+}
+
+void MorphDialog::ShowInForce(std::size_t combo) {
+    // Without a selection nothing is to happen until there is one.
+    if (combos_[combo]->GetCurSel() >= 0) {
+        combos_[combo]->SelectCode(inForce_[combo]);
+    }
 }
 
 RECT MorphDialog::ViewArea() const {

@@ -1,10 +1,13 @@
-// The frame of the four morphology dialogs: one median beat in a marker view, the measurements that follow
-// from its markers, and the markers themselves, moved by hand.
+// morph_dialog: the frame of the four morphology dialogs, one median beat in a marker view, the measurements
+// that follow from its markers, and the markers themselves, moved by hand.
 //
 // A moved marker travels: the view posts MVN_MARKERMOVED; the field takes the value; the dialog's rules limit
 // it, store it in the record and make it manual; the analysis engine measures the beat again; everything
 // shown is read from the record again. Notifications are posted and handled one after another, so none is
 // handled within another.
+//
+// What is in force (the lead shown, gain, speed) is what the dialog has last told the view. A combo box that
+// shows something else is one whose choice is going on, or was cancelled.
 #pragma once
 
 #include <windows.h>
@@ -13,8 +16,8 @@
 #include <memory>
 #include <optional>
 
-#include "dialogs/morphology/marker_history.h"
 #include "dialogs/morphology/morph_table.h"
+#include "dialogs/morphology/rules/marker_history.h"
 #include "lib/dbclient/test_record.h"
 #include "lib/modules/analysis_engine.h"
 #include "lib/windows/check_box.h"
@@ -64,7 +67,9 @@ class MorphDialog : public Dialog, private Redetection {
   private:
     enum Combo : std::size_t { kLead, kGain, kSpeed, kMains, kLowEdge, kHighEdge, kCombos };
     enum Check : std::size_t { kBandPass, kDerivative, kShowMarkers, kChecks };
-    // How the last step's re-measurement went.
+    // By which the user holds a marker.
+    enum class Step { kNone, kKeys, kDrag };
+    // How the last change's re-measurement went.
     enum class Measured { kNotAsked, kFailed, kDone };
 
     // ---- morph_dialog.cpp: building the pane
@@ -75,38 +80,50 @@ class MorphDialog : public Dialog, private Redetection {
     void FillToolbar();
     LRESULT View(UINT message, LPARAM value) const { return view_->SendMsg(message, 0, value); }
     RECT ViewArea() const;
+    void OnComboCommand(std::size_t combo, WORD notification);
+    void Choose(std::size_t combo, std::int32_t code);
+    void ShowInForce(std::size_t combo);
 
     // ---- morph_editing.cpp: the markers
-    // The code selected in the lead combo; -1 when there is none.
-    int SelectedLead() const;
-    // Whether there is a lead to edit; the global markers need none.
-    bool HasLead() const { return table_.isGlobal || SelectedLead() >= 0; }
-    MarkerStore StoreOf(int lead);
+    // The lead shown; its block is the one edited, unless the markers are global.
+    int Lead() const { return inForce_[kLead]; }
+    int Block() const { return table_.isGlobal ? 0 : Lead(); }
+    // Whether a lead is selected; without one nothing happens.
+    bool HasLead() const { return combos_[kLead]->GetCurSel() >= 0; }
+    MarkerStore StoreOf(int block);
+    SeenMarkers ReadMarkers() const;
+    std::uint32_t SumOfBeat() const;
     void Load(bool keepAutomatic);
-    bool IsStored(std::size_t slot);
     void TakeStored(std::size_t slot);
     bool TakeChanges();
+    bool TakeReplacedBeat();
     void ShowMarkers();
     void Refresh();
     void RefreshReset(bool anyManual);
     void Redetect() override;
-    // Runs a step of the rules as one change of the markers by `source`. Step: a function of a MarkerEdit&.
-    template <class Step>
-    void Change(std::uint32_t source, Step step);
+    // Runs rules as one change of the markers by `source`. Rules: a function of a MarkerEdit&.
+    template <class Rules>
+    void Change(std::uint32_t source, Rules rules);
     void ApplyMarkers(std::uint32_t source);
     void OnMarkerMoved(UINT id, std::int32_t ms);
-    void OnMarkerGrasped();
-    void StoreReturned();
-    void OnLeadChanged();
+    void OnLeadChosen(int code);
     void OnWaveBox(std::size_t box);
     void OnReset();
+
+    // ---- morph_steps.cpp: where one change begins and ends, and taking it back
+    void BeginStep(bool byMouse);
+    void EndStep();
+    bool IsDragging() const { return step_ == Step::kDrag; }
+    void TakePostedMoves();
+    void StoreReturned();
     void Undo();
     void Redo();
     void Restore(const MarkerSnapshot& snapshot);
+    void DropHistory();
 
     const MorphTable& table_;
     EpisodeRecord* beat_;                   // the host's
-    std::optional<AnalysisEngine> engine_;  // none without a beat
+    std::optional<AnalysisEngine> engine_;  // none without a beat, and after a failure until the next use
 
     Window* view_ = nullptr;  // its window's
     std::array<ComboBox*, kCombos> combos_{};
@@ -118,9 +135,14 @@ class MorphDialog : public Dialog, private Redetection {
     std::array<MarkerControls, kMostMarkers> markerControls_;
     std::array<MarkerField, kMostMarkers> fields_;
 
+    std::array<std::int32_t, kCombos> inForce_;        // codes, as the view has them
+    std::array<bool, kMostWaveBoxes> boxesInForce_{};  // checked: the wave is absent
+
     MarkerHistory history_;
-    int lead_;                    // whose markers the fields hold; 0 for the global ones
-    std::uint32_t returned_ = 0;  // notification of a marker moved onto its automatic value, to be stored
+    SeenMarkers seen_;
+    std::uint32_t seenBeat_ = 0;  // sum of the samples
+    Step step_ = Step::kNone;
+    std::uint32_t returned_ = 0;  // notification of a marker that the step has moved onto its automatic value
     Measured measured_ = Measured::kNotAsked;
     SIZE viewMargin_{};  // from the view to the pane's right and lower edge, pixels
     SIZE smallestView_{};

@@ -1,24 +1,32 @@
-// The morphology frame: the markers between the view, the record and the analysis engine.
-#include <utility>
-
+// morph_editing: the markers of a morphology dialog between the view, the record and the analysis engine.
 #include "dialogs/marker_view/marker_view_messages.h"
+#include "dialogs/marker_view/trace/sample_sum.h"
 #include "dialogs/morphology/morph_dialog.h"
 
 namespace kx {
 
-int MorphDialog::SelectedLead() const {
-    const std::int32_t code = combos_[kLead]->SelectedCode();
-    return code >= 0 && code < KX_MEASURED_LEADS ? code : -1;
+MarkerStore MorphDialog::StoreOf(int block) {
+    return {table_.layout, beat_->measurements.leads[block]};
 }
 
-MarkerStore MorphDialog::StoreOf(int lead) {
-    return {table_.layout, beat_->measurements.leads[lead]};
+SeenMarkers MorphDialog::ReadMarkers() const {
+    SeenMarkers markers;
+    markers.Take(table_.layout, beat_->measurements, table_.isGlobal);
+    return markers;
+}
+
+std::uint32_t MorphDialog::SumOfBeat() const {
+    std::uint32_t sum = beat_->SamplesPerLead() ^ beat_->SampleRate();
+    for (std::uint32_t lead = 0; lead < KX_LEAD_EMPTY; ++lead) {
+        sum = sum * 31 + SampleSum(beat_->Samples(lead), beat_->SamplesPerLead());
+    }
+    return sum;
 }
 
 // keepAutomatic: a manual value stands beside the automatic one that its field has known before, so that the
 // "man." box compares with it; only the first marker starts anew.
 void MorphDialog::Load(bool keepAutomatic) {
-    const MarkerStore store = StoreOf(lead_);
+    const MarkerStore store = StoreOf(Block());
     for (std::size_t slot = 0; slot < store.Count(); ++slot) {
         const std::int32_t ms = store.Value(slot);
         if (!store.IsManual(slot)) {
@@ -31,13 +39,9 @@ void MorphDialog::Load(bool keepAutomatic) {
     }
 }
 
-bool MorphDialog::IsStored(std::size_t slot) {
-    return fields_[slot].Current() == StoreOf(lead_).Value(slot);
-}
-
 // A manual value stands beside the automatic one that its field knows.
 void MorphDialog::TakeStored(std::size_t slot) {
-    const MarkerStore store = StoreOf(lead_);
+    const MarkerStore store = StoreOf(Block());
     if (store.IsManual(slot)) {
         fields_[slot].SetCurrent(store.Value(slot));
     } else {
@@ -45,47 +49,66 @@ void MorphDialog::TakeStored(std::size_t slot) {
     }
 }
 
-// What another pane, or the host, has changed in the record since it was shown. Without it the next step
-// would store the old values as manual ones. True: something had changed.
+// What another pane, or the host, has changed in the record since this pane has read or written it. Without
+// it the next step would store the old values as manual ones, and a step taken back the older ones. True:
+// something had changed, and is shown.
 bool MorphDialog::TakeChanges() {
-    bool changed = false;
+    const SeenMarkers now = ReadMarkers();
+    if (now == seen_) {
+        return false;
+    }
+    const MarkerSnapshot& then = seen_.Of(Block());
+    const MarkerSnapshot& here = now.Of(Block());
     for (std::size_t slot = 0; slot < table_.markers.size(); ++slot) {
-        if (!IsStored(slot)) {
+        const bool flagChanged = ((then.flags ^ here.flags) & table_.layout.markers[slot].flag) != 0;
+        if (flagChanged || then.values[slot] != here.values[slot]) {
             TakeStored(slot);
-            changed = true;
         }
     }
-    return changed;
+    seen_ = now;
+    DropHistory();
+    Refresh();
+    return true;
+}
+
+// The same for a beat whose samples the host has replaced: nothing of the former one is known any more.
+bool MorphDialog::TakeReplacedBeat() {
+    const std::uint32_t beat = SumOfBeat();
+    if (beat == seenBeat_) {
+        return TakeChanges();
+    }
+    seenBeat_ = beat;
+    seen_ = ReadMarkers();
+    Load(false);
+    DropHistory();
+    Refresh();
+    return true;
 }
 
 void MorphDialog::ShowMarkers() {
-    const int lead = SelectedLead();
-    if (lead < 0) {
-        return;
-    }
     std::array<std::int32_t, kMostMarkers> positions{};
     for (std::size_t slot = 0; slot < table_.markers.size(); ++slot) {
         positions[slot] = fields_[slot].Current();
     }
-    view_->SendMsg(MV_SETLEAD, static_cast<WPARAM>(lead), reinterpret_cast<LPARAM>(positions.data()));
+    view_->SendMsg(MV_SETLEAD, static_cast<WPARAM>(Lead()), reinterpret_cast<LPARAM>(positions.data()));
 }
 
 void MorphDialog::Refresh() {
-    const int lead = SelectedLead();
-    if (lead < 0) {
+    if (!HasLead()) {
         return;
     }
     ShowMarkers();
     const MeasurementSet& set = MeasurementSet::Of(beat_->measurements);
     for (std::size_t i = 0; i < kMeasurementRows; ++i) {
-        measurements_[i]->ShowNumber(table_.measurements[i].value(set, lead));
+        measurements_[i]->ShowNumber(table_.measurements[i].value(set, Lead()));
     }
     for (std::size_t slot = 0; slot < table_.markers.size(); ++slot) {
         fields_[slot].Refresh();
     }
-    const MarkerStore store = StoreOf(lead_);
+    const MarkerStore store = StoreOf(Block());
     for (std::size_t i = 0; i < table_.waveBoxes.size(); ++i) {
-        waveBoxes_[i]->SetChecked(store.Value(table_.waveBoxes[i].marker) == 0);
+        boxesInForce_[i] = store.Value(table_.waveBoxes[i].marker) == 0;
+        waveBoxes_[i]->SetChecked(boxesInForce_[i]);
     }
     RefreshReset(store.ManualFlags() != 0);
 }
@@ -98,14 +121,25 @@ void MorphDialog::RefreshReset(bool anyManual) {
     reset_->Enable(anyManual);
 }
 
+// The binding's own text says why there was no measurement. It is made anew with the next use, so that it
+// works again when the module has come right.
 void MorphDialog::Redetect() {
+    if (!engine_) {
+        engine_.emplace();
+    }
+    SetLastError(ERROR_SUCCESS);  // what the binding reports is this call's
     if (engine_->UPDATEDETECTION(beat_) == 0) {
+        const bool isBound = *engine_->ErrorText() == '\0';
+        engine_->ReportError(Reports());
+        if (!isBound) {
+            engine_.reset();
+        }
         measured_ = Measured::kFailed;
         Reports().LOGOEMERROR(table_.reports.source, table_.reports.redetectionLine, "UpdateDetection");
         return;
     }
     measured_ = Measured::kDone;
-    const MarkerStore store = StoreOf(lead_);
+    const MarkerStore store = StoreOf(Block());
     for (std::size_t slot = 0; slot < store.Count(); ++slot) {
         if (!store.IsManual(slot)) {
             fields_[slot].SetAutomatic(store.Value(slot));
@@ -114,16 +148,18 @@ void MorphDialog::Redetect() {
     Refresh();
 }
 
-template <class Step>
-void MorphDialog::Change(std::uint32_t source, Step step) {
-    MarkerEdit edit{std::span(fields_).first(table_.markers.size()), StoreOf(lead_), *this};
-    const MarkerSnapshot before = MarkerSnapshot::Take(lead_, edit.store);
+template <class Rules>
+void MorphDialog::Change(std::uint32_t source, Rules rules) {
+    const int block = Block();
+    MarkerEdit edit{std::span(fields_).first(table_.markers.size()), StoreOf(block), *this};
+    const MarkerSnapshot before = MarkerSnapshot::Take(block, edit.store);
     measured_ = Measured::kNotAsked;
-    step(edit);
-    const bool stored = MarkerSnapshot::Take(lead_, edit.store) != before;
+    rules(edit);
+    const bool stored = MarkerSnapshot::Take(block, edit.store) != before;
     if (stored) {
         history_.Record(before, source);
     }
+    seen_ = ReadMarkers();
     if (measured_ == Measured::kFailed) {
         // The measurements stay as they are; a marker that the rules have limited stands where its edit says.
         ShowMarkers();
@@ -133,114 +169,71 @@ void MorphDialog::Change(std::uint32_t source, Step step) {
 }
 
 void MorphDialog::ApplyMarkers(std::uint32_t source) {
-    if (HasLead()) {
-        Change(source, [this](MarkerEdit& edit) { table_.applyMarkers(edit, waveBoxes_[0]->IsChecked()); });
-    }
+    Change(source, [this](MarkerEdit& edit) { table_.applyMarkers(edit, boxesInForce_[0]); });
 }
 
 void MorphDialog::OnMarkerMoved(UINT id, std::int32_t ms) {
+    if (!HasLead()) {
+        return;
+    }
+    if (step_ == Step::kNone) {
+        TakeReplacedBeat();
+    } else {
+        TakeChanges();
+    }
     for (MarkerField& field : std::span(fields_).first(table_.markers.size())) {
         if (field.OnMarkerMoved(id, ms)) {
             returned_ = 0;
             ApplyMarkers(id);
             return;
         }
-        if (id == field.NotificationId()) {
+        if (id == field.NotificationId() && step_ != Step::kNone) {
             returned_ = id;
         }
     }
 }
 
-void MorphDialog::OnMarkerGrasped() {
-    history_.EndStep();
-    returned_ = 0;
-    if (TakeChanges()) {
-        Refresh();
+void MorphDialog::OnLeadChosen(int code) {
+    if (IsDragging() || code >= KX_MEASURED_LEADS) {
+        ShowInForce(kLead);
+        return;
     }
-}
-
-// A marker that comes onto its automatic value measures nothing there. When it is left there after it was
-// stored elsewhere on its way, it is stored as well: the record holds what the reviewer sees.
-void MorphDialog::StoreReturned() {
-    if (returned_ != 0) {
-        ApplyMarkers(std::exchange(returned_, 0));
-    }
-}
-
-void MorphDialog::OnLeadChanged() {
-    // What a drag has moved in the former lead belongs to that lead.
-    MSG moved{};
-    while (PeekMessageA(&moved, Handle(), MVN_MARKERMOVED, MVN_MARKERMOVED + kMarkerSlots - 1, PM_REMOVE)) {
-        OnMarkerMoved(moved.message, static_cast<std::int32_t>(moved.wParam));
-    }
-    StoreReturned();
-    history_.EndStep();
-    if (!table_.isGlobal && HasLead()) {
-        lead_ = SelectedLead();
+    EndStep();
+    TakeReplacedBeat();
+    inForce_[kLead] = code;
+    if (!table_.isGlobal) {
         Load(true);
     }
     Refresh();
 }
 
 void MorphDialog::OnWaveBox(std::size_t box) {
+    const bool absent = waveBoxes_[box]->IsChecked();
     if (!HasLead()) {
+        waveBoxes_[box]->SetChecked(boxesInForce_[box]);
         return;
     }
-    history_.EndStep();
-    const bool absent = waveBoxes_[box]->IsChecked();
-    const bool outdated = TakeChanges();
+    EndStep();
+    TakeReplacedBeat();
     Change(table_.waveBoxes[box].box, [&](MarkerEdit& edit) {
-        if (!table_.applyWaveBox(edit, box, absent)) {
-            waveBoxes_[box]->SetChecked(!absent);
+        if (table_.applyWaveBox(edit, box, absent)) {
+            boxesInForce_[box] = absent;
+        } else {
+            waveBoxes_[box]->SetChecked(boxesInForce_[box]);
         }
     });
-    if (outdated && measured_ == Measured::kNotAsked) {
-        Refresh();
-    }
 }
 
 void MorphDialog::OnReset() {
-    if (!HasLead()) {
+    if (!HasLead() || IsDragging()) {
         return;
     }
-    history_.EndStep();
+    EndStep();
+    TakeReplacedBeat();
     Change(reset_->Id(), [](MarkerEdit& edit) {
         edit.store.ClearManual(edit.store.AllFlags());
         edit.redetection.Redetect();
     });
-}
-
-void MorphDialog::Undo() {
-    if (const auto lead = history_.UndoLead()) {
-        Restore(history_.Undo(MarkerSnapshot::Take(*lead, StoreOf(*lead))));
-    }
-}
-
-void MorphDialog::Redo() {
-    if (const auto lead = history_.RedoLead()) {
-        Restore(history_.Redo(MarkerSnapshot::Take(*lead, StoreOf(*lead))));
-    }
-}
-
-// Shows the lead whose markers come back, so that nothing changes unseen.
-void MorphDialog::Restore(const MarkerSnapshot& snapshot) {
-    MarkerStore store = StoreOf(snapshot.lead);
-    snapshot.Restore(store);
-    if (lead_ != snapshot.lead) {
-        combos_[kLead]->SelectCode(snapshot.lead);
-        lead_ = snapshot.lead;
-        Load(true);
-    } else {
-        for (std::size_t slot = 0; slot < store.Count(); ++slot) {
-            TakeStored(slot);
-        }
-    }
-    returned_ = 0;
-    measured_ = Measured::kNotAsked;
-    Redetect();
-    if (measured_ != Measured::kDone) {
-        Refresh();
-    }
 }
 
 }  // namespace kx

@@ -1,4 +1,5 @@
-// What makes one of the four morphology dialogs: its controls, its markers, its settings and its rules.
+// morph_table: what makes one of the four morphology dialogs: its controls, its markers, its settings and its
+// rules.
 #pragma once
 
 #include <windows.h>
@@ -7,7 +8,7 @@
 #include <cstdint>
 #include <span>
 
-#include "dialogs/morphology/marker_edit.h"
+#include "dialogs/morphology/rules/marker_edit.h"
 #include "lib/dbclient/measurement_set.h"
 
 namespace kx {

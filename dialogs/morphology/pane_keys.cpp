@@ -7,8 +7,6 @@
 namespace kx {
 namespace {
 
-constexpr LPARAM kRepeated = LPARAM{1} << 30;  // of a key that is held down
-
 // What WM_CHAR makes of the two keys.
 constexpr WPARAM kCtrlY = 'Y' - '@';
 constexpr WPARAM kCtrlZ = 'Z' - '@';
@@ -58,26 +56,11 @@ LRESULT CALLBACK ControlProc(HWND window, UINT message, WPARAM wParam, LPARAM lP
     return CallOriginal(found->second, window, message, wParam, lParam);
 }
 
-LRESULT CALLBACK ViewProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    const auto found = g_watched.find(window);
-    if (found == g_watched.end()) {
-        return DefWindowProcA(window, message, wParam, lParam);
-    }
-    const Watched watched = found->second;
-    if (message == WM_LBUTTONDOWN || message == WM_LBUTTONDBLCLK ||
-        (message == WM_KEYDOWN && (lParam & kRepeated) == 0)) {
-        SendMessageA(watched.pane, kMarkerGrasped, 0, 0);
-    } else if (message == WM_CAPTURECHANGED || message == WM_KEYUP) {
-        PostMessageA(watched.pane, kMarkerReleased, 0, 0);
-    }
-    return CallOriginal(watched, window, message, wParam, lParam);
-}
-
-void Watch(HWND window, HWND pane, WNDPROC procedure) {
+void Watch(HWND window, HWND pane) {
     const auto original = reinterpret_cast<WNDPROC>(GetWindowLongPtrA(window, GWLP_WNDPROC));
     // First known, then put in: from its first message on the procedure finds the window.
     g_watched[window] = {original, pane};
-    SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(procedure));
+    SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(ControlProc));
 }
 
 }  // namespace
@@ -85,7 +68,9 @@ void Watch(HWND window, HWND pane, WNDPROC procedure) {
 void WatchPane(HWND pane, HWND view) {
     for (HWND control = GetWindow(pane, GW_CHILD); control != nullptr;
          control = GetWindow(control, GW_HWNDNEXT)) {
-        Watch(control, pane, control == view ? ViewProc : ControlProc);
+        if (control != view) {
+            Watch(control, pane);
+        }
     }
 }
 

@@ -1,6 +1,6 @@
 #include "dialogs/morphology/pmorph.h"
 
-#include "dialogs/morphology/p_rules.h"
+#include "dialogs/morphology/rules/wave_rules.h"
 #include "dialogs/resources/morphology_ids.h"
 #include "dialogs/resources/picture_ids.h"
 

@@ -1,4 +1,4 @@
-// The P-wave morphology dialog.
+// pmorph: the P-wave morphology dialog.
 #pragma once
 
 #include "dialogs/morphology/morph_dialog.h"

@@ -1,6 +1,6 @@
 #include "dialogs/morphology/qrsmrph.h"
 
-#include "dialogs/morphology/qrs_rules.h"
+#include "dialogs/morphology/rules/qrs_rules.h"
 #include "dialogs/resources/morphology_ids.h"
 #include "dialogs/resources/picture_ids.h"
 

@@ -1,4 +1,4 @@
-// The QRS morphology dialog.
+// qrsmrph: the QRS morphology dialog.
 #pragma once
 
 #include "dialogs/morphology/morph_dialog.h"

@@ -1,6 +1,6 @@
 #include "dialogs/morphology/tmorph.h"
 
-#include "dialogs/morphology/t_rules.h"
+#include "dialogs/morphology/rules/wave_rules.h"
 #include "dialogs/resources/morphology_ids.h"
 #include "dialogs/resources/picture_ids.h"
 

@@ -1,4 +1,4 @@
-// The T-wave morphology dialog.
+// tmorph: the T-wave morphology dialog.
 #pragma once
 
 #include "dialogs/morphology/morph_dialog.h"

@@ -14,6 +14,8 @@
 #define IDS_MAINS_PICK_LIST 4112
 #define IDS_LEAD_PICK_LIST 4113
 #define IDS_FILTER_EDGE_PICK_LIST 4114
+/* what the readout says when others have changed the markers and no change can be taken back any more */
+#define IDS_HISTORY_DROPPED 4115
 
 /* the toolbar, the view and what every morphology dialog has */
 #define IDC_MORPH_SPEED 31240

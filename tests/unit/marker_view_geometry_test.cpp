@@ -1,4 +1,4 @@
-#include "dialogs/marker_view/marker_view_geometry.h"
+#include "dialogs/marker_view/trace/view_geometry.h"
 
 #include <gtest/gtest.h>
 
@@ -74,8 +74,7 @@ TEST(ViewGeometry, AWideBeatScrolls) {
         EXPECT_EQ(geometry.XOrigin(), row.origin) << row.percent;
         EXPECT_EQ(geometry.HorizontalBar(), row.horizontal) << row.percent;
         EXPECT_EQ(geometry.Baseline(), row.baseline) << row.microvolts;
-        EXPECT_EQ(geometry.VerticalBar(), row.vertical)
-            << row.microvolts << " " << geometry.VerticalBar().position;
+        EXPECT_EQ(geometry.VerticalBar(), row.vertical) << row.microvolts << " " << geometry.VerticalBar().position;
     }
 }
 
@@ -115,9 +114,7 @@ TEST(ViewGeometry, ADragGoesToTheBeatsEndsButNotBeyondTheView) {
         EXPECT_EQ(row.geometry.DragTarget(row.column), row.target) << row.name;
     }
     EXPECT_EQ(ViewGeometry().DragTarget(5), std::nullopt);
-    EXPECT_EQ(ViewGeometry(kDevice, {600, 32000, 1000}, {20, 25, 0, 0}, 400, 300).DragTarget(200),
-              std::nullopt)
-        << "no scale";
+    EXPECT_EQ(ViewGeometry(kDevice, {600, 32000, 1000}, {20, 25, 0, 0}, 400, 300).DragTarget(200), std::nullopt) << "no scale";
 }
 
 TEST(ViewGeometry, AStepIsOneSampleOrWhatAMillisecondTells) {
@@ -153,10 +150,8 @@ TEST(ViewGeometry, EveryStepSurvivesTheWayThroughMilliseconds) {
         for (std::int32_t position = 200; position < 1800; ++position) {
             for (const int step : {1, -1}) {
                 const std::int32_t target = geometry.Stepped(position, step);
-                const std::int32_t back =
-                    kx::SamplesFromMs(kx::MsFromSamples(target, samplesPerSecond), samplesPerSecond);
-                const std::int32_t stay =
-                    kx::SamplesFromMs(kx::MsFromSamples(position, samplesPerSecond), samplesPerSecond);
+                const std::int32_t back = kx::SamplesFromMs(kx::MsFromSamples(target, samplesPerSecond), samplesPerSecond);
+                const std::int32_t stay = kx::SamplesFromMs(kx::MsFromSamples(position, samplesPerSecond), samplesPerSecond);
                 ASSERT_GT((back - stay) * step, 0) << rate << " Hz, " << position << " by " << step;
             }
         }
@@ -178,9 +173,8 @@ TEST(HitsMarker, IsTheSameOnBothSides) {
         std::int32_t x, y;
         bool hit;
     } rows[] = {
-        {100, 0, true},   {98, 5, true},     {102, 5, true},   {97, 5, false},   {103, 5, false},
-        {100, 299, true}, {88, 280, true},   {112, 280, true}, {87, 290, false}, {113, 290, false},
-        {88, 279, false}, {112, 279, false}, {100, -3, true},
+        {100, 0, true},   {98, 5, true},    {102, 5, true},    {97, 5, false},   {103, 5, false},   {100, 299, true}, {88, 280, true},
+        {112, 280, true}, {87, 290, false}, {113, 290, false}, {88, 279, false}, {112, 279, false}, {100, -3, true},
     };
     for (const auto& row : rows) {
         EXPECT_EQ(kx::HitsMarker(100, {24, 20}, 300, row.x, row.y), row.hit) << row.x << ' ' << row.y;
@@ -210,14 +204,12 @@ TEST(Scrolling, FollowsEveryRequestWithinItsRange) {
         ScrollRequest request;
         std::int32_t microvolts;
     } vertical[] = {
-        {ScrollRequest::kLineBack, -50},     {ScrollRequest::kLineForward, 50},
-        {ScrollRequest::kPageBack, -500},    {ScrollRequest::kPageForward, 500},
-        {ScrollRequest::kFirst, -2500},      {ScrollRequest::kLast, 2500},
+        {ScrollRequest::kLineBack, -50},     {ScrollRequest::kLineForward, 50}, {ScrollRequest::kPageBack, -500},
+        {ScrollRequest::kPageForward, 500},  {ScrollRequest::kFirst, -2500},    {ScrollRequest::kLast, 2500},
         {ScrollRequest::kThumbTrack, -1250},
     };
     for (const auto& row : vertical) {
-        EXPECT_EQ(kx::Scrolled(0, row.request, 50, 199, kx::kVerticalSteps), row.microvolts)
-            << static_cast<int>(row.request);
+        EXPECT_EQ(kx::Scrolled(0, row.request, 50, 199, kx::kVerticalSteps), row.microvolts) << static_cast<int>(row.request);
     }
     EXPECT_EQ(kx::Scrolled(7, ScrollRequest::kThumbTrack, 3, INT32_MAX, kx::kHorizontalSteps), 0);
 }
@@ -255,8 +247,7 @@ TEST(ViewGeometry, AbsurdInputIsHarmless) {
                     const ViewGeometry geometry(device, beat, {value, value, 100, -2500}, size, size);
                     std::int32_t points = 0;
                     geometry.Trace(
-                        value > 0,
-                        [&](std::int32_t i) { return geometry.SampleHeight(i % 2 == 0 ? -32768 : 32767); },
+                        value > 0, [&](std::int32_t i) { return geometry.SampleHeight(i % 2 == 0 ? -32768 : 32767); },
                         [&](std::int32_t, std::int32_t) { ++points; });
                     EXPECT_LE(points, geometry.Samples());
                     for (const std::int32_t where : sizes) {

@@ -1,10 +1,10 @@
-#include "dialogs/marker_view/marker_view_signal.h"
+#include "dialogs/marker_view/trace/filtered_lead.h"
 
 #include <gtest/gtest.h>
 
 #include <vector>
 
-#include "dialogs/marker_view/signal_filters.h"
+#include "dialogs/marker_view/trace/signal_filters.h"
 
 namespace {
 
@@ -24,8 +24,7 @@ Samples Beat() {
 }
 
 Samples Filtered(const Samples& samples, std::int32_t rate, const SignalSettings& settings) {
-    const auto filtered =
-        FilteredLead(samples.data(), static_cast<std::int32_t>(samples.size()), rate, settings);
+    const auto filtered = FilteredLead(samples.data(), static_cast<std::int32_t>(samples.size()), rate, settings);
     return filtered == nullptr ? Samples() : Samples(filtered.get(), filtered.get() + samples.size());
 }
 

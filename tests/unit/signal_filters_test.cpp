@@ -1,6 +1,6 @@
 // The filters against references that share nothing with them: the analogue Butterworth response at the
 // pre-warped frequency, poles found by complex arithmetic, naive sums and a correlation.
-#include "dialogs/marker_view/signal_filters.h"
+#include "dialogs/marker_view/trace/signal_filters.h"
 
 #include <gtest/gtest.h>
 
@@ -50,9 +50,8 @@ TEST(MovingAverageFilter, AveragesOnePeriodOfTheMains) {
     struct Row {
         std::int32_t mains, rate, length;
     };
-    for (const Row row : {Row{60, 500, 8}, Row{50, 500, 10}, Row{50, 240, 4}, Row{60, 1000, 16},
-                          Row{50, 25600, 512}, Row{50, 26000, 512}, Row{1, INT32_MAX, 512}, Row{50, 49, 1},
-                          Row{50, 0, 1}, Row{0, 500, 1}, Row{-1, INT32_MIN, 1}, Row{50, -500, 1}}) {
+    for (const Row row : {Row{60, 500, 8}, Row{50, 500, 10}, Row{50, 240, 4}, Row{60, 1000, 16}, Row{50, 25600, 512}, Row{50, 26000, 512},
+                          Row{1, INT32_MAX, 512}, Row{50, 49, 1}, Row{50, 0, 1}, Row{0, 500, 1}, Row{-1, INT32_MIN, 1}, Row{50, -500, 1}}) {
         MovingAverageFilter filter(row.mains, row.rate, kMissingSample);
         EXPECT_EQ(row.length, filter.Length()) << row.mains << " Hz of " << row.rate;
         std::vector<std::int32_t> fed;
@@ -98,8 +97,7 @@ TEST(MovingAverageFilter, FiltersAnArrayBothWaysAroundMissingSamples) {
 
     Samples backward = samples;
     MovingAverageFilter(50, 500, kMissingSample).FilterBackward(backward.data(), 300);
-    EXPECT_EQ(NaiveMean(Samples(samples.rbegin(), samples.rend()), 10),
-              Samples(backward.rbegin(), backward.rend()));
+    EXPECT_EQ(NaiveMean(Samples(samples.rbegin(), samples.rend()), 10), Samples(backward.rbegin(), backward.rend()));
 }
 
 TEST(MovingAverageFilter, KeepsItsFieldsWhereTheyBelong) {
@@ -130,16 +128,13 @@ struct Band {
     bool HasUpperEdge() const { return high < 0.49 * rate; }
 };
 
-constexpr Band kBands[] = {{10, 40, 500},   {0.5, 40, 500},   {5, 15, 240},   {1, 100, 1000},
-                           {20, 21, 500},   {10, 244, 500},   {10, 250, 500}, {0.5, 250, 500},
-                           {40, 1000, 500}, {0.05, 150, 1000}};
+constexpr Band kBands[] = {{10, 40, 500},  {0.5, 40, 500}, {5, 15, 240},    {1, 100, 1000},  {20, 21, 500},
+                           {10, 244, 500}, {10, 250, 500}, {0.5, 250, 500}, {40, 1000, 500}, {0.05, 150, 1000}};
 
 // The analogue filter at the frequency that the bilinear transform makes of f.
 Complex AnalogResponse(const Band& band, double f) {
     const Complex s(0, std::tan(std::numbers::pi * f / band.rate));
-    const Complex p = band.HasUpperEdge()
-                          ? (s * s + band.Low() * band.High()) / ((band.High() - band.Low()) * s)
-                          : band.Low() / s;
+    const Complex p = band.HasUpperEdge() ? (s * s + band.Low() * band.High()) / ((band.High() - band.Low()) * s) : band.Low() / s;
     return 1.0 / (p * p + std::numbers::sqrt2 * p + 1.0);
 }
 
@@ -221,8 +216,7 @@ TEST(BandPassFilter, FiltersAnArrayBothWaysAroundMissingSamples) {
         for (const bool backward : {false, true}) {
             Samples filtered = samples;
             BandPassFilter filter(band.low, band.high, band.rate, kMissingSample);
-            backward ? filter.FilterBackward(filtered.data(), 400)
-                     : filter.FilterForward(filtered.data(), 400);
+            backward ? filter.FilterBackward(filtered.data(), 400) : filter.FilterForward(filtered.data(), 400);
             ReferenceBandPass reference(band);
             reference.SettleOn(backward ? samples[399] : samples[0]);
             for (std::size_t n = 0; n < 400; ++n) {
@@ -263,9 +257,8 @@ TEST(BandPassFilter, StaysDefinedWithoutABand) {
         double low, high;
         std::int32_t rate;
     };
-    for (const Row row : {Row{10, 10, 500}, Row{0, 0, 500}, Row{10, 40, 0}, Row{10, 40, -500},
-                          Row{nan, 40, 500}, Row{10, nan, 500}, Row{infinity, infinity, 500},
-                          Row{-40, -10, 500}, Row{260, 400, 500}, Row{-1e300, 1e300, 1}}) {
+    for (const Row row : {Row{10, 10, 500}, Row{0, 0, 500}, Row{10, 40, 0}, Row{10, 40, -500}, Row{nan, 40, 500}, Row{10, nan, 500},
+                          Row{infinity, infinity, 500}, Row{-40, -10, 500}, Row{260, 400, 500}, Row{-1e300, 1e300, 1}}) {
         BandPassFilter filter(row.low, row.high, row.rate, kMissingSample);
         Samples samples(3000, 32767);
         kx::FilterZeroPhase(filter, samples);
@@ -306,8 +299,7 @@ TEST(SampleFilter, LeavesAnEmptyArrayAlone) {
     BandPassFilter bandPass(10, 40, 500, kMissingSample);
     MovingAverageFilter mean(50, 500, kMissingSample);
     std::int16_t guard = 77;
-    for (kx::SampleFilter* filter :
-         {static_cast<kx::SampleFilter*>(&bandPass), static_cast<kx::SampleFilter*>(&mean)}) {
+    for (kx::SampleFilter* filter : {static_cast<kx::SampleFilter*>(&bandPass), static_cast<kx::SampleFilter*>(&mean)}) {
         for (const std::int32_t count : {0, -1, INT32_MIN}) {
             filter->FilterForward(&guard, count);
             filter->FilterBackward(&guard, count);
@@ -346,9 +338,8 @@ TEST(DerivativeTrace, TellsTheSlopeOfALineInMicrovoltsPerMillisecond) {
         std::uint32_t rate, resolution;
         std::int32_t slope;  // thousandths of uV/ms
     };
-    for (const Row row : {Row{1, 500, 1000, 500}, Row{-4, 500, 4880, -9760}, Row{3, 1000, 2440, 7320},
-                          Row{1, 240, 1220, 293},  // 292.8
-                          Row{-1, 1, 500, -1},     // -0.5, away from zero
+    for (const Row row : {Row{1, 500, 1000, 500}, Row{-4, 500, 4880, -9760}, Row{3, 1000, 2440, 7320}, Row{1, 240, 1220, 293},  // 292.8
+                          Row{-1, 1, 500, -1},  // -0.5, away from zero
                           Row{1, 1, 499, 0}, Row{7, 0, 1000, 0}, Row{1, 65536, 65536, 2147484}}) {
         Samples line;
         for (std::int32_t i = 0; i < 9; ++i) {
@@ -357,8 +348,7 @@ TEST(DerivativeTrace, TellsTheSlopeOfALineInMicrovoltsPerMillisecond) {
         const DerivativeTrace trace(row.rate, row.resolution, line.data(), 9);
         for (std::uint32_t i = 0; i < 9; ++i) {
             ASSERT_EQ(10 * row.rise, trace.RawValue(i)) << i;
-            ASSERT_EQ(row.slope, trace.SlopeValue(i))
-                << row.rise << " at " << row.rate << " x " << row.resolution;
+            ASSERT_EQ(row.slope, trace.SlopeValue(i)) << row.rise << " at " << row.rate << " x " << row.resolution;
         }
         EXPECT_EQ(row.slope, trace.SlopeFromRaw(10 * row.rise));
     }
@@ -382,8 +372,7 @@ TEST(DerivativeTrace, HasNoSlopeWithoutFivePoints) {
 }
 
 TEST(DerivativeTrace, ReadsAsZeroWithoutItsValues) {
-    for (const DerivativeTrace& trace :
-         {DerivativeTrace(500, 1000, nullptr, 9), DerivativeTrace(500, 1000, &kMissing, UINT32_MAX)}) {
+    for (const DerivativeTrace& trace : {DerivativeTrace(500, 1000, nullptr, 9), DerivativeTrace(500, 1000, &kMissing, UINT32_MAX)}) {
         EXPECT_EQ(0, trace.RawValue(3));
         EXPECT_EQ(0, trace.SlopeValue(3));
     }

@@ -1,4 +1,4 @@
-#include "dialogs/morphology/marker_history.h"
+#include "dialogs/morphology/rules/marker_history.h"
 
 #include <gtest/gtest.h>
 

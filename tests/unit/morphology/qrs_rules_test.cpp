@@ -1,4 +1,4 @@
-#include "dialogs/morphology/qrs_rules.h"
+#include "dialogs/morphology/rules/qrs_rules.h"
 
 #include <gtest/gtest.h>
 
@@ -109,29 +109,11 @@ const Box kBoxes[] = {
     {"S past the offset", {200, 220, 0, 0, 0, 225}, kx::kSOn, false, true, {200, 220, 230, 0, 0, 225}, 225},
     {"R' removed", {200, 220, 240, 260, 0, 320}, kx::kRPrimeOn, true, true, {200, 220, 240, 0, 0, 320}, 320},
     {"R' removed before S'", kAll, kx::kRPrimeOn, true, false, kAll, 320},
-    {"R' behind S",
-     {200, 220, 240, 0, 0, 320},
-     kx::kRPrimeOn,
-     false,
-     true,
-     {200, 220, 240, 250, 0, 320},
-     320},
+    {"R' behind S", {200, 220, 240, 0, 0, 320}, kx::kRPrimeOn, false, true, {200, 220, 240, 250, 0, 320}, 320},
     {"R' without S", {200, 220, 0, 0, 0, 320}, kx::kRPrimeOn, false, false, {200, 220, 0, 0, 0, 320}, 320},
     {"S' removed", kAll, kx::kSPrimeOn, true, true, {200, 220, 240, 260, 0, 320}, 320},
-    {"S' behind R'",
-     {200, 220, 240, 260, 0, 320},
-     kx::kSPrimeOn,
-     false,
-     true,
-     {200, 220, 240, 260, 270, 320},
-     320},
-    {"S' without R'",
-     {200, 220, 240, 0, 0, 320},
-     kx::kSPrimeOn,
-     false,
-     false,
-     {200, 220, 240, 0, 0, 320},
-     320},
+    {"S' behind R'", {200, 220, 240, 260, 0, 320}, kx::kSPrimeOn, false, true, {200, 220, 240, 260, 270, 320}, 320},
+    {"S' without R'", {200, 220, 240, 0, 0, 320}, kx::kSPrimeOn, false, false, {200, 220, 240, 0, 0, 320}, 320},
 };
 
 TEST(QrsRules, Boxes) {
@@ -174,8 +156,7 @@ TEST(QrsRules, SeveralMovesAreMeasuredOneByOne) {
     rig.Drag(kx::kROn, 100);
     kx::ApplyQrsMarkers(rig.Edit());
     // Q + 5 >= R (100): Q = 95. Then Q + 5 >= R: R = 100.
-    EXPECT_EQ(rig.measured,
-              (std::vector<Values>{{95, 220, 240, 260, 280, 320}, {95, 100, 240, 260, 280, 320}}));
+    EXPECT_EQ(rig.measured, (std::vector<Values>{{95, 220, 240, 260, 280, 320}, {95, 100, 240, 260, 280, 320}}));
 }
 
 // From any complex whose present components follow one another without a gap, 5 ms apart, any drag keeps them

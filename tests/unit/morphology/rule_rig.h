@@ -6,7 +6,7 @@
 #include <ostream>
 #include <vector>
 
-#include "dialogs/morphology/marker_edit.h"
+#include "dialogs/morphology/rules/marker_edit.h"
 
 namespace kx::test {
 

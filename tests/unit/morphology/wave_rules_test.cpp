@@ -1,9 +1,8 @@
-#include "dialogs/morphology/wave_rules.h"
+#include "dialogs/morphology/rules/wave_rules.h"
 
 #include <gtest/gtest.h>
 
-#include "dialogs/morphology/p_rules.h"
-#include "dialogs/morphology/t_rules.h"
+#include "dialogs/morphology/rules/wave_rules.h"
 #include "tests/unit/morphology/rule_rig.h"
 
 namespace {
@@ -82,8 +81,7 @@ TEST(WaveRules, SeveralMoves) {
         wave.apply(rig.Edit());
         wave.apply(rig.Edit());
         EXPECT_EQ(rig.Stored(), (Values{120, 150, wave.oneMeasurement ? 180 : 200})) << wave.name;
-        EXPECT_EQ(rig.Flags(), wave.oneMeasurement ? wave.flags[0] | wave.flags[2] : wave.flags[0])
-            << wave.name;
+        EXPECT_EQ(rig.Flags(), wave.oneMeasurement ? wave.flags[0] | wave.flags[2] : wave.flags[0]) << wave.name;
         EXPECT_EQ(rig.calls, 1) << wave.name;
     }
 }
@@ -111,10 +109,8 @@ TEST(WaveRules, SecondComponentBox) {
         bool accepted;
         std::int32_t second;
     } rows[] = {
-        {"removed", {100, 150, 200}, true, true, 0},
-        {"inserted in the middle", {100, 0, 201}, false, true, 150},
-        {"a wave of 10 ms", {100, 0, 110}, false, true, 105},
-        {"a wave of 9 ms", {100, 0, 109}, false, false, 0},
+        {"removed", {100, 150, 200}, true, true, 0},          {"inserted in the middle", {100, 0, 201}, false, true, 150},
+        {"a wave of 10 ms", {100, 0, 110}, false, true, 105}, {"a wave of 9 ms", {100, 0, 109}, false, false, 0},
         {"an absent wave", {0, 0, 0}, false, false, 0},
     };
     for (const Wave& wave : kWaves) {

@@ -22,8 +22,7 @@ class MarkerViewPaint : public ViewRig {
         // Bitmap bits are blue first.
         const COLORREF swapped = RGB(GetBValue(colour), GetGValue(colour), GetRValue(colour));
         const auto picture = Picture();
-        return static_cast<int>(std::count_if(picture.begin(), picture.end(),
-                                              [&](COLORREF c) { return (c & 0xFFFFFF) == swapped; }));
+        return static_cast<int>(std::count_if(picture.begin(), picture.end(), [&](COLORREF c) { return (c & 0xFFFFFF) == swapped; }));
     }
     // The first row from the top in which a column has the colour; -1: none.
     int TopOf(int column, COLORREF colour) const {
@@ -48,9 +47,7 @@ TEST_F(MarkerViewPaint, DrawsTheLeadAtItsScaleOverTheBaseline) {
     // Lead II has a wave of 1.1 mV.
     EXPECT_NEAR(TopOf(peak, kBlack), baseline - PixelsPerMv(20) * 11 / 10, 1);
     EXPECT_NE(Count(kBaseline), 0);
-    EXPECT_EQ(
-        TopOf(2, kBaseline) == baseline || TopOf(3, kBaseline) == baseline || TopOf(5, kBaseline) == baseline,
-        true);
+    EXPECT_EQ(TopOf(2, kBaseline) == baseline || TopOf(3, kBaseline) == baseline || TopOf(5, kBaseline) == baseline, true);
     EXPECT_EQ(Count(kRaw), 0);
     EXPECT_EQ(Count(kDerivative), 0);
 }
@@ -87,16 +84,14 @@ TEST_F(MarkerViewPaint, MarkersStandOnTheirColumnsWithTheirLabels) {
         EXPECT_TRUE(MarkerStandsAt(ColumnOfMs(ms))) << ms;
     }
     // The label's picture, at the bottom edge and centred.
-    Bitmap label(
-        static_cast<HBITMAP>(library_.instance.LoadImageById(IDB_BADGE_T_OFF, IMAGE_BITMAP, 0, 0, 0)));
+    Bitmap label(static_cast<HBITMAP>(library_.instance.LoadImageById(IDB_BADGE_T_OFF, IMAGE_BITMAP, 0, 0, 0)));
     ASSERT_EQ(label.Width(), 24);
     ASSERT_EQ(label.Height(), 20);
     MemoryContext memory;
     memory.SelectBitmap(label);
     for (int y = 0; y < 20; ++y) {
         for (int x = 0; x < 24; ++x) {
-            ASSERT_EQ(Pixel(ColumnOfMs(900) - 12 + x, kHeight - 20 + y), GetPixel(memory.Handle(), x, y))
-                << x << ' ' << y;
+            ASSERT_EQ(Pixel(ColumnOfMs(900) - 12 + x, kHeight - 20 + y), GetPixel(memory.Handle(), x, y)) << x << ' ' << y;
         }
     }
     Send(MV_SHOWMARKERS, 0, 0);
@@ -108,20 +103,40 @@ TEST_F(MarkerViewPaint, MarkersStandOnTheirColumnsWithTheirLabels) {
 TEST_F(MarkerViewPaint, TheSameLeadMovesItsMarkersOverTheSamePicture) {
     MakeView();
     Show({300, 400, 500, 700, 900});
-    // Were the beat drawn again, it would be this one.
-    beat_.ClearSamples();
-    const int peak = ColumnOfMs(600);
-    const int top = TopOf(peak, kBlack);
-    ASSERT_NE(top, -1);
+    // Were more than the markers painted, it would be gone.
+    {
+        const WindowContext context(view_);
+        SetPixel(context.Handle(), 3, 3, kRaw);
+    }
     SetLead({320, 400, 500, 700, 1000});
-    EXPECT_EQ(TopOf(peak, kBlack), top);
-    EXPECT_TRUE(MarkerStandsAt(ColumnOfMs(320)));
-    EXPECT_TRUE(MarkerStandsAt(ColumnOfMs(400)));
-    EXPECT_TRUE(MarkerStandsAt(ColumnOfMs(1000)));
-    EXPECT_FALSE(MarkerStandsAt(ColumnOfMs(300)));
-    EXPECT_FALSE(MarkerStandsAt(ColumnOfMs(900)));
+    EXPECT_EQ(Pixel(3, 3), kRaw);
+    for (const std::int32_t ms : {300, 320, 400, 900, 1000}) {
+        EXPECT_EQ(MarkerStandsAt(ColumnOfMs(ms)), ms != 300 && ms != 900) << ms;
+    }
     SetLead({320, 400, 500, 700, 1000}, KX_LEAD_V1);
-    EXPECT_EQ(TopOf(peak, kBlack), -1) << "another lead is another picture";
+    EXPECT_NE(Pixel(3, 3), kRaw) << "another lead is another picture";
+}
+
+// By a host, in place: with as many samples at the same rate.
+TEST_F(MarkerViewPaint, ReplacedSamplesAreDrawnAnew) {
+    for (const bool byPainting : {false, true}) {
+        FillBeat(beat_);
+        MakeView();
+        Show({300, 400, 500, 700, 900});
+        const int peak = ColumnOfMs(600);
+        const int before = TopOf(peak, kBlack);
+        ASSERT_NE(before, -1);
+        std::fill_n(beat_.Samples(KX_LEAD_II), kSamples, std::int16_t{0});
+        if (byPainting) {
+            const RECT strip = {0, 0, 10, 10};
+            InvalidateRect(view_, &strip, FALSE);
+            PumpMessages();
+        } else {
+            SetLead({300, 400, 500, 700, 900});
+        }
+        EXPECT_NE(TopOf(peak, kBlack), before) << byPainting;
+        owner_.Destroy();
+    }
 }
 
 // A step of a drag draws its few pixels itself: over other markers, and out of the view.

@@ -58,8 +58,7 @@ TEST_F(MarkerViewRobustness, AnyBeatIsShown) {
         {600, 4000000000u, 1000, 1}, {600, 500, 1000, -32768},
     };
     for (const auto& row : rows) {
-        EpisodeRecord beat(kTwelveLeadConfiguration, KX_STANDARD_LEADS, row.samples, row.rate,
-                           row.resolution);
+        EpisodeRecord beat(kTwelveLeadConfiguration, KX_STANDARD_LEADS, row.samples, row.rate, row.resolution);
         ASSERT_NE(beat.Samples(KX_LEAD_II), nullptr) << row.samples;
         for (std::uint32_t lead = 0; lead < KX_STANDARD_LEADS; ++lead) {
             std::fill_n(beat.Samples(lead), row.samples, row.value);
@@ -87,8 +86,7 @@ TEST_F(MarkerViewRobustness, SamplesPastTheBlockAreNotRead) {
     constexpr std::size_t kPage = 0x1000;
     const std::size_t bytes = sizeof(std::int16_t) * KX_STANDARD_LEADS * kSamples;
     const std::size_t pages = (bytes + kPage - 1) / kPage * kPage;
-    auto* const memory = static_cast<std::uint8_t*>(
-        VirtualAlloc(nullptr, pages + kPage, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE));
+    auto* const memory = static_cast<std::uint8_t*>(VirtualAlloc(nullptr, pages + kPage, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE));
     DWORD before = 0;
     ASSERT_TRUE(VirtualProtect(memory + pages, kPage, PAGE_NOACCESS, &before));
     MakeView();
@@ -112,25 +110,22 @@ TEST_F(MarkerViewRobustness, SamplesPastTheBlockAreNotRead) {
 
 TEST_F(MarkerViewRobustness, AnyMessageMayComeAtAnyTime) {
     constexpr UINT kMessages[] = {
-        MV_SETGAIN,     MV_SETSPEED,       MV_SETHSCROLL,     MV_SETVOFFSET, MV_SETHIGHCUT,    MV_SETLOWCUT,
-        MV_SHOWMARKERS, MV_SHOWDERIVATIVE, MV_SETBANDPASS,    MV_SETMAINS,   MV_ADDMARKER,     WM_HSCROLL,
-        WM_VSCROLL,     WM_LBUTTONDOWN,    WM_LBUTTONUP,      WM_MOUSEMOVE,  WM_LBUTTONDBLCLK, WM_KEYDOWN,
-        WM_SETFOCUS,    WM_KILLFOCUS,      WM_CAPTURECHANGED, WM_NCHITTEST,  WM_GETDLGCODE,    WM_SETCURSOR,
-        MV_SETLEAD,     MV_SETBEAT,        WM_PAINT,
+        MV_SETGAIN,        MV_SETSPEED,    MV_SETHSCROLL,    MV_SETVOFFSET, MV_SETHIGHCUT, MV_SETLOWCUT, MV_SHOWMARKERS,
+        MV_SHOWDERIVATIVE, MV_SETBANDPASS, MV_SETMAINS,      MV_ADDMARKER,  WM_HSCROLL,    WM_VSCROLL,   WM_LBUTTONDOWN,
+        WM_LBUTTONUP,      WM_MOUSEMOVE,   WM_LBUTTONDBLCLK, WM_KEYDOWN,    WM_SETFOCUS,   WM_KILLFOCUS, WM_CAPTURECHANGED,
+        WM_NCHITTEST,      WM_GETDLGCODE,  WM_SETCURSOR,     MV_SETLEAD,    MV_SETBEAT,    WM_PAINT,
     };
-    constexpr std::int32_t kValues[] = {INT32_MIN, -70000, -1,   0,     1,          2,          50,
-                                        100,       500,    1000, 20522, 0x00280028, 0x00100150, INT32_MAX};
+    constexpr std::int32_t kValues[] = {INT32_MIN, -70000, -1, 0, 1, 2, 50, 100, 500, 1000, 20522, 0x00280028, 0x00100150, INT32_MAX};
     std::mt19937 random(7);
     MakeView(3, 300, 120);
     for (int i = 0; i < 2500; ++i) {
         const UINT message = kMessages[random() % std::size(kMessages)];
-        auto wParam = static_cast<WPARAM>(random() % 4 == 0 ? kValues[random() % std::size(kValues)]
-                                                            : static_cast<std::int32_t>(random() % 12));
+        auto wParam =
+            static_cast<WPARAM>(random() % 4 == 0 ? kValues[random() % std::size(kValues)] : static_cast<std::int32_t>(random() % 12));
         auto lParam = static_cast<LPARAM>(kValues[random() % std::size(kValues)]);
         std::int32_t positions[kx::kMarkerSlots];
         for (std::int32_t& position : positions) {
-            position = random() % 3 == 0 ? kValues[random() % std::size(kValues)]
-                                         : static_cast<std::int32_t>(random() % 1300);
+            position = random() % 3 == 0 ? kValues[random() % std::size(kValues)] : static_cast<std::int32_t>(random() % 1300);
         }
         if (message == MV_SETLEAD) {
             lParam = random() % 5 == 0 ? 0 : reinterpret_cast<LPARAM>(positions);
@@ -178,8 +173,7 @@ TEST_F(MarkerViewRobustness, AnOwnerThatIsGoneIsNotCalled) {
     Show({300, 400, 500, 700, 900});
     {
         OwnerWindow gone;
-        ASSERT_TRUE(gone.Create("KxMarkerViewOwner", "", GetModuleHandleA(nullptr), &gone, WS_POPUP, 0, 0, 0,
-                                10, 10));
+        ASSERT_TRUE(gone.Create("KxMarkerViewOwner", "", GetModuleHandleA(nullptr), &gone, WS_POPUP, 0, 0, 0, 10, 10));
         Send(MV_ATTACHOWNER, 0, reinterpret_cast<LPARAM>(static_cast<Window*>(&gone)));
         gone.Destroy();
     }

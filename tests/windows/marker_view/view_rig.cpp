@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "dialogs/marker_view/marker_view.h"
+#include "dialogs/marker_view/analysis.h"
 
 namespace kx::test {
 
@@ -20,8 +20,7 @@ class OwnerClass final : public WindowClass {
 // As the library's, with a reporter of the test's.
 class ViewClass final : public WindowClass {
   public:
-    ViewClass(const LibraryModule& library, Reporter& reports)
-        : WindowClass(&library, "MarkerView", 0, 0, nullptr), reports_(&reports) {}
+    ViewClass(const LibraryModule& library, Reporter& reports) : WindowClass(&library, "MarkerView", 0, 0, nullptr), reports_(&reports) {}
     LRESULT CreateWindowObject(std::uint32_t controlId, HWND window) override {
         return MarkerViewControl::MakeFor(window, controlId, *Library(), *reports_);
     }
@@ -64,24 +63,19 @@ ViewRig::ViewRig()
     SetCursorPos(1000, 700);
 }
 
-ViewRig::~ViewRig() {
-    owner_.Destroy();
-}
+ViewRig::~ViewRig() { owner_.Destroy(); }
 
 void ViewRig::MakeView(int markers, int width, int height) {
-    ASSERT_TRUE(owner_.Create(kOwnerClass, "", GetModuleHandleA(nullptr), &owner_, WS_POPUP, 0, 0, 0,
-                              width + 60, height + 60));
+    ASSERT_TRUE(owner_.Create(kOwnerClass, "", GetModuleHandleA(nullptr), &owner_, WS_POPUP, 0, 0, 0, width + 60, height + 60));
     // Without activation, which a screen without window manager takes its time for.
     ShowWindow(owner_.Handle(), SW_SHOWNA);
     view_ = CreateWindowExA(0, "MarkerView", "", WS_CHILD | WS_VISIBLE | WS_HSCROLL | WS_VSCROLL, 10, 10,
-                            width + GetSystemMetrics(SM_CXVSCROLL), height + GetSystemMetrics(SM_CYHSCROLL),
-                            owner_.Handle(), reinterpret_cast<HMENU>(UINT_PTR{kViewId}),
-                            GetModuleHandleA(nullptr), nullptr);
+                            width + GetSystemMetrics(SM_CXVSCROLL), height + GetSystemMetrics(SM_CYHSCROLL), owner_.Handle(),
+                            reinterpret_cast<HMENU>(UINT_PTR{kViewId}), GetModuleHandleA(nullptr), nullptr);
     ASSERT_NE(view_, nullptr);
     ASSERT_EQ(Send(MV_ATTACHOWNER, 0, reinterpret_cast<LPARAM>(static_cast<Window*>(&owner_))),
               reinterpret_cast<LRESULT>(Window::FromHandle(view_)));
-    const LPARAM labels[] = {IDB_BADGE_P_ON,    IDB_BADGE_P_OFF, IDB_BADGE_QRS_ON,
-                             IDB_BADGE_QRS_OFF, IDB_BADGE_T_OFF, IDB_BADGE_OFF_LEAD};
+    const LPARAM labels[] = {IDB_BADGE_P_ON, IDB_BADGE_P_OFF, IDB_BADGE_QRS_ON, IDB_BADGE_QRS_OFF, IDB_BADGE_T_OFF, IDB_BADGE_OFF_LEAD};
     for (int i = 0; i < markers; ++i) {
         ASSERT_EQ(Send(MV_ADDMARKER, 0, labels[i]), 1);
     }
@@ -178,8 +172,7 @@ SIZE ViewRig::Client() const {
 // As the view lays a beat out that is narrower than its client area (speed 50, no scrolling).
 int ViewRig::ColumnOfMs(std::int32_t ms) const {
     const WindowContext screen(view_);
-    const int scale =
-        50 * 1000 / static_cast<int>(beat_.SampleRate()) * screen.WidthPixels() / screen.WidthMm();
+    const int scale = 50 * 1000 / static_cast<int>(beat_.SampleRate()) * screen.WidthPixels() / screen.WidthMm();
     const int origin = (Client().cx - MulDiv(static_cast<int>(beat_.SamplesPerLead()), scale, 1000)) / 2;
     return MulDiv(MulDiv(ms, static_cast<int>(beat_.SampleRate()), 1000), scale, 1000) + origin;
 }

@@ -51,9 +51,7 @@ class ViewRig : public testing::Test {
     // Makes the view in a client area of this size (without its scroll bars), attaches the owner and adds the
     // markers.
     void MakeView(int markers = 5, int width = kWidth, int height = kHeight);
-    LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
-        return SendMessageA(view_, message, wParam, lParam);
-    }
+    LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const { return SendMessageA(view_, message, wParam, lParam); }
     // MV_SETBEAT and MV_SETLEAD with these positions in ms.
     void Show(const std::vector<std::int32_t>& positionsMs, std::uint32_t lead = KX_LEAD_II);
     void SetLead(const std::vector<std::int32_t>& positionsMs, std::uint32_t lead = KX_LEAD_II);
@@ -61,9 +59,7 @@ class ViewRig : public testing::Test {
     // The posted notifications since the last call.
     std::vector<Notification> TakePosted();
     static void PumpMessages();
-    void Mouse(UINT message, int x, int y, WPARAM keys = MK_LBUTTON) const {
-        Send(message, keys, MAKELPARAM(x, y));
-    }
+    void Mouse(UINT message, int x, int y, WPARAM keys = MK_LBUTTON) const { Send(message, keys, MAKELPARAM(x, y)); }
     void Drag(int fromX, int fromY, int toX);
     LRESULT HitTest(int x, int y) const;
     // A key, with Ctrl or Shift held (VK_CONTROL, VK_SHIFT; 0: alone).

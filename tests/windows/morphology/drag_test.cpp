@@ -28,32 +28,25 @@ struct Drag {
 
 // From: general 150 250 350 450 750; QRS 300 340 380 420 460 520; P 200 260 330; T 500 560 630.
 const Drag kDrags[] = {
-    {kGeneralPane, 0, 100, kFree}, {kGeneralPane, 0, 500, 250}, {kGeneralPane, 1, 200, kFree},
-    {kGeneralPane, 1, 60, 150},    {kGeneralPane, 1, 600, 350}, {kGeneralPane, 2, 300, kFree},
-    {kGeneralPane, 2, 60, 250},    {kGeneralPane, 2, 800, 430}, {kGeneralPane, 3, 500, kFree},
-    {kGeneralPane, 3, 60, 370},    {kGeneralPane, 3, 900, 750}, {kGeneralPane, 4, 800, kFree},
-    {kGeneralPane, 4, 100, 450},   {kQrsPane, 0, 250, kFree},   {kQrsPane, 0, 700, 335},
-    {kQrsPane, 1, 320, kFree},     {kQrsPane, 1, 100, 305},     {kQrsPane, 1, 700, 375},
-    {kQrsPane, 2, 100, 345},       {kQrsPane, 2, 700, 415},     {kQrsPane, 3, 100, 385},
-    {kQrsPane, 3, 700, 455},       {kQrsPane, 4, 100, 425},     {kQrsPane, 4, 700, 515},
-    {kQrsPane, 5, 600, kFree},     {kQrsPane, 5, 100, 465},     {kPPane, 0, 150, kFree},
-    {kPPane, 0, 700, 255},         {kPPane, 1, 300, kFree},     {kPPane, 1, 50, 205},
-    {kPPane, 1, 700, 325},         {kPPane, 2, 400, kFree},     {kPPane, 2, 50, 265},
-    {kTPane, 0, 450, kFree},       {kTPane, 0, 900, 555},       {kTPane, 1, 600, kFree},
-    {kTPane, 1, 50, 505},          {kTPane, 1, 900, 625},       {kTPane, 2, 700, kFree},
-    {kTPane, 2, 50, 565},
+    {kGeneralPane, 0, 100, kFree}, {kGeneralPane, 0, 500, 250},   {kGeneralPane, 1, 200, kFree}, {kGeneralPane, 1, 60, 150},
+    {kGeneralPane, 1, 600, 350},   {kGeneralPane, 2, 300, kFree}, {kGeneralPane, 2, 60, 250},    {kGeneralPane, 2, 800, 430},
+    {kGeneralPane, 3, 500, kFree}, {kGeneralPane, 3, 60, 370},    {kGeneralPane, 3, 900, 750},   {kGeneralPane, 4, 800, kFree},
+    {kGeneralPane, 4, 100, 450},   {kQrsPane, 0, 250, kFree},     {kQrsPane, 0, 700, 335},       {kQrsPane, 1, 320, kFree},
+    {kQrsPane, 1, 100, 305},       {kQrsPane, 1, 700, 375},       {kQrsPane, 2, 100, 345},       {kQrsPane, 2, 700, 415},
+    {kQrsPane, 3, 100, 385},       {kQrsPane, 3, 700, 455},       {kQrsPane, 4, 100, 425},       {kQrsPane, 4, 700, 515},
+    {kQrsPane, 5, 600, kFree},     {kQrsPane, 5, 100, 465},       {kPPane, 0, 150, kFree},       {kPPane, 0, 700, 255},
+    {kPPane, 1, 300, kFree},       {kPPane, 1, 50, 205},          {kPPane, 1, 700, 325},         {kPPane, 2, 400, kFree},
+    {kPPane, 2, 50, 265},          {kTPane, 0, 450, kFree},       {kTPane, 0, 900, 555},         {kTPane, 1, 600, kFree},
+    {kTPane, 1, 50, 505},          {kTPane, 1, 900, 625},         {kTPane, 2, 700, kFree},       {kTPane, 2, 50, 565},
 };
 
-std::uint16_t ExpectedFlags(const PaneKind& kind, std::size_t slot) {
-    return &kind == &kQrsPane ? 0x0F8 : kind.markers[slot].flag;
-}
+std::uint16_t ExpectedFlags(const PaneKind& kind, std::size_t slot) { return &kind == &kQrsPane ? 0x0F8 : kind.markers[slot].flag; }
 
 TEST(MorphologyDrag, StoresShowsAndMeasuresWhereTheRulesLeaveTheMarker) {
     for (const Drag& row : kDrags) {
         PaneUnderTest pane(row.kind);
         ASSERT_NE(pane.Pane(), nullptr);
-        SCOPED_TRACE(std::string(row.kind.name) + " " + row.kind.markers[row.slot].name + " to " +
-                     std::to_string(row.to));
+        SCOPED_TRACE(std::string(row.kind.name) + " " + row.kind.markers[row.slot].name + " to " + std::to_string(row.to));
         std::vector<int> expected = pane.Stored();
         ASSERT_EQ(pane.Shown(), expected);
         const int left = pane.Drag(expected[row.slot], row.to);
@@ -97,10 +90,8 @@ TEST(MorphologyDrag, TheOtherMarkersOfTheRecordStay) {
                         << kind->name << ": " << other->name << " " << marker.name << " of lead " << lead;
                 }
             }
-            EXPECT_EQ(after.leads[lead].markerFlags, expected.leads[lead].markerFlags)
-                << kind->name << " " << lead;
-            EXPECT_EQ(after.leads[lead].globalManualFlags, expected.leads[lead].globalManualFlags)
-                << kind->name;
+            EXPECT_EQ(after.leads[lead].markerFlags, expected.leads[lead].markerFlags) << kind->name << " " << lead;
+            EXPECT_EQ(after.leads[lead].globalManualFlags, expected.leads[lead].globalManualFlags) << kind->name;
         }
     }
 }
@@ -161,33 +152,6 @@ TEST(MorphologyDrag, GoesToTheLeadThatIsShown) {
     EXPECT_EQ(pane.Flags(KX_LEAD_AVR), 0x0F8);
     EXPECT_EQ(pane.Stored(), ofV6);
     EXPECT_EQ(pane.Flags(), 0);
-}
-
-// Moves that were posted before the lead changed belong to the lead in which they were made.
-TEST(MorphologyDrag, LeadChangeInItsMiddle) {
-    for (const PaneKind* kind : {&kQrsPane, &kPPane, &kTPane}) {
-        PaneUnderTest pane(*kind);
-        std::vector<int> expected = pane.Stored();
-        const std::vector<int> ofV1 = pane.Stored(KX_LEAD_V1);
-        const int start = pane.ColumnOf(expected[0]);
-        const int half = pane.ColumnOf(expected[0] - 40);
-        const int further = pane.ColumnOf(expected[0] - 80);
-        const int leftInV6 = pane.MsAt(half);
-        const int leftInV1 = pane.MsAt(further);
-        SendMessageA(pane.View(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(start, pane.Row()));
-        SendMessageA(pane.View(), WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(half, pane.Row()));
-        pane.SelectLead(KX_LEAD_V1);
-        EXPECT_EQ(pane.Shown(), ofV1) << kind->name;
-        SendMessageA(pane.View(), WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(further, pane.Row()));
-        SendMessageA(pane.View(), WM_LBUTTONUP, 0, MAKELPARAM(further, pane.Row()));
-        kx::test::Pump();
-        expected[0] = leftInV6;
-        EXPECT_EQ(pane.Stored(), expected) << kind->name;
-        std::vector<int> inV1 = ofV1;
-        inV1[0] = leftInV1;
-        EXPECT_EQ(pane.Stored(KX_LEAD_V1), inV1) << kind->name;
-        EXPECT_EQ(pane.Shown(), inV1) << kind->name;
-    }
 }
 
 // The general pane shows the global markers on whichever lead.

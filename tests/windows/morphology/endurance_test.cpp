@@ -82,9 +82,7 @@ class LibraryControls {
     ULONG_PTR cookie_ = 0;
 };
 
-INT_PTR CALLBACK IdleProc(HWND, UINT, WPARAM, LPARAM) {
-    return FALSE;
-}
+INT_PTR CALLBACK IdleProc(HWND, UINT, WPARAM, LPARAM) { return FALSE; }
 
 // How many bytes of the heap each of so many calls leaves busy.
 template <class Call>
@@ -105,16 +103,14 @@ TEST(MorphologyEndurance, OpeningAndClosingLeavesNothingBehind) {
         const auto pane = [&] {
             const std::uint32_t handle = ((*first.Library()).*kind->open)(&host, &first.Record());
             ASSERT_NE(handle, 0u);
-            const auto window = static_cast<HWND>(
-                reinterpret_cast<const KxHostWindow*>(static_cast<std::uintptr_t>(handle))->handle);
+            const auto window = static_cast<HWND>(reinterpret_cast<const KxHostWindow*>(static_cast<std::uintptr_t>(handle))->handle);
             SendMessageA(window, 1345, 190, KX_LEAD_V6);
             ASSERT_TRUE(DestroyWindow(window));
             kx::test::Pump();
         };
         const auto bareTemplate = [&] {
             const LibraryControls controls(first.Library().Module());
-            const HWND window = CreateDialogParamA(
-                first.Library().Module(), MAKEINTRESOURCEA(kind->templateId), first.Host(), IdleProc, 0);
+            const HWND window = CreateDialogParamA(first.Library().Module(), MAKEINTRESOURCEA(kind->templateId), first.Host(), IdleProc, 0);
             ASSERT_TRUE(DestroyWindow(window));
             kx::test::Pump();
         };

@@ -16,7 +16,7 @@ std::string ProgramFolder() {
 }
 
 // Lays the kxanalyze.dll that the library will find beside the program.
-void LayEngine(Engine engine) {
+void Lay(Engine engine) {
     const std::string folder = ProgramFolder();
     const std::string laid = folder + "\\kxanalyze.dll";
     DeleteFileA(laid.c_str());
@@ -37,14 +37,11 @@ struct Deflection {
     double off;
     double microvolts;
 };
-constexpr Deflection kWaves[] = {
-    {150, 250, 150}, {350, 374, -150}, {374, 414, 1200}, {414, 450, -300}, {560, 750, 350}};
+constexpr Deflection kWaves[] = {{150, 250, 150}, {350, 374, -150}, {374, 414, 1200}, {414, 450, -300}, {560, 750, 350}};
 
 double Height(const Deflection& wave, double ms) {
     constexpr double kTurn = 6.283185307179586;
-    return ms < wave.on || ms > wave.off
-               ? 0
-               : wave.microvolts / 2 * (1 - std::cos(kTurn * (ms - wave.on) / (wave.off - wave.on)));
+    return ms < wave.on || ms > wave.off ? 0 : wave.microvolts / 2 * (1 - std::cos(kTurn * (ms - wave.on) / (wave.off - wave.on)));
 }
 
 // One for the program: to load and start it takes longer than a test.
@@ -78,9 +75,8 @@ constexpr int kHostHeight = 640;
 
 // One for the program: without a window manager the system waits seconds for a top-level window to go.
 HWND HostWindow() {
-    static const HWND window =
-        CreateWindowExA(WS_EX_TOPMOST, "STATIC", "", WS_POPUP | WS_VISIBLE | WS_CLIPCHILDREN, 0, 0,
-                        kHostWidth, kHostHeight, nullptr, nullptr, GetModuleHandleA(nullptr), nullptr);
+    static const HWND window = CreateWindowExA(WS_EX_TOPMOST, "STATIC", "", WS_POPUP | WS_VISIBLE | WS_CLIPCHILDREN, 0, 0, kHostWidth,
+                                               kHostHeight, nullptr, nullptr, GetModuleHandleA(nullptr), nullptr);
     return window;
 }
 
@@ -194,13 +190,12 @@ void Pump() {
 
 PaneUnderTest::PaneUnderTest(const PaneKind& kind, Engine engine, std::unique_ptr<TestRecord> record)
     : library_(kx::test::Library()), record_(std::move(record)), kind_(kind) {
-    LayEngine(engine);
+    Lay(engine);
     host_.handle = HostWindow();
     library_.TakeLog();
     handle_ = ((*library_).*kind.open)(&host_, record_.get());
     if (handle_ != 0) {
-        pane_ = static_cast<HWND>(
-            reinterpret_cast<const KxHostWindow*>(static_cast<std::uintptr_t>(handle_))->handle);
+        pane_ = static_cast<HWND>(reinterpret_cast<const KxHostWindow*>(static_cast<std::uintptr_t>(handle_))->handle);
     }
     if (engine == Engine::kSpy) {
         engine_ = LoadLibraryA("kxanalyze.dll");
@@ -224,9 +219,7 @@ PaneUnderTest::~PaneUnderTest() {
     Pump();
 }
 
-KxLeadMeasurements& PaneUnderTest::Block(int lead) {
-    return Set().leads[kind_.isGlobal ? 0 : lead];
-}
+KxLeadMeasurements& PaneUnderTest::Block(int lead) { return Set().leads[kind_.isGlobal ? 0 : lead]; }
 
 std::vector<int> PaneUnderTest::Stored(int lead) {
     std::vector<int> values;
@@ -236,9 +229,7 @@ std::vector<int> PaneUnderTest::Stored(int lead) {
     return values;
 }
 
-std::uint16_t PaneUnderTest::Flags(int lead) {
-    return kind_.isGlobal ? Block().globalManualFlags : Block(lead).markerFlags;
-}
+std::uint16_t PaneUnderTest::Flags(int lead) { return kind_.isGlobal ? Block().globalManualFlags : Block(lead).markerFlags; }
 
 std::vector<int> PaneUnderTest::Shown() const {
     std::vector<int> values;
@@ -248,13 +239,9 @@ std::vector<int> PaneUnderTest::Shown() const {
     return values;
 }
 
-int PaneUnderTest::Number(UINT edit) const {
-    return std::atoi(ItemText(pane_, edit).c_str());
-}
+int PaneUnderTest::Number(UINT edit) const { return std::atoi(ItemText(pane_, edit).c_str()); }
 
-bool PaneUnderTest::IsManualShown(std::size_t slot) const {
-    return IsItemChecked(pane_, kind_.markers[slot].manualBox);
-}
+bool PaneUnderTest::IsManualShown(std::size_t slot) const { return IsItemChecked(pane_, kind_.markers[slot].manualBox); }
 
 void PaneUnderTest::Choose(UINT combo, LPARAM code) {
     const HWND box = Item(pane_, combo);
@@ -268,6 +255,8 @@ void PaneUnderTest::Choose(UINT combo, LPARAM code) {
     }
     ADD_FAILURE() << "combo " << combo << " has no code " << code;
 }
+
+void PaneUnderTest::LayEngine(Engine engine) { Lay(engine); }
 
 void PaneUnderTest::Click(UINT button) {
     SendMessageA(Item(pane_, button), BM_CLICK, 0, 0);

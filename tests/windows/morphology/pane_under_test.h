@@ -45,9 +45,7 @@ extern const PaneKind kPPane;
 extern const PaneKind kTPane;
 extern const std::vector<const PaneKind*> kAllPanes;
 
-inline std::ostream& operator<<(std::ostream& out, const PaneKind& kind) {
-    return out << kind.name;
-}
+inline std::ostream& operator<<(std::ostream& out, const PaneKind& kind) { return out << kind.name; }
 
 enum class Engine { kSpy, kReal, kMissing };
 
@@ -62,8 +60,7 @@ class PaneUnderTest {
   public:
     // Lays the engine, and opens a visible pane of the kind in a host window at the
     // screen's corner.
-    explicit PaneUnderTest(const PaneKind& kind, Engine engine = Engine::kSpy,
-                           std::unique_ptr<TestRecord> record = NewRecord());
+    explicit PaneUnderTest(const PaneKind& kind, Engine engine = Engine::kSpy, std::unique_ptr<TestRecord> record = NewRecord());
     ~PaneUnderTest();
     PaneUnderTest(const PaneUnderTest&) = delete;
     PaneUnderTest& operator=(const PaneUnderTest&) = delete;
@@ -93,6 +90,8 @@ class PaneUnderTest {
     void Choose(UINT combo, LPARAM code);
     void SelectLead(int code) { Choose(31254, code); }
     void Click(UINT button);
+    // Lays another engine for bindings that are made from now on.
+    void LayEngine(Engine engine);
     // Presses Ctrl and a letter while a control has the focus.
     void PressControl(HWND focused, int letter);
     void Undo() { PressControl(Item(pane_, 31254), 'Z'); }

@@ -1,4 +1,4 @@
-// The marker view: one lead of a median beat on millimetre paper, with markers to be dragged.
+// analysis: the marker view, one lead of a median beat on millimetre paper, with markers to be dragged.
 #pragma once
 
 #include <windows.h>
@@ -10,10 +10,10 @@
 #include <optional>
 #include <vector>
 
-#include "dialogs/marker_view/marker_view_geometry.h"
 #include "dialogs/marker_view/marker_view_messages.h"
-#include "dialogs/marker_view/marker_view_signal.h"
-#include "dialogs/marker_view/signal_filters.h"
+#include "dialogs/marker_view/trace/filtered_lead.h"
+#include "dialogs/marker_view/trace/signal_filters.h"
+#include "dialogs/marker_view/trace/view_geometry.h"
 #include "lib/dbclient/episode_record.h"
 #include "lib/modules/library_module.h"
 #include "lib/pltgrid.h"
@@ -64,7 +64,7 @@ class MarkerLine {
 //
 // With the focus, which a press on a marker gives: Left and Right move the marker used last by one sample,
 // with Ctrl by 10 ms; Tab and Shift+Tab go to the next and the previous marker, and beyond the last one to
-// the next control; Ctrl+Z and Ctrl+Y tell the owner.
+// the next control; Ctrl+Z and Ctrl+Y tell the owner. While a marker is dragged no key does anything.
 class MarkerViewControl final : public Window {
   public:
     // Makes the view of a window that is being created and attaches it: 0; or -1, reported, when there is no
@@ -94,7 +94,7 @@ class MarkerViewControl final : public Window {
     MarkerViewControl(HWND window, std::uint32_t id, const LibraryModule& library, Reporter& reports);
     ~MarkerViewControl() = default;  // the window's end is the object's
 
-    // Messages (marker_view.cpp).
+    // Messages (analysis.cpp).
     bool TakeSetting(UINT message, std::int32_t value);
     LRESULT SetBeat(const KxEpisodeRecord* beat);
     LRESULT SetLead(std::uint32_t lead, const std::int32_t* positionsMs);
@@ -103,9 +103,11 @@ class MarkerViewControl final : public Window {
     void DiscardBackBuffer();
     void Rebuild();
     BeatMeasure Measure() const;
+    std::uint32_t SumOfSamples() const;
+    bool ShowsTheBeat() const;
     const ViewGeometry& Geometry();
 
-    // Painting (marker_view_paint.cpp, marker_view_traces.cpp).
+    // Painting (analysis_paint.cpp, analysis_traces.cpp).
     bool RebuildBackBuffer(const DeviceContext& target);
     bool RenderGrid(const DeviceContext& target);
     void DrawTraces(DeviceContext& target);
@@ -114,6 +116,7 @@ class MarkerViewControl final : public Window {
     template <typename Height>
     void DrawTrace(DeviceContext& target, COLORREF colour, Height&& height);
     void ShowScrollBars();
+    void PaintArea(DeviceContext& target, const RECT& area);
     bool CopyPicture(DeviceContext& target, const RECT& area);
     void DrawMarkers(DeviceContext& target, const RECT& area, std::size_t except);
     void DrawMarker(DeviceContext& target, std::size_t slot) const;
@@ -122,11 +125,15 @@ class MarkerViewControl final : public Window {
     void InvalidateMarker(std::size_t slot, std::int32_t position);
     void HoldPointerOnMarker();
 
-    // Mouse and keys (marker_view_input.cpp).
+    // Mouse and keys (analysis_input.cpp).
     bool IsPresent(std::size_t slot) const;
     std::size_t MarkerAt(int x, int y);
     void MoveMarker(std::size_t slot, std::int32_t sample);
+    void BeginStep(bool byMouse);
+    void EndStep();
     void EndDrag();
+    void EndKeyStep();
+    bool OnArrow(UINT virtualKey, bool ctrl, bool repeated);
     void StepMarker(std::int32_t samples);
     std::size_t NeighbourOf(std::size_t slot, bool forward) const;
     void SelectMarker(std::size_t slot);
@@ -146,7 +153,8 @@ class MarkerViewControl final : public Window {
     MarkerLine markerLine_;
     bool backBufferValid_ = false;
     ViewGeometry geometry_;
-    BeatMeasure measure_;  // that the geometry is made for
+    BeatMeasure measure_;         // that the geometry is made for
+    std::uint32_t drawnSum_ = 0;  // of the samples in the back buffer
     bool geometryValid_ = false;
     std::optional<ScrollBarState> horizontalShown_;  // what the bars were last set to
     std::optional<ScrollBarState> verticalShown_;
@@ -165,6 +173,7 @@ class MarkerViewControl final : public Window {
     std::array<std::int32_t, kMarkerSlots> positions_ = {};  // samples; 0 = absent
     std::int32_t markerRate_ = 0;  // the beat's sampling rate when the positions were last set
     std::size_t dragged_ = kNoMarker;
+    bool keyStep_ = false;             // an arrow key is down and has begun a change
     std::size_t current_ = kNoMarker;  // the marker used last
     bool focused_ = false;
 

@@ -1,4 +1,4 @@
-#include "dialogs/morphology/qrs_rules.h"
+#include "dialogs/morphology/rules/qrs_rules.h"
 
 #include <array>
 

@@ -1,13 +1,14 @@
-#include "dialogs/marker_view/marker_view.h"
+#include "dialogs/marker_view/analysis.h"
 
 #include <algorithm>
 #include <new>
 
-#include "dialogs/marker_view/marker_view_report.h"
+#include "dialogs/marker_view/analysis_report.h"
+#include "dialogs/marker_view/trace/sample_sum.h"
 
 namespace kx {
 
-namespace report = marker_view_report;
+namespace report = analysis_report;
 
 namespace {
 
@@ -75,6 +76,11 @@ LRESULT MarkerViewControl::WindowProc(UINT message, WPARAM wParam, LPARAM lParam
             // Whoever took the mouse away: the drag is over.
             EndDrag();
             return 0;
+        case WM_KEYUP:
+            if (wParam == VK_LEFT || wParam == VK_RIGHT) {
+                EndKeyStep();
+            }
+            return Window::WindowProc(message, wParam, lParam);
         default:
             return Window::WindowProc(message, wParam, lParam);
     }
@@ -144,8 +150,8 @@ LRESULT MarkerViewControl::SetLead(std::uint32_t lead, const std::int32_t* posit
     markerRate_ = rate;
     // The dialog sends the lead after each step of a drag. The picture is the same then, so that only the
     // markers that moved are painted again, from the back buffer. A beat that the host has replaced in place
-    // is drawn anew: the positions are counted in its samples.
-    if (lead == lead_ && backBufferValid_ && Measure() == measure_) {
+    // is drawn anew: its samples are others, and the positions are counted in them.
+    if (lead == lead_ && backBufferValid_ && ShowsTheBeat()) {
         for (std::size_t slot = 0; slot < markerCount_; ++slot) {
             if (positions_[slot] != before[slot]) {
                 InvalidateMarker(slot, before[slot]);
@@ -205,6 +211,15 @@ BeatMeasure MarkerViewControl::Measure() const {
     }
     return {beat_->Samples(lead_) == nullptr ? 0 : beat_->SamplesPerLead(), beat_->SampleRate(),
             beat_->ResolutionNv()};
+}
+
+std::uint32_t MarkerViewControl::SumOfSamples() const {
+    return beat_ == nullptr ? 0 : SampleSum(beat_->Samples(lead_), beat_->SamplesPerLead());
+}
+
+// Whether the back buffer is the picture of the beat as it is now.
+bool MarkerViewControl::ShowsTheBeat() const {
+    return Measure() == measure_ && SumOfSamples() == drawnSum_;
 }
 
 // Known before the first painting too, so that the first drag finds its marker.

@@ -1,4 +1,4 @@
-#include "dialogs/morphology/marker_history.h"
+#include "dialogs/morphology/rules/marker_history.h"
 
 namespace kx {
 namespace {
@@ -42,6 +42,13 @@ void MarkerSnapshot::Restore(MarkerStore& store) const {
     store.SetManual(flags);
 }
 
+void SeenMarkers::Take(const MarkerLayout& layout, KxMeasurementSet& set, bool isGlobal) {
+    const std::int32_t leads = isGlobal ? 1 : KX_MEASURED_LEADS;
+    for (std::int32_t lead = 0; lead < leads; ++lead) {
+        leads_[static_cast<std::size_t>(lead)] = MarkerSnapshot::Take(lead, {layout, set.leads[lead]});
+    }
+}
+
 MarkerHistory::MarkerHistory() {
     done_.reserve(kCapacity);
     undone_.reserve(kCapacity);
@@ -55,6 +62,12 @@ void MarkerHistory::Record(const MarkerSnapshot& before, std::uint32_t source) {
     Push(done_, before);
     open_ = true;
     source_ = source;
+}
+
+void MarkerHistory::Clear() {
+    done_.clear();
+    undone_.clear();
+    EndStep();
 }
 
 std::optional<std::int32_t> MarkerHistory::UndoLead() const {

@@ -1,4 +1,4 @@
-#include "dialogs/morphology/general_rules.h"
+#include "dialogs/morphology/rules/general_rules.h"
 
 #include <array>
 
@@ -23,6 +23,15 @@ bool RemovePWave(MarkerEdit& edit) {
         edit.Store(marker);
     }
     return changed;
+}
+
+// Whether the beat is to be measured again.
+bool ApplyPresence(MarkerEdit& edit, bool noPWave) {
+    if (noPWave) {
+        return RemovePWave(edit);
+    }
+    edit.store.ClearManual(KX_MANUAL_P_ON | KX_MANUAL_P_OFF);
+    return true;
 }
 
 bool ApplyPWave(MarkerEdit& edit) {
@@ -87,19 +96,18 @@ bool ApplyQrsAndT(MarkerEdit& edit) {
 constinit const MarkerLayout kGeneralLayout{kMarkers, &KxLeadMeasurements::globalManualFlags};
 
 void ApplyGeneralMarkers(MarkerEdit& edit, bool noPWave) {
-    bool changed = false;
-    if (noPWave) {
-        changed = RemovePWave(edit);
-    } else if (edit.store.Value(kGlobalPOff) == 0) {
-        edit.store.ClearManual(KX_MANUAL_P_ON | KX_MANUAL_P_OFF);
-        changed = true;
-    } else {
-        changed = ApplyPWave(edit);
-    }
+    const bool isAbsent = edit.store.Value(kGlobalPOff) == 0;
+    bool changed = noPWave || isAbsent ? ApplyPresence(edit, noPWave) : ApplyPWave(edit);
     if (ApplyQrsAndT(edit)) {
         changed = true;
     }
     if (changed) {
+        edit.redetection.Redetect();
+    }
+}
+
+void ApplyGeneralWaveBox(MarkerEdit& edit, bool absent) {
+    if ((absent || edit.store.Value(kGlobalPOff) == 0) && ApplyPresence(edit, absent)) {
         edit.redetection.Redetect();
     }
 }

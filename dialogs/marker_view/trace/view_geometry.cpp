@@ -1,4 +1,4 @@
-#include "dialogs/marker_view/marker_view_geometry.h"
+#include "dialogs/marker_view/trace/view_geometry.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -1,4 +1,4 @@
-// One marker of a morphology dialog: its value and where the value came from.
+// marker_field: one marker of a morphology dialog: its value and where the value came from.
 #pragma once
 
 #include <algorithm>

@@ -1,5 +1,5 @@
-// Where things are in a marker view: scales, scrolling, traces, markers, and the text of the readout.
-// Portable.
+// view_geometry: where things are in a marker view: scales, scrolling, traces, markers, and the text of the
+// readout. Portable.
 #pragma once
 
 #include <cstddef>

@@ -1,10 +1,26 @@
-#include "dialogs/morphology/wave_rules.h"
+#include "dialogs/morphology/rules/wave_rules.h"
+
+#include <array>
 
 namespace kx {
 namespace {
 
 constexpr std::int32_t kGap = 5;               // ms between neighbours
 constexpr std::int32_t kShortestToSplit = 10;  // ms
+
+constexpr std::array kAllMarkers{kWaveOn, kWavePrimeOn, kWaveOff};
+
+constexpr std::array kPMarkers{
+    StoredMarker{&KxLeadMeasurements::pOnMarker, KX_MANUAL_LEAD_P_ON},
+    StoredMarker{&KxLeadMeasurements::pPrimeOnMarker, KX_MANUAL_LEAD_P_PRIME_ON},
+    StoredMarker{&KxLeadMeasurements::pOffMarker, KX_MANUAL_LEAD_P_OFF},
+};
+
+constexpr std::array kTMarkers{
+    StoredMarker{&KxLeadMeasurements::tOnMarker, KX_MANUAL_LEAD_T_ON},
+    StoredMarker{&KxLeadMeasurements::tPrimeOnMarker, KX_MANUAL_LEAD_T_PRIME_ON},
+    StoredMarker{&KxLeadMeasurements::tOffMarker, KX_MANUAL_LEAD_T_OFF},
+};
 
 void LimitOnset(MarkerEdit& edit) {
     if (edit.Current(kWaveOn) >= edit.Current(kWaveOff)) {
@@ -34,9 +50,7 @@ void LimitOffset(MarkerEdit& edit) {
     }
 }
 
-}  // namespace
-
-void LimitWaveMarker(MarkerEdit& edit, WaveMarker marker) {
+void Limit(MarkerEdit& edit, WaveMarker marker) {
     switch (marker) {
         case kWaveOn:
             LimitOnset(edit);
@@ -54,10 +68,51 @@ void ApplyWaveBox(MarkerEdit& edit, bool absent, std::int32_t onset, std::int32_
     edit.Set(kWaveOn, absent ? 0 : onset);
     edit.Set(kWavePrimeOn, 0);
     edit.Set(kWaveOff, absent ? 0 : offset);
-    for (const WaveMarker marker : {kWaveOn, kWavePrimeOn, kWaveOff}) {
+    for (const WaveMarker marker : kAllMarkers) {
         edit.Store(marker);
     }
     edit.redetection.Redetect();
+}
+
+}  // namespace
+
+constinit const MarkerLayout kPLayout{kPMarkers, &KxLeadMeasurements::markerFlags};
+constinit const MarkerLayout kTLayout{kTMarkers, &KxLeadMeasurements::markerFlags};
+
+void ApplyPMarkers(MarkerEdit& edit) {
+    for (const WaveMarker marker : kAllMarkers) {
+        if (edit.IsChanged(marker)) {
+            Limit(edit, marker);
+            edit.Store(marker);
+            edit.redetection.Redetect();
+        }
+    }
+}
+
+void ApplyTMarkers(MarkerEdit& edit) {
+    bool changed = false;
+    for (const WaveMarker marker : kAllMarkers) {
+        if (edit.IsChanged(marker)) {
+            Limit(edit, marker);
+            edit.Store(marker);
+            changed = true;
+        }
+    }
+    if (changed) {
+        edit.redetection.Redetect();
+    }
+}
+
+void ApplyPWaveBox(MarkerEdit& edit, bool absent) {
+    constexpr std::int32_t kNewOnset = 50;    // ms
+    constexpr std::int32_t kNewOffset = 100;  // ms
+    ApplyWaveBox(edit, absent, kNewOnset, kNewOffset);
+}
+
+void ApplyTWaveBox(MarkerEdit& edit, bool absent) {
+    constexpr std::int32_t kNewOnset = 450;   // ms
+    constexpr std::int32_t kNewOffset = 500;  // ms
+    ApplyWaveBox(edit, absent, kNewOnset, kNewOffset);
 }
 
 bool ApplySecondComponentBox(MarkerEdit& edit, bool absent) {

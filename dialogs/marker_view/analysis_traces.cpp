@@ -1,12 +1,12 @@
-// What a marker view draws into its back buffer over the grid, and its scroll bars.
+// analysis: what a marker view draws into its back buffer over the grid, and its scroll bars.
 #include <new>
 
-#include "dialogs/marker_view/marker_view.h"
-#include "dialogs/marker_view/marker_view_report.h"
+#include "dialogs/marker_view/analysis.h"
+#include "dialogs/marker_view/analysis_report.h"
 
 namespace kx {
 
-namespace report = marker_view_report;
+namespace report = analysis_report;
 
 namespace {
 

@@ -1,13 +1,13 @@
-// The painting of a marker view: the back buffer, and the markers over it.
+// analysis: the painting of a marker view, the back buffer and the markers over it.
 #include <algorithm>
 #include <new>
 
-#include "dialogs/marker_view/marker_view.h"
-#include "dialogs/marker_view/marker_view_report.h"
+#include "dialogs/marker_view/analysis.h"
+#include "dialogs/marker_view/analysis_report.h"
 
 namespace kx {
 
-namespace report = marker_view_report;
+namespace report = analysis_report;
 
 namespace {
 
@@ -32,6 +32,10 @@ RECT LabelOf(std::int32_t column, std::int32_t height, const LabelSize& label) {
 
 void MarkerViewControl::OnPaint(PaintContext& context) {
     // A picture is drawn from the beat as it is now.
+    const bool replaced = backBufferValid_ && !ShowsTheBeat();
+    if (replaced) {
+        backBufferValid_ = false;
+    }
     geometryValid_ = geometryValid_ && backBufferValid_;
     const ViewGeometry& geometry = Geometry();
     // Without an area there is nothing to show and no bitmap to make.
@@ -41,11 +45,18 @@ void MarkerViewControl::OnPaint(PaintContext& context) {
     if (!backBufferValid_ && !RebuildBackBuffer(context)) {
         return;
     }
-    if (!CopyPicture(context, context.UpdateRect())) {
-        return;
+    if (replaced) {
+        // The rest of the view as well, of which nothing was said.
+        WindowContext window(Handle());
+        PaintArea(window, {0, 0, geometry.Width(), geometry.Height()});
+    } else {
+        PaintArea(context, context.UpdateRect());
     }
-    if (markersShown_) {
-        DrawMarkers(context, context.UpdateRect(), kNoMarker);
+}
+
+void MarkerViewControl::PaintArea(DeviceContext& target, const RECT& area) {
+    if (CopyPicture(target, area) && markersShown_) {
+        DrawMarkers(target, area, kNoMarker);
         HoldPointerOnMarker();
     }
 }
@@ -80,6 +91,7 @@ bool MarkerViewControl::RebuildBackBuffer(const DeviceContext& target) {
     surface_->SetPixelMapping();
     ShowScrollBars();
     DrawTraces(*surface_);
+    drawnSum_ = SumOfSamples();
     backBufferValid_ = true;
     return true;
 }

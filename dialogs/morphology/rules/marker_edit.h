@@ -1,11 +1,12 @@
-// What a dialog's rules work on: the fields that the reviewer sees, the record, and the analysis engine.
+// marker_edit: what a dialog's rules work on: the fields that the reviewer sees, the record, and the analysis
+// engine.
 #pragma once
 
 #include <cstddef>
 #include <span>
 
-#include "dialogs/morphology/marker_field.h"
-#include "dialogs/morphology/marker_store.h"
+#include "dialogs/morphology/rules/marker_field.h"
+#include "dialogs/morphology/rules/marker_store.h"
 
 namespace kx {
 

@@ -1,4 +1,5 @@
-// The lead of a beat as a marker view shows it: through the filters that are switched on. Portable.
+// filtered_lead: the lead of a beat as a marker view shows it: through the filters that are switched on.
+// Portable.
 #pragma once
 
 #include <cstdint>

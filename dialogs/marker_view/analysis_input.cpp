@@ -1,7 +1,8 @@
-// Mouse, keys, scroll bars and the readout of a marker view.
+// analysis: mouse, keys, scroll bars and the readout of a marker view.
 #include <algorithm>
+#include <utility>
 
-#include "dialogs/marker_view/marker_view.h"
+#include "dialogs/marker_view/analysis.h"
 
 namespace kx {
 
@@ -15,6 +16,7 @@ static_assert(static_cast<int>(ScrollRequest::kLineForward) == SB_LINERIGHT &&
               static_cast<int>(ScrollRequest::kEnd) == SB_ENDSCROLL);
 
 constexpr std::int32_t kCtrlStepMs = 10;
+constexpr LPARAM kRepeated = LPARAM{1} << 30;  // of a key that is held down
 
 bool IsDown(int virtualKey) {
     return GetKeyState(virtualKey) < 0;
@@ -93,11 +95,19 @@ bool MarkerViewControl::OnSetCursor(HWND window, UINT hitTest) {
 
 void MarkerViewControl::OnLButtonDown(UINT, int x, int y) {
     UpdateReadout(x);
-    const std::size_t hit = beat_ == nullptr ? kNoMarker : MarkerAt(x, y);
-    if (hit == kNoMarker) {
+    EndDrag();
+    if (beat_ == nullptr || MarkerAt(x, y) == kNoMarker) {
         return;
     }
     SetFocus();
+    EndKeyStep();
+    BeginStep(true);
+    // The owner may have set the markers anew.
+    const std::size_t hit = MarkerAt(x, y);
+    if (hit == kNoMarker) {
+        EndStep();
+        return;
+    }
     SelectMarker(hit);
     dragged_ = hit;
     SetCapture();
@@ -145,28 +155,53 @@ void MarkerViewControl::EndDrag() {
     if (GetCapture() == Handle()) {
         ReleaseCapture();
     }
+    EndStep();
     InvalidateRect(Handle(), nullptr, FALSE);
     Update();
+}
+
+// Where one change of the markers begins and ends, for the owner.
+
+void MarkerViewControl::BeginStep(bool byMouse) {
+    if (owner_ != nullptr) {
+        SendMessageA(owner_, MVN_STEPBEGINS, byMouse ? 1 : 0, 0);
+    }
+}
+
+void MarkerViewControl::EndStep() {
+    if (owner_ != nullptr) {
+        PostMessageA(owner_, MVN_STEPENDS, 0, 0);
+    }
+}
+
+void MarkerViewControl::EndKeyStep() {
+    if (std::exchange(keyStep_, false)) {
+        EndStep();
+    }
 }
 
 // Keys.
 
 bool MarkerViewControl::OnGetDlgCode(LRESULT& code) {
+    if (dragged_ != kNoMarker) {
+        code = DLGC_WANTALLKEYS;  // none of which does anything
+        return true;
+    }
     // Tab is asked for as long as there is a marker to go to; at the last one it belongs to the dialog.
     const bool further = NeighbourOf(current_, !IsDown(VK_SHIFT)) != kNoMarker;
     code = DLGC_WANTARROWS | (further ? DLGC_WANTTAB : 0);
     return true;
 }
 
-bool MarkerViewControl::OnKeyDown(UINT virtualKey, LPARAM) {
+bool MarkerViewControl::OnKeyDown(UINT virtualKey, LPARAM keyData) {
+    if (dragged_ != kNoMarker) {
+        return true;
+    }
     const bool ctrl = IsDown(VK_CONTROL) && !IsDown(VK_MENU);
     switch (virtualKey) {
         case VK_LEFT:
-        case VK_RIGHT: {
-            const std::int32_t step = ctrl ? std::max(SamplesFromMs(kCtrlStepMs, Geometry().Rate()), 1) : 1;
-            StepMarker(virtualKey == VK_LEFT ? -step : step);
-            return true;
-        }
+        case VK_RIGHT:
+            return OnArrow(virtualKey, ctrl, (keyData & kRepeated) != 0);
         case VK_TAB:
             if (!ctrl) {
                 SelectMarker(NeighbourOf(current_, !IsDown(VK_SHIFT)));
@@ -184,8 +219,22 @@ bool MarkerViewControl::OnKeyDown(UINT virtualKey, LPARAM) {
     }
 }
 
+// A press is one change, however long the key is held.
+bool MarkerViewControl::OnArrow(UINT virtualKey, bool ctrl, bool repeated) {
+    if (!repeated) {
+        EndKeyStep();
+    }
+    if (!keyStep_ && IsPresent(current_)) {
+        keyStep_ = true;
+        BeginStep(false);
+    }
+    const std::int32_t step = ctrl ? std::max(SamplesFromMs(kCtrlStepMs, Geometry().Rate()), 1) : 1;
+    StepMarker(virtualKey == VK_LEFT ? -step : step);
+    return true;
+}
+
 void MarkerViewControl::StepMarker(std::int32_t samples) {
-    if (beat_ == nullptr || dragged_ != kNoMarker || !IsPresent(current_)) {
+    if (beat_ == nullptr || !IsPresent(current_)) {
         return;
     }
     const std::int32_t target = Geometry().Stepped(positions_[current_], samples);
@@ -237,6 +286,7 @@ void MarkerViewControl::OnSetFocus() {
 }
 
 void MarkerViewControl::OnKillFocus() {
+    EndKeyStep();
     focused_ = false;
     if (IsPresent(current_)) {
         InvalidateMarker(current_, positions_[current_]);

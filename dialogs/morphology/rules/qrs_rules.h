@@ -1,7 +1,7 @@
-// The rules between the components of one lead's QRS complex.
+// qrs_rules: the rules between the components of one lead's QRS complex.
 #pragma once
 
-#include "dialogs/morphology/marker_edit.h"
+#include "dialogs/morphology/rules/marker_edit.h"
 
 namespace kx {
 

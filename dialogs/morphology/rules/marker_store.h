@@ -1,4 +1,5 @@
-// The markers of one dialog as the record holds them: a word for each value, a bit for each manual flag.
+// marker_store: the markers of one dialog as the record holds them: a word for each value, a bit for each
+// manual flag.
 #pragma once
 
 #include <algorithm>
@@ -6,7 +7,7 @@
 #include <cstdint>
 #include <span>
 
-#include "dialogs/morphology/marker_field.h"
+#include "dialogs/morphology/rules/marker_field.h"
 #include "include/kxdialogs.h"
 
 namespace kx {

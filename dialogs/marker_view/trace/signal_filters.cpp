@@ -1,4 +1,4 @@
-#include "dialogs/marker_view/signal_filters.h"
+#include "dialogs/marker_view/trace/signal_filters.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,5 @@
-// The marker changes of one pane, to be taken back and done again.
+// marker_history: the marker changes of one pane, to be taken back and done again, and what the pane has last
+// seen in the record, by which it knows the changes of others.
 #pragma once
 
 #include <array>
@@ -7,7 +8,7 @@
 #include <optional>
 #include <vector>
 
-#include "dialogs/morphology/marker_store.h"
+#include "dialogs/morphology/rules/marker_store.h"
 
 namespace kx {
 
@@ -23,7 +24,21 @@ struct MarkerSnapshot {
     bool operator==(const MarkerSnapshot&) const = default;
 };
 
-// One step for each change; the moves of one drag are one step. The oldest steps fall out of the list.
+// A dialog's markers in every lead block, as the record held them when the dialog last read or wrote them. A
+// record that holds something else has been changed by another pane or by the host.
+class SeenMarkers {
+  public:
+    // isGlobal: the markers stand in block 0 alone.
+    void Take(const MarkerLayout& layout, KxMeasurementSet& set, bool isGlobal);
+    const MarkerSnapshot& Of(std::int32_t lead) const { return leads_[static_cast<std::size_t>(lead)]; }
+    bool operator==(const SeenMarkers&) const = default;
+
+  private:
+    std::array<MarkerSnapshot, KX_MEASURED_LEADS> leads_{};
+};
+
+// One step for each change; the moves of one drag are one step. The oldest steps fall out of the list. A step
+// writes whole snapshots: whoever changed the record since makes the history void, and it is to be cleared.
 class MarkerHistory {
   public:
     static constexpr std::size_t kCapacity = 128;
@@ -36,6 +51,8 @@ class MarkerHistory {
     void Record(const MarkerSnapshot& before, std::uint32_t source);
     // What follows is a step of its own.
     void EndStep() { open_ = false; }
+    bool IsEmpty() const { return done_.empty() && undone_.empty(); }
+    void Clear();
 
     // The lead of the step that Undo or Redo would take; none when there is no such step.
     std::optional<std::int32_t> UndoLead() const;

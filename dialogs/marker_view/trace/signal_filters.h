@@ -1,5 +1,6 @@
-// The marker view's signal treatments of one lead of a median beat: mains suppression, band-pass, first
-// derivative. Portable. The filters are plain objects, built for one repaint and thrown away after it.
+// signal_filters: the marker view's signal treatments of one lead of a median beat: mains suppression,
+// band-pass, first derivative. Portable. The filters are plain objects, built for one repaint and thrown away
+// after it.
 #pragma once
 
 #include <array>
