@@ -9,23 +9,15 @@ namespace {
 
 constexpr MorphReports kReports{"genmorph", 92, 186, 311};
 
-using Set = MeasurementSet;
-
-// The values are what 16-bit words hold, so a signed number shows the unsigned ones as well.
 constexpr MeasurementRow kMeasurements[] = {
-    {IDC_MORPH_PR,
-     [](const Set& set, int) -> std::int32_t { return static_cast<std::int32_t>(set.PrInterval()); }},
-    {IDC_MORPH_P_DURATION,
-     [](const Set& set, int) -> std::int32_t { return static_cast<std::int32_t>(set.PDuration()); }},
-    {IDC_MORPH_QRS_DURATION,
-     [](const Set& set, int) -> std::int32_t { return static_cast<std::int32_t>(set.QrsDuration()); }},
-    {IDC_MORPH_QT,
-     [](const Set& set, int) -> std::int32_t { return static_cast<std::int32_t>(set.QtInterval()); }},
-    {IDC_MORPH_HEART_RATE, [](const Set& set, int) -> std::int32_t { return set.HeartRate(); }},
-    {IDC_MORPH_QRS_AXIS_OR_RR, [](const Set& set, int) -> std::int32_t { return set.QrsAxis(); }},
-    {IDC_MORPH_QTC, [](const Set& set, int) -> std::int32_t { return static_cast<std::int32_t>(set.Qtc()); }},
-    {IDC_MORPH_QTC_BAZETT,
-     [](const Set& set, int) -> std::int32_t { return static_cast<std::int32_t>(set.QtcBazett()); }},
+    {IDC_MORPH_PR, Read<&MeasurementSet::PrInterval>},
+    {IDC_MORPH_P_DURATION, Read<&MeasurementSet::PDuration>},
+    {IDC_MORPH_QRS_DURATION, Read<&MeasurementSet::QrsDuration>},
+    {IDC_MORPH_QT, Read<&MeasurementSet::QtInterval>},
+    {IDC_MORPH_HEART_RATE, Read<&MeasurementSet::HeartRate>},
+    {IDC_MORPH_QRS_AXIS_OR_RR, Read<&MeasurementSet::QrsAxis>},
+    {IDC_MORPH_QTC, Read<&MeasurementSet::Qtc>},
+    {IDC_MORPH_QTC_BAZETT, Read<&MeasurementSet::QtcBazett>},
 };
 
 constexpr MarkerRow kMarkers[] = {

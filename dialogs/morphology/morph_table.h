@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <type_traits>
 
 #include "dialogs/morphology/rules/marker_edit.h"
 #include "lib/dbclient/measurement_set.h"
@@ -22,6 +23,17 @@ struct MeasurementRow {
     UINT edit;
     std::int32_t (*value)(const MeasurementSet& set, int lead);
 };
+
+// A getter of the set, of a lead or not, as a row's value. 16-bit words are all that it gives, so that a signed number
+// shows the unsigned ones as well.
+template <auto kGetter>
+std::int32_t Read(const MeasurementSet& set, [[maybe_unused]] int lead) {
+    if constexpr (std::is_invocable_v<decltype(kGetter), const MeasurementSet&, int>) {
+        return static_cast<std::int32_t>((set.*kGetter)(lead));
+    } else {
+        return static_cast<std::int32_t>((set.*kGetter)());
+    }
+}
 
 // One marker, in the order of the slots; where the record holds it is said by the layout.
 struct MarkerRow {

@@ -9,24 +9,15 @@ namespace {
 
 constexpr MorphReports kReports{"pmorph", 94, 198, 327};
 
-using Set = MeasurementSet;
-
-// The values are what 16-bit words hold, so a signed number shows the unsigned ones as well.
 constexpr MeasurementRow kMeasurements[] = {
-    {IDC_MORPH_QRS_START,
-     [](const Set& set, int) -> std::int32_t { return static_cast<std::int32_t>(set.QrsOn()); }},
-    {IDC_MORPH_T_END,
-     [](const Set& set, int) -> std::int32_t { return static_cast<std::int32_t>(set.TOff()); }},
-    {IDC_MORPH_P_START,
-     [](const Set& set, int) -> std::int32_t { return static_cast<std::int32_t>(set.POn()); }},
-    {IDC_MORPH_P_END,
-     [](const Set& set, int) -> std::int32_t { return static_cast<std::int32_t>(set.POff()); }},
-    {IDC_MORPH_P1_AMPLITUDE, [](const Set& set, int lead) -> std::int32_t { return set.LeadAP1(lead); }},
-    {IDC_MORPH_P2_AMPLITUDE, [](const Set& set, int lead) -> std::int32_t { return set.LeadAP2(lead); }},
-    {IDC_MORPH_PR,
-     [](const Set& set, int) -> std::int32_t { return static_cast<std::int32_t>(set.PrInterval()); }},
-    {IDC_MORPH_QRS_AXIS_OR_RR,
-     [](const Set& set, int) -> std::int32_t { return static_cast<std::int32_t>(set.RrInterval()); }},
+    {IDC_MORPH_QRS_START, Read<&MeasurementSet::QrsOn>},
+    {IDC_MORPH_T_END, Read<&MeasurementSet::TOff>},
+    {IDC_MORPH_P_START, Read<&MeasurementSet::POn>},
+    {IDC_MORPH_P_END, Read<&MeasurementSet::POff>},
+    {IDC_MORPH_P1_AMPLITUDE, Read<&MeasurementSet::LeadAP1>},
+    {IDC_MORPH_P2_AMPLITUDE, Read<&MeasurementSet::LeadAP2>},
+    {IDC_MORPH_PR, Read<&MeasurementSet::PrInterval>},
+    {IDC_MORPH_QRS_AXIS_OR_RR, Read<&MeasurementSet::RrInterval>},
 };
 
 constexpr MarkerRow kMarkers[] = {

@@ -9,21 +9,15 @@ namespace {
 
 constexpr MorphReports kReports{"qrsmrph", 96, 203, 402};
 
-using Set = MeasurementSet;
-
-// The values are what 16-bit words hold, so a signed number shows the unsigned ones as well.
 constexpr MeasurementRow kMeasurements[] = {
-    {IDC_MORPH_QRS_START,
-     [](const Set& set, int) -> std::int32_t { return static_cast<std::int32_t>(set.QrsOn()); }},
-    {IDC_MORPH_QRS_END,
-     [](const Set& set, int) -> std::int32_t { return static_cast<std::int32_t>(set.QrsOff()); }},
-    {IDC_MORPH_Q_AMPLITUDE, [](const Set& set, int lead) -> std::int32_t { return set.LeadAQ(lead); }},
-    {IDC_MORPH_R_AMPLITUDE, [](const Set& set, int lead) -> std::int32_t { return set.LeadAR(lead); }},
-    {IDC_MORPH_S_AMPLITUDE, [](const Set& set, int lead) -> std::int32_t { return set.LeadAS(lead); }},
-    {IDC_MORPH_R_PRIME_AMPLITUDE, [](const Set& set, int lead) -> std::int32_t { return set.LeadAR1(lead); }},
-    {IDC_MORPH_S_PRIME_AMPLITUDE, [](const Set& set, int lead) -> std::int32_t { return set.LeadAS1(lead); }},
-    {IDC_MORPH_QRS_DURATION,
-     [](const Set& set, int) -> std::int32_t { return static_cast<std::int32_t>(set.QrsDuration()); }},
+    {IDC_MORPH_QRS_START, Read<&MeasurementSet::QrsOn>},
+    {IDC_MORPH_QRS_END, Read<&MeasurementSet::QrsOff>},
+    {IDC_MORPH_Q_AMPLITUDE, Read<&MeasurementSet::LeadAQ>},
+    {IDC_MORPH_R_AMPLITUDE, Read<&MeasurementSet::LeadAR>},
+    {IDC_MORPH_S_AMPLITUDE, Read<&MeasurementSet::LeadAS>},
+    {IDC_MORPH_R_PRIME_AMPLITUDE, Read<&MeasurementSet::LeadAR1>},
+    {IDC_MORPH_S_PRIME_AMPLITUDE, Read<&MeasurementSet::LeadAS1>},
+    {IDC_MORPH_QRS_DURATION, Read<&MeasurementSet::QrsDuration>},
 };
 
 constexpr MarkerRow kMarkers[] = {

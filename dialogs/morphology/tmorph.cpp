@@ -9,23 +9,15 @@ namespace {
 
 constexpr MorphReports kReports{"tmorph", 95, 199, 329};
 
-using Set = MeasurementSet;
-
-// The values are what 16-bit words hold, so a signed number shows the unsigned ones as well.
 constexpr MeasurementRow kMeasurements[] = {
-    {IDC_MORPH_QRS_END,
-     [](const Set& set, int) -> std::int32_t { return static_cast<std::int32_t>(set.QrsOff()); }},
-    {IDC_MORPH_T_END,
-     [](const Set& set, int) -> std::int32_t { return static_cast<std::int32_t>(set.TOff()); }},
-    {IDC_MORPH_T1_AMPLITUDE, [](const Set& set, int lead) -> std::int32_t { return set.LeadAT1(lead); }},
-    {IDC_MORPH_T2_AMPLITUDE, [](const Set& set, int lead) -> std::int32_t { return set.LeadAT2(lead); }},
-    {IDC_MORPH_QT,
-     [](const Set& set, int) -> std::int32_t { return static_cast<std::int32_t>(set.QtInterval()); }},
-    {IDC_MORPH_QRS_AXIS_OR_RR,
-     [](const Set& set, int) -> std::int32_t { return static_cast<std::int32_t>(set.RrInterval()); }},
-    {IDC_MORPH_QTC, [](const Set& set, int) -> std::int32_t { return static_cast<std::int32_t>(set.Qtc()); }},
-    {IDC_MORPH_QTC_BAZETT,
-     [](const Set& set, int) -> std::int32_t { return static_cast<std::int32_t>(set.QtcBazett()); }},
+    {IDC_MORPH_QRS_END, Read<&MeasurementSet::QrsOff>},
+    {IDC_MORPH_T_END, Read<&MeasurementSet::TOff>},
+    {IDC_MORPH_T1_AMPLITUDE, Read<&MeasurementSet::LeadAT1>},
+    {IDC_MORPH_T2_AMPLITUDE, Read<&MeasurementSet::LeadAT2>},
+    {IDC_MORPH_QT, Read<&MeasurementSet::QtInterval>},
+    {IDC_MORPH_QRS_AXIS_OR_RR, Read<&MeasurementSet::RrInterval>},
+    {IDC_MORPH_QTC, Read<&MeasurementSet::Qtc>},
+    {IDC_MORPH_QTC_BAZETT, Read<&MeasurementSet::QtcBazett>},
 };
 
 constexpr MarkerRow kMarkers[] = {

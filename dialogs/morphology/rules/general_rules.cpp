@@ -1,24 +1,14 @@
 #include "dialogs/morphology/rules/general_rules.h"
 
-#include <array>
-
 namespace kx {
 namespace {
 
 constexpr std::int32_t kEarliestQrs = 20;  // ms
 constexpr std::int32_t kQrsGap = 20;       // ms, where onset and offset would meet
 
-constexpr std::array kMarkers{
-    StoredMarker{&KxLeadMeasurements::pOn, KX_MANUAL_P_ON},
-    StoredMarker{&KxLeadMeasurements::pOff, KX_MANUAL_P_OFF},
-    StoredMarker{&KxLeadMeasurements::qrsOn, KX_MANUAL_QRS_ON},
-    StoredMarker{&KxLeadMeasurements::qrsOff, KX_MANUAL_QRS_OFF},
-    StoredMarker{&KxLeadMeasurements::tOff, KX_MANUAL_T_OFF},
-};
-
 bool RemovePWave(MarkerEdit& edit) {
     const bool changed = edit.store.Value(kGlobalPOn) > 0;
-    for (const GeneralMarker marker : {kGlobalPOn, kGlobalPOff}) {
+    for (const GlobalMarker marker : {kGlobalPOn, kGlobalPOff}) {
         edit.Set(marker, 0);
         edit.Store(marker);
     }
@@ -92,8 +82,6 @@ bool ApplyQrsAndT(MarkerEdit& edit) {
 }
 
 }  // namespace
-
-constinit const MarkerLayout kGeneralLayout{kMarkers, &KxLeadMeasurements::globalManualFlags};
 
 void ApplyGeneralMarkers(MarkerEdit& edit, bool noPWave) {
     const bool isAbsent = edit.store.Value(kGlobalPOff) == 0;

@@ -5,10 +5,8 @@
 
 namespace kx {
 
-enum GeneralMarker : std::size_t { kGlobalPOn, kGlobalPOff, kGlobalQrsOn, kGlobalQrsOff, kGlobalTOff };
-
-// The global points stand in block 0.
-extern const MarkerLayout kGeneralLayout;
+// The global points stand in block 0; the slots are in the order of their table.
+inline constexpr MarkerLayout kGeneralLayout{kGlobalMarkers, &KxLeadMeasurements::globalManualFlags};
 
 // Stores every field that differs from the record, limited by its neighbours: P onset <= P offset <= QRS
 // onset < QRS offset <= T offset, QRS onset not before 20 ms, and 20 ms between onset and offset of a QRS

@@ -9,20 +9,13 @@
 
 #include "dialogs/morphology/rules/marker_field.h"
 #include "include/kxdialogs.h"
+#include "lib/fiducial_markers.h"
 
 namespace kx {
 
-using MarkerWord = std::uint16_t KxLeadMeasurements::*;
-
-// Where one marker stands in a lead block.
-struct StoredMarker {
-    MarkerWord value;    // ms, 0 = absent
-    std::uint16_t flag;  // its bit of the manual flags
-};
-
 // A dialog's markers in slot order, and the word with their manual flags.
 struct MarkerLayout {
-    std::span<const StoredMarker> markers;
+    std::span<const FiducialMarker> markers;
     MarkerWord flags;
 };
 
@@ -33,7 +26,7 @@ class MarkerStore {
     MarkerStore(const MarkerLayout& layout, KxLeadMeasurements& block) : layout_(&layout), block_(&block) {}
 
     std::size_t Count() const { return layout_->markers.size(); }
-    std::int32_t Value(std::size_t slot) const { return block_->*layout_->markers[slot].value; }
+    std::int32_t Value(std::size_t slot) const { return block_->*layout_->markers[slot].ms; }
     bool IsManual(std::size_t slot) const {
         return (block_->*layout_->flags & layout_->markers[slot].flag) != 0;
     }
@@ -52,7 +45,7 @@ class MarkerStore {
         }
         SetValue(slot, static_cast<std::uint16_t>(ms));
     }
-    void SetValue(std::size_t slot, std::uint16_t ms) { block_->*layout_->markers[slot].value = ms; }
+    void SetValue(std::size_t slot, std::uint16_t ms) { block_->*layout_->markers[slot].ms = ms; }
 
     // The flags of `mask`, of which only the dialog's own are changed.
     void SetManual(std::uint16_t mask) {
@@ -63,7 +56,7 @@ class MarkerStore {
     }
     std::uint16_t AllFlags() const {
         std::uint16_t flags = 0;
-        for (const StoredMarker& marker : layout_->markers) {
+        for (const FiducialMarker& marker : layout_->markers) {
             flags = static_cast<std::uint16_t>(flags | marker.flag);
         }
         return flags;

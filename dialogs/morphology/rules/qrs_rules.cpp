@@ -1,7 +1,5 @@
 #include "dialogs/morphology/rules/qrs_rules.h"
 
-#include <array>
-
 namespace kx {
 namespace {
 
@@ -9,15 +7,6 @@ constexpr std::int32_t kGap = 5;           // ms between neighbours
 constexpr std::int32_t kInsertGap = 10;    // ms behind the predecessor of a new component
 constexpr std::int32_t kFirstPlace = 200;  // ms, for a component without neighbours
 constexpr std::int32_t kRoomForQ = 11;     // ms before the R onset that a new Q onset needs
-
-constexpr std::array kMarkers{
-    StoredMarker{&KxLeadMeasurements::qOnMarker, KX_MANUAL_LEAD_Q_ON},
-    StoredMarker{&KxLeadMeasurements::rOnMarker, KX_MANUAL_LEAD_R_ON},
-    StoredMarker{&KxLeadMeasurements::sOnMarker, KX_MANUAL_LEAD_S_ON},
-    StoredMarker{&KxLeadMeasurements::rPrimeOnMarker, KX_MANUAL_LEAD_R_PRIME_ON},
-    StoredMarker{&KxLeadMeasurements::sPrimeOnMarker, KX_MANUAL_LEAD_S_PRIME_ON},
-    StoredMarker{&KxLeadMeasurements::qrsOffMarker, KX_MANUAL_LEAD_QRS_OFF},
-};
 
 constexpr std::uint16_t kComponentFlags = KX_MANUAL_LEAD_Q_ON | KX_MANUAL_LEAD_R_ON | KX_MANUAL_LEAD_S_ON |
                                           KX_MANUAL_LEAD_R_PRIME_ON | KX_MANUAL_LEAD_S_PRIME_ON;
@@ -135,8 +124,6 @@ bool Insert(MarkerEdit& edit, QrsMarker component) {
 }
 
 }  // namespace
-
-constinit const MarkerLayout kQrsLayout{kMarkers, &KxLeadMeasurements::markerFlags};
 
 void ApplyQrsMarkers(MarkerEdit& edit) {
     for (std::size_t slot = kQOn; slot <= kQrsOff; ++slot) {

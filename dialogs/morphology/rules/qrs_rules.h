@@ -7,7 +7,7 @@ namespace kx {
 
 enum QrsMarker : std::size_t { kQOn, kROn, kSOn, kRPrimeOn, kSPrimeOn, kQrsOff };
 
-extern const MarkerLayout kQrsLayout;
+inline constexpr MarkerLayout kQrsLayout{LeadMarkersOf(Wave::kQrs), &KxLeadMeasurements::markerFlags};
 
 // Stores every field that differs from the record, in slot order, each limited by its neighbours and each
 // followed by a re-measurement of its own. A component keeps 5 ms from the one before it and from the one

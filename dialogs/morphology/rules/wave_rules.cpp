@@ -10,18 +10,6 @@ constexpr std::int32_t kShortestToSplit = 10;  // ms
 
 constexpr std::array kAllMarkers{kWaveOn, kWavePrimeOn, kWaveOff};
 
-constexpr std::array kPMarkers{
-    StoredMarker{&KxLeadMeasurements::pOnMarker, KX_MANUAL_LEAD_P_ON},
-    StoredMarker{&KxLeadMeasurements::pPrimeOnMarker, KX_MANUAL_LEAD_P_PRIME_ON},
-    StoredMarker{&KxLeadMeasurements::pOffMarker, KX_MANUAL_LEAD_P_OFF},
-};
-
-constexpr std::array kTMarkers{
-    StoredMarker{&KxLeadMeasurements::tOnMarker, KX_MANUAL_LEAD_T_ON},
-    StoredMarker{&KxLeadMeasurements::tPrimeOnMarker, KX_MANUAL_LEAD_T_PRIME_ON},
-    StoredMarker{&KxLeadMeasurements::tOffMarker, KX_MANUAL_LEAD_T_OFF},
-};
-
 void LimitOnset(MarkerEdit& edit) {
     if (edit.Current(kWaveOn) >= edit.Current(kWaveOff)) {
         edit.Set(kWaveOn, edit.Current(kWaveOff) - kGap);
@@ -75,9 +63,6 @@ void ApplyWaveBox(MarkerEdit& edit, bool absent, std::int32_t onset, std::int32_
 }
 
 }  // namespace
-
-constinit const MarkerLayout kPLayout{kPMarkers, &KxLeadMeasurements::markerFlags};
-constinit const MarkerLayout kTLayout{kTMarkers, &KxLeadMeasurements::markerFlags};
 
 void ApplyPMarkers(MarkerEdit& edit) {
     for (const WaveMarker marker : kAllMarkers) {

@@ -8,8 +8,8 @@ namespace kx {
 
 enum WaveMarker : std::size_t { kWaveOn, kWavePrimeOn, kWaveOff };
 
-extern const MarkerLayout kPLayout;
-extern const MarkerLayout kTLayout;
+inline constexpr MarkerLayout kPLayout{LeadMarkersOf(Wave::kP), &KxLeadMeasurements::markerFlags};
+inline constexpr MarkerLayout kTLayout{LeadMarkersOf(Wave::kT), &KxLeadMeasurements::markerFlags};
 
 // Stores every field that differs from the record, in slot order, each limited by the two others and made
 // manual: 5 ms apart where it was dragged onto or across them; a second component at 0 is absent and bounds

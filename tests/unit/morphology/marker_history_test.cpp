@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "dialogs/morphology/rules/wave_rules.h"
+
 namespace {
 
 using kx::MarkerHistory;
@@ -24,7 +26,6 @@ TEST(MarkerField, KnowsWhetherItsValueIsTheReviewers) {
     EXPECT_FALSE(field.OnMarkerMoved(1346, 150));
     EXPECT_EQ(field.Current(), 100);
     EXPECT_TRUE(field.OnMarkerMoved(1347, 150));
-    EXPECT_EQ(field.Current(), 150);
     EXPECT_FALSE(field.OnMarkerMoved(1347, 100));  // back on the automatic value
     EXPECT_TRUE(field.OnMarkerMoved(1347, -1));
     EXPECT_EQ(field.Current(), 0);
@@ -34,12 +35,11 @@ TEST(MarkerField, KnowsWhetherItsValueIsTheReviewers) {
 
 TEST(MarkerHistory, GoesBackAndForthAgainAndAgain) {
     MarkerHistory history;
-    EXPECT_FALSE(history.UndoLead());
     history.Record(State(1), 1345);
     history.EndStep();
     history.Record(State(2, 5), 1345);
-    EXPECT_EQ(history.UndoLead(), 5);
     for (int again = 0; again < 3; ++again) {
+        EXPECT_EQ(history.UndoLead(), 5);
         EXPECT_EQ(history.Undo(State(3, 5)), State(2, 5));
         EXPECT_EQ(history.Undo(State(2)), State(1));
         EXPECT_FALSE(history.UndoLead());
@@ -48,66 +48,64 @@ TEST(MarkerHistory, GoesBackAndForthAgainAndAgain) {
         EXPECT_EQ(history.Redo(State(2, 5)), State(3, 5));
         EXPECT_FALSE(history.RedoLead());
     }
+    history.Undo(State(3, 5));
+    history.Record(State(4), 1345);  // ends what could be done again
+    EXPECT_FALSE(history.RedoLead());
+    EXPECT_FALSE(history.IsEmpty());
+    history.Clear();
+    EXPECT_TRUE(history.IsEmpty());
 }
 
-TEST(MarkerHistory, OneDragIsOneStep) {
+TEST(MarkerHistory, OneDragIsOneStepAndTheOldestStepsAreForgotten) {
     MarkerHistory history;
-    for (std::uint16_t at = 100; at < 5100; ++at) {
+    for (std::uint16_t i = 0; i < 500; ++i) {
+        history.Record(State(i), 1345);
+        history.EndStep();
+    }
+    for (std::uint16_t at = 1000; at < 1050; ++at) {
         history.Record(State(at), 1345);
     }
     history.Record(State(7), 1346);     // another marker
     history.Record(State(8, 3), 1346);  // another lead
     history.EndStep();
     history.Record(State(9, 3), 1346);  // another drag
-    for (const int expected : {9, 8, 7, 100}) {
-        ASSERT_TRUE(history.UndoLead());
-        EXPECT_EQ(history.Undo(State(0)).values[0], expected);
-    }
-    EXPECT_FALSE(history.UndoLead());
-}
-
-TEST(MarkerHistory, NewChangeEndsWhatCouldBeDoneAgain) {
-    MarkerHistory history;
-    history.Record(State(1), 1345);
-    history.Undo(State(2));
-    history.Record(State(1), 1345);
-    EXPECT_FALSE(history.RedoLead());
-    EXPECT_EQ(history.Undo(State(4)), State(1));
-}
-
-TEST(MarkerHistory, ForgetsTheOldestSteps) {
-    MarkerHistory history;
-    for (std::uint16_t i = 0; i < 500; ++i) {
-        history.Record(State(i), 1345);
-        history.EndStep();
-    }
-    std::size_t steps = 0;
-    std::uint16_t oldest = 0;
+    std::vector<int> undone;
     while (history.UndoLead()) {
-        oldest = history.Undo(State(0)).values[0];
-        ++steps;
+        undone.push_back(history.Undo(State(0)).values[0]);
     }
-    EXPECT_EQ(steps, MarkerHistory::kCapacity);
-    EXPECT_EQ(oldest, 500 - MarkerHistory::kCapacity);
+    ASSERT_EQ(undone.size(), MarkerHistory::kCapacity);
+    EXPECT_EQ(std::vector<int>(undone.begin(), undone.begin() + 5), (std::vector<int>{9, 8, 7, 1000, 499}));
+    EXPECT_EQ(undone.back(), 499 - (static_cast<int>(MarkerHistory::kCapacity) - 5));
 }
 
-TEST(MarkerSnapshot, RestoresValuesAndTheDialogsFlagsOnly) {
-    const kx::StoredMarker markers[] = {{&KxLeadMeasurements::pOn, 0x01}, {&KxLeadMeasurements::pOff, 0x04}};
-    const kx::MarkerLayout layout{markers, &KxLeadMeasurements::markerFlags};
-    KxLeadMeasurements block{};
-    block.pOn = 10;
-    block.pOff = 20;
+// A snapshot holds the dialog's own markers and flags, and gives nothing else back.
+TEST(MarkerSnapshot, RestoresAndComparesTheDialogsMarkersOnly) {
+    KxMeasurementSet set{};
+    KxLeadMeasurements& block = set.leads[3];
+    block.pOnMarker = 10;
+    block.pOffMarker = 20;
     block.markerFlags = 0xF009;
-    kx::MarkerStore store(layout, block);
+    kx::MarkerStore store(kx::kPLayout, block);
     const MarkerSnapshot before = MarkerSnapshot::Take(3, store);
-    block.pOn = 30;
-    block.pOff = 40;
+    kx::SeenMarkers seen;
+    seen.Take(kx::kPLayout, set, false);
+    block.qOnMarker = 7;
+    block.markerFlags = 0x8001;
+    kx::SeenMarkers now;
+    now.Take(kx::kPLayout, set, false);
+    EXPECT_EQ(now, seen);
+    block.pOnMarker = 30;
     block.markerFlags = 0x0006;
+    now.Take(kx::kPLayout, set, false);
+    EXPECT_NE(now, seen);
     before.Restore(store);
-    EXPECT_EQ(block.pOn, 10);
-    EXPECT_EQ(block.pOff, 20);
-    EXPECT_EQ(block.markerFlags, 0x0003);
-    EXPECT_EQ(MarkerSnapshot::Take(3, store), before);
+    EXPECT_EQ(block.pOnMarker, 10);
+    EXPECT_EQ(block.pOffMarker, 20);
+    EXPECT_EQ(block.qOnMarker, 7);
+    EXPECT_EQ(block.markerFlags, 0x0001);
+    kx::SeenMarkers global;
+    global.Take(kx::kPLayout, set, true);  // block 0 alone
+    EXPECT_EQ(global.Of(3), MarkerSnapshot{});
 }
 
 }  // namespace

@@ -3,7 +3,6 @@
 
 #include <array>
 #include <cstdint>
-#include <ostream>
 #include <vector>
 
 #include "dialogs/morphology/rules/marker_edit.h"
@@ -17,28 +16,20 @@ class RuleRig final : public Redetection {
   public:
     // stored: the record's values in slot order; flags: its manual flags.
     RuleRig(const MarkerLayout& layout, const Values& stored, std::uint16_t flags = 0)
-        : edit_{std::span(fields_).first(layout.markers.size()), MarkerStore(layout, block_), *this} {
+        : layout_(layout), edit_{std::span(fields_).first(layout.markers.size()), MarkerStore(layout, block_), *this} {
         for (std::size_t slot = 0; slot < stored.size(); ++slot) {
             edit_.store.SetValue(slot, static_cast<std::uint16_t>(stored[slot]));
             fields_[slot].Bind(static_cast<std::uint32_t>(slot), nullptr);
             fields_[slot].SetAutomatic(stored[slot]);
         }
-        edit_.store.SetManual(flags);
-        block_.*layout.flags = static_cast<std::uint16_t>(block_.*layout.flags | kForeignFlags);
-        flags_ = layout.flags;
+        block_.*layout.flags = static_cast<std::uint16_t>(kForeignFlags | flags);
     }
 
     void Redetect() override {
-        ++calls;
         measured.push_back(Stored());
-        if (!succeeds) {
-            return;
-        }
-        for (std::size_t slot = 0; slot < edit_.fields.size(); ++slot) {
+        for (std::size_t slot = 0; succeeds && slot < edit_.fields.size(); ++slot) {
             if (!edit_.store.IsManual(slot)) {
-                if (!found.empty()) {
-                    edit_.store.SetValue(slot, static_cast<std::uint16_t>(found[slot]));
-                }
+                edit_.store.SetValue(slot, static_cast<std::uint16_t>(found.empty() ? Stored()[slot] : found[slot]));
                 edit_.fields[slot].SetAutomatic(edit_.store.Value(slot));
             }
         }
@@ -50,8 +41,8 @@ class RuleRig final : public Redetection {
     }
     Values Stored() const {
         Values values;
-        for (std::size_t slot = 0; slot < edit_.fields.size(); ++slot) {
-            values.push_back(edit_.store.Value(slot));
+        for (const FiducialMarker& marker : layout_.markers) {
+            values.push_back(block_.*marker.ms);
         }
         return values;
     }
@@ -62,12 +53,14 @@ class RuleRig final : public Redetection {
         }
         return values;
     }
-    std::uint16_t Flags() const { return edit_.store.ManualFlags(); }
-    // Bits of the flag word that belong to nobody or to another dialog.
-    bool AreForeignFlagsKept() const { return (block_.*flags_ & kForeignFlags) == kForeignFlags; }
+    // 0xFFFF: bits of the flag word that belong to nobody were changed.
+    std::uint16_t Flags() const {
+        const std::uint16_t flags = block_.*layout_.flags;
+        return (flags & kForeignFlags) == kForeignFlags ? static_cast<std::uint16_t>(flags & ~kForeignFlags) : std::uint16_t{0xFFFF};
+    }
+    std::size_t Calls() const { return measured.size(); }
     MarkerEdit& Edit() { return edit_; }
 
-    int calls = 0;
     bool succeeds = true;
     Values found;                  // what the engine finds for markers without flag; empty: what is there
     std::vector<Values> measured;  // what the record held at each call
@@ -75,24 +68,10 @@ class RuleRig final : public Redetection {
   private:
     static constexpr std::uint16_t kForeignFlags = 0xF000;
 
+    const MarkerLayout& layout_;
     KxLeadMeasurements block_{};
-    MarkerWord flags_ = nullptr;
     std::array<MarkerField, 6> fields_;
     MarkerEdit edit_;
-};
-
-// A reproducible sequence of numbers, the same on every platform.
-class Numbers {
-  public:
-    explicit Numbers(std::uint32_t seed) : state_(seed * 2654435761u + 1) {}
-    // 0 to bound - 1.
-    std::int32_t Below(std::int32_t bound) {
-        state_ = state_ * 1664525u + 1013904223u;
-        return static_cast<std::int32_t>((state_ >> 8) % static_cast<std::uint32_t>(bound));
-    }
-
-  private:
-    std::uint32_t state_;
 };
 
 }  // namespace kx::test
