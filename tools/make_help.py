@@ -29,6 +29,7 @@ PAGES = [
     ("editor", 5, 1),
     ("dizionario", 20543, 1),
     ("postazione", 6, 0),
+    ("tracciato", 7, 1),
 ]
 SITEMAP = '<!DOCTYPE HTML PUBLIC "-//IETF//DTD HTML//EN">\n<HTML><HEAD></HEAD><BODY>\n%s</BODY></HTML>\n'
 
