@@ -110,7 +110,9 @@ def main(source, pictures, work, chm):
     made = subprocess.run(["chmcmd", "help.hhp"], cwd=work, capture_output=True, text=True)
     if made.returncode != 0 or not (work / chm.name).exists():
         sys.exit(made.stdout + made.stderr)
-    shutil.copy(work / chm.name, chm)
+    shutil.move(work / chm.name, chm)
+    for intermediate in work.glob("help.hh?"):
+        intermediate.unlink()
 
 
 if __name__ == "__main__":

@@ -31,6 +31,7 @@ for binary in "${binaries[@]}"; do
 done
 # What the library and its siblings read beside themselves, and the help.
 find "$bin" -maxdepth 1 -type f \( -name '*.htm' -o -name '*.scr' -o -name '*.csv' -o -name '*.CHM' \) -exec cp {} "$stage/bin/" \;
+cp -R "$bin/help" "$stage/bin/"
 cp include/kxdialogs.h "$stage/include/"
 cp docs/examples/minimal_host.c docs/examples/CMakeLists.txt "$stage/examples/"
 # Documents for those who have the archive alone; the pictures that they show.

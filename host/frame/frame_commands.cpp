@@ -1,8 +1,14 @@
 // What the workstation's menu does.
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <algorithm>
 #include <exception>
 
 #include "host/frame/frame_window.h"
 #include "host/resource_ids.h"
+#include "host/windows/help_page.h"
 #include "host/windows/text_conversion.h"
 
 namespace kxhost {
@@ -115,6 +121,9 @@ void FrameWindow::OnCommand(int id) {
         case IDM_HELP_COMMAND_LINE:
             Say(FromUtf8(UsageText()), MB_ICONINFORMATION);
             break;
+        case IDM_HELP_TOPIC:
+            OnHelp();
+            break;
         case IDM_HELP_ABOUT:
             OnAbout();
             break;
@@ -141,6 +150,15 @@ void FrameWindow::OnEditReport(uint32_t mode) {
     ShowPane();
     paneHost_->FocusPane();
     ShowChanges();
+}
+
+// The page of the pane that is shown.
+void FrameWindow::OnHelp() {
+    const auto selected =
+        static_cast<std::size_t>(std::max<LRESULT>(SendMessageW(tabs_, TCM_GETCURSEL, 0, 0), 0));
+    if (!OpenHelpPage(Window(), kPanes[selected].helpPage))
+        Say(L"La guida non si apre: manca un visualizzatore, e manca la cartella help accanto al programma.",
+            MB_ICONINFORMATION);
 }
 
 void FrameWindow::OnAbout() {

@@ -74,6 +74,7 @@ class FrameWindow final : public HostWindow, private WorklistActions {
     void OnPrint();
     void OnSavePicture();
     void OnEditReport(uint32_t mode);
+    void OnHelp();
     void OnAbout();
 
     void CreateChildren();
