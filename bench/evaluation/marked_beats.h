@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "host/recording/annotations.h"
+#include "host/recording/wfdb/annotations.h"
 
 namespace kx::evaluation {
 

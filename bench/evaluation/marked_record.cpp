@@ -4,7 +4,7 @@
 #include <array>
 #include <charconv>
 
-#include "host/recording/wfdb_reader.h"
+#include "host/recording/wfdb/wfdb_reader.h"
 
 namespace kx::evaluation {
 namespace {

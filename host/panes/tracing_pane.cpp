@@ -39,7 +39,7 @@ HWND MakeCombo(HWND parent, HFONT font, const std::array<const wchar_t*, 3>& tex
 
 std::wstring WhatItIs(const TracingSignal& signal, std::size_t beats) {
     wchar_t text[96];
-    std::swprintf(text, std::size(text), L"Registrazione: %.1f s, %d Hz, %u battiti",
+    std::swprintf(text, std::size(text), L"Registrazione: %.1f s, %g Hz, %u battiti",
                   signal.DurationMs() / 1000, signal.sampleRate, static_cast<unsigned>(beats));
     std::wstring result = text;
     std::replace(result.begin(), result.end(), L'.', L',');

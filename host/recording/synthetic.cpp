@@ -144,8 +144,11 @@ Recording MakeSyntheticRecording(const SyntheticOptions& options) {
     recording.name = "SYNTHETIC";
     recording.source = "Synthetic ECG";
     recording.sampleRate = options.sampleRate;
-    recording.ageYears = 45;
-    recording.sex = Sex::kFemale;
+    recording.patient.id = recording.name;
+    recording.patient.ageDays = 45 * 365;
+    recording.patient.sex = Sex::kFemale;
+    recording.device = {recording.source, recording.name,
+                        std::to_string(std::lround(recording.sampleRate)) + " Hz"};
     recording.diagnoses = {"Built-in recording: sinus rhythm, computed"};
     recording.acquisitionTime = {2026, 14, 2, 30, 9, 0, 0};  // 14 February 2026, 9:30
     const std::vector<double> beats = SyntheticBeatTimes(options);

@@ -6,37 +6,17 @@
 #include <string>
 
 #include "host/recording/beat_labels.h"
+#include "host/recording/ecg_block.h"
+#include "host/recording/text_encoding.h"
 #include "lib/dbclient/test_record.h"
 
 namespace kx::recording {
 
 namespace {
 
-constexpr std::uint32_t kResting = 2;        // testType
-constexpr std::uint32_t kTwelveLeads = 0;    // leadConfiguration
-constexpr std::uint16_t kDaysPerYear = 365;  // as the record counts years
-constexpr std::size_t kEcgHeaderSize = 280;
+constexpr std::uint32_t kResting = 2;      // testType
+constexpr std::uint32_t kTwelveLeads = 0;  // leadConfiguration
 constexpr char kOriginalAuthor[] = "Analisi automatica";
-
-// UTF-8 as Windows-1252, in which the records hold texts: Latin letters stay, others become '?'.
-std::string ToRecordText(std::string_view utf8) {
-    std::string text;
-    for (std::size_t i = 0; i < utf8.size(); ++i) {
-        const auto byte = static_cast<unsigned char>(utf8[i]);
-        if (byte < 0x80) {
-            text += static_cast<char>(byte);
-            continue;
-        }
-        const unsigned next = i + 1 < utf8.size() ? static_cast<unsigned char>(utf8[i + 1]) : 0u;
-        const bool latin =
-            (byte == 0xC2 || byte == 0xC3) && (next & 0xC0u) == 0x80 && !(byte == 0xC2 && next < 0xA0);
-        text += latin ? static_cast<char>((byte & 3u) << 6 | (next & 0x3Fu)) : '?';
-        while (i + 1 < utf8.size() && (static_cast<unsigned char>(utf8[i + 1]) & 0xC0u) == 0x80) {
-            ++i;
-        }
-    }
-    return text;
-}
 
 void FillDiagnoses(const Recording& recording, TestRecord& test) {
     std::string text;
@@ -48,25 +28,32 @@ void FillDiagnoses(const Recording& recording, TestRecord& test) {
     test.text332[length] = '\0';
 }
 
-// The signal that the beat was taken from: a header of 280 bytes that begins with the number of leads, the
-// samples per lead, the rate and the resolution, then each lead's samples. The panes ask only whether there
-// is one.
-bool FillEcg(const Recording& recording, TestRecord& test) {
-    const std::uint32_t header[] = {kLeadCount, static_cast<std::uint32_t>(recording.SampleCount()),
-                                    static_cast<std::uint32_t>(std::lround(recording.sampleRate)),
-                                    kResolutionNv};
-    std::vector<std::uint8_t> block(kEcgHeaderSize);
-    block.reserve(kEcgHeaderSize + kLeadCount * recording.SampleCount() * sizeof(std::int16_t));
-    std::memcpy(block.data(), header, sizeof header);
-    for (const std::vector<float>& lead : recording.leads) {
-        for (const float value : lead) {
-            const auto sample = static_cast<std::int16_t>(std::clamp(std::round(value), -32768.0f, 32767.0f));
-            const auto bits = static_cast<std::uint16_t>(sample);
-            block.push_back(static_cast<std::uint8_t>(bits & 0xFF));
-            block.push_back(static_cast<std::uint8_t>(bits >> 8));
-        }
+void FillPatient(const Recording& recording, TestRecord& test) {
+    const Patient& patient = recording.patient;
+    test.SetPatientId(ToRecordText(patient.id).c_str());
+    const std::string last = ToRecordText(patient.lastName), first = ToRecordText(patient.firstName),
+                      middle = ToRecordText(patient.middleName);
+    if (!(last + first + middle).empty()) {
+        test.SetPatientName(first.c_str(), middle.c_str(), last.c_str());
     }
-    return test.SetEcg(block.data(), block.size());
+    if (patient.ageDays >= 0) {
+        test.SetAgeDays(static_cast<std::uint16_t>(std::min(patient.ageDays, 65535)));
+    }
+    if (patient.birthDate.year != 0) {
+        test.SetBirthDate(patient.birthDate);
+    }
+    if (patient.sex != Sex::kUnknown) {
+        test.SetSex(patient.sex == Sex::kMale ? KX_SEX_MALE : KX_SEX_FEMALE);
+    }
+}
+
+void FillDevice(const Recording& recording, TestRecord& test) {
+    const Device& device = recording.device;
+    test.SetDevice(ToRecordText(device.name).c_str(), ToRecordText(device.serial).c_str(),
+                   ToRecordText(device.revision).c_str());
+    test.SetMainsFrequency(static_cast<std::uint32_t>(recording.filters.mainsHz));
+    test.SetArtifactFilter(recording.filters.artifact, false, false);
+    test.SetBaselineFilter(recording.filters.baseline);
 }
 
 EpisodeRecord* AddBeat(TestRecord& test, const Recording& recording, const MedianBeat& beat) {
@@ -83,7 +70,7 @@ EpisodeRecord* AddBeat(TestRecord& test, const Recording& recording, const Media
     }
     // The record derives all four or none: where some were recorded, the others are the reader's.
     const std::array<bool, kLeadCount>& derived = recording.derived;
-    if (derived[kLeadAVR] && derived[kLeadAVL] && derived[kLeadAVF]) {
+    if (derived[kLeadIII] && derived[kLeadAVR] && derived[kLeadAVL] && derived[kLeadAVF]) {
         episode->DeriveLimbLeads();
     }
     const auto durationMs = static_cast<std::uint32_t>(std::lround(recording.DurationMs()));
@@ -99,18 +86,11 @@ EpisodeRecord* FillTestRecord(TestRecord& test, const Recording& recording, cons
     test.SetTestType(kResting);
     test.acquisitionTime = recording.acquisitionTime;
     test.recordingDurationMs = static_cast<std::uint32_t>(std::lround(recording.DurationMs()));
-    const std::string name = ToRecordText(recording.name);
-    test.SetPatientId(name.c_str());
-    if (recording.ageYears >= 0) {
-        test.SetAgeDays(static_cast<std::uint16_t>(recording.ageYears * kDaysPerYear));
-    }
-    if (recording.sex != Sex::kUnknown) {
-        test.SetSex(recording.sex == Sex::kMale ? 1 : 2);
-    }
-    const std::string rate = std::to_string(std::lround(recording.sampleRate)) + " Hz";
-    test.SetDevice(ToRecordText(recording.source).c_str(), name.c_str(), rate.c_str());
+    FillPatient(recording, test);
+    FillDevice(recording, test);
     FillDiagnoses(recording, test);
-    FillEcg(recording, test);
+    const std::vector<std::uint8_t> ecg = EncodeEcg(recording);
+    test.SetEcg(ecg.data(), ecg.size());
     FillAnnotations(test, beat);
     // The original report is the analysis's own and as old as the recording; nobody has written a statement
     // yet.

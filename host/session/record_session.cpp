@@ -5,9 +5,9 @@
 #include <cstring>
 
 #include "host/recording/median_beat.h"
+#include "host/recording/open_recording.h"
 #include "host/recording/synthetic.h"
 #include "host/recording/test_builder.h"
-#include "host/recording/wfdb_reader.h"
 #include "host/windows/text_conversion.h"
 #include "lib/annotation_store.h"
 #include "lib/replacing_file.h"
@@ -24,7 +24,7 @@ Recording ReadRecording(const RecordRequest& request) {
     kx::recording::ReadOptions options;
     options.unitsPerMv = request.unitsPerMv;
     std::string error;
-    auto recording = kx::recording::ReadWfdb(PathFromUtf8(request.path), options, error);
+    auto recording = kx::recording::OpenRecording(PathFromUtf8(request.path), options, error);
     if (!recording)
         throw RecordError(error);
     return std::move(*recording);

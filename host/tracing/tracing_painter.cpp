@@ -108,7 +108,7 @@ void TracingPainter::DrawTrace(HDC dc, const TracingCell& cell, const TracingSca
     const auto count = static_cast<long>(samples.size());
     const long first = std::clamp(std::lround(std::ceil(cell.startMs / msPerSample)), 0L, count);
     const long end = std::clamp(std::lround(std::ceil(cell.EndMs(scale) / msPerSample)), first, count);
-    const double pixelsPerUnit = signal_.resolutionNv / 1e6 * scale.PixelsPerMv();
+    const double pixelsPerUnit = signal_.unitMv[cell.lead] * scale.PixelsPerMv();
     const double pixelsPerSample = msPerSample * scale.PixelsPerMs();
     const double origin = cell.left + (double(first) * msPerSample - cell.startMs) * scale.PixelsPerMs();
     points_.clear();

@@ -2,14 +2,13 @@
 
 #include <cstring>
 
+#include "host/recording/ecg_block.h"
 #include "lib/beat_labels.h"
 
 namespace kxhost {
 
 namespace {
 
-constexpr std::size_t kHeaderSize =
-    280;  // begins with the number of leads, samples a lead, rate and resolution
 constexpr std::uint32_t kMostSamples = 1u << 28;
 
 }  // namespace
@@ -17,19 +16,22 @@ constexpr std::uint32_t kMostSamples = 1u << 28;
 std::optional<TracingSignal> SignalOf(const KxTestRecord& test) {
     if (test.ecg == nullptr)
         return std::nullopt;
-    const auto* block = static_cast<const unsigned char*>(test.ecg);
-    std::uint32_t header[4];
-    std::memcpy(header, block, sizeof header);
-    const auto [leads, samples, rate, resolution] = header;
-    if (leads == 0 || leads > KX_STANDARD_LEADS || samples == 0 || samples > kMostSamples || rate == 0 ||
-        rate > 100'000 || resolution == 0 || resolution > 1'000'000)
+    kx::recording::EcgHeader header;
+    std::memcpy(&header, test.ecg, sizeof header);
+    const std::uint32_t samples = header.samplesPerLead;
+    if (header.leads == 0 || header.leads > KX_STANDARD_LEADS || samples == 0 || samples > kMostSamples ||
+        header.sampleRate == 0 || header.sampleRate > 100'000 || header.resolutionNv == 0 ||
+        header.resolutionNv > 1'000'000)
         return std::nullopt;
     TracingSignal signal;
-    signal.sampleRate = static_cast<int>(rate);
-    signal.resolutionNv = static_cast<int>(resolution);
-    const auto* first = reinterpret_cast<const std::int16_t*>(block + kHeaderSize);
-    for (std::uint32_t lead = 0; lead < leads; ++lead)
+    signal.sampleRate = header.exactRate > 0 ? header.exactRate : header.sampleRate;
+    const auto* first =
+        reinterpret_cast<const std::int16_t*>(static_cast<const std::uint8_t*>(test.ecg) + sizeof header);
+    for (std::uint32_t lead = 0; lead < header.leads; ++lead) {
+        const double microvolts = header.microvolts[lead];
+        signal.unitMv.push_back(microvolts > 0 ? microvolts / 1e3 : header.resolutionNv / 1e6);
         signal.leads.emplace_back(first + std::size_t{lead} * samples, samples);
+    }
     return signal;
 }
 

@@ -13,13 +13,13 @@ namespace kxhost {
 // A view of the signal behind KxTestRecord.ecg; the record outlives it.
 struct TracingSignal {
     std::vector<std::span<const std::int16_t>> leads;  // by lead code, all of one length
-    int sampleRate = 0;                                // per second, > 0
-    int resolutionNv = 0;                              // nanovolts per unit, > 0
+    double sampleRate = 0;                             // per second, > 0
+    std::vector<double> unitMv;                        // of each lead, millivolts per unit, > 0
 
     std::size_t SampleCount() const { return leads.empty() ? 0 : leads[0].size(); }
     double DurationMs() const { return double(SampleCount()) * 1000 / sampleRate; }
     double Millivolts(std::size_t lead, std::size_t sample) const {
-        return double(leads[lead][sample]) * resolutionNv / 1e6;
+        return leads[lead][sample] * unitMv[lead];
     }
 };
 

@@ -1,5 +1,5 @@
 // Wave marks in the MIT annotation format.
-#include "host/recording/annotations.h"
+#include "host/recording/wfdb/annotations.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // The text of a WFDB header: what is taken from it, and what is refused in one line.
-#include "host/recording/wfdb_header.h"
+#include "host/recording/wfdb/wfdb_header.h"
 
 #include <gtest/gtest.h>
 
@@ -157,20 +157,6 @@ TEST(WfdbHeader, RefusesWhatItDoesNotUnderstandInOneLine) {
         EXPECT_FALSE(ParseWfdbHeader(row.text, error)) << row.text;
         EXPECT_NE(error.find(row.says), std::string::npos) << row.text << ": " << error;
         EXPECT_EQ(error.find('\n'), std::string::npos) << row.text;
-    }
-}
-
-TEST(WfdbHeader, KnowsLeadsInAnyLetterCase) {
-    struct Row {
-        const char* description;
-        int lead;  // -1: none of the twelve
-    };
-    constexpr Row kRows[] = {{"i", 0},   {"II", 1}, {"iii", 2},   {"aVR", 3},  {"AVL", 4},
-                             {"avf", 5}, {"v1", 6}, {"V6", 11},   {" V2 ", 7}, {"vx", -1},
-                             {"V7", -1}, {"", -1},  {"-aVR", -1}, {"MLII", -1}};
-    for (const Row& row : kRows) {
-        const auto lead = LeadOfDescription(row.description);
-        EXPECT_EQ(lead ? static_cast<int>(*lead) : -1, row.lead) << row.description;
     }
 }
 

@@ -5,7 +5,7 @@
 
 #include "host/recording/median_beat.h"
 #include "host/recording/test_builder.h"
-#include "host/recording/wfdb_reader.h"
+#include "host/recording/wfdb/wfdb_reader.h"
 #include "lib/dbclient/test_record.h"
 #include "suite/kxanalyze/delineator.h"
 #include "tests/unit/suite/ecg_cases.h"

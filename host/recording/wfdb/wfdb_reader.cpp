@@ -1,15 +1,17 @@
-#include "host/recording/wfdb_reader.h"
+#include "host/recording/wfdb/wfdb_reader.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <stdexcept>
 #include <utility>
 
 #include "host/recording/file_bytes.h"
+#include "host/recording/read_failure.h"
+#include "host/recording/signal_groups.h"
 #include "host/recording/text_scanner.h"
-#include "host/recording/wfdb_header.h"
-#include "host/recording/wfdb_samples.h"
+#include "host/recording/voltage_units.h"
+#include "host/recording/wfdb/wfdb_header.h"
+#include "host/recording/wfdb/wfdb_samples.h"
 
 namespace kx::recording {
 
@@ -22,16 +24,12 @@ constexpr std::uint64_t kLargestSignalFile = 256u << 20;
 constexpr double kDefaultGain = 200;      // units per mV, the format's convention for a gain of 0
 constexpr double kSmallestGain = 1e-3;    // a unit of a thousand physical ones is no recording of the heart
 constexpr double kLargestBaseline = 1e9;  // keeps the subtraction within what a float can tell
+constexpr int kDaysPerYear = 365;         // as the test record counts them
 constexpr int kFormat16 = 16;
 constexpr int kFormat212 = 212;
 
-// The record cannot be read; the text is "file: reason".
-struct ReadFailure {
-    std::string text;
-};
-
 [[noreturn]] void Fail(const fs::path& file, const std::string& reason) {
-    throw ReadFailure{PathText(file) + ": " + reason};
+    Refuse(PathText(file) + ": " + reason);
 }
 
 // Signals that share a file: their samples alternate in it.
@@ -56,46 +54,6 @@ std::vector<SignalFile> GroupByFile(const WfdbHeader& header, const fs::path& he
         groups.push_back({i, 1});
     }
     return groups;
-}
-
-// Which signal carries each lead.
-using LeadSignals = std::array<std::optional<std::size_t>, kLeadCount>;
-
-LeadSignals FindLeads(const WfdbHeader& header, const fs::path& headerFile) {
-    LeadSignals signals;
-    for (std::size_t i = 0; i < header.signals.size(); ++i) {
-        const auto lead = LeadOfDescription(header.signals[i].description);
-        if (!lead) {
-            continue;
-        }
-        if (signals[*lead]) {
-            Fail(headerFile, std::string("lead ") + kLeadNames[*lead] + " is there twice");
-        }
-        signals[*lead] = i;
-    }
-    for (std::size_t lead = 0; lead < kLeadCount; ++lead) {
-        const bool derivable = lead >= kLeadIII && lead <= kLeadAVF;
-        if (!signals[lead] && !derivable) {
-            Fail(headerFile, std::string("lead ") + kLeadNames[lead] + " is missing");
-        }
-    }
-    return signals;
-}
-
-double MicrovoltsPerPhysicalUnit(const std::string& units) {
-    if (units == "mV") {
-        return 1e3;
-    }
-    if (units == "V") {
-        return 1e6;
-    }
-    // The micro sign and the Greek letter, in UTF-8 and the former also in Windows-1252.
-    for (const char* micro : {"uV", "\xC2\xB5V", "\xCE\xBCV", "\xB5V"}) {
-        if (units == micro) {
-            return 1;
-        }
-    }
-    return 0;
 }
 
 // Throws for the signals of one file that this reader does not decode.
@@ -128,7 +86,7 @@ std::vector<std::int16_t> ReadSamples(const FileBytes& files, const fs::path& fi
     std::string error;
     const auto bytes = files(file, kLargestSignalFile, error);
     if (!bytes) {
-        throw ReadFailure{error};
+        Refuse(error);
     }
     if (layout.byteOffset > bytes->size()) {
         Fail(file, "is shorter than the byte offset of its samples");
@@ -180,7 +138,7 @@ class Reader {
         std::string error;
         const auto text = files_(headerFile_, kLargestHeader, error);
         if (!text) {
-            throw ReadFailure{error};
+            Refuse(error);
         }
         const auto header =
             ParseWfdbHeader({reinterpret_cast<const char*>(text->data()), text->size()}, error);
@@ -191,26 +149,16 @@ class Reader {
             Fail(headerFile_,
                  "the recording is longer than " + std::to_string(kMostSamples) + " samples a lead");
         }
-        if (header->sampleRate < kLowestSampleRate) {
-            Fail(headerFile_, "its sampling rate is too low for an ECG");
-        }
         Describe(*header);
-        const LeadSignals leads = FindLeads(*header, headerFile_);
+        SignalGroup signals;
+        signals.sampleRate = header->sampleRate;
         for (const SignalFile& group : GroupByFile(*header, headerFile_)) {
-            ReadFile(*header, group, leads);
+            ReadFile(*header, group, signals.channels);
         }
-        for (std::size_t lead = 0; lead < kLeadCount; ++lead) {
-            recording_.derived[lead] = !leads[lead];
-            if (leads[lead] && recording_.leads[lead].size() != recording_.SampleCount()) {
-                Fail(headerFile_, "the leads are not of the same length");
-            }
-        }
-        if (recording_.DurationMs() > kLongestSeconds * 1000) {
-            Fail(headerFile_, "the recording is longer than half an hour");
-        }
-        DeriveLeads(recording_);
-        if (!recording_.gaps.empty()) {
-            recording_.remarks.emplace_back("some samples are missing and were bridged");
+        try {
+            TakeSignals({std::move(signals)}, recording_);
+        } catch (const ReadFailure& failure) {
+            Fail(headerFile_, failure.text);
         }
         return std::move(recording_);
     }
@@ -219,19 +167,25 @@ class Reader {
     void Describe(const WfdbHeader& header) {
         recording_.name = header.name;
         recording_.source = "WFDB record";
-        recording_.sampleRate = header.sampleRate;
-        recording_.ageYears = header.ageYears;
-        recording_.sex = header.sex;
+        // The format names no patient and no device: its records are known by their name.
+        recording_.patient.id = header.name;
+        recording_.patient.ageDays = header.ageYears < 0 ? -1 : header.ageYears * kDaysPerYear;
+        recording_.patient.sex = header.sex;
+        recording_.device = {recording_.source, header.name,
+                             std::to_string(std::lround(header.sampleRate)) + " Hz"};
         recording_.diagnoses = header.diagnoses;
         recording_.acquisitionTime = header.baseTime;
     }
 
     // The wanted leads of one signal file; a file without any is not opened.
-    void ReadFile(const WfdbHeader& header, const SignalFile& group, const LeadSignals& leads) {
-        const auto carries = [&](const std::optional<std::size_t>& signal) {
-            return signal && *signal >= group.first && *signal < group.first + group.count;
-        };
-        if (std::none_of(leads.begin(), leads.end(), carries)) {
+    void ReadFile(const WfdbHeader& header, const SignalFile& group, std::vector<Channel>& channels) {
+        std::vector<std::pair<std::size_t, NamedLead>> wanted;
+        for (std::size_t i = 0; i < group.count; ++i) {
+            if (const auto lead = LeadOfName(header.signals[group.first + i].description)) {
+                wanted.emplace_back(i, *lead);
+            }
+        }
+        if (wanted.empty()) {
             return;
         }
         CheckLayout(header, group, headerFile_);
@@ -240,34 +194,27 @@ class Reader {
             headerFile_.parent_path() / fs::path(std::u8string(layout.file.begin(), layout.file.end()));
         const std::vector<std::int16_t> all =
             ReadSamples(files_, file, layout, group.count, header.sampleCount);
-        const std::int16_t missing = layout.format == kFormat16 ? -32768 : -2048;
         std::vector<std::int16_t> samples(all.size() / group.count);
-        for (std::size_t lead = 0; lead < kLeadCount; ++lead) {
-            if (!carries(leads[lead])) {
-                continue;
-            }
+        for (const auto& [place, lead] : wanted) {
             for (std::size_t i = 0; i < samples.size(); ++i) {
-                samples[i] = all[i * group.count + (*leads[lead] - group.first)];
+                samples[i] = all[i * group.count + place];
             }
-            const WfdbSignal& signal = header.signals[*leads[lead]];
+            const WfdbSignal& signal = header.signals[group.first + place];
             CheckSamples(signal, samples, file);
-            TakeLead(lead, signal, samples, missing, file);
+            channels.push_back(MakeChannel(lead, signal, samples));
         }
     }
 
-    void TakeLead(std::size_t lead, const WfdbSignal& signal, std::span<const std::int16_t> samples,
-                  std::int16_t missing, const fs::path& file) {
+    Channel MakeChannel(NamedLead lead, const WfdbSignal& signal, std::span<const std::int16_t> samples) {
         const double scale = Microvolts(signal);
-        std::vector<float>& target = recording_.leads[lead];
-        target.reserve(samples.size());
+        Channel channel{lead, std::abs(scale), {}, {}};
+        channel.microvolts.reserve(samples.size());
         for (const std::int16_t sample : samples) {
-            target.push_back(static_cast<float>((sample - signal.baseline) * scale));
+            channel.microvolts.push_back(static_cast<float>((sample - signal.baseline) * scale));
         }
-        std::vector<Gap> gaps;
-        if (!Bridge(target, samples, missing, gaps)) {
-            Fail(file, "lead " + signal.description + " holds no value");
-        }
-        AddGaps(recording_.gaps, gaps);
+        const std::int16_t missing = signal.format == kFormat16 ? -32768 : -2048;
+        channel.gaps = GapsOf(samples, missing);
+        return channel;
     }
 
     // Microvolts per unit.
@@ -280,15 +227,15 @@ class Reader {
                                          ": no gain is stated, 200 units per mV are assumed");
             return 1000 / kDefaultGain;
         }
-        const double perUnit = MicrovoltsPerPhysicalUnit(signal.units);
-        if (perUnit == 0) {
+        const auto perUnit = MicrovoltsOfUnit(signal.units);
+        if (!perUnit) {
             Fail(headerFile_,
                  "lead " + signal.description + " is in '" + signal.units + "', which is no voltage");
         }
         if (std::abs(signal.gain) < kSmallestGain || std::abs(signal.baseline) > kLargestBaseline) {
             Fail(headerFile_, "the gain or baseline of lead " + signal.description + " is out of range");
         }
-        return perUnit / signal.gain;
+        return *perUnit / signal.gain;
     }
 
     fs::path headerFile_;
@@ -299,6 +246,10 @@ class Reader {
 
 }  // namespace
 
+bool HasHeaderExtension(const fs::path& path) {
+    return Lower(PathText(path.extension())) == ".hea";
+}
+
 std::optional<Recording> ReadWfdb(const fs::path& path, const ReadOptions& options, std::string& error) {
     return ReadWfdb(path, options, ReadFileBytes, error);
 }
@@ -306,10 +257,15 @@ std::optional<Recording> ReadWfdb(const fs::path& path, const ReadOptions& optio
 std::optional<Recording> ReadWfdb(const fs::path& path, const ReadOptions& options, const FileBytes& files,
                                   std::string& error) {
     fs::path headerFile = path;
+    if (!HasHeaderExtension(path)) {
+        headerFile += ".hea";
+    }
+    return ReadWfdbHeader(headerFile, options, files, error);
+}
+
+std::optional<Recording> ReadWfdbHeader(const fs::path& headerFile, const ReadOptions& options,
+                                        const FileBytes& files, std::string& error) {
     try {
-        if (Lower(PathText(path.extension())) != ".hea") {
-            headerFile += ".hea";
-        }
         return Reader(headerFile, options, files).Read();
     } catch (const ReadFailure& failure) {
         error = failure.text;
@@ -319,24 +275,6 @@ std::optional<Recording> ReadWfdb(const fs::path& path, const ReadOptions& optio
         error = PathText(headerFile) + ": " + failure.what();
     }
     return std::nullopt;
-}
-
-std::optional<Recording> ReadWfdbAt(std::string_view path, const ReadOptions& options, std::string& error) {
-    std::string text(path);
-    if constexpr (fs::path::preferred_separator == '/') {
-        std::error_code ignored;
-        if (!fs::exists(text, ignored) && !fs::exists(text + ".hea", ignored)) {
-            std::replace(text.begin(), text.end(), '\\', '/');
-        }
-    }
-    fs::path file;
-    try {
-        file = fs::path(std::u8string(text.begin(), text.end()));
-    } catch (const std::exception&) {
-        error = std::string(path) + ": is no path";
-        return std::nullopt;
-    }
-    return ReadWfdb(file, options, error);
 }
 
 }  // namespace kx::recording

@@ -49,7 +49,4 @@ struct WfdbHeader {
 // date: dd/mm/yyyy" serves when the record line has no date.
 std::optional<WfdbHeader> ParseWfdbHeader(std::string_view text, std::string& error);
 
-// Lead code 0 to 11 of a signal's description, in any letter case; nothing for any other signal.
-std::optional<std::size_t> LeadOfDescription(std::string_view description);
-
 }  // namespace kx::recording

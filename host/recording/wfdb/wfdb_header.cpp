@@ -1,11 +1,11 @@
-#include "host/recording/wfdb_header.h"
+#include "host/recording/wfdb/wfdb_header.h"
 
 #include <array>
 #include <cmath>
 #include <utility>
 
-#include "host/recording/header_comments.h"
 #include "host/recording/text_scanner.h"
+#include "host/recording/wfdb/header_comments.h"
 
 namespace kx::recording {
 
@@ -315,16 +315,6 @@ std::optional<WfdbHeader> ParseWfdbHeader(std::string_view text, std::string& er
             lineNumber > 0 ? "line " + std::to_string(lineNumber) + ": " + failure.reason : failure.reason;
         return std::nullopt;
     }
-}
-
-std::optional<std::size_t> LeadOfDescription(std::string_view description) {
-    const std::string wanted = Lower(Trim(description));
-    for (std::size_t lead = 0; lead < kLeadCount; ++lead) {
-        if (wanted == Lower(kLeadNames[lead])) {
-            return lead;
-        }
-    }
-    return std::nullopt;
 }
 
 }  // namespace kx::recording

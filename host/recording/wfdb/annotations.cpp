@@ -1,4 +1,4 @@
-#include "host/recording/annotations.h"
+#include "host/recording/wfdb/annotations.h"
 
 #include <algorithm>
 #include <utility>

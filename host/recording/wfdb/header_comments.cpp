@@ -1,5 +1,6 @@
-#include "host/recording/header_comments.h"
+#include "host/recording/wfdb/header_comments.h"
 
+#include "host/recording/calendar_text.h"
 #include "host/recording/text_scanner.h"
 
 namespace kx::recording {
@@ -7,12 +8,6 @@ namespace kx::recording {
 namespace {
 
 constexpr int kOldest = 130;
-
-int DaysInMonth(int month, int year) {
-    constexpr int kDays[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-    const bool leap = year % 4 == 0 && (year % 100 != 0 || year % 400 == 0);
-    return month == 2 && leap ? 29 : kDays[month - 1];
-}
 
 Sex SexOf(std::string_view text) {
     const std::string value = Lower(text);
@@ -49,8 +44,7 @@ bool TakeDayMonthYear(std::string_view text, KxDateTime& time) {
         return false;
     }
     const auto year = TakeNumber<int>(text);
-    if (!year || !text.empty() || *year <= 1800 || *year > 9999 || *month < 1 || *month > 12 || *day < 1 ||
-        *day > DaysInMonth(*month, *year)) {
+    if (!year || !text.empty() || !IsDate(*year, *month, *day)) {
         return false;
     }
     time.year = static_cast<std::int16_t>(*year);

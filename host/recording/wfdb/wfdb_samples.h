@@ -17,12 +17,7 @@ std::vector<std::int16_t> Decode16(std::span<const std::uint8_t> bytes, std::siz
 // end before.
 std::vector<std::int16_t> Decode212(std::span<const std::uint8_t> bytes, std::size_t count);
 
-// Bridges the samples of no value by straight lines (the ends by the nearest value) in the lead made from
-// them, of the same length, and lists them. False when none has a value.
-bool Bridge(std::vector<float>& lead, std::span<const std::int16_t> samples, std::int16_t missing,
-            std::vector<Gap>& gaps);
-
-// Joins more gaps to those of a recording, which are kept in order and apart.
-void AddGaps(std::vector<Gap>& gaps, const std::vector<Gap>& more);
+// The samples that have the value that stands for none.
+std::vector<Gap> GapsOf(std::span<const std::int16_t> samples, std::int16_t missing);
 
 }  // namespace kx::recording

@@ -1,14 +1,11 @@
 // Reading of 12-lead recordings in the WFDB format: a header (.hea) with its signal files.
 #pragma once
 
-#include <cstdint>
 #include <filesystem>
-#include <functional>
 #include <optional>
 #include <string>
-#include <string_view>
-#include <vector>
 
+#include "host/recording/file_bytes.h"
 #include "host/recording/recording.h"
 
 namespace kx::recording {
@@ -19,17 +16,10 @@ struct ReadOptions {
     double unitsPerMv = 0;
 };
 
-// Longer recordings are refused: a resting ECG takes seconds, and everything is held in memory.
-inline constexpr std::uint64_t kMostSamples = 1'000'000;  // per lead: 16 minutes at 1000 a second
-inline constexpr double kLongestSeconds = 2000;           // however few samples they hold
-// A QRS complex cannot be told below this rate, samples per second.
-inline constexpr double kLowestSampleRate = 50;
-
-// Reads the record whose header is `path`, with or without ".hea". Formats 16 and 212; leads I, II and V1 to
-// V6 must be there, in any order, in one or several signal files; III, aVR, aVL and aVF are derived where
-// they are not; other signals are ignored. A header without gain, or with gain 0, means 200 units per mV by
-// the format's convention (a remark says so). Missing samples (-32768, in format 212 -2048) are bridged and
-// listed as gaps.
+// Reads the record whose header is `path`, with or without ".hea". Formats 16 and 212; the leads, in any
+// order, in one or several signal files, as signal_groups.h wants them; other signals are ignored. A header
+// without gain, or with gain 0, means 200 units per mV by the format's convention (a remark says so). Missing
+// samples (-32768, in format 212 -2048) are bridged and listed as gaps.
 //
 // Nothing is returned, and `error` holds one line "file: reason", when the header or a signal file cannot be
 // read, is malformed or shorter than the header says; a needed lead is missing, occurs twice, has no value at
@@ -40,17 +30,15 @@ inline constexpr double kLowestSampleRate = 50;
 std::optional<Recording> ReadWfdb(const std::filesystem::path& path, const ReadOptions& options,
                                   std::string& error);
 
-// Gives the bytes of a file of at most `largest` bytes; nothing, and "file: reason" in `error`, when it
-// cannot.
-using FileBytes = std::function<std::optional<std::vector<std::uint8_t>>(
-    const std::filesystem::path& file, std::uint64_t largest, std::string& error)>;
-
 // The same with files from anywhere.
 std::optional<Recording> ReadWfdb(const std::filesystem::path& path, const ReadOptions& options,
                                   const FileBytes& files, std::string& error);
 
-// The same for a path as text (UTF-8) in POSIX or Windows form: on a POSIX system a backslash counts as a
-// separator too when no such file exists.
-std::optional<Recording> ReadWfdbAt(std::string_view path, const ReadOptions& options, std::string& error);
+// The same for a header under any name: nothing is put behind the path.
+std::optional<Recording> ReadWfdbHeader(const std::filesystem::path& headerFile, const ReadOptions& options,
+                                        const FileBytes& files, std::string& error);
+
+// Whether the name ends in ".hea", in any letter case.
+bool HasHeaderExtension(const std::filesystem::path& path);
 
 }  // namespace kx::recording
