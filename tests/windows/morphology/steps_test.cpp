@@ -1,213 +1,295 @@
-// Where one change of the markers begins and ends, what is in force meanwhile, and what others change in the record.
+// Where one change of the markers begins and ends, what is in force meanwhile, what others change in the record, and how a
+// change is taken back.
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
-#include <cstring>
+#include <functional>
 
-#include "tests/windows/morphology/pane_under_test.h"
+#include "tests/windows/morphology/morph_pane.h"
 
+namespace kx::test {
 namespace {
 
-using kx::test::Item;
-using kx::test::ItemText;
-using kx::test::kAllPanes;
-using kx::test::kGeneralPane;
-using kx::test::kPPane;
-using kx::test::kQrsPane;
-using kx::test::kTPane;
-using kx::test::PaneKind;
-using kx::test::PaneUnderTest;
-using kx::test::Pump;
+void Press(HWND window, UINT key, LPARAM data = 1) { SendMessageA(window, WM_KEYDOWN, key, data); }
 
-LRESULT SelectedCode(HWND pane, UINT combo) {
-    const HWND box = Item(pane, combo);
-    return SendMessageA(box, CB_GETITEMDATA, static_cast<WPARAM>(SendMessageA(box, CB_GETCURSEL, 0, 0)), 0);
-}
-
-void Press(HWND window, UINT key) { SendMessageA(window, WM_KEYDOWN, key, 1); }
-
-// The keyboard's way through a combo box: what the list shows comes into force with Enter alone.
+// The keyboard's way through a combo box: what its list shows comes into force with Enter alone.
 TEST(MorphologySteps, ACancelledChoiceShowsAgainWhatIsInForce) {
     for (const UINT combo : {31254u, 31242u, 31240u}) {
         for (const UINT end : {UINT{VK_RETURN}, UINT{VK_ESCAPE}, 0u}) {
-            PaneUnderTest pane(kQrsPane);
-            const HWND box = Item(pane.Pane(), combo);
-            const LRESULT before = SelectedCode(pane.Pane(), combo);
+            MorphPane morph(kQrsPane);
+            const HWND box = morph.pane.Item(combo);
+            const std::int32_t before = morph.Chosen(combo);
             SetFocus(box);
             Press(box, VK_F4);
             Press(box, VK_UP);
             if (end != 0) {
                 Press(box, end);
             }
-            SetFocus(pane.View());
+            SetFocus(morph.View());
             Pump();
-            SCOPED_TRACE(std::to_string(combo) + " left by " + std::to_string(end));
-            EXPECT_EQ(SelectedCode(pane.Pane(), combo) != before, end == VK_RETURN);
-            if (combo == 31254) {
-                const auto lead = static_cast<int>(SelectedCode(pane.Pane(), combo));
-                EXPECT_EQ(pane.Shown(), pane.Stored(lead));
-                const std::vector<int> others = pane.Stored(lead == KX_LEAD_V6 ? KX_LEAD_V5 : KX_LEAD_V6);
-                ASSERT_GE(pane.Drag(pane.Stored(lead)[0], 260), 0);
-                EXPECT_EQ(pane.Flags(lead), 0x0F8);
-                EXPECT_EQ(pane.Stored(lead == KX_LEAD_V6 ? KX_LEAD_V5 : KX_LEAD_V6), others);
-            }
+            EXPECT_EQ(morph.Chosen(combo) != before, end == VK_RETURN) << combo << ' ' << end;
+            const int lead = morph.Chosen(31254);
+            const int other = lead == KX_LEAD_V6 ? KX_LEAD_V5 : KX_LEAD_V6;
+            const Values ofOther = morph.Stored(other);
+            morph.Notify(0, 260);
+            EXPECT_EQ(morph.FlagWord(lead), 0x0F8) << combo << ' ' << end;
+            EXPECT_EQ(morph.Stored(other), ofOther) << combo << ' ' << end;
         }
     }
+    MorphPane morph(kQrsPane);
+    SetFocus(morph.pane.Item(31254));
+    Press(morph.pane.Item(31254), VK_UP);
+    EXPECT_EQ(morph.Shown(), morph.Stored(KX_LEAD_V5)) << "in the closed box an arrow chooses at once";
 }
 
-// In the closed box an arrow key chooses at once.
-TEST(MorphologySteps, AnArrowInTheClosedBoxChooses) {
-    PaneUnderTest pane(kQrsPane);
-    const HWND box = Item(pane.Pane(), 31254);
-    SetFocus(box);
-    Press(box, VK_UP);
-    Pump();
-    EXPECT_EQ(SelectedCode(pane.Pane(), 31254), KX_LEAD_V5);
-    EXPECT_EQ(pane.Shown(), pane.Stored(KX_LEAD_V5));
+// It was stored elsewhere on its way: where it is let go, the record holds what the reviewer sees.
+TEST(MorphologySteps, ADragLetGoOnTheAutomaticValueIsStoredThere) {
+    for (const MorphKind* kind : kMorphPanes) {
+        MorphPane morph(*kind);
+        const int from = morph.ColumnOf(morph.Stored()[0]);
+        const int automatic = morph.MsAt(from);
+        morph.Block().*kind->markers[0].ms = static_cast<std::uint16_t>(automatic);  // as the pane will find it
+        morph.Mouse(WM_LBUTTONDOWN, from);
+        morph.Mouse(WM_MOUSEMOVE, from - 20);
+        Pump();
+        EXPECT_NE(morph.Stored()[0], automatic) << *kind;
+        morph.Mouse(WM_MOUSEMOVE, from);
+        morph.Mouse(WM_LBUTTONUP, from);
+        Pump();
+        EXPECT_EQ(morph.Stored()[0], automatic) << *kind;
+        EXPECT_EQ(morph.Shown(), morph.Stored()) << *kind;
+        EXPECT_TRUE(morph.ShowsLastCall()) << *kind;
+    }
 }
 
 // An arrow key that brings a marker back, left by the focus or by a wave box before it comes up.
 TEST(MorphologySteps, AKeyStepEndsWithTheFocusAndBeforeABox) {
     for (const bool byBox : {false, true}) {
-        PaneUnderTest pane(kQrsPane);
-        SetFocus(pane.View());
-        const std::vector<int> before = pane.Stored();
-        for (const UINT key : {VK_RIGHT, VK_LEFT}) {
-            SendMessageA(pane.View(), WM_KEYDOWN, key, key == VK_RIGHT ? 1 : 1 | 1 << 30);
-            Pump();
-        }
-        EXPECT_EQ(pane.Stored()[0], before[0] + 1);
-        const std::uint32_t calls = pane.Spy().calls();
+        MorphPane morph(kQrsPane);
+        SetFocus(morph.View());
+        const Values before = morph.Stored();
+        Press(morph.View(), VK_RIGHT);
+        Press(morph.View(), VK_LEFT, 1 | 1 << 30);
+        Pump();
+        EXPECT_EQ(morph.Stored()[0], before[0] + 1);
+        const int calls = morph.Calls();
         if (byBox) {
-            pane.Click(33248);
+            morph.pane.Click(33248);
         } else {
-            SetFocus(Item(pane.Pane(), 31254));
+            SetFocus(morph.pane.Item(31254));
             Pump();
         }
-        EXPECT_EQ(pane.Stored()[0], before[0]) << byBox;
-        EXPECT_EQ(pane.Shown(), pane.Stored()) << byBox;
-        EXPECT_EQ(pane.Spy().calls(), calls + (byBox ? 2 : 1)) << byBox;
-        EXPECT_EQ(pane.Stored()[4], byBox ? 0 : before[4]);
+        EXPECT_EQ(morph.Stored()[0], before[0]) << byBox;
+        EXPECT_EQ(morph.Shown(), morph.Stored()) << byBox;
+        EXPECT_EQ(morph.Calls(), calls + (byBox ? 2 : 1)) << byBox;
+        EXPECT_EQ(morph.Stored()[4], byBox ? 0 : before[4]);
     }
 }
 
 // A notification alone says nothing of a step: what it puts onto its automatic value is not stored by what comes later.
 TEST(MorphologySteps, ABareNotificationStoresNoAutomaticValue) {
-    for (const PaneKind* kind : kAllPanes) {
-        PaneUnderTest pane(*kind);
-        const int automatic = pane.Stored()[0];
-        SendMessageA(pane.Pane(), 1345, static_cast<WPARAM>(automatic - 20), KX_LEAD_V6);
-        SendMessageA(pane.Pane(), 1345, static_cast<WPARAM>(automatic), KX_LEAD_V6);
-        const KxMeasurementSet before = pane.Set();
-        pane.SelectLead(KX_LEAD_V2);
-        EXPECT_EQ(std::memcmp(&before, &pane.Set(), sizeof before), 0) << kind->name;
-        if (!kind->isGlobal) {
-            EXPECT_EQ(pane.Shown(), pane.Stored(KX_LEAD_V2)) << kind->name;
+    for (const MorphKind* kind : kMorphPanes) {
+        for (const bool byBox : {false, true}) {
+            MorphPane morph(*kind);
+            const std::size_t slot = kind->isGlobal ? 2 : 0;
+            const int automatic = morph.Stored()[slot];
+            morph.Notify(static_cast<UINT>(slot), automatic - 20);
+            morph.Notify(static_cast<UINT>(slot), automatic);
+            const KxMeasurementSet before = morph.Set();
+            if (!byBox) {
+                morph.SelectLead(KX_LEAD_V2);
+                EXPECT_TRUE(morph.IsAsBefore(before)) << *kind;
+                EXPECT_EQ(morph.Shown() == morph.Stored(KX_LEAD_V2), !kind->isGlobal) << *kind;
+            } else if (kind != &kPPane && kind != &kTPane) {
+                morph.pane.Click(kind->waveBoxes[0]);
+                EXPECT_EQ(morph.Stored()[slot], automatic - 20) << *kind;
+            }
         }
     }
-    for (const auto& [kind, box] : {std::pair{&kQrsPane, 33248u}, {&kPPane, 33243u}, {&kTPane, 33289u}}) {
-        PaneUnderTest pane(*kind);
-        const int automatic = pane.Stored()[0];
-        SendMessageA(pane.Pane(), 1345, static_cast<WPARAM>(automatic - 20), KX_LEAD_V6);
-        SendMessageA(pane.Pane(), 1345, static_cast<WPARAM>(automatic), KX_LEAD_V6);
-        pane.Click(box);
-        EXPECT_EQ(pane.Stored()[0], automatic - 20) << kind->name;
-        EXPECT_EQ(pane.Shown()[0], automatic) << kind->name;
-    }
-}
-
-TEST(MorphologySteps, ABareNotificationMarksNoWaveAbsent) {
-    auto record = kx::test::NewRecord();
-    record->Episode(0)->measurements.leads[0].pOn = 0;
-    record->Episode(0)->measurements.leads[0].pOff = 0;
-    PaneUnderTest pane(kGeneralPane, kx::test::Engine::kSpy, std::move(record));
-    const KxMeasurementSet before = pane.Set();
-    SendMessageA(pane.Pane(), 1347, static_cast<WPARAM>(pane.Stored()[2]), KX_LEAD_V6);
-    pane.SelectLead(KX_LEAD_V2);
-    EXPECT_EQ(std::memcmp(&before, &pane.Set(), sizeof before), 0);
+    // Nor does it mark a wave absent that is.
+    auto record = NewRecord();
+    record->Episode(0)->measurements.leads[0].pOn = record->Episode(0)->measurements.leads[0].pOff = 0;
+    MorphPane morph(kGeneralPane, std::move(record));
+    const KxMeasurementSet before = morph.Set();
+    morph.Notify(2, morph.Stored()[2]);
+    morph.SelectLead(KX_LEAD_V2);
+    EXPECT_TRUE(morph.IsAsBefore(before));
 }
 
 TEST(MorphologySteps, NothingElseActsWhileTheButtonIsDown) {
-    for (const PaneKind* kind : kAllPanes) {
-        PaneUnderTest pane(*kind);
-        ASSERT_GE(pane.Drag(pane.Stored()[1], pane.Stored()[1] + 10), 0);
-        const std::vector<int> before = pane.Stored();
-        const int from = pane.ColumnOf(before[0]);
-        const int to = pane.ColumnOf(before[0] - 40);
-        const int left = pane.MsAt(to);
-        SendMessageA(pane.View(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(from, pane.Row()));
-        SendMessageA(pane.View(), WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM((from + to) / 2, pane.Row()));
+    for (const MorphKind* kind : kMorphPanes) {
+        MorphPane morph(*kind);
+        ASSERT_GE(morph.Drag(morph.Stored()[1], morph.Stored()[1] + 10), 0);
+        const Values before = morph.Stored();
+        const int from = morph.ColumnOf(before[0]);
+        const int to = morph.ColumnOf(before[0] - 40);
+        const int left = morph.MsAt(to);
+        morph.Mouse(WM_LBUTTONDOWN, from);
+        morph.Mouse(WM_MOUSEMOVE, (from + to) / 2);
         Pump();
-        const std::uint32_t calls = pane.Spy().calls();
-        pane.PressControl(pane.View(), 'Z');
-        PostMessageA(pane.Pane(), 1451, 0, 0);
-        PostMessageA(pane.Pane(), 1452, 0, 0);
-        Press(pane.View(), VK_LEFT);
-        Press(pane.View(), VK_TAB);
-        SendMessageA(pane.Pane(), WM_COMMAND, MAKEWPARAM(31264, BN_CLICKED), 0);
-        pane.SelectLead(KX_LEAD_V1);
+        const int calls = morph.Calls();
+        PressControl(morph.View(), 'Z');
+        PostMessageA(morph.pane, 1451, 0, 0);
+        PostMessageA(morph.pane, 1452, 0, 0);
+        Press(morph.View(), VK_LEFT);
+        Press(morph.View(), VK_TAB);
+        morph.pane.Notify(31264, BN_CLICKED);
+        morph.SelectLead(KX_LEAD_V1);
         Pump();
-        EXPECT_EQ(pane.Spy().calls(), calls) << kind->name;
-        EXPECT_EQ(SelectedCode(pane.Pane(), 31254), KX_LEAD_V6) << kind->name;
-        SendMessageA(pane.View(), WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(to, pane.Row()));
-        SendMessageA(pane.View(), WM_LBUTTONUP, 0, MAKELPARAM(to, pane.Row()));
+        EXPECT_EQ(morph.Calls(), calls) << *kind;
+        EXPECT_EQ(morph.Chosen(31254), KX_LEAD_V6) << *kind;
+        morph.Mouse(WM_MOUSEMOVE, to);
+        morph.Mouse(WM_LBUTTONUP, to);
         Pump();
-        std::vector<int> moved = before;
+        Values moved = before;
         moved[0] = left;
-        EXPECT_EQ(pane.Stored(), moved) << kind->name;
-        EXPECT_EQ(pane.Shown(), moved) << kind->name;
-        pane.Undo();
-        EXPECT_EQ(pane.Stored(), before) << kind->name;
+        EXPECT_EQ(morph.Stored(), moved) << *kind;
+        EXPECT_EQ(morph.Shown(), moved) << *kind;
+        morph.Undo();
+        EXPECT_EQ(morph.Stored(), before) << *kind;
     }
 }
 
 // By whom the record is changed between a step and Ctrl+Z.
 TEST(MorphologySteps, AStepIsTakenBackOnlyFromTheRecordThatItLeft) {
-    const auto replaceMarkers = [](PaneUnderTest& pane) { pane.Block().pOffMarker += 20; };
-    const auto replaceBeat = [](PaneUnderTest& pane) {
-        std::int16_t* samples = pane.Record().Episode(0)->samples;
-        std::swap(samples[300], samples[301]);
-        std::swap(samples[600], samples[650]);
+    const std::function<void(MorphPane&)> changes[] = {
+        [](MorphPane& morph) { morph.Block().pOffMarker = 350; },
+        [](MorphPane& morph) { std::swap(morph.record->Episode(0)->samples[390], morph.record->Episode(0)->samples[400]); },
+        [](MorphPane& morph) {
+            Pane other(KindOf("P"), morph.host, *morph.record);
+            SendMessageA(other, 1347, 400, KX_LEAD_V6);
+        },
     };
-    const auto other = [](PaneUnderTest& pane) {
-        KxHostWindow host{nullptr, pane.Host()};
-        const std::uint32_t handle = pane.Library()->pMorph(&host, &pane.Record());
-        const auto window = static_cast<HWND>(reinterpret_cast<const KxHostWindow*>(static_cast<std::uintptr_t>(handle))->handle);
-        SendMessageA(window, 1347, 400, KX_LEAD_V6);
-        DestroyWindow(window);
-    };
-    for (const auto& change : {std::function<void(PaneUnderTest&)>(replaceMarkers), {replaceBeat}, {other}}) {
-        PaneUnderTest pane(kPPane);
-        ASSERT_GE(pane.Drag(pane.Stored()[0], 170), 0);
-        change(pane);
-        const KxMeasurementSet before = pane.Set();
-        pane.Undo();
-        EXPECT_EQ(std::memcmp(&before, &pane.Set(), sizeof before), 0);
-        EXPECT_EQ(pane.Shown(), pane.Stored());
-        EXPECT_NE(ItemText(pane.Pane(), 59023).find("annullare"), std::string::npos);
-        pane.Redo();
-        EXPECT_EQ(std::memcmp(&before, &pane.Set(), sizeof before), 0);
+    for (const auto& change : changes) {
+        MorphPane morph(kPPane);
+        ASSERT_GE(morph.Drag(200, 170), 0);
+        change(morph);
+        const KxMeasurementSet before = morph.Set();
+        morph.Undo();
+        EXPECT_TRUE(morph.IsAsBefore(before));
+        EXPECT_EQ(morph.Shown(), morph.Stored());
+        EXPECT_THAT(morph.pane.Text(59023), testing::HasSubstr("annullare"));
+        morph.Redo();
+        EXPECT_TRUE(morph.IsAsBefore(before));
         // The next step can be taken back as ever.
-        const std::vector<int> now = pane.Stored();
-        ASSERT_GE(pane.Drag(now[0], now[0] - 30), 0);
-        pane.Undo();
-        EXPECT_EQ(pane.Stored(), now);
+        const Values now = morph.Stored();
+        ASSERT_GE(morph.Drag(now[0], now[0] - 30), 0);
+        morph.Undo();
+        EXPECT_EQ(morph.Stored(), now);
+    }
+    // The markers of another dialog are not this one's.
+    MorphPane morph(kPPane);
+    ASSERT_GE(morph.Drag(200, 170), 0);
+    morph.Block().qOnMarker = 299;
+    morph.FlagWord() = static_cast<std::uint16_t>(morph.FlagWord() | 0xF0F8);
+    morph.Undo();
+    EXPECT_EQ(morph.Block().qOnMarker, 299);
+    EXPECT_EQ(morph.FlagWord(), 0xF0F8);
+    EXPECT_EQ(morph.Stored(), (Values{200, 260, 330}));
+}
+
+// A drag of many moves is one step; a box and Reset are one each.
+TEST(MorphologySteps, EveryKindOfChangeComesBackAndGoesAgain) {
+    for (const MorphKind* kind : kMorphPanes) {
+        MorphPane morph(*kind);
+        morph.automatic = std::make_unique<KxMeasurementSet>(morph.Set());
+        const auto state = [&morph] { return std::tuple(morph.Stored(), morph.Shown(), morph.FlagWord(), morph.CanReset()); };
+        std::vector states = {state()};
+        ASSERT_GE(morph.Drag(morph.Stored()[0], morph.Stored()[0] - 30, 40), 0);
+        EXPECT_GT(morph.Calls(), 10);
+        states.push_back(state());
+        for (const UINT button : {kind->waveBoxes[0], 31264u}) {
+            morph.pane.Click(button);
+            states.push_back(state());
+        }
+        for (int again = 0; again < 2; ++again) {
+            for (std::size_t i = states.size() - 1; i-- > 0;) {
+                morph.Undo();
+                ASSERT_EQ(state(), states[i]) << *kind << ", back to " << i;
+                ASSERT_TRUE(morph.ShowsLastCall());
+            }
+            morph.Undo();  // nothing is left
+            for (std::size_t i = 1; i < states.size(); ++i) {
+                morph.Redo();
+                ASSERT_EQ(state(), states[i]) << *kind << ", again to " << i;
+            }
+        }
     }
 }
 
-TEST(MorphologySteps, TheBindingSaysWhyAndWorksAgain) {
-    for (const PaneKind* kind : kAllPanes) {
-        PaneUnderTest pane(*kind, kx::test::Engine::kMissing);
-        pane.Library().TakeLog();
-        SendMessageA(pane.Pane(), 1345, 100, KX_LEAD_V6);
-        EXPECT_THAT(pane.Library().TakeLog(),
-                    testing::ElementsAre(testing::HasSubstr("(kxanalyze.dll)"), testing::HasSubstr("UpdateDetection")));
-        pane.LayEngine(kx::test::Engine::kSpy);
-        SendMessageA(pane.Pane(), 1345, 110, KX_LEAD_V6);
-        EXPECT_THAT(pane.Library().TakeLog(), testing::IsEmpty());
-        EXPECT_TRUE(pane.CanReset());
-        EXPECT_GT(pane.Number(kind->figure), 10000);
+TEST(MorphologySteps, TakingBackShowsTheLeadInWhicheverControlTheKeyIsPressed) {
+    MorphPane morph(kQrsPane);
+    const Values ofV6 = morph.Stored();
+    for (HWND control = GetWindow(morph.pane, GW_CHILD); control != nullptr; control = GetWindow(control, GW_HWNDNEXT)) {
+        if (!IsWindowVisible(control) || !IsWindowEnabled(control)) {
+            continue;
+        }
+        morph.SelectLead(KX_LEAD_V6);
+        SendMessageA(morph.pane, 1453, 0, 0);
+        morph.Notify(0, 280);
+        SendMessageA(morph.pane, 1454, 0, 0);
+        morph.SelectLead(KX_LEAD_II);
+        PressControl(control, 'Z');
+        ASSERT_EQ(morph.Stored(), ofV6) << GetDlgCtrlID(control);
+        ASSERT_EQ(morph.Chosen(31254), KX_LEAD_V6) << GetDlgCtrlID(control);
+        ASSERT_EQ(morph.Shown(), ofV6) << GetDlgCtrlID(control);
+    }
+}
+
+void Settle() {
+    for (int i = 0; i < 5; ++i) {
+        Sleep(10);
+        Pump();
+    }
+}
+
+void SendMouse(DWORD flags, POINT at = {}) {
+    INPUT input{};
+    input.type = INPUT_MOUSE;
+    input.mi = {
+        MulDiv(at.x, 65536, GetSystemMetrics(SM_CXSCREEN)) + 1, MulDiv(at.y, 65536, GetSystemMetrics(SM_CYSCREEN)) + 1, 0, flags, 0, 0};
+    SendInput(1, &input, sizeof input);
+    Settle();
+}
+
+// By what a user has: the mouse and the keyboard of the system.
+TEST(MorphologySteps, TheSystemsMouseDragsAndItsKeysTakeBack) {
+    for (const MorphKind* kind : kMorphPanes) {
+        MorphPane morph(*kind);
+        SetForegroundWindow(HostWindow::Frame());
+        Settle();
+        const Values before = morph.Stored();
+        const std::size_t last = before.size() - (kind == &kQrsPane ? 2 : 1);
+        const int start = morph.ColumnOf(before[last]);
+        const int end = morph.ColumnOf(before[last] + 40);
+        Values moved = before;
+        moved[last] = morph.MsAt(end);
+        const auto moveTo = [&morph](int column) {
+            POINT point{column, morph.Row()};
+            ClientToScreen(morph.View(), &point);
+            SendMouse(MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE, point);
+        };
+        moveTo(start);
+        SendMouse(MOUSEEVENTF_LEFTDOWN);
+        for (int step = 1; step <= 8; ++step) {
+            moveTo(start + (end - start) * step / 8);
+        }
+        SendMouse(MOUSEEVENTF_LEFTUP);
+        EXPECT_EQ(morph.Stored(), moved) << *kind;
+        EXPECT_EQ(GetFocus(), morph.View()) << *kind;
+        for (const WORD key : {WORD{'Z'}, WORD{'Y'}}) {
+            INPUT inputs[4] = {};
+            for (std::size_t i = 0; i < 4; ++i) {
+                inputs[i].type = INPUT_KEYBOARD;
+                inputs[i].ki.wVk = i == 0 || i == 3 ? WORD{VK_CONTROL} : key;
+                inputs[i].ki.dwFlags = i < 2 ? 0 : KEYEVENTF_KEYUP;
+            }
+            SendInput(4, inputs, sizeof *inputs);
+            Settle();
+            EXPECT_EQ(morph.Stored(), key == 'Z' ? before : moved) << *kind;
+            EXPECT_EQ(morph.Shown(), morph.Stored()) << *kind;
+        }
     }
 }
 
 }  // namespace
+}  // namespace kx::test
