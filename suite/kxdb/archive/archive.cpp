@@ -29,7 +29,7 @@ std::filesystem::path NameForDamaged(const std::filesystem::path& file) {
 
 Archive::Archive(const std::filesystem::path& file, Reporter& log)
     : mainPath_(file), copyPath_(Beside(file, "-copy")), log_(log) {
-    const bool mainOpens = OpenOrMend(main_, mainPath_);
+    const bool mainOpens = OpenOrMend(main_, mainPath_, true);
     isNew_ = mainOpens && main_->IsNew();
     BringCopyUp();
     // A main file that was lost, emptied or damaged gets back what the copy still holds.
@@ -41,9 +41,9 @@ Archive::Archive(const std::filesystem::path& file, Reporter& log)
 }
 
 // Opens the file; one that is damaged is put aside and begun anew. Whether it was whole.
-bool Archive::OpenOrMend(std::optional<ArchiveFile>& file, const std::filesystem::path& path) {
+bool Archive::OpenOrMend(std::optional<ArchiveFile>& file, const std::filesystem::path& path, bool durable) {
     try {
-        file.emplace(path);
+        file.emplace(path, durable);
         file->Sequence();
         return true;
     } catch (const SqliteError& failure) {
@@ -53,7 +53,7 @@ bool Archive::OpenOrMend(std::optional<ArchiveFile>& file, const std::filesystem
     }
     file.reset();
     PutAside(path);
-    file.emplace(path);
+    file.emplace(path, durable);
     return false;
 }
 
@@ -84,7 +84,7 @@ void Archive::BringCopyUp() {
     for (int attempt = 0; attempt < 2; ++attempt) {
         try {
             if (!copy_) {
-                OpenOrMend(copy_, copyPath_);
+                OpenOrMend(copy_, copyPath_, false);
             }
             copy_->CatchUp(*main_);
             return;

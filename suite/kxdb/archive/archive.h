@@ -57,6 +57,22 @@ class Archive {
 
   private:
     using Work = std::function<void(ArchiveFile&)>;
+    struct Match {
+        std::int64_t id;
+        std::uint8_t state;
+        std::uint8_t type;
+    };
+    // The tests that the last search found, as long as nobody saves.
+    struct Search {
+        std::string sql;
+        std::vector<std::string> words;
+        std::int64_t sequence = -1;
+        ArchiveOrder order = kArchiveNewestFirst;
+        std::vector<Match> matches;
+    };
+
+    static bool Passes(const ArchiveFilter& filter, const Match& match);
+    const std::vector<Match>& Matches(ArchiveFile& file, const ArchiveFilter& filter, ArchiveOrder order);
 
     SaveResult Replace(TestRow row, const Saver& saver);
     // Runs `work` on the file, which is mended from its copy and asked again when it proves damaged.
@@ -64,7 +80,8 @@ class Archive {
     // Runs `work` inside one transaction and carries what it saved to the copy before another program can
     // write.
     void Write(const Work& work);
-    bool OpenOrMend(std::optional<ArchiveFile>& file, const std::filesystem::path& path);
+    // The copy need not be as durable: after a loss of power it is brought up from the file.
+    bool OpenOrMend(std::optional<ArchiveFile>& file, const std::filesystem::path& path, bool durable);
     void PutAside(const std::filesystem::path& path);
     void MendMain();
     void BringCopyUp();
@@ -76,6 +93,7 @@ class Archive {
     std::optional<ArchiveFile>
         copy_;  // none while it cannot be written: the log says so, the next save tries again
     bool isNew_ = false;
+    Search search_;
 };
 
 }  // namespace kx::db

@@ -52,7 +52,7 @@ StaffRow ReadStaff(const Statement& row) {
 
 }  // namespace
 
-ArchiveFile::ArchiveFile(const std::filesystem::path& file) : database_(file) {
+ArchiveFile::ArchiveFile(const std::filesystem::path& file, bool durable) : database_(file, durable) {
     Migrate();
 }
 

@@ -53,7 +53,7 @@ struct StaffRow {
 class ArchiveFile {
   public:
     // Opens or makes the file; an older schema is brought forward. Throws SqliteError, ArchiveTooNew.
-    explicit ArchiveFile(const std::filesystem::path& file);
+    explicit ArchiveFile(const std::filesystem::path& file, bool durable = true);
 
     Database& Connection() { return database_; }
     // Whether this file has just been made.

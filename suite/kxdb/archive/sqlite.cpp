@@ -106,7 +106,7 @@ std::string_view Statement::Block(int column) const {
     return bytes != nullptr ? std::string_view(static_cast<const char*>(bytes), length) : std::string_view();
 }
 
-Database::Database(const std::filesystem::path& file) {
+Database::Database(const std::filesystem::path& file, bool durable) {
     static const bool registered = RegisterChecksumVfs();
     if (!registered) {
         throw SqliteError(SQLITE_ERROR, "the checksum layer of the data base is not there");
@@ -122,9 +122,9 @@ Database::Database(const std::filesystem::path& file) {
     sqlite3_busy_timeout(handle, kBusyMs);
     int reserved = kChecksumBytes;
     sqlite3_file_control(handle, "main", SQLITE_FCNTL_RESERVE_BYTES, &reserved);
-    // A commit is on the disk when it returns. The log beside the file needs a local disk, which the user's
-    // folder of application data is.
-    Execute("PRAGMA page_size = 8192; PRAGMA journal_mode = WAL; PRAGMA synchronous = FULL;");
+    // The log beside the file needs a local disk, which the user's folder of application data is.
+    Execute("PRAGMA page_size = 8192; PRAGMA journal_mode = WAL;");
+    Execute(durable ? "PRAGMA synchronous = FULL;" : "PRAGMA synchronous = NORMAL;");
 }
 
 void Database::Closer::operator()(sqlite3* handle) const {

@@ -56,7 +56,9 @@ class Statement {
 class Database {
   public:
     // Opens the file, made when it is not there; every page carries a checksum.
-    explicit Database(const std::filesystem::path& file);
+    // durable: a commit is on the disk when it returns; else it survives a killed program, but not the loss
+    // of power.
+    explicit Database(const std::filesystem::path& file, bool durable = true);
 
     void Execute(const char* sql);
     Statement Prepare(std::string_view sql) { return {handle_.get(), sql}; }
