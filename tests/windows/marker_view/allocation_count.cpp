@@ -17,18 +17,12 @@ void* operator new(std::size_t size) {
     throw std::bad_alloc();
 }
 
-void operator delete(void* memory) noexcept {
-    std::free(memory);
-}
+void operator delete(void* memory) noexcept { std::free(memory); }
 
-void operator delete(void* memory, std::size_t) noexcept {
-    std::free(memory);
-}
+void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
 
 namespace kx::test {
 
-long AllocationCount() {
-    return g_count;
-}
+long AllocationCount() { return g_count; }
 
 }  // namespace kx::test

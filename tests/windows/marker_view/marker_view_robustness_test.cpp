@@ -5,7 +5,6 @@
 #include <iterator>
 #include <random>
 
-#include "tests/rig/gui_objects.h"
 #include "tests/windows/marker_view/view_rig.h"
 
 namespace kx::test {
@@ -148,24 +147,6 @@ TEST_F(MarkerViewRobustness, AnyMessageMayComeAtAnyTime) {
     Send(MV_SHOWMARKERS, 0, 1);
     Show({300, 400, 500, 700, 900});
     EXPECT_TRUE(MarkerStandsAt(ColumnOfMs(300))) << "it works as before";
-}
-
-TEST_F(MarkerViewRobustness, ManyViewsLeaveNothingBehind) {
-    const auto openAndClose = [&] {
-        MakeView(6, 200, 100);
-        Show({300, 400, 500, 700, 900, 1000});
-        ::SetFocus(view_);
-        Key(VK_RIGHT);
-        owner_.Destroy();
-    };
-    openAndClose();
-    const GuiObjects before = CountGuiObjects();
-    for (int i = 0; i < 25; ++i) {
-        openAndClose();
-    }
-    const GuiObjects after = CountGuiObjects();
-    EXPECT_LE(after.gdi, before.gdi + 4);
-    EXPECT_LE(after.user, before.user + 4);
 }
 
 TEST_F(MarkerViewRobustness, AnOwnerThatIsGoneIsNotCalled) {
