@@ -1,7 +1,5 @@
 #include "dialogs/dialog_library.h"
 
-#include "dialogs/interpretation/completion_popup.h"
-
 #include "lib/windows/common_controls.h"
 #include "lib/windows/smooth_polyline.h"
 

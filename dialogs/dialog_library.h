@@ -17,6 +17,9 @@ namespace kx {
 struct TestRecord;
 class Window;
 
+// The window class of the typing completion's popup.
+inline constexpr char kCompletionPopupClass[] = "CompletionPopup";
+
 // Made by the first LIBSTART and deleted by the last LIBSTOP. A constructor that throws has undone what it
 // had done, in reverse order: the start banner then has its stop banner and kxsys.dll its LIBSTOP.
 class DialogLibrary final : public LibraryModule {

@@ -123,8 +123,9 @@ class DataFile final : public ByteSink, public ByteSource {
     bool CopyOut(void* destination, std::uint32_t offset, std::uint32_t count) const;
     // See ReadLineAt.
     std::int32_t ReadLine(std::uint32_t offset, char* destination, std::int32_t maxLength) const;
-    // Takes content[from, to) out and writes the whole file anew. False without content, unless from < to <=
-    // Length(), and when the file could not be written: the content in memory is then the edited one.
+    // Takes content[from, to) out and writes the whole file that it was read from anew. False without
+    // content, unless from < to <= Length(), and when the file could not be written: the content in memory is
+    // then the edited one.
     bool DeleteRange(std::uint32_t from, std::uint32_t to);
     // Puts bytes into the content at position and writes the whole file anew. Needs room: a ReadAll with a
     // limit above Length() + count. False without content or bytes, for a count below 1 and a position behind
@@ -151,6 +152,7 @@ class DataFile final : public ByteSink, public ByteSource {
   private:
     bool Choose(HWND__* owner, const char* title, const char* initialDirectory, const char* initialName,
                 const char* filter, Reporter* log, bool save, bool multiSelect);
+    bool CreateNamed(const char* name, bool overwrite, Reporter* log);
     bool Open(const char* name, bool readWrite, Reporter* log, std::uint64_t* size);
     bool ReadContent(const char* name, Reporter* log);
     bool Rewrite(std::uint32_t newLength);
@@ -161,6 +163,7 @@ class DataFile final : public ByteSink, public ByteSource {
     void* handle_;
     std::uint32_t capacity_ = 0;
     std::uint32_t length_ = 0;
+    std::uint32_t contentIndex_ = 0;  // of the file that the content was read from
     bool multiSelect_ = false;
     char composedName_[kComposedNameSize] = {};
 };

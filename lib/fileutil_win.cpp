@@ -87,8 +87,11 @@ void DataFile::Close() {
 }
 
 bool DataFile::Create(bool overwrite, Reporter* log) {
+    return CreateNamed(FileName(0), overwrite, log);
+}
+
+bool DataFile::CreateNamed(const char* name, bool overwrite, Reporter* log) {
     Close();
-    const char* const name = FileName(0);
     if (name == nullptr) {
         ReportNoName(log);
         return false;
@@ -152,6 +155,7 @@ bool DataFile::ReadAll(std::uint32_t index, std::uint32_t limit, Reporter* log) 
         return false;
     }
     capacity_ = static_cast<std::uint32_t>(wanted);
+    contentIndex_ = index;
     if (limit != 0 && size > limit && log != nullptr) {
         log->LOGSYSTEMERROR("All records might not be read - buffer too small");
     }
@@ -233,7 +237,9 @@ std::int32_t DataFile::ReadLine(std::uint32_t offset, char* destination, std::in
 }
 
 bool DataFile::Rewrite(std::uint32_t newLength) {
-    const bool written = Create(true, nullptr) && Write(content_.get(), newLength);
+    // Of a multiple selection the file that the content came from.
+    const bool written =
+        CreateNamed(FileName(contentIndex_), true, nullptr) && Write(content_.get(), newLength);
     length_ = newLength;
     content_[newLength] = '\0';
     return written;

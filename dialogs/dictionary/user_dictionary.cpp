@@ -4,8 +4,7 @@
 
 #include "dialogs/dialog_library.h"
 #include "dialogs/dictionary/user_dictionary_dialog.h"
-#include "dialogs/interpretation/interp_report.h"
-#include "dialogs/interpretation/library_folder.h"
+#include "dialogs/statements/interp_report.h"
 #include "dialogs/statements/statement_files.h"
 
 namespace kx {

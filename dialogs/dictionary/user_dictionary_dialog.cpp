@@ -1,9 +1,12 @@
 #include "dialogs/dictionary/user_dictionary_dialog.h"
 
+#include <algorithm>
+#include <cstdio>
 #include <cstring>
+#include <utility>
 
-#include "dialogs/interpretation/interp_report.h"
 #include "dialogs/resources/dictionary_ids.h"
+#include "dialogs/statements/interp_report.h"
 #include "dialogs/statements/statement_files.h"
 #include "lib/windows/subclassed_control.h"
 
@@ -23,6 +26,12 @@ constexpr int kFirstRowY = 48;
 constexpr int kMargin = 7;  // left of each column, and below the last row
 constexpr int kFontHeight = 12;
 constexpr int kFontWeight = 500;
+
+// Why a text was refused: beside the buttons, below the instructions.
+constexpr RECT kReasonArea{440, 116, 566, 150};  // dialog units
+constexpr std::uint32_t kReasonId = 200;
+constexpr std::size_t kReasonSize = 128;
+constexpr COLORREF kReasonColor = RGB(176, 0, 0);
 
 // While the dialog writes into its own edits.
 class FillingScope {
@@ -76,7 +85,7 @@ bool UserDictionaryDialog::OnInitDialog() {
         Reports().LOGMEMORYERROR(kInterpSource, kNoControlLine);
         return false;
     }
-    if (!MakeButtons()) {
+    if (!MakeReason() || !MakeButtons()) {
         ReleaseControls();
         Reports().LOGMEMORYERROR(kInterpSource, kNoButtonLine);
         return false;
@@ -89,14 +98,14 @@ bool UserDictionaryDialog::OnInitDialog() {
 
 bool UserDictionaryDialog::WrapControls() {
     sections_ = new ComboBox(*Library(), this, IDC_DICT_SECTION);
-    text_ = std::make_unique<EditBox>(this, IDC_DICT_TEXT);
-    code_ = std::make_unique<EditBox>(this, IDC_DICT_CODE);
-    if (sections_->Handle() == nullptr || text_->Handle() == nullptr || code_->Handle() == nullptr) {
+    text_.box = std::make_unique<EditBox>(this, IDC_DICT_TEXT);
+    code_.box = std::make_unique<EditBox>(this, IDC_DICT_CODE);
+    if (sections_->Handle() == nullptr || text_.box->Handle() == nullptr || code_.box->Handle() == nullptr) {
         return false;
     }
     // What would not be kept cannot be typed.
-    text_->SendMsg(EM_LIMITTEXT, StatementLibrary::kTextSize - 1);
-    code_->SendMsg(EM_LIMITTEXT, StatementLibrary::kCodeSize - 1);
+    text_.box->SendMsg(EM_LIMITTEXT, StatementLibrary::kTextSize - 1);
+    code_.box->SendMsg(EM_LIMITTEXT, StatementLibrary::kCodeSize - 1);
     return true;
 }
 
@@ -105,9 +114,9 @@ bool UserDictionaryDialog::MakeButtons() {
                                   OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY,
                                   VARIABLE_PITCH | FF_SWISS, "MS Shell Dlg"));
     RECT edit{};
-    text_->GetClientRect(edit);
-    const HFONT font = text_->GetFont();
-    HWND previous = code_->Handle();
+    text_.box->GetClientRect(edit);
+    const HFONT font = text_.box->GetFont();
+    HWND previous = code_.box->Handle();
     for (std::size_t i = 0; i < buttons_.size(); ++i) {
         const auto id = kFirstButtonId + static_cast<std::uint32_t>(i);
         buttons_[i] = std::make_unique<EntryButton>(
@@ -121,6 +130,16 @@ bool UserDictionaryDialog::MakeButtons() {
         previous = button;
     }
     return true;
+}
+
+bool UserDictionaryDialog::MakeReason() {
+    RECT area = kReasonArea;
+    MapDialogRect(Handle(), &area);
+    reason_ = std::make_unique<ChildControl>(0, "STATIC", Library()->instance, this, kReasonId, area.left,
+                                             area.top, area.right - area.left, area.bottom - area.top,
+                                             WholeStyle{WS_CHILD | WS_VISIBLE | SS_LEFT | SS_NOPREFIX});
+    reason_->SetFont(text_.box->GetFont(), false);
+    return reason_->Handle() != nullptr;
 }
 
 // The rows are as high in pixels at every resolution, the template is not.
@@ -148,12 +167,16 @@ void UserDictionaryDialog::ReleaseControls() {
     for (std::unique_ptr<EntryButton>& button : buttons_) {
         button.reset();
     }
-    code_.reset();
-    text_.reset();
+    reason_.reset();
+    code_.box.reset();
+    text_.box.reset();
     ReleaseSubclassed(sections_);
 }
 
 void UserDictionaryDialog::OnDestroy() {
+    // Nobody could end the modal loop once the object is detached, if somebody has sent this to a window that
+    // stays.
+    EndCancel();
     ReleaseControls();
     Dialog::OnDestroy();
 }
@@ -169,7 +192,7 @@ INT_PTR UserDictionaryDialog::OnDialogCommand(WPARAM wParam) {
         ShowSection();
         return TRUE;
     }
-    if (text_->IsChange(wParam) || code_->IsChange(wParam)) {
+    if (text_.box->IsChange(wParam) || code_.box->IsChange(wParam)) {
         TakeEdits();
         return TRUE;
     }
@@ -191,6 +214,26 @@ bool UserDictionaryDialog::OnDrawItem(UINT id, DRAWITEMSTRUCT* item) {
     return true;
 }
 
+HBRUSH UserDictionaryDialog::OnCtlColorStatic(HDC context, HWND control) {
+    if (reason_ == nullptr || control != reason_->Handle()) {
+        return nullptr;
+    }
+    SetTextColor(context, kReasonColor);
+    SetBkMode(context, TRANSPARENT);
+    return GetSysColorBrush(COLOR_BTNFACE);
+}
+
+std::string UserDictionaryDialog::Edit::Text() const {
+    char text[StatementLibrary::kTextSize];
+    box->GetText(text, sizeof text);
+    return text;
+}
+
+void UserDictionaryDialog::Edit::Show(const char* text) {
+    box->SetText(text);
+    taken = Text();
+}
+
 void UserDictionaryDialog::ShowSection() {
     const FillingScope scope(filling_);
     for (const std::unique_ptr<EntryButton>& button : buttons_) {
@@ -204,8 +247,9 @@ void UserDictionaryDialog::ShowSection() {
     for (std::size_t i = 0; i < buttons_.size(); ++i) {
         buttons_[i]->SetText(dictionary_.Text(section, i));
     }
-    text_->SetText(dictionary_.Title(section));
-    code_->SetText("");
+    text_.Show(dictionary_.Title(section));
+    code_.Show("");
+    reason_->SetText("");
 }
 
 void UserDictionaryDialog::SelectEntry(std::size_t entry) {
@@ -221,13 +265,14 @@ void UserDictionaryDialog::SelectEntry(std::size_t entry) {
     const char* const text = dictionary_.Text(section, entry);
     {
         const FillingScope scope(filling_);
-        text_->SetText(text);
-        code_->SetText(dictionary_.Code(section, entry));
+        text_.Show(text);
+        code_.Show(dictionary_.Code(section, entry));
     }
+    reason_->SetText("");
     // The first letter replaces the mark of an empty statement; a statement is written on at its end.
-    text_->SetFocus();
-    text_->SetSelection(std::strcmp(text, kHiddenText) == 0 ? 0 : text_->GetTextLength(),
-                        text_->GetTextLength());
+    text_.box->SetFocus();
+    text_.box->SetSelection(std::strcmp(text, kHiddenText) == 0 ? 0 : text_.box->GetTextLength(),
+                            text_.box->GetTextLength());
 }
 
 void UserDictionaryDialog::TakeEdits() {
@@ -235,18 +280,44 @@ void UserDictionaryDialog::TakeEdits() {
     if (filling_ || section == kNone) {
         return;
     }
-    char text[StatementLibrary::kTextSize];
-    text_->GetText(text, sizeof text);
     const std::size_t entry = SelectedEntry();
-    if (entry == kNone) {
-        TakeTitle(text);
+    const bool isTitle = entry == kNone;
+    if (Refuses(text_, isTitle ? StatementPart::kTitle : StatementPart::kText) ||
+        (!isTitle && Refuses(code_, StatementPart::kCode))) {
         return;
     }
-    char code[StatementLibrary::kCodeSize];
-    code_->GetText(code, sizeof code);
-    buttons_[entry]->SetText(text);
-    dictionary_.SetText(section, entry, text);
-    dictionary_.SetCode(section, entry, code);
+    reason_->SetText("");
+    if (isTitle) {
+        TakeTitle(text_.taken.c_str());
+        return;
+    }
+    buttons_[entry]->SetText(text_.taken.c_str());
+    dictionary_.SetText(section, entry, text_.taken);
+    dictionary_.SetCode(section, entry, code_.taken);
+}
+
+bool UserDictionaryDialog::Refuses(Edit& edit, StatementPart part) {
+    std::string text = edit.Text();
+    const std::string_view mark = FormatMark(text, part);
+    if (mark.empty()) {
+        edit.taken = std::move(text);
+        return false;
+    }
+    // The caret goes back to where it was before what was typed or pasted.
+    const int grown = static_cast<int>(text.size()) - static_cast<int>(edit.taken.size());
+    const int caret = std::max(edit.box->GetSelection().end - grown, 0);
+    {
+        const FillingScope scope(filling_);
+        edit.box->SetText(edit.taken.c_str());
+    }
+    edit.box->SetSelection(caret, caret);
+    char format[kReasonSize];
+    char reason[kReasonSize];
+    Library()->instance.LoadText(mark == "^" ? IDS_DICT_CODE_MARK : IDS_DICT_TAG, format, sizeof format);
+    std::snprintf(reason, sizeof reason, format, std::string(mark).c_str());
+    reason_->SetText(reason);
+    MessageBeep(MB_ICONWARNING);
+    return true;
 }
 
 void UserDictionaryDialog::TakeTitle(const char* title) {

@@ -11,7 +11,9 @@
 
 #include "dialogs/dictionary/entry_button.h"
 #include "dialogs/statements/statement_library.h"
+#include "dialogs/statements/statement_writer.h"
 #include "lib/modules/library_module.h"
+#include "lib/windows/child_control.h"
 #include "lib/windows/combo_box.h"
 #include "lib/windows/dialog.h"
 #include "lib/windows/edit_box.h"
@@ -36,6 +38,7 @@ class UserDictionaryDialog final : public Dialog {
     bool OnInitDialog() override;
     INT_PTR OnDialogCommand(WPARAM wParam) override;
     bool OnDrawItem(UINT id, DRAWITEMSTRUCT* item) override;
+    HBRUSH OnCtlColorStatic(HDC context, HWND control) override;
     // Writes the file. When that fails the user is told so, and the dialog stays open with its edits.
     bool OnOK() override;
     void OnDestroy() override;
@@ -43,8 +46,18 @@ class UserDictionaryDialog final : public Dialog {
   private:
     static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 
+    // An edit and what of it is in the dictionary.
+    struct Edit {
+        std::unique_ptr<EditBox> box;
+        std::string taken;
+
+        std::string Text() const;
+        void Show(const char* text);
+    };
+
     bool WrapControls();
     bool MakeButtons();
+    bool MakeReason();
     void FitHeight();
     void FillSections();
     void ReleaseControls();
@@ -52,6 +65,8 @@ class UserDictionaryDialog final : public Dialog {
     void ShowSection();
     void SelectEntry(std::size_t entry);
     void TakeEdits();
+    // Whether an edit holds what the file could not: it shows its former text then, and the dialog why.
+    bool Refuses(Edit& edit, StatementPart part);
     void TakeTitle(const char* title);
     bool WriteFile();
 
@@ -67,8 +82,9 @@ class UserDictionaryDialog final : public Dialog {
     bool filling_ = false;
 
     ComboBox* sections_ = nullptr;  // deletes itself with its control
-    std::unique_ptr<EditBox> text_;
-    std::unique_ptr<EditBox> code_;
+    Edit text_;
+    Edit code_;
+    std::unique_ptr<ChildControl> reason_;  // why a text was refused
     UniqueFont buttonFont_;
     std::array<std::unique_ptr<EntryButton>, StatementLibrary::kEntries> buttons_;
 };

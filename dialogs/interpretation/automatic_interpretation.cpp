@@ -6,8 +6,8 @@
 #include <memory>
 #include <new>
 
-#include "dialogs/interpretation/interp_report.h"
-#include "dialogs/interpretation/library_folder.h"
+#include "dialogs/statements/interp_report.h"
+#include "dialogs/statements/statement_files.h"
 #include "lib/fileutil.h"
 #include "lib/modules/interpretation_engine.h"
 #include "lib/modules/render_services.h"
@@ -26,6 +26,19 @@ constexpr char kScriptName[] = "\\stress.scr";
 constexpr std::size_t kEngineTextSize = 4096;
 // What a rendered text may have more than its script.
 constexpr std::uint32_t kRenderedSurplus = 4096;
+
+// As much of a text as is shown. An edit lays a line out anew for every piece that it breaks off, and a line
+// of ten times as much takes a hundred times as long: minutes.
+constexpr std::size_t kMostShown = 20000;
+
+std::string Shown(const char* text) {
+    const std::size_t length = std::strlen(text);
+    if (length <= kMostShown) {
+        return text;
+    }
+    return std::string(text, kMostShown) + "\r\n\r\n[Testo troncato: mostrati i primi " +
+           std::to_string(kMostShown) + " caratteri di " + std::to_string(length) + ".]";
+}
 
 bool IsLeftOut(const void* hostOptions) {
     std::uint32_t first = 0;
@@ -78,7 +91,7 @@ std::string Rendered(const LibraryModule& library, TestRecord& test, Reporter& l
         return {};
     }
     text[size - 1] = '\0';
-    return text.get();
+    return Shown(text.get());
 }
 
 }  // namespace

@@ -3,9 +3,8 @@
 #include <cstring>
 #include <utility>
 
-#include "dialogs/interpretation/interp_report.h"
-#include "dialogs/interpretation/library_folder.h"
 #include "dialogs/resources/picture_ids.h"
+#include "dialogs/statements/interp_report.h"
 #include "dialogs/statements/statement_files.h"
 #include "lib/windows/gdi_handles.h"
 

@@ -64,17 +64,17 @@ void CompletionList::SetHighlight(std::string_view text) {
     highlight_[length] = '\0';
 }
 
-void CompletionList::FitColumns() {
+void CompletionList::ShowSelected(int row) {
+    SelectRow(row);
     RECT client{};
     if (GetClientRect(client)) {
-        SendMsg(LVM_SETCOLUMNWIDTH, 0, MAKELPARAM(client.right, 0));
-        SendMsg(LVM_SETCOLUMNWIDTH, 1, MAKELPARAM(0, 0));
+        Invalidate(&client);
     }
 }
 
-int CompletionList::RowAt(POINT point) const {
+int CompletionList::RowAt(int y) const {
     LVHITTESTINFO hit{};
-    hit.pt = point;
+    hit.pt = {kMargin, y};
     return static_cast<int>(SendMsg(LVM_SUBITEMHITTEST, 0, reinterpret_cast<LPARAM>(&hit)));
 }
 
@@ -82,7 +82,11 @@ const CompletionEntry* CompletionList::Entry(int row) const {
     return reinterpret_cast<const CompletionEntry*>(RowData(row));
 }
 
-void CompletionList::DrawRow(DeviceContext& surface, const RECT& area, LPARAM rowData, bool selected) {
+void CompletionList::DrawRow(DeviceContext& surface, const RECT& columns, LPARAM rowData, bool selected) {
+    RECT area = columns;
+    if (RECT client{}; GetClientRect(client)) {
+        area.right = client.right;
+    }
     const COLORREF background = !selected ? kPlain : HasFocus() ? kSelectedFocused : kSelected;
     const UniqueBrush brush(CreateSolidBrush(background));
     surface.FillRect(area, brush.get());

@@ -18,10 +18,11 @@ class CompletionList final : public ListView {
 
     // What has been typed, which the rows set off from what is still to come.
     void SetHighlight(std::string_view text);
-    // The columns span the list.
-    void FitColumns();
-    // The row under a point of the list's client area; -1: none.
-    int RowAt(POINT point) const;
+    // Selects a row and draws the list anew: rows reach farther than the columns, which is what the control
+    // takes for their end.
+    void ShowSelected(int row);
+    // The row at a height of the list's client area; -1: none.
+    int RowAt(int y) const;
     // Null: there is no such row.
     const CompletionEntry* Entry(int row) const;
 

@@ -6,14 +6,21 @@
 #include <algorithm>
 
 #include "dialogs/dialog_library.h"
-#include "dialogs/interpretation/completion_entries.h"
-#include "dialogs/interpretation/interp_report.h"
+#include "dialogs/interpretation/staff_names.h"
+#include "dialogs/statements/interp_report.h"
 #include "lib/windows/device_context.h"
 
 namespace kx {
 namespace {
 
+constexpr std::uint32_t kManyPhysiciansLine = 1049;
+constexpr StaffListLines kPhysicianLines{1059, 1061};
+constexpr std::uint32_t kTestTypeLine = 1071;
+constexpr std::uint32_t kNoFolderLine = 1076;
+constexpr std::uint32_t kNoReadLine = 1099;
 constexpr std::uint32_t kNoWindowLine = 1112;
+
+constexpr std::size_t kNameSize = 512;
 constexpr UINT_PTR kListWatch = 1;
 constexpr int kRowHeight = 19;  // pixels at 96 dpi
 
@@ -24,15 +31,66 @@ CompletionPopup::CompletionPopup(const DialogLibrary& library, Window* parent, s
     : Window(parent), library_(library), log_(log) {
     SetId(kControlId);
     if (fromPhysicians) {
-        AddPhysicianEntries(matcher_, log);
+        LoadPhysicians();
     } else {
-        AddStatementEntries(library.instance.Handle(), testType, matcher_, log);
+        FindStatements(library.instance.Handle(), testType);
     }
 }
 
 CompletionPopup::~CompletionPopup() {
     Close();
 }
+
+// ---- what can be completed
+
+void CompletionPopup::FindStatements(HMODULE module, std::uint32_t testType) {
+    if (const char* const fileName = StatementFileName(testType, StatementUse::kLibrary)) {
+        PathBesideLibrary(module, fileName, kNoFolderLine, log_, path_);
+    } else {
+        log_.LOGOEMERROR(kInterpSource, kTestTypeLine, "ptype invalid and !is_phys");
+    }
+}
+
+void CompletionPopup::LoadStatements() {
+    if (path_[0] == '\0') {
+        return;
+    }
+    const FileStamp now = StampOf(path_);
+    const bool reported = refused_ == now;
+    // A file that somebody holds open is tried again; one that is not there need not be.
+    if (read_ == now || (reported && now == FileStamp{})) {
+        return;
+    }
+    Close();  // its rows hold addresses of entries
+    matcher_ = {};
+    StatementLibrary statements;
+    if (ReadStatementFile(path_, statements, reported ? nullptr : &log_)) {
+        matcher_.AddStatements(statements, &log_);
+        read_ = now;
+        refused_.reset();
+        return;
+    }
+    if (!reported) {
+        log_.LOGOEMERROR(kInterpSource, kNoReadLine, "no read");
+    }
+    read_.reset();
+    refused_ = now;
+}
+
+void CompletionPopup::LoadPhysicians() {
+    const StaffList<PhysicianRecord> physicians = ListPhysicians(kPhysicianLines, log_);
+    if (physicians.reported > kStaffListCapacity) {
+        log_.LOGOEMERROR(kInterpSource, kManyPhysiciansLine, "string limit 1024");
+    }
+    char name[kNameSize];
+    for (std::uint32_t i = 0; i < physicians.count; ++i) {
+        if (!IsNameless(physicians.records[i])) {
+            matcher_.Add({name, DisplayName(physicians.records[i], name, sizeof name)}, {});
+        }
+    }
+}
+
+// ---- the window
 
 bool CompletionPopup::Open() {
     if (IsOpen()) {
@@ -60,11 +118,13 @@ void CompletionPopup::Close() {
 
 void CompletionPopup::OnDestroy() {
     list_.reset();
+    chosen_ = nullptr;
     Attach(nullptr);
     SetHandle(nullptr);
 }
 
 bool CompletionPopup::Start(std::size_t lineStart, std::string_view lineText) {
+    LoadStatements();
     if (!matcher_.Start(lineStart, lineText) || !Open()) {
         Close();
         return false;
@@ -88,7 +148,7 @@ void CompletionPopup::Refresh() {
     for (std::size_t i = 0; i < matcher_.MatchCount(); ++i) {
         list_->AppendRow(reinterpret_cast<LPARAM>(&matcher_.Match(i)), 0);
     }
-    list_->SelectRow(0);
+    Select(0);
     list_->SendMsg(WM_SETREDRAW, TRUE);
     list_->Invalidate();
     if (matcher_.IsExactCode()) {
@@ -109,22 +169,27 @@ void CompletionPopup::ShowAt(const RECT& area, HFONT font) {
 void CompletionPopup::OnSize(UINT, int width, int height) {
     if (IsOpen()) {
         list_->MoveTo(0, 0, width, height);
-        list_->FitColumns();
     }
 }
 
 void CompletionPopup::MoveSelection(int rows) {
     if (IsOpen() && list_->ItemCount() > 0) {
-        list_->SelectRow(std::clamp(list_->SelectedRow() + rows, 0, list_->ItemCount() - 1));
+        Select(std::clamp(list_->SelectedRow() + rows, 0, list_->ItemCount() - 1));
     }
 }
 
-const char* CompletionPopup::ChosenText() const {
+void CompletionPopup::Select(int row) {
+    chosen_ = nullptr;
+    list_->ShowSelected(row);
+}
+
+const char* CompletionPopup::SelectedText() const {
     const CompletionEntry* const entry = IsOpen() ? list_->Entry(list_->SelectedRow()) : nullptr;
     return entry != nullptr ? entry->text : "";
 }
 
-void CompletionPopup::Choose() const {
+void CompletionPopup::Choose() {
+    chosen_ = list_->Entry(list_->SelectedRow());
     PostToParent(WM_COMMAND, MAKEWPARAM(kControlId, kChosen), reinterpret_cast<LPARAM>(Handle()));
 }
 
@@ -160,8 +225,8 @@ LRESULT CALLBACK CompletionPopup::ListProc(HWND window, UINT message, WPARAM wPa
         case WM_LBUTTONDOWN:
         case WM_LBUTTONDBLCLK:
         case WM_LBUTTONUP:
-            reinterpret_cast<CompletionPopup*>(popup)->OnListButton(
-                message, {static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))});
+            reinterpret_cast<CompletionPopup*>(popup)->OnListButton(message,
+                                                                    static_cast<short>(HIWORD(lParam)));
             return 0;
         case WM_RBUTTONDOWN:
         case WM_RBUTTONUP:
@@ -176,13 +241,13 @@ LRESULT CALLBACK CompletionPopup::ListProc(HWND window, UINT message, WPARAM wPa
     return DefSubclassProc(window, message, wParam, lParam);
 }
 
-void CompletionPopup::OnListButton(UINT message, POINT point) {
-    const int row = list_->RowAt(point);
+void CompletionPopup::OnListButton(UINT message, int y) {
+    const int row = list_->RowAt(y);
     if (row < 0) {
         return;
     }
     if (message != WM_LBUTTONUP) {
-        list_->SelectRow(row);
+        Select(row);
     } else if (row == list_->SelectedRow()) {
         Choose();
     }

@@ -6,9 +6,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string_view>
 
 #include "dialogs/interpretation/completion_list.h"
+#include "dialogs/statements/statement_files.h"
 #include "dialogs/statements/statement_matcher.h"
 #include "lib/windows/window.h"
 
@@ -16,20 +18,22 @@ namespace kx {
 
 class DialogLibrary;
 
-// Of its window class, which the library registers.
-inline constexpr char kCompletionPopupClass[] = "CompletionPopup";
-
-// The object holds what can be completed, read once; its window is there only while it proposes something. It
-// never takes the focus or activates, so that typing goes on in the edit. Owned by whoever made it.
+// The object holds what can be completed; its window, of the library's class kCompletionPopupClass, is there
+// only while it proposes something. It never takes the focus or activates, so that typing goes on in the
+// edit. Owned by whoever made it.
+//
+// Statements are read from the file of the test type beside the module when a completion starts, unless the
+// file is as it was when it was read last: somebody else may have saved it. What cannot be read, or is too
+// much, is reported once and left out. The names of the physicians are read once.
 class CompletionPopup final : public Window {
   public:
     // What the parent gets (WM_COMMAND, posted) when an entry was chosen: by a click, or because the code of
-    // the entry was typed to its end.
+    // the entry was typed to its end. Which entry it was, Chosen() says as long as nothing has changed since:
+    // what is typed before the message is handled takes the choice back.
     static constexpr WORD kControlId = 103;
     static constexpr WORD kChosen = 100;
 
-    // Reads the statements of the test type, or the names of the physicians (see completion_entries.h). All
-    // outlive the object. parent: the dialog that is told; its top-level window owns the popup's.
+    // All outlive the object. parent: the dialog that is told; its top-level window owns the popup's.
     CompletionPopup(const DialogLibrary& library, Window* parent, std::uint32_t testType, bool fromPhysicians,
                     Reporter& log);
     ~CompletionPopup();
@@ -55,8 +59,10 @@ class CompletionPopup final : public Window {
 
     // Moves the selection by so many rows, to the first or last one at most.
     void MoveSelection(int rows);
-    // The text of the selected entry; empty when there is none. Lives as long as the object.
-    const char* ChosenText() const;
+    // The text of the selected entry; empty when there is none. As the next, until the next Start.
+    const char* SelectedText() const;
+    // The text of the entry that the parent is told of; empty when it is told of none.
+    const char* ChosenText() const { return chosen_ != nullptr ? chosen_->text : ""; }
 
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     void OnSize(UINT sizeType, int width, int height) override;
@@ -70,15 +76,24 @@ class CompletionPopup final : public Window {
     static LRESULT CALLBACK ListProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
                                      DWORD_PTR popup) noexcept;
 
+    void FindStatements(HMODULE module, std::uint32_t testType);
+    void LoadStatements();
+    void LoadPhysicians();
+
     bool Open();
     void Refresh();
-    void Choose() const;
-    void OnListButton(UINT message, POINT point);
+    void Select(int row);
+    void Choose();
+    void OnListButton(UINT message, int y);
 
     const DialogLibrary& library_;
     Reporter& log_;
     StatementMatcher matcher_;
+    char path_[kPathSize] = {};             // of the statement file; empty: there is none
+    std::optional<FileStamp> read_;         // of the file as it was read
+    std::optional<FileStamp> refused_;      // of the file as it could not be read, which was reported
     std::unique_ptr<CompletionList> list_;  // null: there is no window
+    const CompletionEntry* chosen_ = nullptr;
 };
 
 }  // namespace kx

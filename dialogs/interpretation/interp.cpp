@@ -8,10 +8,10 @@
 #include <new>
 
 #include "dialogs/interpretation/automatic_interpretation.h"
-#include "dialogs/interpretation/interp_report.h"
-#include "dialogs/interpretation/staff_list.h"
+#include "dialogs/interpretation/staff_names.h"
 #include "dialogs/resources/interpretation_ids.h"
 #include "dialogs/resources/picture_ids.h"
+#include "dialogs/statements/interp_report.h"
 #include "lib/modules/version_info.h"
 #include "lib/windows/common_controls.h"
 #include "lib/windows/device_context.h"
@@ -67,10 +67,7 @@ void AddNames(const StaffList<Record>& staff, ComboBox& names) {
 
 InterpretationDialog::InterpretationDialog(const DialogLibrary& library, Window* parent, TestRecord* test,
                                            const void* hostOptions, SystemServices* services)
-    : Dialog(library, parent, library.HelpFile(), services),
-      library_(library),
-      test_(test),
-      hostOptions_(hostOptions) {
+    : Dialog(library, parent, nullptr, services), library_(library), test_(test), hostOptions_(hostOptions) {
     if (test_ == nullptr) {
         Reports().LOGMEMORYERROR(kInterpSource, kNoRecordLine);
         return;
@@ -153,30 +150,28 @@ void InterpretationDialog::ShowOriginal() {
     }
 }
 
-void InterpretationDialog::ShowReview() {
-    DateTime time;  // now
-    if (test_->IsOverread() || test_->IsConfirmed()) {
-        originalTime_->Hide();
-        review_.taken->Check();
-        review_.taken->Enable(false);  // a stage that was reached is not given up
-        review_.names->SetText(test_->OverreadBy());
-        time = test_->OverreadTime();
-    } else {
-        review_.taken->Uncheck();
+void InterpretationDialog::Stage::Show(bool isTaken, const char* name, const DateTime& reached) {
+    wasTaken = isTaken;
+    taken->SetChecked(isTaken);
+    if (isTaken) {
+        names->SetText(name);
     }
-    review_.time->Show(time);
+    time->Show(isTaken ? reached : DateTime());  // now
+}
+
+void InterpretationDialog::ShowReview() {
+    const bool reviewed = test_->IsOverread() || test_->IsConfirmed();
+    if (reviewed) {
+        originalTime_->Hide();
+        review_.taken->Enable(false);  // a stage that was reached is not given up
+    }
+    review_.Show(reviewed, test_->OverreadBy(), test_->OverreadTime());
+    review_.names->SendMsg(CB_LIMITTEXT, sizeof test_->overreadBy - 1);
 }
 
 void InterpretationDialog::ShowConfirmation() {
-    DateTime time;  // now
-    if (test_->IsConfirmed()) {
-        confirmation_.taken->Check();
-        confirmation_.names->SetText(test_->ConfirmedBy());
-        time = test_->ConfirmedTime();
-    } else {
-        confirmation_.taken->Uncheck();
-    }
-    confirmation_.time->Show(time);
+    confirmation_.Show(test_->IsConfirmed(), test_->ConfirmedBy(), test_->ConfirmedTime());
+    confirmation_.names->SendMsg(CB_LIMITTEXT, sizeof test_->confirmedBy - 1);
 }
 
 // The suite can name itself as the source of the automatic interpretation.
@@ -202,14 +197,23 @@ void InterpretationDialog::ShowIcons() {
         {insertAutomatic_, IDI_BUTTON_INSERT_AUTOMATIC},
         {dictionary_, IDI_BUTTON_DICTIONARY},
     };
+    toolTips_.emplace(Module(), *this);
     for (const auto& row : rows) {
+        toolTips_->Add(*row.button);
         row.button->SetIcon(UniqueIcon(static_cast<HICON>(
             Library()->instance.LoadImageById(row.icon, IMAGE_ICON, kIconSide, kIconSide, LR_DEFAULTCOLOR))));
     }
 }
 
+bool InterpretationDialog::GetToolTipText(UINT_PTR controlId, HINSTANCE& module, const char*& text) {
+    module = Module();
+    text = MAKEINTRESOURCEA(GetDlgCtrlID(reinterpret_cast<HWND>(controlId)));
+    return true;
+}
+
 void InterpretationDialog::Release() {
     filled_ = false;
+    toolTips_.reset();
     for (Stage* stage : {&review_, &confirmation_}) {
         ReleaseSubclassed(stage->taken);
         ReleaseSubclassed(stage->names);

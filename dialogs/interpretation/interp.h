@@ -19,6 +19,7 @@
 #include "lib/windows/dialog.h"
 #include "lib/windows/edit_box.h"
 #include "lib/windows/static_label.h"
+#include "lib/windows/tool_tips.h"
 
 namespace kx {
 
@@ -43,6 +44,8 @@ class InterpretationDialog final : public Dialog {
     bool OnCancel() override;
     // Saves once more, then deletes the wrappers and this object.
     void OnDestroy() override;
+    // Of the icon buttons.
+    bool GetToolTipText(UINT_PTR controlId, HINSTANCE& module, const char*& text) override;
 
     // Each puts a text in the place of the statement's selection (see StatementCompletion::ReplaceSelection)
     // and the focus back into the statement.
@@ -56,11 +59,14 @@ class InterpretationDialog final : public Dialog {
 
     // A stage of the report that the pane can take: its box, who and when.
     struct Stage {
+        bool wasTaken = false;
         CheckBox* taken = nullptr;  // deleted by their controls (see subclassed_control.h)
         ComboBox* names = nullptr;
         std::optional<StagePickers> time;
 
         bool IsComplete() const;
+        // Shows the stage as the record has it.
+        void Show(bool isTaken, const char* name, const DateTime& time);
         bool IsNameChange(WPARAM wParam) const;
     };
 
@@ -87,6 +93,10 @@ class InterpretationDialog final : public Dialog {
     // The name of a stage as its combo box shows it. picked: in its CBN_SELCHANGE, when the edit field still
     // holds the name before.
     void ReadName(const ComboBox& names, bool picked, char (&name)[kNameSize]) const;
+    // A record holds less of a name than a list may offer.
+    void ShowStoredNames();
+    // Whether the user has changed anything since the pane was filled.
+    bool IsEdited() const;
     // Takes the stage and saves.
     void OnStageChanged(const Stage& stage, WPARAM wParam);
     // Writes the statement and the stages that are taken into the record and tells the parent window. The
@@ -110,10 +120,12 @@ class InterpretationDialog final : public Dialog {
     CheckBox* insertAutomatic_ = nullptr;
     std::unique_ptr<EditBox> automatic_;
     std::optional<StaticLabel> source_;
+    std::optional<ToolTips> toolTips_;
     std::optional<PaneLayout> layout_;
 
     // What the controls say counts as the user's once the pane is filled.
     bool filled_ = false;
+    bool edited_ = false;
     // On the way from the edit into the record.
     char statementBuffer_[kStatementSize] = {};
 };

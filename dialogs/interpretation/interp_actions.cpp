@@ -1,4 +1,5 @@
 // The interpretation pane: what the user does, and how it gets into the record.
+#include <cstring>
 #include <string>
 
 #include "dialogs/dictionary/user_dictionary.h"
@@ -11,6 +12,7 @@ namespace {
 
 constexpr WPARAM kFocusStatement = 100;  // of a WM_USER that the pane posts to itself
 constexpr WPARAM kChangeNotice = 1024;   // both parameters of the WM_USER to the parent
+constexpr UINT kNamePicked = WM_APP;     // posted to itself
 
 }  // namespace
 
@@ -33,6 +35,9 @@ INT_PTR InterpretationDialog::DialogProc(UINT message, WPARAM wParam, LPARAM lPa
                 return TRUE;
             }
             break;
+        case kNamePicked:
+            ShowStoredNames();
+            return TRUE;
         case WM_CLOSE:
             // An edit of several lines sends it for Esc; the default procedure would make a Cancel of it,
             // and the user's report would be out of sight.
@@ -71,6 +76,10 @@ INT_PTR InterpretationDialog::OnDialogCommand(WPARAM wParam) {
 bool InterpretationDialog::OnDialogNotify(UINT_PTR id, NMHDR* header, LRESULT& result) {
     if (!filled_ || header == nullptr) {
         return false;
+    }
+    if (header->code == static_cast<UINT>(TTN_NEEDTEXTA)) {
+        OnNotify(id, header);
+        return true;
     }
     if (tree_->Notify(static_cast<std::uint32_t>(id), header, result)) {
         return true;
@@ -112,6 +121,7 @@ bool InterpretationDialog::OnCancel() {
 }
 
 void InterpretationDialog::OnStatementChanged() {
+    edited_ = true;
     review_.taken->Check();
     // A choice made by this change has been saved already, and the parent may have ended the pane for it.
     const HWND window = Handle();
@@ -122,8 +132,13 @@ void InterpretationDialog::OnStatementChanged() {
 }
 
 void InterpretationDialog::OnStageChanged(const Stage& stage, WPARAM wParam) {
+    edited_ = true;
     stage.taken->Check();
-    Save(stage.names->IsSelChange(wParam) ? &stage : nullptr);
+    const bool picked = stage.names->IsSelChange(wParam);
+    if (picked) {
+        PostMsg(kNamePicked);  // once the edit field holds the name
+    }
+    Save(picked ? &stage : nullptr);
 }
 
 void InterpretationDialog::InsertLibraryEntry() {
@@ -150,10 +165,13 @@ void InterpretationDialog::EditDictionary() {
     const bool written = EditUserDictionary(library_, this, test_->TestType());
     // The dialog has dispatched the host's messages, which may have destroyed the pane and with it this
     // object.
-    if (written && FromHandle(pane) == this) {
-        tree_->Rebuild(test_->TestType());
-        completion_->Reload();
+    if (FromHandle(pane) != this) {
+        return;
     }
+    if (written) {
+        tree_->Rebuild(test_->TestType());
+    }
+    PostUser(kFocusStatement, 0);
 }
 
 void InterpretationDialog::ReadName(const ComboBox& names, bool picked, char (&name)[kNameSize]) const {
@@ -163,23 +181,43 @@ void InterpretationDialog::ReadName(const ComboBox& names, bool picked, char (&n
     }
 }
 
+void InterpretationDialog::ShowStoredNames() {
+    const struct {
+        const Stage& stage;
+        const char* stored;
+    } rows[] = {{review_, test_->OverreadBy()}, {confirmation_, test_->ConfirmedBy()}};
+    char name[kNameSize];
+    for (const auto& row : rows) {
+        ReadName(*row.stage.names, false, name);
+        if (row.stage.taken->IsChecked() && std::strcmp(name, row.stored) != 0) {
+            row.stage.names->SetText(row.stored);
+        }
+    }
+}
+
+bool InterpretationDialog::IsEdited() const {
+    const auto isAsShown = [](const Stage& stage) { return stage.taken->IsChecked() == stage.wasTaken; };
+    return edited_ || !isAsShown(review_) || !isAsShown(confirmation_);
+}
+
 void InterpretationDialog::Save(const Stage* picked) {
     if (!filled_) {
         return;
     }
     statement_->GetText(statementBuffer_, sizeof statementBuffer_);
     char name[kNameSize];
+    const bool edited = IsEdited();
     const bool confirmed = confirmation_.taken->IsChecked();
     if (review_.taken->IsChecked()) {
         if (!confirmed) {
-            const DateTime time = review_.time->Value();
+            const DateTime time = review_.time->Value(edited);
             test_->SetOverreadInterpretation(&time, statementBuffer_);
         }
         ReadName(*review_.names, picked == &review_, name);
         test_->SetOverreadBy(name);
     }
     if (confirmed) {
-        const DateTime time = confirmation_.time->Value();
+        const DateTime time = confirmation_.time->Value(edited);
         test_->SetConfirmedInterpretation(&time, statementBuffer_);
         ReadName(*confirmation_.names, picked == &confirmation_, name);
         test_->SetConfirmedBy(name);

@@ -3,6 +3,14 @@
 #include <cstring>
 
 namespace kx {
+namespace {
+
+bool IsSameSecond(const DateTime& a, const DateTime& b) {
+    return a.Year() == b.Year() && a.Month() == b.Month() && a.Day() == b.Day() && a.Hour() == b.Hour() &&
+           a.Minute() == b.Minute() && a.Second() == b.Second();
+}
+
+}  // namespace
 
 StagePickers::StagePickers(Window* dialog, std::uint32_t dateId, std::uint32_t timeId)
     : date_(dialog, dateId), time_(dialog, timeId) {}
@@ -17,11 +25,13 @@ void StagePickers::Show(const DateTime& time) {
     time_.SetDateTime(&time);
     given_ = time;
     shown_ = Picked();
+    isShown_ = IsSameSecond(given_, shown_);
 }
 
-DateTime StagePickers::Value() const {
+DateTime StagePickers::Value(bool edited) const {
     const DateTime picked = Picked();
-    return std::memcmp(&picked, &shown_, sizeof picked) == 0 ? given_ : picked;
+    const bool isAsShown = std::memcmp(&picked, &shown_, sizeof picked) == 0;
+    return isAsShown && (isShown_ || !edited) ? given_ : picked;
 }
 
 bool StagePickers::IsChange(std::uint32_t id, const NMHDR* header) const {

@@ -19,9 +19,10 @@ class StagePickers {
     void Hide();
     void Show(const DateTime& time);
     // The date of the one with the time of day of the other. As long as the pickers stand as Show left them
-    // it is the time that was shown: a picker knows no hundredths and not every time stamp is a calendar
-    // date, and a report that nobody touched keeps its time.
-    DateTime Value() const;
+    // it is the time that was shown: a picker knows no hundredths, and a report that nobody touched keeps its
+    // time. A time that is no date cannot be shown; in a report that was edited what the pickers show in its
+    // place is the time.
+    DateTime Value(bool edited) const;
     // Whether a WM_NOTIFY says that one of the two was changed.
     bool IsChange(std::uint32_t id, const NMHDR* header) const;
 
@@ -31,6 +32,7 @@ class StagePickers {
     DateTimePicker date_;
     DateTimePicker time_;
     DateTime given_ = DateTime::None();
+    bool isShown_ = false;               // the pickers could show it
     DateTime shown_ = DateTime::None();  // what the pickers made of it
 };
 

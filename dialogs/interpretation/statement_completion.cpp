@@ -14,8 +14,6 @@
 namespace kx {
 namespace {
 
-constexpr UINT_PTR kEditWatch = 2;
-
 // As much of a text as is looked at, with its terminator. A completion that would make the text longer than
 // that is left out, the text stays as it is and the popup closes: nothing that the user wrote is cut off.
 constexpr int kLookedAt = 1024;
@@ -49,10 +47,25 @@ bool IsEditingCommand(UINT message, WPARAM wParam) {
     }
 }
 
-// Whether an edit still has the object whose messages it passes on.
-bool IsWatched(HWND edit, SUBCLASSPROC watch) {
-    DWORD_PTR object = 0;
-    return GetWindowSubclass(edit, watch, kEditWatch, &object) != FALSE;
+// What may scroll an edit, or end its being seen, besides what the user types.
+bool IsScrolling(UINT message) {
+    switch (message) {
+        case WM_VSCROLL:
+        case WM_HSCROLL:
+        case WM_MOUSEWHEEL:
+        case EM_SCROLL:
+        case EM_LINESCROLL:
+        case EM_SCROLLCARET:
+        case WM_WINDOWPOSCHANGED:
+        case WM_SETFONT:
+            return true;
+        default:
+            return false;
+    }
+}
+
+bool AreSame(POINT a, POINT b) {
+    return a.x == b.x && a.y == b.y;
 }
 
 }  // namespace
@@ -60,11 +73,18 @@ bool IsWatched(HWND edit, SUBCLASSPROC watch) {
 StatementCompletion::StatementCompletion(const DialogLibrary& library, Window* dialog, EditBox& edit,
                                          std::uint32_t testType, Source source, Reporter& log)
     : library_(library), dialog_(dialog), edit_(edit), testType_(testType), source_(source), log_(log) {
-    SetWindowSubclass(edit_.Handle(), EditProc, kEditWatch, reinterpret_cast<DWORD_PTR>(this));
+    SetWindowSubclass(edit_.Handle(), WatchProc, reinterpret_cast<UINT_PTR>(this),
+                      reinterpret_cast<DWORD_PTR>(this));
 }
 
 StatementCompletion::~StatementCompletion() {
-    RemoveWindowSubclass(edit_.Handle(), EditProc, kEditWatch);
+    UnwatchSurroundings();
+    RemoveWindowSubclass(edit_.Handle(), WatchProc, reinterpret_cast<UINT_PTR>(this));
+}
+
+bool StatementCompletion::IsWatched(HWND window, const StatementCompletion* completion) {
+    DWORD_PTR object = 0;
+    return GetWindowSubclass(window, WatchProc, reinterpret_cast<UINT_PTR>(completion), &object) != FALSE;
 }
 
 void StatementCompletion::OnTextChanged() {
@@ -106,10 +126,12 @@ void StatementCompletion::Begin(std::string_view textToCaret) {
 
 void StatementCompletion::Continue(std::string_view textToCaret) {
     if (textToCaret.back() == '\n') {
-        InsertChosen(textToCaret.ends_with("\r\n") ? "\r\n" : "\n");
+        Insert(popup_->SelectedText(), textToCaret.ends_with("\r\n") ? "\r\n" : "\n");
         return;
     }
-    if (!popup_->Extend(textToCaret.size() - 1, textToCaret.back())) {
+    if (popup_->Extend(textToCaret.size() - 1, textToCaret.back())) {
+        Follow();
+    } else {
         Close();
     }
     if (!edit_.HasFocus()) {
@@ -122,14 +144,48 @@ void StatementCompletion::Place() {
     if (!edit_.HasFocus() || GetCaretPos(&caret) == FALSE) {
         caret = edit_.PositionOfChar(edit_.GetSelection().start - 1);
     }
+    const POINT word = edit_.PositionOfChar(static_cast<int>(popup_->PrefixStart()));
+    caretFromWord_ = {caret.x - word.x, caret.y - word.y};
+    word_ = WordOnScreen();
+    ShowBelow(word_);
+    WatchSurroundings();
+}
+
+void StatementCompletion::Follow() {
+    if (!IsOpen()) {
+        return;
+    }
+    if (!IsWordInSight()) {
+        Close();
+        return;
+    }
+    if (const POINT word = WordOnScreen(); !AreSame(word, word_)) {
+        word_ = word;
+        ShowBelow(word);
+    }
+}
+
+POINT StatementCompletion::WordOnScreen() const {
     RECT edit{};
     edit_.GetWindowRect(edit);
+    const POINT word = edit_.PositionOfChar(static_cast<int>(popup_->PrefixStart()));
+    return {edit.left + word.x, edit.top + word.y};
+}
+
+bool StatementCompletion::IsWordInSight() const {
+    RECT client{};
+    edit_.GetClientRect(client);
+    const POINT word = edit_.PositionOfChar(static_cast<int>(popup_->PrefixStart()));
+    return IsWindowVisible(edit_.Handle()) != FALSE && 0 <= word.y && word.y < client.bottom;
+}
+
+void StatementCompletion::ShowBelow(POINT word) {
     const WindowContext screen(nullptr);
     const auto scaled = [dpi = screen.PixelsPerInchX()](int pixels) { return MulDiv(pixels, dpi, 96); };
     const int width = scaled(kPopupWidth);
     const int height = scaled(kPopupHeight);
-    const LONG line = edit.top + caret.y;
-    RECT area{edit.left + caret.x - scaled(kLeftOfCaret), line + scaled(kBelowCaret), 0, 0};
+    const LONG line = word.y + caretFromWord_.y;
+    RECT area{word.x + caretFromWord_.x - scaled(kLeftOfCaret), line + scaled(kBelowCaret), 0, 0};
 
     // Where the screen ends before the popup does, it stands above the line, and further left.
     MONITORINFO monitor{};
@@ -146,19 +202,44 @@ void StatementCompletion::Place() {
     popup_->ShowAt(area, edit_.GetFont());
 }
 
+// None of these windows is told when one around it moves or is hidden.
+void StatementCompletion::WatchSurroundings() {
+    UnwatchSurroundings();
+    for (HWND window = GetAncestor(edit_.Handle(), GA_PARENT);
+         window != nullptr && window != GetDesktopWindow(); window = GetAncestor(window, GA_PARENT)) {
+        surroundings_.push_back(window);
+        SetWindowSubclass(window, WatchProc, reinterpret_cast<UINT_PTR>(this),
+                          reinterpret_cast<DWORD_PTR>(this));
+    }
+}
+
+void StatementCompletion::UnwatchSurroundings() {
+    for (const HWND window : surroundings_) {
+        RemoveWindowSubclass(window, WatchProc, reinterpret_cast<UINT_PTR>(this));
+    }
+    surroundings_.clear();
+}
+
 bool StatementCompletion::OnDialogCommand(WPARAM wParam) {
     if (wParam != MAKEWPARAM(CompletionPopup::kControlId, CompletionPopup::kChosen)) {
         return false;
     }
-    // The popup may have been closed since it posted the message.
-    if (IsOpen()) {
-        InsertChosen({});
+    // The user may have gone on since the popup posted the message: its choice is none then.
+    if (popup_ != nullptr) {
+        if (std::string chosen = popup_->ChosenText(); !chosen.empty()) {
+            Insert(std::move(chosen), {});
+        }
     }
     return true;
 }
 
-void StatementCompletion::InsertChosen(std::string_view lineBreak) {
-    const std::string chosen = popup_->ChosenText();
+std::size_t StatementCompletion::RoomInPlaceOf(std::size_t length) const {
+    const auto kept = static_cast<std::size_t>(edit_.GetTextLength()) - length;
+    const auto limit = static_cast<std::size_t>(edit_.SendMsg(EM_GETLIMITTEXT));
+    return limit > kept ? limit - kept : 0;
+}
+
+void StatementCompletion::Insert(std::string chosen, std::string_view lineBreak) {
     const std::string prefix(popup_->Prefix());
     const std::size_t start = popup_->PrefixStart();
     const std::size_t length = prefix.size() + lineBreak.size();
@@ -176,6 +257,9 @@ void StatementCompletion::InsertChosen(std::string_view lineBreak) {
     if (replaced != prefix) {
         return;
     }
+    if (source_ == Source::kPhysicians) {
+        chosen.resize(std::min(chosen.size(), RoomInPlaceOf(length)));
+    }
     if (edit_.GetTextLength() >= kLookedAt ||
         InsertCompletion(text, sizeof text, start, length, chosen) == kNoInsertion) {
         MessageBeep(MB_ICONWARNING);
@@ -188,15 +272,14 @@ void StatementCompletion::InsertChosen(std::string_view lineBreak) {
 
 void StatementCompletion::ReplaceSelection(const char* text) {
     const TextSelection selection = edit_.GetSelection();
-    const int kept = edit_.GetTextLength() - (selection.end - selection.start);
-    if (kept + static_cast<int>(std::strlen(text)) > edit_.SendMsg(EM_GETLIMITTEXT)) {
+    if (std::strlen(text) > RoomInPlaceOf(static_cast<std::size_t>(selection.end - selection.start))) {
         MessageBeep(MB_ICONWARNING);
         return;
     }
     const HWND edit = edit_.Handle();
     ++paused_;
     SendMessageA(edit, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(text));
-    if (IsWatched(edit, EditProc)) {
+    if (IsWatched(edit, this)) {
         --paused_;
     }
 }
@@ -205,6 +288,7 @@ void StatementCompletion::Close() {
     if (popup_ != nullptr) {
         popup_->Close();
     }
+    UnwatchSurroundings();
     Tell();
 }
 
@@ -213,11 +297,6 @@ void StatementCompletion::SetEnabled(bool enabled) {
     if (!enabled) {
         Close();
     }
-}
-
-void StatementCompletion::Reload() {
-    Close();
-    popup_.reset();
 }
 
 void StatementCompletion::Tell() {
@@ -229,23 +308,33 @@ void StatementCompletion::Tell() {
     }
 }
 
-LRESULT CALLBACK StatementCompletion::EditProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
-                                               UINT_PTR, DWORD_PTR object) noexcept {
+LRESULT CALLBACK StatementCompletion::WatchProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                                                UINT_PTR id, DWORD_PTR object) noexcept {
     auto* const completion = reinterpret_cast<StatementCompletion*>(object);
     if (message == WM_NCDESTROY) {
-        RemoveWindowSubclass(window, EditProc, kEditWatch);
+        RemoveWindowSubclass(window, WatchProc, id);
         return DefSubclassProc(window, message, wParam, lParam);
     }
     Reporter& log = completion->log_;
     try {
-        return completion->Watch(window, message, wParam, lParam);
+        return window == completion->edit_.Handle()
+                   ? completion->OnEditMessage(window, message, wParam, lParam)
+                   : completion->OnSurroundingMessage(window, message, wParam, lParam);
     } catch (...) {
         log.LOGEXCEPTION("StatementCompletion");
         return 0;
     }
 }
 
-LRESULT StatementCompletion::Watch(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+LRESULT StatementCompletion::OnSurroundingMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
+    if ((message == WM_WINDOWPOSCHANGED || message == WM_SHOWWINDOW) && IsWatched(window, this)) {
+        Follow();
+    }
+    return result;
+}
+
+LRESULT StatementCompletion::OnEditMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (TakesKey(message, wParam)) {
         return 0;
     }
@@ -257,7 +346,7 @@ LRESULT StatementCompletion::Watch(HWND window, UINT message, WPARAM wParam, LPA
         // may be a whole report.
         return result & ~LRESULT{DLGC_HASSETSEL};
     }
-    if (IsWatched(window, EditProc)) {
+    if (IsWatched(window, this)) {
         paused_ -= pause;
         AfterMessage(message, wParam);
     }
@@ -272,7 +361,7 @@ bool StatementCompletion::TakesKey(UINT message, WPARAM wParam) {
         if (wParam != '\r') {
             return false;
         }
-        InsertChosen({});
+        Insert(popup_->SelectedText(), {});
         return true;
     }
     switch (wParam) {
@@ -304,6 +393,9 @@ void StatementCompletion::AfterMessage(UINT message, WPARAM wParam) {
             }
             break;
         default:
+            if (IsScrolling(message)) {
+                Follow();
+            }
             break;
     }
 }

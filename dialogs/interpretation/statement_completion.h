@@ -7,8 +7,10 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "dialogs/interpretation/completion_popup.h"
 #include "lib/reporter.h"
@@ -18,7 +20,9 @@ namespace kx {
 
 // Serves one edit of a dialog, which tells it of the edit's changes and passes on its commands. It watches
 // the edit's keys as well: with the popup open, the up and down keys move in its list, Enter chooses and Esc
-// closes it; it closes by itself when the caret leaves the typed text or the edit loses the focus.
+// closes it; it closes by itself when the caret leaves the typed text, or the edit loses the focus or is out
+// of sight. It stays below the word that it completes when the edit scrolls and when a window around it
+// moves.
 //
 // Only typing starts a completion: a text that was pasted, taken back by Undo or inserted by the program is
 // what it is meant to be. (Else the Undo of a typed code would complete the code again.)
@@ -29,8 +33,8 @@ class StatementCompletion {
   public:
     enum class Source { kStatements, kPhysicians };
 
-    // All outlive the object. The dialog gets the popup's messages; the entries are read when the first one
-    // is needed.
+    // All outlive the object. The dialog gets the popup's messages. A physician's name that is longer than
+    // the edit holds is inserted as far as it does, so that the user sees what is kept of it.
     StatementCompletion(const DialogLibrary& library, Window* dialog, EditBox& edit, std::uint32_t testType,
                         Source source, Reporter& log);
     ~StatementCompletion();
@@ -46,8 +50,6 @@ class StatementCompletion {
     void Close();
     // While disabled nothing is proposed.
     void SetEnabled(bool enabled);
-    // Reads the entries anew when they are next needed, because their file has changed.
-    void Reload();
     // Called with true when the popup opens and with false when it closes.
     void SetOpenListener(std::function<void(bool)> listener) { listener_ = std::move(listener); }
 
@@ -57,17 +59,33 @@ class StatementCompletion {
     void ReplaceSelection(const char* text);
 
   private:
-    static LRESULT CALLBACK EditProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
-                                     DWORD_PTR completion) noexcept;
+    static LRESULT CALLBACK WatchProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
+                                      DWORD_PTR completion) noexcept;
+    // Whether a window still has the object whose messages it passes on: without it the object may be gone.
+    static bool IsWatched(HWND window, const StatementCompletion* completion);
 
     void Begin(std::string_view textToCaret);
     void Continue(std::string_view textToCaret);
-    void Place();
-    // Puts the chosen text in the place of the typed one, together with the line break that the choice may
+    // Puts a chosen text in the place of the typed one, together with the line break that the choice may
     // have put into the text.
-    void InsertChosen(std::string_view lineBreak);
-    // A message of the edit, and what it means here.
-    LRESULT Watch(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    void Insert(std::string chosen, std::string_view lineBreak);
+    // How much of a text the edit takes in the place of so many characters.
+    std::size_t RoomInPlaceOf(std::size_t length) const;
+
+    // Shows the popup below the caret.
+    void Place();
+    // Places it anew, or closes it, after its word has moved.
+    void Follow();
+    // Where the word begins, on the screen as far as the popup's place is concerned.
+    POINT WordOnScreen() const;
+    bool IsWordInSight() const;
+    void ShowBelow(POINT word);
+    void WatchSurroundings();
+    void UnwatchSurroundings();
+
+    // A message of the edit or of a window around it, and what it means here.
+    LRESULT OnEditMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT OnSurroundingMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     bool TakesKey(UINT message, WPARAM wParam);
     void AfterMessage(UINT message, WPARAM wParam);
     bool IsCaretInPrefix() const;
@@ -80,6 +98,9 @@ class StatementCompletion {
     Source source_;
     Reporter& log_;
     std::unique_ptr<CompletionPopup> popup_;  // null until it is needed
+    POINT word_{};                            // where the word of the popup began when that was placed
+    POINT caretFromWord_{};                   // and the caret, from there
+    std::vector<HWND> surroundings_;          // the windows around the edit, watched while the popup is shown
     std::function<void(bool)> listener_;
     bool told_ = false;
     bool enabled_ = true;

@@ -4,7 +4,7 @@
 #include <cstring>
 #include <new>
 
-#include "dialogs/interpretation/interp_report.h"
+#include "dialogs/statements/interp_report.h"
 #include "dialogs/statements/statement_insertion.h"
 
 namespace kx {
@@ -77,6 +77,7 @@ StatementEditor::StatementEditor(const DialogLibrary& library, Window* parent, T
     : Dialog(library, parent, nullptr, services),
       library_(library),
       test_(test),
+      host_(ParentHandle()),
       area_{Clamped(area.left), Clamped(area.top), Clamped(area.right), Clamped(area.bottom)},
       mode_(mode) {
     // One could not leave an editor that one does not see.
@@ -110,7 +111,7 @@ void StatementEditor::TakeArea() {
     const auto style = static_cast<DWORD>(GetWindowLongPtrA(Handle(), GWL_STYLE));
     SetStyles((style & ~kFrameStyles) | WS_POPUP, 0);
     RECT parent{};
-    ::GetWindowRect(ParentHandle(), &parent);
+    ::GetWindowRect(host_, &parent);
     SetWindowPos(Handle(), nullptr, static_cast<int>(parent.left + area_.left),
                  static_cast<int>(parent.top + area_.top), Width(), Height(),
                  SWP_NOZORDER | SWP_FRAMECHANGED);
@@ -187,6 +188,9 @@ void StatementEditor::Release() {
 }
 
 void StatementEditor::OnDestroy() {
+    // Nobody could end the modal loop once the object is detached, if somebody has sent this to a window that
+    // stays.
+    EndCancel();
     Release();
     Dialog::OnDestroy();
 }
@@ -234,6 +238,11 @@ bool StatementEditor::OnDialogNotify(UINT_PTR id, NMHDR* header, LRESULT& result
 }
 
 void StatementEditor::OnTimer(UINT_PTR) {
+    // A child window of the host does not take the windows that it owns along: its frame is their owner.
+    if (IsWindow(host_) == FALSE) {
+        OnCancel();
+        return;
+    }
     tick_ = tick_ % kTicks + 1;
     Blink(*ok_, tick_, kOkTick);
     Blink(*cancel_, tick_, kCancelTick);

@@ -28,7 +28,8 @@ class StatementEditor final : public Dialog {
     StatementEditor(const DialogLibrary& library, Window* parent, TestRecord* test, const KxRect& area,
                     Mode mode, SystemServices* services);
 
-    // True: the user ended it with OK, and what was changed is in the record.
+    // True: the user ended it with OK, and what was changed is in the record. False also when the parent's
+    // window was destroyed.
     bool Run();
 
     INT_PTR DialogProc(UINT message, WPARAM wParam, LPARAM lParam) override;
@@ -68,6 +69,7 @@ class StatementEditor final : public Dialog {
 
     const DialogLibrary& library_;
     TestRecord* test_;
+    HWND host_;  // the parent's window; the parent's object may be gone before the editor
     RECT area_;
     Mode mode_;
 

@@ -1,3 +1,6 @@
+#include <windows.h>
+
+#include "dialogs/statements/interp_report.h"
 #include "dialogs/statements/statement_files.h"
 #include "dialogs/statements/statement_reader.h"
 #include "dialogs/statements/statement_writer.h"
@@ -7,10 +10,36 @@
 namespace kx {
 namespace {
 
-constexpr char kSource[] = "interp";
+static_assert(kPathSize == MAX_PATH);
 constexpr std::uint32_t kNoWriteLine = 337;
 
+std::uint64_t Joined(DWORD high, DWORD low) {
+    return std::uint64_t{high} << 32 | low;
+}
+
 }  // namespace
+
+bool PathBesideLibrary(HINSTANCE__* module, const char* fileName, std::uint32_t line, Reporter& log,
+                       char (&path)[kPathSize]) {
+    char modulePath[MAX_PATH] = {};
+    // The last byte stays 0 where the system cuts a path without terminating it.
+    GetModuleFileNameA(module, modulePath, sizeof modulePath - 1);
+    if (StatementFilePath(modulePath, fileName, path, sizeof path)) {
+        return true;
+    }
+    log.LOGOEMERROR(kInterpSource, line, modulePath);
+    return false;
+}
+
+FileStamp StampOf(const char* path) {
+    WIN32_FILE_ATTRIBUTE_DATA found{};
+    if (GetFileAttributesExA(path, GetFileExInfoStandard, &found) == FALSE) {
+        return {};
+    }
+    return {Joined(found.ftCreationTime.dwHighDateTime, found.ftCreationTime.dwLowDateTime),
+            Joined(found.ftLastWriteTime.dwHighDateTime, found.ftLastWriteTime.dwLowDateTime),
+            Joined(found.nFileSizeHigh, found.nFileSizeLow)};
+}
 
 bool ReadStatementFile(const char* path, StatementLibrary& library, Reporter* log) {
     DataFile file;
@@ -26,7 +55,7 @@ bool WriteStatementFile(const char* path, const StatementLibrary& library, Repor
         return true;
     }
     if (log != nullptr) {
-        log->LOGOEMERROR(kSource, kNoWriteLine, "no write");
+        log->LOGOEMERROR(kInterpSource, kNoWriteLine, "no write");
     }
     return false;
 }

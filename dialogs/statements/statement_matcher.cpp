@@ -5,11 +5,11 @@
 
 #include "dialogs/statements/case_fold.h"
 #include "dialogs/statements/fixed_text.h"
+#include "dialogs/statements/interp_report.h"
 
 namespace kx {
 namespace {
 
-constexpr char kSource[] = "interp";
 constexpr std::uint32_t kStringLimitLine = 1086;
 constexpr std::size_t kTextKeyBytes = sizeof(std::uint64_t);
 constexpr std::size_t kLongestCode = sizeof(CompletionEntry::code) - 1;
@@ -69,7 +69,7 @@ void StatementMatcher::AddStatements(const StatementLibrary& library, Reporter* 
             const std::string_view code = library.Code(section, entry);
             if (!IsHidden(text) && !Add(text, IsHidden(code) ? std::string_view() : code)) {
                 if (log != nullptr) {
-                    log->LOGOEMERROR(kSource, kStringLimitLine, "string limit 1024");
+                    log->LOGOEMERROR(kInterpSource, kStringLimitLine, "string limit 1024");
                 }
                 return;
             }

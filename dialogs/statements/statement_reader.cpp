@@ -3,10 +3,11 @@
 #include <algorithm>
 #include <cstring>
 
+#include "dialogs/statements/interp_report.h"
+
 namespace kx {
 namespace {
 
-constexpr char kSource[] = "interp";
 constexpr std::uint32_t kNoReadLine = 299;
 
 constexpr std::size_t kNone = std::string_view::npos;
@@ -111,7 +112,7 @@ bool StatementReader::Load(ByteSource& file) {
     SetContent({});
     if (!file.LoadAll(nullptr)) {
         if (Log() != nullptr) {
-            Log()->LOGOEMERROR(kSource, kNoReadLine, "no read");
+            Log()->LOGOEMERROR(kInterpSource, kNoReadLine, "no read");
         }
         return false;
     }

@@ -1,5 +1,6 @@
 #include "dialogs/statements/statement_writer.h"
 
+#include <span>
 #include <string>
 
 #include "lib/html_document.h"
@@ -34,6 +35,23 @@ void WriteStatements(const StatementLibrary& library, ByteSink& file) {
         }
     }
     HtmlDocument::CloseTag(file, "BODY");
+}
+
+std::string_view FormatMark(std::string_view text, StatementPart part) {
+    constexpr std::string_view kTitleMarks[] = {"</H1>"};
+    constexpr std::string_view kStatementMarks[] = {"^", "</P>", "<H1>"};
+    const auto first = [text](std::span<const std::string_view> marks) {
+        std::string_view found;
+        std::size_t earliest = std::string_view::npos;
+        for (const std::string_view mark : marks) {
+            if (const std::size_t at = text.find(mark); at < earliest) {
+                earliest = at;
+                found = mark;
+            }
+        }
+        return found;
+    };
+    return part == StatementPart::kTitle ? first(kTitleMarks) : first(kStatementMarks);
 }
 
 }  // namespace kx

@@ -20,8 +20,7 @@ struct PhysicianRecord {
     char lastName[32];
     char firstName[32];
     char initial[4];
-    char title[32];
-    std::uint8_t reserved120[548];
+    char title[580];  // what the suite keeps behind a short one stands behind its terminator
 };
 
 static_assert(sizeof(TechnicianRecord) == 88);

@@ -147,6 +147,7 @@ INT_PTR Dialog::RunModalLogged(std::uint32_t templateId, Dialog* object, std::ui
 }
 
 bool Dialog::End(INT_PTR result) {
+    EndMenu();  // whose own message loop would hold up the dialog's
     return EndDialog(Handle(), result) != FALSE;
 }
 

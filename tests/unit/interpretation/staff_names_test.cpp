@@ -45,6 +45,8 @@ TEST(StaffNames, AppendWhatFits) {
         {"Anna", "M.", "Rossi", "", 5, "Anna", "Anna"},
         {"Anna", "M.", "Rossi", "", 4, "", ""},
         {"Anna", "M.", "Rossi", "", 1, "", ""},
+        {"Anna", "M.", "Rossi", "Direttrice della Cardiologia e Riabilitazione", 256, "Anna M. Rossi",
+         "Anna M. Rossi, Direttrice della Cardiologia e Riabilitazione"},
     };
     for (const Row& row : rows) {
         PhysicianRecord physician{};
@@ -66,8 +68,9 @@ TEST(StaffNames, AppendWhatFits) {
 TEST(StaffNames, EndWithTheirFields) {
     const auto physician = std::make_unique<PhysicianRecord>();
     std::memset(physician.get(), 'x', sizeof *physician);
-    char name[256];
-    EXPECT_EQ(DisplayName(*physician, name, sizeof name), 32u + 1 + 4 + 1 + 32 + 2 + 32);
+    char name[1024];
+    EXPECT_EQ(DisplayName(*physician, name, sizeof name), 32u + 1 + 4 + 1 + 32 + 2 + 580);
+    EXPECT_EQ(DisplayName(*physician, name, 512), 32u + 1 + 4 + 1 + 32) << "the title does not fit";
     const auto technician = std::make_unique<TechnicianRecord>();
     std::memset(technician.get(), 'x', sizeof *technician);
     EXPECT_EQ(DisplayName(*technician, name, sizeof name), 32u + 1 + 4 + 1 + 32);

@@ -24,8 +24,7 @@ TEST(StatementFiles, NamesAFileForEachTestType) {
     };
     for (const auto& row : rows) {
         EXPECT_STREQ(kx::StatementFileName(row.testType, StatementUse::kLibrary), row.pane) << row.testType;
-        EXPECT_STREQ(kx::StatementFileName(row.testType, StatementUse::kDictionary), row.dictionary)
-            << row.testType;
+        EXPECT_STREQ(kx::StatementFileName(row.testType, StatementUse::kDictionary), row.dictionary) << row.testType;
     }
 }
 
@@ -69,8 +68,7 @@ TEST(StatementInsertion, PutsTheChosenTextInPlaceOfThePrefix) {
     for (const auto& row : rows) {
         char text[16] = {};
         std::string(row.text).copy(text, 15);
-        EXPECT_EQ(kx::InsertCompletion(text, sizeof text, row.start, row.length, row.chosen), row.caret)
-            << row.chosen;
+        EXPECT_EQ(kx::InsertCompletion(text, sizeof text, row.start, row.length, row.chosen), row.caret) << row.chosen;
         EXPECT_STREQ(text, row.expected);
     }
 }

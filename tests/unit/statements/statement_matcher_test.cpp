@@ -39,8 +39,7 @@ TEST(CaseFold, KnowsTheCapitalsOfWindows1252) {
     EXPECT_TRUE(kx::BeginsWithFolded(capitals, small));
     for (int code = 0; code < 256; ++code) {
         const auto character = static_cast<char>(code);
-        if (capitals.find(character) == std::string::npos && (code < 'A' || code > 'Z') &&
-            (code < 0xC0 || code > 0xDE)) {
+        if (capitals.find(character) == std::string::npos && (code < 'A' || code > 'Z') && (code < 0xC0 || code > 0xDE)) {
             EXPECT_EQ(kx::Folded(character), code);
         }
     }
@@ -51,8 +50,7 @@ TEST(CaseFold, KnowsTheCapitalsOfWindows1252) {
 
 TEST(StatementMatcher, FindsThePrefixAtTheFirstWordThatBeginsAText) {
     StatementMatcher matcher;
-    Fill(matcher,
-         {{"Ritmo sinusale", "rs"}, {"sinusale e regolare", ""}, {"\xC8 presente", ""}, {"Onde Q", "q1"}});
+    Fill(matcher, {{"Ritmo sinusale", "rs"}, {"sinusale e regolare", ""}, {"\xC8 presente", ""}, {"Onde Q", "q1"}});
     const struct {
         const char* line;
         bool found;
@@ -87,13 +85,7 @@ TEST(StatementMatcher, FindsThePrefixAtTheFirstWordThatBeginsAText) {
 
 TEST(StatementMatcher, ListsCodesBeforeTextsAndFiveInAll) {
     StatementMatcher matcher;
-    Fill(matcher, {{"aa 1", ""},
-                   {"z 1", "aab"},
-                   {"AA 2", ""},
-                   {"aa 3", "aac"},
-                   {"aa 4", "q"},
-                   {"z 2", "AAD"},
-                   {"aa 5", ""}});
+    Fill(matcher, {{"aa 1", ""}, {"z 1", "aab"}, {"AA 2", ""}, {"aa 3", "aac"}, {"aa 4", "q"}, {"z 2", "AAD"}, {"aa 5", ""}});
     ASSERT_TRUE(matcher.Start(0, "aa"));
     EXPECT_THAT(Matches(matcher), ElementsAre("z 1", "aa 3", "z 2", "aa 1", "AA 2"));
     EXPECT_FALSE(matcher.IsExactCode());
@@ -105,8 +97,7 @@ TEST(StatementMatcher, ListsCodesBeforeTextsAndFiveInAll) {
 
 TEST(StatementMatcher, AnExactCodeStandsAlone) {
     StatementMatcher matcher;
-    Fill(matcher,
-         {{"Ritmo", "rsx"}, {"rs in V1", ""}, {"Ritmo sinusale", "Rs"}, {"second of the code", "rs"}});
+    Fill(matcher, {{"Ritmo", "rsx"}, {"rs in V1", ""}, {"Ritmo sinusale", "Rs"}, {"second of the code", "rs"}});
     ASSERT_TRUE(matcher.Start(10, "r"));
     EXPECT_FALSE(matcher.IsExactCode());
     ASSERT_TRUE(matcher.Extend(11, 'S'));

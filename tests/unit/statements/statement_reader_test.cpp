@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <random>
 #include <string>
 
 #include "dialogs/statements/statement_writer.h"
@@ -38,8 +39,7 @@ std::string Described(const StatementLibrary& library) {
             entries += " " + text + (code != "X" ? "[" + code + "]" : "");
         }
         if (library.Title(section) != "X"s || !entries.empty()) {
-            all += (all.empty() ? "" : "; ") + std::to_string(section) + " " + library.Title(section) + ":" +
-                   entries;
+            all += (all.empty() ? "" : "; ") + std::to_string(section) + " " + library.Title(section) + ":" + entries;
         }
     }
     return all;
@@ -52,8 +52,7 @@ TEST(StatementReader, ReadsTheFormatAndWhatIsLeftOfIt) {
         std::string content;
         std::string expected;
     } rows[] = {
-        {"sections, statements, codes",
-         "<BODY>\r\n\t<H1>A</H1>\r\n\t<P>uno^1</P>\r\n\t<P>due</P>\r\n\t<H1>B</H1>\r\n</BODY>",
+        {"sections, statements, codes", "<BODY>\r\n\t<H1>A</H1>\r\n\t<P>uno^1</P>\r\n\t<P>due</P>\r\n\t<H1>B</H1>\r\n</BODY>",
          "0 A: uno[1] due; 1 B:"},
         {"a small body", "<body><H1>A</H1><P>uno</P>", "0 A: uno"},
         {"the large body is the one, also behind a small one", "<body><H1>A</H1><BODY><H1>B</H1>", "0 B:"},
@@ -63,14 +62,12 @@ TEST(StatementReader, ReadsTheFormatAndWhatIsLeftOfIt) {
         {"the code ends at a further circumflex", "<BODY><H1>A</H1><P>uno^12^34</P>", "0 A: uno[12]"},
         {"a code is cut at three characters", "<BODY><H1>A</H1><P>uno^12345</P>", "0 A: uno[123]"},
         {"a statement of a code alone", "<BODY><H1>A</H1><P>^12</P><P>due</P>", "0 A: X[12] due"},
-        {"hidden by an X", "<BODY><H1>X</H1><P>uno</P><H1>B</H1><P>X</P><P>due^X</P>",
-         "0 X: uno; 1 B: X due"},
-        {"empty elements keep their place", "<BODY><H1></H1><P>uno</P><H1>B</H1><P></P><P>due</P>",
-         "0 X: uno; 1 B: X due"},
+        {"hidden by an X", "<BODY><H1>X</H1><P>uno</P><H1>B</H1><P>X</P><P>due^X</P>", "0 X: uno; 1 B: X due"},
+        {"empty elements keep their place", "<BODY><H1></H1><P>uno</P><H1>B</H1><P></P><P>due</P>", "0 X: uno; 1 B: X due"},
         {"small tags are none", "<BODY><h1>A</h1><H1>B</H1><p>uno</p><P>due</P>", "0 B: due"},
         {"a title that is not closed ends the file", "<BODY><H1>A</H1><P>uno</P><H1>B<P>due</P>", "0 A: uno"},
-        {"a statement that is closed too late does not cost the next section",
-         "<BODY><H1>A</H1><P>uno<H1>B</H1><P>due</P><P>tre</P>", "0 A: uno<H1>B</H1><P>due; 1 B: due tre"},
+        {"a statement that is closed too late does not cost the next section", "<BODY><H1>A</H1><P>uno<H1>B</H1><P>due</P><P>tre</P>",
+         "0 A: uno<H1>B</H1><P>due; 1 B: due tre"},
         {"other tags are part of the text or between", "<BODY><HR><H1>A <B>b</B></H1><BR><P>uno <I>x</I></P>",
          "0 A <B>b</B>: uno <I>x</I>"},
         {"bytes as they are, line ends in a statement too", "<BODY><H1>\xC8</H1><P>pi\xF9 &egrave;\r\n x</P>",
@@ -80,8 +77,7 @@ TEST(StatementReader, ReadsTheFormatAndWhatIsLeftOfIt) {
          "0 " + longText.substr(0, 127) + ": " + longText.substr(0, 127) + " due"},
         {"a code within the first 511 bytes", "<BODY><H1>A</H1><P>" + longText.substr(0, 509) + "^1</P>",
          "0 A: " + longText.substr(0, 127) + "[1]"},
-        {"a code behind them", "<BODY><H1>A</H1><P>" + longText.substr(0, 511) + "^1</P>",
-         "0 A: " + longText.substr(0, 127)},
+        {"a code behind them", "<BODY><H1>A</H1><P>" + longText.substr(0, 511) + "^1</P>", "0 A: " + longText.substr(0, 127)},
     };
     for (const auto& row : rows) {
         StatementLibrary library;
@@ -180,10 +176,9 @@ TEST(StatementWriter, WritesTheFileByteForByte) {
     library.SetTitle(47, "Ultima");
     MemoryFile file;
     kx::WriteStatements(library, file);
-    EXPECT_EQ(
-        file.bytes,
-        "<HEAD>\r\n<TITLE>Physician Dictionary</TITLE>\r\n</HEAD>\r\n<BODY>\r\n\t<H1>Ritmo</H1>\r\n"
-        "\t<P>Ritmo sinusale^rs</P>\r\n\t<P>Attivit\xE0 ectopica</P>\r\n\t<H1>Ultima</H1>\r\n</BODY>\r\n");
+    EXPECT_EQ(file.bytes,
+              "<HEAD>\r\n<TITLE>Physician Dictionary</TITLE>\r\n</HEAD>\r\n<BODY>\r\n\t<H1>Ritmo</H1>\r\n"
+              "\t<P>Ritmo sinusale^rs</P>\r\n\t<P>Attivit\xE0 ectopica</P>\r\n\t<H1>Ultima</H1>\r\n</BODY>\r\n");
 }
 
 TEST(StatementWriter, WhatIsWrittenReadsBack) {
@@ -202,6 +197,40 @@ TEST(StatementWriter, WhatIsWrittenReadsBack) {
     StatementLibrary again;
     Read(file.bytes, again);
     EXPECT_EQ(Described(again), Described(full));
+}
+
+// A text without a mark of the format is read back as it is, whatever else is in it, and one with a mark is not.
+TEST(StatementWriter, KnowsWhatWouldBeReadAsSomethingElse) {
+    constexpr const char* kPieces[] = {"^", "<", ">", "P", "/", "H1", "</P>", "<P>", "<H1>", "</H1>", "<BODY>", "a", " "};
+    std::mt19937 random(1);
+    const auto some = [&](std::size_t most) {
+        std::string text;
+        for (auto count = random() % (most + 1); count > 0; --count) {
+            text += kPieces[random() % std::size(kPieces)];
+        }
+        return text;
+    };
+    StatementLibrary library;
+    StatementLibrary again;
+    for (int i = 0; i < 3000; ++i) {
+        const std::string title = "t" + some(4);
+        const std::string text = "x" + some(5);
+        const std::string code = some(3).substr(0, 3);
+        library.SetTitle(0, title);
+        library.SetEntry(0, 0, text, code);
+        library.SetTitle(1, "B");
+        library.SetEntry(1, 0, "due", "2");
+        MemoryFile file;
+        kx::WriteStatements(library, file);
+        Read(file.bytes, again);
+        const bool same = again.Title(0) == title && again.Text(0, 0) == text && again.Title(1) == "B"s &&
+                          again.Code(0, 0) == std::string(library.Code(0, 0)) && again.Text(1, 0) == "due"s &&
+                          kx::IsHidden(again.Text(0, 1)) && kx::IsHidden(again.Text(1, 1)) && kx::IsHidden(again.Title(2));
+        const bool marked = !kx::FormatMark(title, kx::StatementPart::kTitle).empty() ||
+                            !kx::FormatMark(text, kx::StatementPart::kText).empty() ||
+                            !kx::FormatMark(code, kx::StatementPart::kCode).empty();
+        EXPECT_EQ(same, !marked) << title << " | " << text << " | " << code;
+    }
 }
 
 }  // namespace

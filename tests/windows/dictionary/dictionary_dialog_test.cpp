@@ -145,6 +145,34 @@ TEST_F(DictionaryTest, TakesWhatIsTypedIntoTheSelectedStatement) {
     });
 }
 
+// What would be read back as something else does not get into a statement, however it comes.
+TEST_F(DictionaryTest, RefusesTheMarksOfTheFile) {
+    Run(Path(), [&](HWND dialog) {
+        ClickOn(dialog, Entry(dialog, 0));
+        EXPECT_EQ(ItemText(dialog, 200), "");
+        TypeText(dialog, "^");
+        EXPECT_EQ(ItemText(dialog, IDC_DICT_TEXT), "Ritmo sinusale.");
+        EXPECT_EQ(Caption(dialog, 0), "Ritmo sinusale.");
+        EXPECT_THAT(ItemText(dialog, 200), testing::HasSubstr("\"^\""));
+        EXPECT_TRUE(Shoot(dialog, "dictionary_refusal"));
+        TypeText(dialog, "!");
+        EXPECT_EQ(Caption(dialog, 0), "Ritmo sinusale.!") << "the caret stays";
+        EXPECT_EQ(ItemText(dialog, 200), "");
+        TypeText(dialog, "</P>");
+        EXPECT_EQ(Caption(dialog, 0), "Ritmo sinusale.!</P");
+        EXPECT_THAT(ItemText(dialog, 200), testing::HasSubstr("\"</P>\""));
+        TypeOver(dialog, IDC_DICT_TEXT, "QT < 440 ms");
+        EXPECT_EQ(Caption(dialog, 0), "QT < 440 ms");
+        SetWindowTextA(Item(dialog, IDC_DICT_CODE), "a^b");
+        EXPECT_EQ(ItemText(dialog, IDC_DICT_CODE), "rs");
+        ChooseSection(dialog, 1);
+        TypeOver(dialog, IDC_DICT_TEXT, "A^B");  // a title has no code
+        EXPECT_EQ(SectionText(dialog, 1), "A^B");
+        ClickOn(dialog, Item(dialog, IDOK));
+    });
+    EXPECT_THAT(ReadBytes(Path()), testing::HasSubstr("<P>QT < 440 ms^rs</P>"));
+}
+
 TEST_F(DictionaryTest, HidesAnEmptiedStatementWhenTheSectionIsShownAgain) {
     Run(Path(), [&](HWND dialog) {
         ClickOn(dialog, Entry(dialog, 0));

@@ -14,6 +14,7 @@
 namespace {
 
 using kx::DataFile;
+using kx::test::ReadBytes;
 using kx::test::TempFolder;
 using kx::test::WriteBytes;
 
@@ -130,8 +131,13 @@ TEST_F(FileDialogTest, TakesSeveralFiles) {
     EXPECT_STREQ(file.FileName(0), folder.Named("a.txt").c_str());
     EXPECT_STREQ(file.FileName(1), folder.Named("b.txt").c_str());
     EXPECT_EQ(file.FileName(2), nullptr);
-    EXPECT_TRUE(file.ReadAll(1, 0, &log));
+    EXPECT_TRUE(file.ReadAll(1, 10, &log));
     EXPECT_STREQ(file.Content(), "2");
+    // An edit is of the file that was read, not of the first.
+    EXPECT_TRUE(file.InsertAt(1, "3", 1));
+    file.Close();
+    EXPECT_EQ(ReadBytes(folder.Named("a.txt")), "1");
+    EXPECT_EQ(ReadBytes(folder.Named("b.txt")), "23");
 }
 
 }  // namespace

@@ -134,6 +134,24 @@ TEST_F(Automatic, RunsTheScript) {
     EXPECT_EQ(Statement(), std::string(4095, 't'));
 }
 
+// An edit takes minutes for a line that is long enough.
+TEST_F(Automatic, ShowsTheBeginningOfAnEndlessLine) {
+    MakeStress(std::string(300000, 's'));
+    answers_.createText = [&](const char*, char* buffer, std::uint32_t size, KxTestRecord*, std::uint32_t) {
+        std::memset(buffer, 't', size);
+        return 1u;
+    };
+    Open();
+    const int shown = GetWindowTextLengthA(kx::test::Item(pane_, IDC_INTERP_AUTOMATIC));
+    std::string text(static_cast<std::size_t>(shown) + 1, '\0');
+    GetWindowTextA(kx::test::Item(pane_, IDC_INTERP_AUTOMATIC), text.data(), shown + 1);
+    EXPECT_LT(shown, 40000);
+    EXPECT_EQ(text.substr(0, 16000), std::string(16000, 't'));
+    EXPECT_THAT(text, testing::HasSubstr("304095"));
+    Click(IDC_INTERP_INSERT_AUTOMATIC);
+    EXPECT_EQ(Statement(), std::string(4095, 't'));
+}
+
 TEST_F(Automatic, ReportsAScriptThatGivesNothing) {
     MakeStress("");
     Open();

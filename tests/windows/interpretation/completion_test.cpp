@@ -248,6 +248,81 @@ TEST_F(Completion, TypesNoMoreThanARecordHolds) {
     EXPECT_EQ(record_->InterpretationText(nullptr, 0), Statement());
 }
 
+// Characters that come faster than the choice of their code: what was chosen meanwhile is not chosen.
+TEST_F(Completion, ChoosesNothingFromAnotherList) {
+    LayFile("resting.htm",
+            "<BODY><H1>A</H1><P>Ritmo sinusale.^SR</P><P>Onda P assente.^OPA</P><P>Srotolato</P></BODY>");
+    const struct {
+        const char* burst;
+        const char* statement;
+    } rows[] = {{"sr", "Ritmo sinusale."}, {"sr on", "sr on"}, {"sr o", "sr o"}, {"sro", "sro"}};
+    for (const auto& row : rows) {
+        Open();
+        for (const char* c = row.burst; *c != '\0'; ++c) {
+            SendMessageA(Edit(), WM_CHAR, static_cast<unsigned char>(*c), 1);
+        }
+        Pump();
+        EXPECT_EQ(Statement(), row.statement);
+        Close();
+        record_->SetOriginalInterpretation(nullptr, "");
+    }
+}
+
+TEST_F(Completion, SeesAFileThatWasSavedMeanwhile) {
+    Open();
+    Type("ri\x1B");
+    LayFile("resting.htm", "<BODY><H1>Ritmo</H1><P>Ritmo nuovo e diverso.</P></BODY>");
+    Type(" ri");
+    EXPECT_THAT(Proposed(), ElementsAre("Ritmo nuovo e diverso."));
+    Type("\r ");
+    // The same size at another time.
+    Sleep(20);
+    LayFile("resting.htm", "<BODY><H1>Ritmo</H1><P>Ritmo nuovo e medesimo</P></BODY>");
+    Type("ri");
+    EXPECT_THAT(Proposed(), ElementsAre("Ritmo nuovo e medesimo"));
+    EXPECT_THAT(Reports(), IsEmpty());
+}
+
+TEST_F(Completion, StandsAtItsWord) {
+    const auto place = [] {
+        RECT area{};
+        GetWindowRect(Popup(), &area);
+        return POINT{area.left, area.top};
+    };
+    std::string lines;
+    for (int i = 0; i < 40; ++i) {
+        lines += std::to_string(i) + "\r\n";
+    }
+    record_->SetOriginalInterpretation(nullptr, lines.c_str());
+    Open();
+    Select(15, 15);
+    Type("ri");
+    ASSERT_TRUE(IsProposing());
+    const POINT before = place();
+    RECT host{};
+    GetWindowRect(static_cast<HWND>(parent_.handle), &host);
+    const auto moveHost = [&](int x, int y) {
+        SetWindowPos(static_cast<HWND>(parent_.handle), nullptr, static_cast<int>(host.left) + x,
+                     static_cast<int>(host.top) + y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    };
+    moveHost(30, 20);
+    EXPECT_EQ(place().x - before.x, 30);
+    EXPECT_EQ(place().y - before.y, 20);
+    moveHost(0, 0);
+    EXPECT_EQ(place().y, before.y);
+    SendMessageA(Edit(), EM_LINESCROLL, 0, 1);
+    EXPECT_LT(place().y, before.y);
+    SendMessageA(Edit(), EM_LINESCROLL, 0, -1);
+    EXPECT_EQ(place().y, before.y);
+    SendMessageA(Edit(), WM_VSCROLL, SB_BOTTOM, 0);
+    EXPECT_FALSE(IsProposing()) << "the word is out of sight";
+    Type("\x1B\b");
+    ASSERT_TRUE(IsProposing());
+    ShowWindow(pane_, SW_HIDE);
+    EXPECT_FALSE(IsProposing());
+    ShowWindow(pane_, SW_SHOWNA);
+}
+
 TEST_F(Completion, WorksWithoutStatements) {
     const struct {
         std::uint32_t type;

@@ -255,6 +255,8 @@ TEST_F(CommentLibrary, ShowsWhatTheDictionaryHasWritten) {
                                          }))
             << row.name;
         EXPECT_EQ(Labels(), row.labels) << row.name;
+        Pump();
+        EXPECT_EQ(GetFocus(), Edit()) << row.name;
     }
     // The completion proposes it as well: its code typed becomes its text.
     SetFocus(Edit());

@@ -238,6 +238,64 @@ TEST_F(Pane, AConfirmationCanBeTakenBack) {
     EXPECT_EQ(Stored(), "* Confermato.");
 }
 
+// A picker cannot be without a date: what it shows of a stage without a time is the time, once the user has
+// done anything to the report.
+TEST_F(Pane, StoresTheTimeThatIsShown) {
+    MakeConfirmed();
+    record_->overreadTime = record_->confirmedTime = {};
+    Open();
+    Click(IDC_INTERP_CONFIRMED);
+    SendMessageA(pane_, WM_COMMAND, MAKEWPARAM(IDC_INTERP_STATEMENT, EN_KILLFOCUS), 0);
+    EXPECT_TRUE(record_->IsOverread());
+    EXPECT_TRUE(IsNow(record_->OverreadTime()));
+    EXPECT_TRUE(ShowsTime(PickerTime(IDC_INTERP_REVIEW_TIME), record_->OverreadTime()));
+    Close();
+
+    MakeConfirmed();
+    record_->confirmedTime = {};
+    Open();
+    Type("x");
+    EXPECT_TRUE(IsNow(record_->ConfirmedTime()));
+    EXPECT_TRUE(IsSame(record_->OverreadTime(), kReviewed));
+}
+
+TEST_F(Pane, ShowsTheNameThatIsStored) {
+    answers_.physicians = [](std::uint32_t, kx::PhysicianRecord* records, std::uint32_t) {
+        records[0] = Physician("Giosu\xE8 Maria", "L.", "D'Andrea", "Specialista in cardiologia");
+        return 1u;
+    };
+    Open();
+    Pick(IDC_INTERP_PHYSICIAN, "Giosu\xE8 Maria L. D'Andrea, Specialista in cardiologia");
+    Pump();
+    EXPECT_STREQ(record_->ConfirmedBy(), "Giosu\xE8 Maria L. D'Andrea, Specialista ");
+    EXPECT_EQ(Text(IDC_INTERP_PHYSICIAN), record_->ConfirmedBy());
+    SetWindowTextA(GetWindow(kx::test::Item(pane_, IDC_INTERP_PHYSICIAN), GW_CHILD), "");
+    TypeName(IDC_INTERP_PHYSICIAN, std::string(60, 'n').c_str());
+    EXPECT_EQ(record_->ConfirmedBy(), std::string(38, 'n'));
+    EXPECT_EQ(Text(IDC_INTERP_PHYSICIAN), std::string(38, 'n'));
+}
+
+TEST_F(Pane, SaysWhatItsIconsAreFor) {
+    Open();
+    HWND tips = nullptr;
+    while ((tips = FindWindowExA(nullptr, tips, TOOLTIPS_CLASSA, nullptr)) != nullptr &&
+           GetWindowThreadProcessId(tips, nullptr) != GetCurrentThreadId()) {
+    }
+    for (const std::uint32_t id :
+         {IDC_INTERP_INSERT_LIBRARY_ENTRY, IDC_INTERP_INSERT_AUTOMATIC, IDC_INTERP_DICTIONARY}) {
+        char text[256] = {};
+        TTTOOLINFOA tool{};
+        tool.cbSize = TTTOOLINFOA_V1_SIZE;
+        tool.hwnd = pane_;
+        tool.uId = reinterpret_cast<UINT_PTR>(kx::test::Item(pane_, id));
+        tool.lpszText = text;
+        SendMessageA(tips, TTM_GETTEXTA, 0, reinterpret_cast<LPARAM>(&tool));
+        EXPECT_GT(std::strlen(text), 20u) << id;
+    }
+    Close();
+    EXPECT_FALSE(IsWindow(tips));
+}
+
 TEST_F(Pane, ShowsListsAsTheyAreReported) {
     const std::string full(sizeof(kx::TechnicianRecord::lastName), 'W');
     const struct {

@@ -1,5 +1,6 @@
 // What the editor shows and takes, and what of it gets into the record.
 #include <cstring>
+#include <utility>
 
 #include "tests/rig/window_shot.h"
 #include "tests/windows/statement_editor/editor_fixture.h"
@@ -93,6 +94,43 @@ TEST_F(StatementEditorTest, LeavesTheRecordAloneUnlessTheTextWasChangedAndOkPres
     }
 }
 
+// However it is left, the call returns.
+TEST_F(StatementEditorTest, AlwaysEnds) {
+    const HWND frame = static_cast<HWND>(parent_.handle);
+    HWND child = nullptr;
+    const struct {
+        const char* name;
+        std::function<void(HWND)> act;
+    } rows[] = {
+        {"its parent ends, which does not own it", [&](HWND) { DestroyWindow(child); }},
+        {"told that it is destroyed, and closed then",
+         [](HWND e) {
+             SendMessageA(e, WM_DESTROY, 0, 0);
+             PostMessageA(e, WM_SYSCOMMAND, SC_CLOSE, 0);
+         }},
+        {"under the menu of its edit",
+         [](HWND e) {
+             PostMessageA(Item(e, kEditId), WM_CONTEXTMENU, 0, MAKELPARAM(420, 120));
+             PostMessageA(e, WM_SYSCOMMAND, SC_CLOSE, 0);
+         }},
+    };
+    for (const auto& row : rows) {
+        child = CreateWindowExA(0, "STATIC", "", WS_CHILD, 0, 0, 600, 400, frame, nullptr, nullptr, nullptr);
+        KxHostWindow parent{};
+        parent.handle = child;
+        const KxHostWindow host = std::exchange(parent_, parent);
+        bool ended = false;
+        const std::uint32_t result = Run(kStatementMode, [&](HWND editor) {
+            row.act(editor);
+            ended = PumpUntil(editor, [&] { return !IsWindow(editor) || !IsWindowVisible(editor); });
+        });
+        parent_ = host;
+        EXPECT_TRUE(ended) << row.name;
+        EXPECT_EQ(result, 0u) << row.name;
+        DestroyWindow(child);
+    }
+}
+
 TEST_F(StatementEditorTest, CompletesStatements) {
     EXPECT_EQ(Run(kStatementMode,
                   [&](HWND editor) {
@@ -181,6 +219,22 @@ TEST_F(StatementEditorTest, StoresANameOfOneLineThatFits) {
         ClickOn(editor, Item(editor, IDOK));
     });
     EXPECT_EQ(record_->ConfirmedBy(), std::string(38, 'n'));
+}
+
+// What is kept of a name that is longer than a record's field is what the user sees.
+TEST_F(StatementEditorTest, TakesTheBeginningOfALongName) {
+    answers_.physicians = [](std::uint32_t, PhysicianRecord* records, std::uint32_t) {
+        records[0] = Physician("Nicol\xF2 Maria", "B", "Rossi della Valle", "Specialista in cardiologia");
+        return 1u;
+    };
+    const std::string whole = "Nicol\xF2 Maria B Rossi della Valle, Specialista in cardiologia";
+    Run(kPhysicianMode, [&](HWND editor) {
+        TypeText(editor, "nic\r");
+        EXPECT_EQ(EditText(editor), whole.substr(0, 38));
+        ClickOn(editor, Item(editor, IDOK));
+    });
+    EXPECT_EQ(record_->ConfirmedBy(), whole.substr(0, 38));
+    EXPECT_TRUE(record_->IsConfirmed());
 }
 
 TEST_F(StatementEditorTest, IsWorkedByTheKeyboardAlone) {

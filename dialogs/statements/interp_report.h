@@ -1,4 +1,4 @@
-// How the interpretation review names itself in the suite's log.
+// How the interpretation review, its statement files among it, names itself in the suite's log.
 #pragma once
 
 namespace kx {

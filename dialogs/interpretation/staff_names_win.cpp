@@ -1,9 +1,9 @@
-#include "dialogs/interpretation/staff_list.h"
+#include "dialogs/interpretation/staff_names.h"
 
 #include <algorithm>
 #include <new>
 
-#include "dialogs/interpretation/interp_report.h"
+#include "dialogs/statements/interp_report.h"
 #include "lib/modules/database_services.h"
 
 namespace kx {
