@@ -11,7 +11,7 @@ cd "$KX_ROOT"
 
 bash tools/build.sh win32
 mkdir -p build/shots
-panes=(window general qrs p t hypertrophy interpretation table report)
+panes=(window tracing general qrs p t hypertrophy interpretation table report)
 missing=0
 
 # shoot NAME RECORD...: every pane of one recording.

@@ -46,6 +46,8 @@ void ShootWindow(const Shot& command, SystemLog& log, const LibraryClient& libra
         frame.AppendReport(kind, text);
     });
     frame.OpenRecord(command.record);
+    if (command.pane)
+        frame.SelectPane(*command.pane);
     ShowWindow(frame.Window(), SW_SHOWNOACTIVATE);
     Save(frame.Window(), command.file);
 }
@@ -76,7 +78,8 @@ void ShootPane(const Shot& command, const LibraryClient& library, const Analysis
 
 int RunShot(const Shot& command, SystemLog& log, const LibraryClient& library, const AnalysisClient& analysis,
             const UiMetrics& metrics) {
-    if (command.pane)
+    // The worklist is the workstation's, not the test's: it is shown in its window.
+    if (command.pane && *command.pane != PaneKind::Worklist)
         ShootPane(command, library, analysis, metrics);
     else
         ShootWindow(command, log, library, analysis, metrics);
