@@ -1,6 +1,9 @@
 #include "dialogs/dialog_library.h"
 
+#include <utility>
+
 #include "lib/windows/common_controls.h"
+#include "lib/windows/dialog.h"
 #include "lib/windows/smooth_polyline.h"
 
 namespace kx {
@@ -15,7 +18,13 @@ DialogLibrary::DialogLibrary(HMODULE module)
     UseCommonControls();
 }
 
+void DialogLibrary::KeepWithoutWindow(std::unique_ptr<Pane> pane) {
+    withoutWindow_.push_back(std::move(pane));
+}
+
 DialogLibrary::~DialogLibrary() {
+    // A host that stops the library may unload it next, and then its panes have no code to end with.
+    Dialog::EndAll(*this);
     // The module may be unloaded next.
     StopSmoothDrawing();
 }

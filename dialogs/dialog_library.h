@@ -4,6 +4,8 @@
 #include <windows.h>
 
 #include <cstdint>
+#include <memory>
+#include <vector>
 
 #include "dialogs/activation_context.h"
 #include "dialogs/marker_view/marker_view_class.h"
@@ -15,6 +17,7 @@
 namespace kx {
 
 struct TestRecord;
+class Pane;
 class Window;
 
 // The window class of the typing completion's popup.
@@ -29,6 +32,9 @@ class DialogLibrary final : public LibraryModule {
     ~DialogLibrary();
     DialogLibrary(const DialogLibrary&) = delete;
     DialogLibrary& operator=(const DialogLibrary&) = delete;
+
+    // Keeps a pane whose window there is not, because the host has its address.
+    void KeepWithoutWindow(std::unique_ptr<Pane> pane);
 
     // Null only when there was no memory for the binding; Reports serves in any case.
     SystemServices* Services() const { return session_.Services(); }
@@ -58,6 +64,7 @@ class DialogLibrary final : public LibraryModule {
     WindowClass completionPopupClass_;
     const char* helpFile_ = "DLGHELP.CHM";
     ActivationContext controls_;
+    std::vector<std::unique_ptr<Pane>> withoutWindow_;
 };
 
 }  // namespace kx

@@ -1,5 +1,7 @@
 // How each export's dialog is opened: one table, one pattern.
+#include <memory>
 #include <new>
+#include <utility>
 
 #include "dialogs/dialog_library.h"
 #include "dialogs/hypertrophy/hyptrphy.h"
@@ -52,14 +54,25 @@ std::uint32_t Guard(const Operation<DialogClass>& operation, const DialogLibrary
 }
 
 // The pattern of a modeless dialog: the object is created with what it shows and belongs to its window from
-// then on; its address is the host's handle.
+// then on; its address is the host's handle. One that the host has ended meanwhile was no dialog; one that
+// has nothing to show has no window to go with, and the library keeps it.
 template <class DialogClass, class... More>
 std::uint32_t OpenModeless(const Operation<DialogClass>& operation, DialogLibrary& library, Window* parent,
                            TestRecord* test, More*... more) noexcept {
     const bool argumentsGiven = parent != nullptr && test != nullptr && (... && (more != nullptr));
     return Guard(operation, library, argumentsGiven, [&]() -> std::uint32_t {
-        auto* dialog = new (std::nothrow) DialogClass(library, parent, test, more..., library.Services());
-        return static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(dialog));
+        if constexpr (!std::is_base_of_v<Pane, DialogClass>) {
+            auto* dialog = new (std::nothrow) DialogClass(library, parent, test, more..., library.Services());
+            return static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(dialog));
+        } else {
+            std::unique_ptr<Pane> made(new (std::nothrow)
+                                           DialogClass(library, parent, test, more..., library.Services()));
+            const Pane* const pane = made == nullptr ? nullptr : OpenPane(made);
+            if (made != nullptr) {
+                library.KeepWithoutWindow(std::move(made));
+            }
+            return static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(pane));
+        }
     });
 }
 

@@ -3,12 +3,14 @@
 #include <new>
 
 #include "dialogs/dialog_library.h"
+#include "dialogs/exception_reserve.h"
 
 namespace kx {
 
 void LibraryState::Attach(HMODULE module) {
     startCount_ = 0;
     module_ = module;
+    PrepareExceptions();
 }
 
 void LibraryState::Start() noexcept {
@@ -19,6 +21,7 @@ void LibraryState::Start() noexcept {
     if (startCount_ != 1) {
         return;
     }
+    PrepareExceptions();
     try {
         library_ = new (std::nothrow) DialogLibrary(module_);
     } catch (...) {

@@ -19,40 +19,33 @@ namespace kx {
 
 // Shows what ScoreHypertrophy makes of the measurements of the record's first median beat, computed once when
 // the pane opens, whether or not the set is marked as measured. It changes nothing: the sex cannot be chosen,
-// and ticking a box changes no score. The object belongs to its window and is deleted in its WM_DESTROY.
-class HypertrophyDialog final : public Dialog {
+// and ticking a box changes no score.
+class HypertrophyDialog final : public Pane {
   public:
-    // Creates the pane in the parent's window. A record without a median beat (or none) is reported, and
-    // there is no window. Record and parent outlive the pane; neither is owned.
+    // Record and parent outlive the pane; neither is owned.
     HypertrophyDialog(const DialogLibrary& library, Window* parent, TestRecord* test,
                       SystemServices* services);
 
-    // False, reported, when the pane could not be filled; its value labels and what they show are gone then.
+    // A record without a median beat (or none) gets no window.
+    void Open() override;
+    // False, reported, when the pane could not be filled.
     bool OnInitDialog() override;
     // The colours of the value labels.
     HBRUSH OnCtlColorStatic(HDC dc, HWND control) override;
-    // Deletes the value labels and this object. The check boxes and the combo box go with their controls.
-    void OnDestroy() override;
 
   private:
     friend struct HypertrophyDialogLayout;
-
-    ~HypertrophyDialog() = default;
 
     // Of the labels in the order of their fields. Null: the label could not be made.
     using ValueLabels = std::array<RangeColorLabel*, 13>;
     ValueLabels Labels() const;
 
     void MakeBoldFont();
-    void WrapVoltages();
-    void WrapPointScore();
+    void HoldVoltages(const ValueRange& cornell);
+    void HoldPointScore();
     void DressLabels();
     void ShowVoltages(const HypertrophyScore& score);
     void ShowPointScore(const HypertrophyScore& score);
-    void ReleaseControls();
-
-    std::unique_ptr<RangeColorLabel> NewLabel(std::uint32_t id, const ValueRange& range);
-    CheckBox* NewCheckBox(std::uint32_t id);
 
     TestRecord* test_;
     EpisodeRecord* episode_;
@@ -66,22 +59,22 @@ class HypertrophyDialog final : public Dialog {
     std::unique_ptr<RangeColorLabel> rAvl_;
     std::unique_ptr<RangeColorLabel> sV3_;
     std::unique_ptr<RangeColorLabel> cornell_;
-    ComboBox* sex_ = nullptr;
-    // The five groups of the point score. The boxes delete themselves (see subclassed_control.h).
+    std::unique_ptr<ComboBox> sex_;
+    // The five groups of the point score.
     std::unique_ptr<RangeColorLabel> amplitudePoints_;
-    CheckBox* limbAmplitude_ = nullptr;
-    CheckBox* precordialS_ = nullptr;
-    CheckBox* precordialR_ = nullptr;
+    std::unique_ptr<CheckBox> limbAmplitude_;
+    std::unique_ptr<CheckBox> precordialS_;
+    std::unique_ptr<CheckBox> precordialR_;
     std::unique_ptr<RangeColorLabel> stPoints_;
-    CheckBox* opposedSt_ = nullptr;
-    CheckBox* strainDigitalis_ = nullptr;
+    std::unique_ptr<CheckBox> opposedSt_;
+    std::unique_ptr<CheckBox> strainDigitalis_;
     std::unique_ptr<RangeColorLabel> axisPoints_;
-    CheckBox* leftAxis_ = nullptr;
+    std::unique_ptr<CheckBox> leftAxis_;
     std::unique_ptr<RangeColorLabel> durationPoints_;
-    CheckBox* longQrs_ = nullptr;
-    CheckBox* lateIntrinsicoid_ = nullptr;
+    std::unique_ptr<CheckBox> longQrs_;
+    std::unique_ptr<CheckBox> lateIntrinsicoid_;
     std::unique_ptr<RangeColorLabel> atriumPoints_;
-    CheckBox* leftAtrium_ = nullptr;
+    std::unique_ptr<CheckBox> leftAtrium_;
     std::unique_ptr<RangeColorLabel> totalPoints_;
 };
 

@@ -1,16 +1,17 @@
 #include "dialogs/table/mrphlist.h"
 
 #include <algorithm>
-#include <new>
 
 #include "lib/dbclient/episode_record.h"
 #include "lib/windows/device_context.h"
 #include "lib/windows/gdi_handles.h"
+#include "lib/windows/held_control.h"
 
 namespace kx {
 namespace {
 
 constexpr char kSource[] = "mrphlist";
+constexpr std::uint32_t kNoWindowLine = 78;
 constexpr std::uint32_t kNotFilledLine = 115;
 
 constexpr COLORREF kPaneColor = RGB(20, 87, 40);
@@ -22,11 +23,17 @@ constexpr int kPaneHeight = 238;
 
 TableDialog::TableDialog(const DialogLibrary& library, Window* parent, TestRecord* test,
                          SystemServices* services)
-    : Dialog(library, parent, nullptr, services),
+    : Pane(library, parent, nullptr, services),
       test_(test),
-      episode_(test == nullptr ? nullptr : test->Episode(0)) {
-    if (episode_ != nullptr) {
-        CreateModelessPane(this);
+      episode_(test == nullptr ? nullptr : test->Episode(0)) {}
+
+void TableDialog::Open() {
+    if (episode_ == nullptr) {
+        return;
+    }
+    CreateModelessPane(this);
+    if (Handle() == nullptr) {
+        Reports().LOGMEMORYERROR(kSource, kNoWindowLine);
     }
 }
 
@@ -43,8 +50,11 @@ void TableDialog::OnSize(UINT, int width, int height) {
 }
 
 bool TableDialog::OnInitDialog() {
-    if (!FillList()) {
-        list_.reset();
+    const bool filled = FillList();
+    if (HasEnded()) {
+        return false;
+    }
+    if (!filled) {
         Reports().LOGMEMORYERROR(kSource, kNotFilledLine);
         return false;
     }
@@ -58,11 +68,10 @@ bool TableDialog::FillList() {
         return false;
     }
     try {
-        list_.reset(new (std::nothrow) MeasurementList(*Library(), this));
-        if (list_ == nullptr || list_->Handle() == nullptr) {
-            return false;
+        Hold(list_, *Library(), this);
+        if (!HasEnded()) {
+            list_->Fill(episode_->measurements);
         }
-        list_->Fill(episode_->measurements);
         return true;
     } catch (...) {
         return false;
@@ -71,12 +80,6 @@ bool TableDialog::FillList() {
 
 bool TableDialog::OnDialogNotify(UINT_PTR id, NMHDR* header, LRESULT& result) {
     return list_ != nullptr && list_->Notify(id, header, result);
-}
-
-void TableDialog::OnDestroy() {
-    list_.reset();
-    Dialog::OnDestroy();
-    delete this;
 }
 
 }  // namespace kx

@@ -13,24 +13,21 @@
 namespace kx {
 
 // Shows the measurements of the record's first median beat as they are whenever it is drawn, and changes
-// nothing. The object belongs to its window and is deleted in its WM_DESTROY.
-class TableDialog final : public Dialog {
+// nothing.
+class TableDialog final : public Pane {
   public:
-    // Creates the pane in the parent's window; a record without a median beat gets none. Record and parent
-    // outlive the pane; neither is owned.
+    // Record and parent outlive the pane; neither is owned.
     TableDialog(const DialogLibrary& library, Window* parent, TestRecord* test, SystemServices* services);
 
+    // A record without a median beat gets no window.
+    void Open() override;
     bool OnEraseBackground(DeviceContext& context) override;
     void OnSize(UINT sizeType, int width, int height) override;
     // False, reported, when the list could not be made.
     bool OnInitDialog() override;
     bool OnDialogNotify(UINT_PTR id, NMHDR* header, LRESULT& result) override;
-    // Deletes the list and this object.
-    void OnDestroy() override;
 
   private:
-    ~TableDialog() = default;
-
     bool FillList();
 
     TestRecord* test_;

@@ -4,29 +4,32 @@
 #include <windows.h>
 
 #include <cstdint>
+#include <optional>
 
 #include "lib/modules/module_instance.h"
 #include "lib/windows/control_colors.h"
 #include "lib/windows/gdi_handles.h"
+#include "lib/windows/held_control.h"
 #include "lib/windows/window.h"
 
 namespace kx {
 
 // Subclasses its control and deletes itself with it (see subclassed_control.h): made with new, held by
-// address.
+// address. One that is held leaves its control alone and is deleted by its holder.
 class CheckBox final : public Window {
   public:
     // Adopts item `id` of a dialog.
     CheckBox(Window* dialog, std::uint32_t id);
+    CheckBox(Window* dialog, std::uint32_t id, Held) : Window(dialog, id) {}
     // Creates an automatic check box without text, in pixels of the parent's client area.
     CheckBox(const ModuleInstance& module, Window* parent, std::uint32_t id, int x, int y, int width,
              int height);
 
-    // True: the control deletes this object. False (there is no control, or it could not be subclassed): the
-    // owner does.
+    // True: the control deletes this object. False (it is held, there is no control, or it could not be
+    // subclassed): the owner does.
     bool DeletesItself() const { return ReplacedProc() != nullptr; }
     // The control's own messages mean nothing to the wrapper.
-    void OnControlMessage(UINT, WPARAM, LPARAM) noexcept {}
+    std::optional<LRESULT> OnControlMessage(UINT, WPARAM, LPARAM) { return std::nullopt; }
 
     void SetChecked(bool checked);
     void Check() { SetChecked(true); }

@@ -209,15 +209,11 @@ int ComboBox::FindExact(const char* text) const {
     return static_cast<int>(SendMsg(CB_FINDSTRINGEXACT, 0, TextParameter(text)));
 }
 
-void ComboBox::OnControlMessage(UINT message, WPARAM, LPARAM) noexcept {
-    if (message != WM_COMMAND || forwardTarget_ == nullptr) {
-        return;
-    }
-    try {
+std::optional<LRESULT> ComboBox::OnControlMessage(UINT message, WPARAM, LPARAM) {
+    if (message == WM_COMMAND && forwardTarget_ != nullptr) {
         ForwardSelection();
-    } catch (...) {
-        // No memory for a text longer than the buffer: the target hears of the next selection.
     }
+    return std::nullopt;
 }
 
 void ComboBox::ForwardSelection() const {

@@ -5,29 +5,34 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
 #include "lib/modules/library_module.h"
 #include "lib/modules/module_instance.h"
 #include "lib/windows/gdi_handles.h"
+#include "lib/windows/held_control.h"
 #include "lib/windows/window.h"
 
 namespace kx {
 
 // Subclasses its control and deletes itself with it (see subclassed_control.h): made with new, held by
-// address. An operation on a list that has no such item gives what the message gives, CB_ERR (-1).
+// address. One that is held leaves its control alone and is deleted by its holder. An operation on a list
+// that has no such item gives what the message gives, CB_ERR (-1).
 class ComboBox final : public Window {
   public:
     // Adopts item `id` of a dialog. library: whose strings FillPickList loads; it outlives the combo box.
     ComboBox(const LibraryModule& library, Window* dialog, std::uint32_t id);
+    ComboBox(const LibraryModule& library, Window* dialog, std::uint32_t id, Held)
+        : Window(dialog, id), library_(&library) {}
     // Creates a drop-down list in pixels of the parent's client area. visibleItems: how many items of 10
     // pixels its control with the open list is high. forwardTarget: whom a selection is told (see
     // OnControlMessage); null: nobody.
     ComboBox(const LibraryModule& library, Window* parent, std::uint32_t id, int x, int y, int width,
              int visibleItems, Window* forwardTarget, UINT forwardMessage);
 
-    // True: the control deletes this object. False (there is no control, or it could not be subclassed): the
-    // owner does.
+    // True: the control deletes this object. False (it is held, there is no control, or it could not be
+    // subclassed): the owner does.
     bool DeletesItself() const { return ReplacedProc() != nullptr; }
 
     // Replaces the items by the pieces of a text between its '^' separators. The items have no codes.
@@ -76,7 +81,7 @@ class ComboBox final : public Window {
     // What the control's own messages mean to the wrapper: a WM_COMMAND of its list is told to the forward
     // target, if there is one, by posting the forward message with the selected item's code and the address
     // of its text. The text stands in one buffer for all combo boxes until the next such message.
-    void OnControlMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcept;
+    std::optional<LRESULT> OnControlMessage(UINT message, WPARAM wParam, LPARAM lParam);
 
   private:
     friend struct ComboBoxLayout;

@@ -2,9 +2,11 @@
 #include "lib/windows/dialog.h"
 
 #include <cstddef>
+#include <optional>
 
 #include "lib/windows/dialog_procedure.h"
 #include "lib/windows/dialog_template.h"
+#include "lib/windows/handler_scope.h"
 #include "lib/windows/html_help.h"
 
 namespace kx {
@@ -27,6 +29,7 @@ constexpr std::uint32_t kNoLibraryLine = 204;
 
 constexpr std::uint32_t kInMemoryId = 1;
 constexpr std::size_t kCaptionSize = 256;
+constexpr char kDialogClass[] = "#32770";
 
 // 0x5200044C: a pane has no border and no caption, and it is shown and enabled.
 constexpr DWORD kPaneStyle =
@@ -63,7 +66,8 @@ void Dialog::CreateModeless(std::uint32_t templateId, Dialog* object) {
     SetId(templateId);
     const HWND created =
         CreateDialogParamA(Module(), TemplateName(templateId), parent, DialogProcedure, Parameter(object));
-    // A window that its OnInitDialog has refused stays as hidden as EndDialog has left it.
+    // A window that its OnInitDialog has refused stays as hidden as EndDialog has left it, and one that was
+    // destroyed meanwhile leaves nothing to be done.
     if (created == nullptr || FromHandle(created) == nullptr) {
         return;
     }
@@ -94,7 +98,7 @@ void Dialog::CreateModelessPane(Dialog* object) {
     SetId(kInMemoryId);
     const HWND created = CreateDialogIndirectParamA(Module(), kPaneTemplate.Header(), parent, DialogProcedure,
                                                     Parameter(object));
-    if (created != nullptr) {
+    if (created != nullptr && FromHandle(created) != nullptr) {
         SetHandle(created);
     }
 }
@@ -151,6 +155,58 @@ bool Dialog::End(INT_PTR result) {
     return EndDialog(Handle(), result) != FALSE;
 }
 
+namespace {
+
+struct OpenDialog {
+    HINSTANCE module;
+    HWND window;  // null: none was found yet
+};
+
+BOOL CALLBACK FindInWindow(HWND window, LPARAM found) {
+    auto& open = *reinterpret_cast<OpenDialog*>(found);
+    char name[16] = {};
+    if (reinterpret_cast<HINSTANCE>(GetWindowLongPtrA(window, GWLP_HINSTANCE)) == open.module &&
+        GetClassNameA(window, name, sizeof name) != 0 && lstrcmpA(name, kDialogClass) == 0) {
+        open.window = window;
+        return FALSE;
+    }
+    return TRUE;
+}
+
+BOOL CALLBACK FindInThreadWindow(HWND window, LPARAM found) {
+    if (FindInWindow(window, found) != FALSE) {
+        EnumChildWindows(window, FindInWindow, found);
+    }
+    return reinterpret_cast<OpenDialog*>(found)->window == nullptr;
+}
+
+}  // namespace
+
+void Dialog::EndAll(const LibraryModule& library) {
+    for (;;) {
+        OpenDialog open{library.instance.Handle(), nullptr};
+        EnumThreadWindows(GetCurrentThreadId(), FindInThreadWindow, reinterpret_cast<LPARAM>(&open));
+        if (open.window == nullptr) {
+            return;
+        }
+        auto* const dialog = static_cast<Dialog*>(FromHandle(open.window));
+        std::optional<HandlerScope> scope;
+        if (dialog != nullptr) {
+            scope.emplace(*dialog, dialog->services_);
+        }
+        if ((GetWindowLongPtrA(open.window, GWL_STYLE) & WS_CHILD) == 0) {
+            EndDialog(open.window, 0);  // gives the owner its input back
+        }
+        if (DestroyWindow(open.window) == FALSE) {
+            return;
+        }
+        if (dialog != nullptr) {
+            dialog->library_ = nullptr;
+            dialog->services_ = nullptr;
+        }
+    }
+}
+
 bool Dialog::ShowHelp() const {
     return OpenHtmlHelp(Handle(), helpFile_, kHelpContext, Id()) != nullptr;
 }
@@ -162,6 +218,27 @@ bool Dialog::SetMsgResult(LRESULT value) const {
 
 LRESULT Dialog::SendItemMessage(int itemId, UINT message, WPARAM wParam, LPARAM lParam) const {
     return SendDlgItemMessageA(Handle(), itemId, message, wParam, lParam);
+}
+
+void Pane::LetGo() noexcept {
+    Retire<Pane>(*this);
+}
+
+Pane* OpenPane(std::unique_ptr<Pane>& pane) {
+    Pane* const object = pane.get();
+    const HandlerScope scope(*object, object->Services());
+    try {
+        object->Open();
+    } catch (...) {
+        if (IsRetired(*object)) {
+            pane.release();
+        }
+        throw;
+    }
+    if (object->Handle() != nullptr || IsRetired(*object)) {
+        pane.release();
+    }
+    return IsRetired(*object) ? nullptr : object;
 }
 
 Reporter& Dialog::Reports() const {

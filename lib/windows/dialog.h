@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include <cstdint>
+#include <memory>
 
 #include "lib/modules/library_module.h"
 #include "lib/modules/system_services.h"
@@ -14,9 +15,13 @@ namespace kx {
 // See dialog_procedure.h.
 INT_PTR CALLBACK DialogProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
 
-// A dialog made from a template resource of the library, or from a small template built in memory. A modeless
-// dialog lives as long as its window: its OnDestroy deletes what it owns, calls Dialog::OnDestroy and then
-// deletes the object (the class is final). A modal one is owned by its caller.
+// A dialog made from a template resource of the library, or from a small template built in memory. A modal
+// one is owned by its caller, a modeless one by its window (Pane).
+//
+// The order of ending is written once, in OnDestroy, for all of them: the dialog stops receiving, then it
+// saves, then it lets go of what it holds. Whatever a handler calls may have ended the dialog when it
+// returns; its object is still there until the handler has returned (see handler_scope.h), its window and
+// controls are not, and the record is the host's to free: the handler asks HasEnded before it goes on.
 //
 // No exception leaves the dialog procedure: one that a handler throws is reported with LOGEXCEPTION and the
 // name of the dialog's class, and the message counts as not handled (WM_INITDIALOG: as if OnInitDialog had
@@ -39,7 +44,8 @@ class Dialog : public Window {
     bool OnEraseBackground(DeviceContext& context) override;
     // 6. Nothing: a pane is not the user's to close.
     void OnClose() override;
-    // 7. Detaches the object from the window.
+    // 7. The order of ending: detaches the object from the window, so that no handler runs any more; OnEnd;
+    // LetGo.
     void OnDestroy() override;
     // 33, 34. 0 and false.
     LRESULT OnMeasureItem(UINT id, MEASUREITEMSTRUCT* item) override;
@@ -50,8 +56,8 @@ class Dialog : public Window {
     // 42. Every message but WM_INITDIALOG: calls the handlers (see dialog_dispatch.cpp). The result of a
     // dialog procedure: FALSE means not handled.
     virtual INT_PTR DialogProc(UINT message, WPARAM wParam, LPARAM lParam);
-    // 43. WM_INITDIALOG: the window and its controls are there and the object is attached. False: the dialog
-    // is detached and ended with 0. Default: true.
+    // 43. WM_INITDIALOG, once: the window and its controls are there and the object is attached. False: the
+    // dialog is detached and ended with 0; OnEnd is not called then. Default: true.
     virtual bool OnInitDialog();
     // 44. WM_COMMAND. Default by the low word: IDOK calls OnOK, IDCANCEL OnCancel, IDHELP ShowHelp; else 0,
     // not handled.
@@ -63,13 +69,15 @@ class Dialog : public Window {
     // 47, 48. Default: end the dialog with 1 and with 0. The result is whether that was possible.
     virtual bool OnOK();
     virtual bool OnCancel();
+    // The window goes: what its controls still hold is to be saved. They are there, and no message comes any
+    // more, also none that this causes. Default: nothing.
+    virtual void OnEnd();
 
     // ---- creation; object receives the messages (the dialog itself, as a rule)
-    // When the window was made and destroyed again meanwhile, this object may be gone on return.
 
     // A child pane from a template, visible and without border, whatever the template's style says: as large
     // as the template, at the template's place in the parent. Needs a parent. On failure the handle stays 0.
-    // When OnInitDialog fails the window stays hidden, without an object, until its parent goes.
+    // When OnInitDialog fails the window stays hidden, without an object, until it is destroyed.
     void CreateModeless(std::uint32_t templateId, Dialog* object);
     // A child pane without items, 1000 by 100 dialog units.
     void CreateModelessPane(Dialog* object);
@@ -82,8 +90,14 @@ class Dialog : public Window {
     // As RunModal, with its start and end in the suite's log under a caption from the library's strings.
     INT_PTR RunModalLogged(std::uint32_t templateId, Dialog* object, std::uint32_t captionId);
 
+    // Ends every dialog of the library on this thread that is still open, each as if its window were
+    // destroyed. Those whose handlers are running know no library and no services afterwards.
+    static void EndAll(const LibraryModule& library);
+
     // ---- operations
 
+    // Whether the window has gone, or begun to go, or does not lead to this object for another reason.
+    bool HasEnded() const { return FromHandle(Handle()) != this; }
     // Ends a modal dialog with a result (a modeless one is only hidden).
     bool End(INT_PTR result);
     bool EndOK() { return End(1); }
@@ -102,13 +116,19 @@ class Dialog : public Window {
     Reporter& Reports() const;
     const char* HelpFile() const { return helpFile_; }
 
+    // Behind the slots that the suite knows.
+    virtual ~Dialog() = default;
+
   protected:
-    ~Dialog() = default;
+    // The last act of the ending: gives up the object, and with it all that it holds. Default: nothing, the
+    // caller of a modal dialog does.
+    virtual void LetGo() noexcept;
 
   private:
     // Makes the bond at WM_INITDIALOG.
     friend INT_PTR CALLBACK DialogProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
-    void AttachTo(HWND window);
+    bool AttachTo(HWND window);
+    void Refuse(HWND window);
 
     friend struct DialogLayout;  // holds the offsets, behind the fields of Window (dialog.cpp)
 
@@ -116,5 +136,22 @@ class Dialog : public Window {
     SystemServices* services_;
     const char* helpFile_;
 };
+
+// A modeless dialog, made with new: its window owns it from Open on, and it is deleted when the window goes.
+class Pane : public Dialog {
+  public:
+    using Dialog::Dialog;
+
+    // Creates the window in the parent's; one that cannot be created, or has nothing to show, is reported and
+    // leaves the handle 0. Called once, by OpenPane.
+    virtual void Open() = 0;
+
+  protected:
+    void LetGo() noexcept final;
+};
+
+// Opens a pane. The result belongs to its window; null: it has ended meanwhile and is deleted. A pane without
+// a window stays the caller's, in `pane`, which is empty otherwise.
+Pane* OpenPane(std::unique_ptr<Pane>& pane);
 
 }  // namespace kx

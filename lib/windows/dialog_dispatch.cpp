@@ -1,11 +1,8 @@
-// The dialog procedure, the dispatcher behind it and the handlers' defaults.
-//
-// A handler may destroy the window and with it the object, so nothing below touches the object once a handler
-// has been called.
+// The dialog procedure, the dispatcher behind it, the order of ending and the handlers' defaults.
 #include "lib/windows/device_context.h"
 #include "lib/windows/dialog.h"
 #include "lib/windows/dialog_procedure.h"
-#include "lib/windows/handler_report.h"
+#include "lib/windows/handler_scope.h"
 
 namespace kx {
 namespace {
@@ -15,29 +12,29 @@ bool SetResult(HWND window, LRESULT result) {
     return true;
 }
 
-void Refuse(HWND window) {
-    SetWindowLongPtrA(window, GWLP_USERDATA, 0);
-    EndDialog(window, 0);
-}
-
 bool Initialise(Dialog& dialog) {
-    const HandlerReport report(dialog, dialog.Services());
+    const HandlerScope scope(dialog, dialog.Services());
     try {
         return dialog.OnInitDialog();
     } catch (...) {
-        report.Exception();
+        scope.Exception();
         return false;
     }
 }
 
 INT_PTR Dispatch(Dialog& dialog, UINT message, WPARAM wParam, LPARAM lParam) {
-    const HandlerReport report(dialog, dialog.Services());
+    const HandlerScope scope(dialog, dialog.Services());
     try {
         return dialog.DialogProc(message, wParam, lParam);
     } catch (...) {
-        report.Exception();
+        scope.Exception();
         return FALSE;
     }
+}
+
+// The object of a window that OnInitDialog has refused: not attached, but the window's to give up.
+Dialog* RefusedBy(HWND window) {
+    return reinterpret_cast<Dialog*>(GetWindowLongPtrA(window, DWLP_USER));
 }
 
 INT_PTR AnswerWithoutObject(HWND window, UINT message, LPARAM lParam) {
@@ -51,23 +48,55 @@ INT_PTR AnswerWithoutObject(HWND window, UINT message, LPARAM lParam) {
 }  // namespace
 
 INT_PTR CALLBACK DialogProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
-    if (message == WM_INITDIALOG && lParam != 0) {
-        Dialog& dialog = *reinterpret_cast<Dialog*>(lParam);
-        dialog.AttachTo(window);
-        if (!Initialise(dialog)) {
-            Refuse(window);
+    // Only dialogs are attached to the windows of this procedure.
+    auto* const dialog = static_cast<Dialog*>(Window::FromHandle(window));
+    if (dialog != nullptr) {
+        // Anybody can send the message that makes the bond; it is made once.
+        return message == WM_INITDIALOG ? FALSE : Dispatch(*dialog, message, wParam, lParam);
+    }
+    Dialog* const refused = RefusedBy(window);
+    if (message == WM_INITDIALOG && lParam != 0 && refused == nullptr) {
+        Dialog& created = *reinterpret_cast<Dialog*>(lParam);
+        const HandlerScope scope(created, created.Services());
+        if (created.AttachTo(window) && !Initialise(created) && !created.HasEnded()) {
+            created.Refuse(window);
         }
         return TRUE;
     }
-    // Only dialogs are attached to the windows of this procedure.
-    auto* const dialog = static_cast<Dialog*>(Window::FromHandle(window));
-    return dialog == nullptr ? AnswerWithoutObject(window, message, lParam)
-                             : Dispatch(*dialog, message, wParam, lParam);
+    if (message == WM_DESTROY && refused != nullptr) {
+        SetWindowLongPtrA(window, DWLP_USER, 0);
+        refused->LetGo();
+        return FALSE;
+    }
+    return AnswerWithoutObject(window, message, lParam);
 }
 
-void Dialog::AttachTo(HWND window) {
+// False: somebody destroyed the window before it came here.
+bool Dialog::AttachTo(HWND window) {
     SetHandle(window);
-    Attach(this);
+    if (!Attach(this)) {
+        SetHandle(nullptr);
+        return false;
+    }
+    return true;
+}
+
+void Dialog::Refuse(HWND window) {
+    Attach(nullptr);
+    SetWindowLongPtrA(window, DWLP_USER, reinterpret_cast<LONG_PTR>(this));
+    EndDialog(window, 0);
+}
+
+void Dialog::OnDestroy() {
+    const HandlerScope scope(*this, Services());
+    StopTimer();
+    Attach(nullptr);
+    try {
+        OnEnd();
+    } catch (...) {
+        scope.Exception();
+    }
+    LetGo();
 }
 
 INT_PTR Dialog::DialogProc(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -119,9 +148,9 @@ bool Dialog::OnEraseBackground(DeviceContext&) {
 
 void Dialog::OnClose() {}
 
-void Dialog::OnDestroy() {
-    Attach(nullptr);
-}
+void Dialog::OnEnd() {}
+
+void Dialog::LetGo() noexcept {}
 
 LRESULT Dialog::OnMeasureItem(UINT, MEASUREITEMSTRUCT*) {
     return 0;

@@ -42,6 +42,9 @@ EditBox::~EditBox() {
 }
 
 void EditBox::ShowText(const char* text) {
+    if (text == nullptr) {
+        text = "";
+    }
     // A text that does not fit is longer than what is shown of this kind, and is set.
     char shown[kShownTextSize];
     const int length = GetText(shown, sizeof shown);

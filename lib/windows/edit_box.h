@@ -27,6 +27,7 @@ class EditBox final : public Window {
     ~EditBox();
 
     // As SetText and SetNumber, but an edit that has the text already is left alone: it would be drawn anew.
+    // A null text is an empty one.
     void ShowText(const char* text);
     void ShowNumber(std::int32_t value);
 

@@ -1,31 +1,46 @@
-// What the wrappers that subclass their control have in common: they see its messages before the system's
-// procedure does, and they delete themselves when the control is destroyed.
-//
-// Such a wrapper is made with new. If its DeletesItself is true afterwards, the control deletes it in its
-// WM_DESTROY, which reaches the controls of a dialog after the dialog itself; nobody may use or delete it
-// later. Else there is no control, or it could not be subclassed, and the wrapper is its owner's to delete.
+// The procedure of every control that is subclassed: its wrapper, or a ControlWatch, sees the control's
+// messages before the control does. There is no other way in which this library watches a window.
 #pragma once
 
 #include <windows.h>
 
+#include <optional>
+
+#include "lib/windows/handler_scope.h"
 #include "lib/windows/window.h"
 
 namespace kx {
 
-// The window procedure of a subclassed control. Control: a class derived from Window whose
-// OnControlMessage(message, wParam, lParam) is noexcept.
+// For Window::Subclass. Control: a class derived from Window with
+//   std::optional<LRESULT> OnControlMessage(UINT message, WPARAM wParam, LPARAM lParam)
+//     the message's result, or nothing: the control gets it;
+//   bool DeletesItself() const
+//     whether the object was made with new and is deleted by the control's WM_DESTROY, which reaches the
+//     controls of a dialog after the dialog itself.
+// In its WM_DESTROY the control gets its own procedure back. An exception is reported and the control gets
+// the message.
 template <class Control>
 LRESULT CALLBACK SubclassedControlProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
-    auto* control = static_cast<Control*>(Window::FromHandle(window));
+    auto* const control = static_cast<Control*>(Window::FromHandle(window));
     if (control == nullptr) {
         return DefWindowProcA(window, message, wParam, lParam);
     }
     const WNDPROC original = control->ReplacedProc();
     if (message == WM_DESTROY) {
+        const bool deletesItself = control->DeletesItself();
         control->Unsubclass();
-        delete control;
-    } else {
-        control->OnControlMessage(message, wParam, lParam);
+        if (deletesItself) {
+            Retire(*control);
+        }
+        return CallWindowProcA(original, window, message, wParam, lParam);
+    }
+    const HandlerScope scope(*control);
+    try {
+        if (const std::optional<LRESULT> result = control->OnControlMessage(message, wParam, lParam)) {
+            return *result;
+        }
+    } catch (...) {
+        scope.Exception();
     }
     return CallWindowProcA(original, window, message, wParam, lParam);
 }

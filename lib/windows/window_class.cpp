@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "lib/windows/handler_report.h"
+#include "lib/windows/handler_scope.h"
 #include "lib/windows/window.h"
 
 namespace kx {
@@ -136,11 +136,11 @@ LRESULT CreateByName(HWND window, const CREATESTRUCTA& creation) {
 }
 
 LRESULT CallHandler(Window& object, HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    const HandlerReport report(object);
+    const HandlerScope scope(object);
     try {
         return message == WM_CREATE ? object.OnCreate(window) : object.WindowProc(message, wParam, lParam);
     } catch (...) {
-        report.Exception();
+        scope.Exception();
         return message == WM_CREATE ? -1 : 0;
     }
 }

@@ -2,7 +2,7 @@
 #include <algorithm>
 #include <vector>
 
-#include "lib/windows/handler_report.h"
+#include "lib/windows/handler_scope.h"
 #include "lib/windows/window.h"
 
 namespace kx {
@@ -25,11 +25,11 @@ void CALLBACK Tick(HWND, UINT, UINT_PTR id, DWORD systemTime) noexcept {
     if (std::find(running.begin(), running.end(), object) == running.end()) {
         return;
     }
-    const HandlerReport report(*object);
+    const HandlerScope scope(*object);
     try {
         object->OnTimer(systemTime);
     } catch (...) {
-        report.Exception();
+        scope.Exception();
     }
 }
 

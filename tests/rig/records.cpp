@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <cstring>
@@ -40,16 +41,6 @@ void FillLead(KxLeadMeasurements& lead, int code) {
 constexpr std::size_t kPage = 4096;
 
 std::size_t PagesFor(std::size_t size) { return (size + kPage - 1) / kPage * kPage; }
-
-// So many zeros that end where a page is missing.
-std::uint8_t* NewFenced(std::size_t size) {
-    const std::size_t room = PagesFor(size);
-    auto* const pages = static_cast<std::uint8_t*>(VirtualAlloc(nullptr, room + kPage, MEM_RESERVE, PAGE_NOACCESS));
-    VirtualAlloc(pages, room, MEM_COMMIT, PAGE_READWRITE);
-    return pages + room - size;
-}
-
-void DeleteFenced(std::uint8_t* memory, std::size_t size) { VirtualFree(memory + size - PagesFor(size), 0, MEM_RELEASE); }
 
 void StoreBytes(std::uint8_t* place, long value, int bytes) {
     for (int i = 0; i < bytes; ++i) {
@@ -95,24 +86,47 @@ std::unique_ptr<TestRecord> NewRecord() {
     return test;
 }
 
-ForeignRecord::ForeignRecord() : record_(NewFenced(KX_TEST_RECORD_SIZE)), episode_(NewFenced(kEpisodeSize)) {
+ForeignRecord::Fenced::Fenced(std::size_t bytesSize) : size(bytesSize) {
+    const std::size_t room = PagesFor(size);
+    auto* const pages = static_cast<std::uint8_t*>(VirtualAlloc(nullptr, room + kPage, MEM_RESERVE, PAGE_NOACCESS));
+    VirtualAlloc(pages, room, MEM_COMMIT, PAGE_READWRITE);
+    bytes = pages + room - size;
+}
+
+ForeignRecord::Fenced::~Fenced() { VirtualFree(bytes + size - PagesFor(size), 0, MEM_RELEASE); }
+
+ForeignRecord::ForeignRecord() : record_(KX_TEST_RECORD_SIZE), episode_(kEpisodeSize), samples_(0) {
     Store(7556, KX_TEST_RESTING, 4);
     Store(7608, 1, 4);
-    Store(7612, static_cast<long>(reinterpret_cast<std::uintptr_t>(episode_)), 4);
+    Store(7612, static_cast<long>(reinterpret_cast<std::uintptr_t>(episode_.bytes)), 4);
     StoreEpisode(0, kEpisodeSize, 4);
     StoreEpisode(6, 5, 2);
     StoreEpisode(kSetOffset, 1872, 4);
     StoreEpisode(kSetOffset + 4, 1, 4);
 }
 
-ForeignRecord::~ForeignRecord() {
-    DeleteFenced(episode_, kEpisodeSize);
-    DeleteFenced(record_, KX_TEST_RECORD_SIZE);
+ForeignRecord::ForeignRecord(const TestRecord& model)
+    : record_(KX_TEST_RECORD_SIZE), episode_(kEpisodeSize), samples_(model.Episode(0)->totalSize - kEpisodeSize) {
+    const KxEpisodeRecord& episode = *model.Episode(0);
+    std::memcpy(record_.bytes, static_cast<const KxTestRecord*>(&model), record_.size);
+    std::memcpy(episode_.bytes, &episode, episode_.size);
+    std::memcpy(samples_.bytes, episode.samples, samples_.size);
+    Record().episodes[0] = &Episode();
+    Episode().samples = reinterpret_cast<std::int16_t*>(samples_.bytes);
 }
 
-void ForeignRecord::Store(std::size_t offset, long value, int bytes) { StoreBytes(record_ + offset, value, bytes); }
+ForeignRecord::~ForeignRecord() = default;
 
-void ForeignRecord::StoreEpisode(std::size_t offset, long value, int bytes) { StoreBytes(episode_ + offset, value, bytes); }
+void ForeignRecord::Revoke() {
+    DWORD before = 0;
+    for (const Fenced* const memory : {&record_, &episode_, &samples_}) {
+        VirtualProtect(memory->bytes, std::max<std::size_t>(memory->size, 1), PAGE_NOACCESS, &before);
+    }
+}
+
+void ForeignRecord::Store(std::size_t offset, long value, int bytes) { StoreBytes(record_.bytes + offset, value, bytes); }
+
+void ForeignRecord::StoreEpisode(std::size_t offset, long value, int bytes) { StoreBytes(episode_.bytes + offset, value, bytes); }
 
 void ForeignRecord::StoreGlobal(std::size_t offset, int value) { StoreEpisode(kSetOffset + offset, value, 2); }
 

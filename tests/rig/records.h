@@ -13,27 +13,43 @@ namespace kx::test {
 // an original report.
 std::unique_ptr<TestRecord> NewRecord();
 
-// What a host in another language keeps: the record and an episode of 3176 bytes, written byte by byte at
-// their documented places, without samples, texts or sub-objects; each ends where unreadable memory begins.
+// What a host in another language keeps: the record and an episode, written byte by byte at their documented places;
+// each ends where unreadable memory begins.
 class ForeignRecord {
   public:
+    // An episode of 3176 bytes without samples, texts or sub-objects.
     ForeignRecord();
+    // The bytes of a record with its first beat; its sub-objects are the model's, which outlives this.
+    explicit ForeignRecord(const TestRecord& model);
     ~ForeignRecord();
     ForeignRecord(const ForeignRecord&) = delete;
     ForeignRecord& operator=(const ForeignRecord&) = delete;
 
-    // Little-endian, of so many bytes at an offset of the record, of the episode, of its measurements, or of
-    // the block of a lead in them.
+    // Little-endian, of so many bytes at an offset of the record, of the episode, of its measurements, or of the
+    // block of a lead in them.
     void Store(std::size_t offset, long value, int bytes);
     void StoreEpisode(std::size_t offset, long value, int bytes);
     void StoreGlobal(std::size_t offset, int value);
     void StoreLead(std::size_t lead, std::size_t offset, int value);
 
-    KxTestRecord& Record() { return *reinterpret_cast<KxTestRecord*>(record_); }
+    // The host frees it: every later access is an access violation.
+    void Revoke();
+
+    KxTestRecord& Record() { return *reinterpret_cast<KxTestRecord*>(record_.bytes); }
+    KxEpisodeRecord& Episode() { return *reinterpret_cast<KxEpisodeRecord*>(episode_.bytes); }
 
   private:
-    std::uint8_t* record_;
-    std::uint8_t* episode_;
+    // Ends where a page is missing.
+    struct Fenced {
+        explicit Fenced(std::size_t bytesSize);
+        ~Fenced();
+        std::size_t size;
+        std::uint8_t* bytes;
+    };
+
+    Fenced record_;
+    Fenced episode_;
+    Fenced samples_;
 };
 
 // A record whose every field between its pointers and counts is 0xFF: texts without end, times that are none,

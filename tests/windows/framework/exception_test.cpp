@@ -6,7 +6,7 @@
 #include <string>
 
 #include "lib/windows/dialog.h"
-#include "lib/windows/handler_report.h"
+#include "lib/windows/handler_scope.h"
 #include "lib/windows/window_class.h"
 #include "tests/windows/framework/recording_window.h"
 #include "tests/windows/framework/templates.h"
