@@ -32,7 +32,7 @@ INT_PTR Dispatch(Dialog& dialog, UINT message, WPARAM wParam, LPARAM lParam) {
     }
 }
 
-// The object of a window that OnInitDialog has refused: not attached, but the window's to give up.
+// The pane of a window that OnInitDialog has refused: not attached, but the window's to give up.
 Dialog* RefusedBy(HWND window) {
     return reinterpret_cast<Dialog*>(GetWindowLongPtrA(window, DWLP_USER));
 }
@@ -83,7 +83,10 @@ bool Dialog::AttachTo(HWND window) {
 
 void Dialog::Refuse(HWND window) {
     Attach(nullptr);
-    SetWindowLongPtrA(window, DWLP_USER, reinterpret_cast<LONG_PTR>(this));
+    // A caller's own object may be gone before the window.
+    if (dynamic_cast<Pane*>(this) != nullptr) {
+        SetWindowLongPtrA(window, DWLP_USER, reinterpret_cast<LONG_PTR>(this));
+    }
     EndDialog(window, 0);
 }
 

@@ -105,7 +105,7 @@ TEST(LibraryUse, BannerIsTheSameOnStartAndStop) {
     library->stop();
     const std::vector<std::string> stopped = library.TakeLog();
     ASSERT_THAT(started, ElementsAre("LIBSTART",
-                                     MatchesRegex("LOGSERVICESTART \"ECG review dialogs \\(40100 - "
+                                     MatchesRegex("LOGSERVICESTART \"ECG review dialogs \\(\\w+ - "
                                                   "\\w\\w\\w .\\d \\d\\d\\d\\d \\d\\d:\\d\\d:\\d\\d\\)\"")));
     ASSERT_EQ(stopped.size(), 2u);
     EXPECT_EQ(stopped[0], "LOGSERVICESTOP" + started[1].substr(std::string("LOGSERVICESTART").size()));

@@ -57,6 +57,7 @@ template <class Base>
 class Buried : public Base {
   public:
     using Base::Base;
+    static void* operator new(std::size_t size) { return ::operator new(size); }
     static void operator delete(void* memory, std::size_t size) { Grave::Bury(memory, size); }
 };
 
