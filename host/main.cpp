@@ -126,13 +126,22 @@ int Run(const PrintToPrinter& command) {
     return RunBatch([&](SystemLog&) { return RunPrintToPrinter(command, AnalysisClient()); });
 }
 
+int Run(const ExportSignal& command) {
+    return RunBatch([&](SystemLog&) { return RunExportSignal(command, AnalysisClient()); });
+}
+
+int Run(const ShowVersion&) {
+    WriteOutput("kxhost " KX_VERSION_TEXT "\n");
+    return kDone;
+}
+
 int Run(const ShowHelp&) {
     WriteOutput(UsageText());
     return kDone;
 }
 
 int Run(const UsageError& error) {
-    WriteError("kxhost: " + error.text + '\n' + std::string(UsageText()));
+    WriteError("kxhost: " + error.text + "\nkxhost --help lists what can be asked for\n");
     return kMisused;
 }
 

@@ -16,6 +16,7 @@
 #define IDM_FILE_PRINT 107
 #define IDM_FILE_SAVE 108
 #define IDM_FILE_IMPORT 109
+#define IDM_FILE_EXPORT_SIGNAL 100
 
 /* One command per tab, in tab order. */
 #define IDM_VIEW_FIRST_PANE 110

@@ -43,11 +43,38 @@ std::unique_ptr<PageImage> Draw(const RecordSession& session, const PrintSetting
 
 }  // namespace
 
+// Each recording on its own: one that cannot be read keeps none of the others from being printed.
 int RunMeasure(const Measure& command, const AnalysisClient& analysis) {
+    std::string output;
+    std::string failures;
+    for (const RecordRequest& record : command.records) {
+        try {
+            const auto session = RecordSession::Open(record, analysis);
+            if (!session->MeasuringFailure().empty())
+                throw RecordError(
+                    ToUtf8(L"the median beat could not be measured: " + session->MeasuringFailure()));
+            const MeasuredRecord measured{record.path.empty() ? "--builtin" : record.path, session->BeatsMs(),
+                                          session->RPeakMs(), session->Measurements()};
+            if (command.json)
+                output += (output.empty() ? "" : ",\n") + MeasurementsJson(measured);
+            else
+                output += ListMeasurements(measured, command.records.size() > 1);
+        } catch (const RecordError& error) {
+            failures += (failures.empty() ? "" : "; ") + std::string(error.what());
+        }
+    }
+    if (command.json)
+        output = "[" + output + "]\n";
+    WriteOutput(output);
+    if (!failures.empty())
+        throw RecordError(failures);
+    return 0;
+}
+
+int RunExportSignal(const ExportSignal& command, const AnalysisClient& analysis) {
     const auto session = RecordSession::Open(command.record, analysis);
-    if (!session->MeasuringFailure().empty())
-        throw RecordError(ToUtf8(L"the median beat could not be measured: " + session->MeasuringFailure()));
-    WriteOutput(ListMeasurements(session->BeatsMs(), session->RPeakMs(), session->Measurements()));
+    if (!session->SaveSignal(PathFromUtf8(command.file), command.format))
+        throw RecordError(command.file + ": the recording could not be written");
     return 0;
 }
 

@@ -1,6 +1,4 @@
-// The forms of kxhost that print, write or list and end: --measure, --interpret, --table, --fields, --expand,
-// --print and
-// --print-to.
+// The forms of kxhost that print, write or list and end.
 #pragma once
 
 #include "host/batch/command_line.h"
@@ -11,6 +9,7 @@ namespace kxhost {
 // Each returns the program's exit code. Throws RecordError when the recording cannot be read or measured, or
 // what is asked for not be written or printed.
 int RunMeasure(const Measure& command, const AnalysisClient& analysis);
+int RunExportSignal(const ExportSignal& command, const AnalysisClient& analysis);
 int RunInterpret(const InterpretRecord& command, const AnalysisClient& analysis);
 int RunExportTable(const ExportTable& command, const AnalysisClient& analysis);
 int RunListFields(const ListFields& command, const AnalysisClient& analysis);

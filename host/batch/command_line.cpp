@@ -4,6 +4,7 @@
 #include <charconv>
 #include <map>
 
+#include "host/file_formats.h"
 #include "lib/measurement_table.h"
 
 namespace kxhost {
@@ -15,6 +16,7 @@ struct Words {
     std::map<std::string_view, std::string_view> values;  // of the options, by their names
     const struct Form* form = nullptr;
     bool builtin = false;
+    bool json = false;
 
     const std::string_view* Value(std::string_view option) const {
         const auto found = values.find(option);
@@ -36,6 +38,9 @@ struct Setting {
     std::string_view option;
     std::string_view forms[2];  // none: every one, the window too
 };
+
+// The form that takes more than one recording.
+constexpr std::string_view kManyRecords = "--measure";
 
 constexpr Setting kSettings[] = {
     {"--units-per-mv", {}}, {"--size", {"--shot", {}}}, {"--paper", {"--print", "--print-to"}}};
@@ -110,8 +115,20 @@ bool ParseCodes(std::string_view text, std::vector<int>& codes) {
 
 using Place = std::optional<std::string_view>;
 
-Command MakeMeasure(const RecordRequest& record, const Words&, Place) {
-    return Measure{record};
+// As many recordings as there are places.
+Command MakeMeasure(const RecordRequest& record, const Words& words, Place) {
+    Measure command{{record}, words.json};
+    for (std::size_t i = words.builtin ? 0 : 1; i < words.places.size(); ++i)
+        command.records.push_back({std::string(words.places[i]), record.unitsPerMv});
+    return command;
+}
+
+Command MakeExportAecg(const RecordRequest& record, const Words&, Place file) {
+    return ExportSignal{record, std::string(*file), SignalFormat::kAecg};
+}
+
+Command MakeExportCsv(const RecordRequest& record, const Words&, Place file) {
+    return ExportSignal{record, std::string(*file), SignalFormat::kCsv};
 }
 
 Command MakeInterpret(const RecordRequest& record, const Words&, Place) {
@@ -122,6 +139,8 @@ Command MakeShot(const RecordRequest& record, const Words& words, Place pane) {
     Shot shot;
     shot.record = record;
     shot.file = *words.Value("--shot");
+    if (!HasExtension(shot.file, ".png"))
+        return Wrong("not a .png file", shot.file);
     if (!ParsePane(*pane, shot.pane))
         return Wrong("unknown pane", *pane);
     const std::string_view* size = words.Value("--size");
@@ -186,6 +205,8 @@ Command MakePrintToPrinter(const RecordRequest& record, const Words& words, Plac
 constexpr Form kForms[] = {
     {"--measure", false, nullptr, false, MakeMeasure},
     {"--interpret", false, nullptr, false, MakeInterpret},
+    {"--export-aecg", false, "file", false, MakeExportAecg},
+    {"--export-csv", false, "file", false, MakeExportCsv},
     {"--shot", true, "pane", false, MakeShot},
     {"--fields", false, "field codes", true, MakeListFields},
     {"--expand", true, nullptr, false, MakeExpand},
@@ -207,6 +228,8 @@ std::optional<Command> SortWords(const std::vector<std::string>& arguments, Word
     bool optionsEnded = false;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         const std::string_view word = arguments[i];
+        if (!optionsEnded && (word == "--help" || word == "-h" || word == "/?"))
+            return ShowHelp{};
         if (optionsEnded || !word.starts_with("-")) {
             words.places.push_back(word);
             continue;
@@ -215,10 +238,10 @@ std::optional<Command> SortWords(const std::vector<std::string>& arguments, Word
             optionsEnded = true;
             continue;
         }
-        if (word == "--help" || word == "-h")
-            return ShowHelp{};
-        if (word == "--builtin") {
-            words.builtin = true;
+        if (word == "--version")
+            return ShowVersion{};
+        if (word == "--builtin" || word == "--json") {
+            (word == "--json" ? words.json : words.builtin) = true;
             continue;
         }
         const auto named = [&](const auto& row) { return row.option == word; };
@@ -246,6 +269,8 @@ std::optional<UsageError> CheckSettings(const Words& words) {
         if (words.Value(setting.option) != nullptr && !first.empty() && form != first && form != second)
             return UsageError{std::string(setting.option) + " belongs to " + std::string(first)};
     }
+    if (words.json && form != kManyRecords)
+        return UsageError{"--json belongs to " + std::string(kManyRecords)};
     return std::nullopt;
 }
 
@@ -274,7 +299,8 @@ Command ToCommand(const Words& words) {
         else if (!words.form->placeMayMiss)
             return UsageError{std::string("no ") + words.form->place + " given"};
     }
-    if (next != words.places.size())
+    const bool many = words.form != nullptr && words.form->option == kManyRecords;
+    if (next != words.places.size() && !many)
         return Wrong("one word too many", words.places[next]);
     return words.form == nullptr ? OpenWorkstation{record, words.builtin}
                                  : words.form->make(record, words, place);
@@ -293,8 +319,12 @@ std::string_view UsageText() {
     return R"(usage:
   kxhost [RECORD | --builtin] [--units-per-mv N]
       opens the workstation window on its worklist, on a recording, or on the built-in synthetic one
-  kxhost --measure RECORD [--units-per-mv N]
+  kxhost --measure RECORD... [--json] [--units-per-mv N]
       prints the beats and the measurements of the median beat
+  kxhost --export-aecg RECORD FILE [--units-per-mv N]
+      writes the recording with its measurements as HL7 annotated ECG
+  kxhost --export-csv RECORD FILE [--units-per-mv N]
+      writes the samples of the recording, in microvolts
   kxhost --interpret RECORD [--units-per-mv N]
       prints the statements of the automatic interpretation
   kxhost --fields RECORD [CODES] [--units-per-mv N]
@@ -309,22 +339,28 @@ std::string_view UsageText() {
       prints it
   kxhost --shot FILE.png RECORD PANE [--units-per-mv N] [--size WxH]
       writes a picture of one pane, or of the whole window
+  kxhost --version
   kxhost --help
 
-RECORD  the header (.hea) of a WFDB recording, with or without its extension; in its place --builtin takes the
-        built-in synthetic recording
-PANE    general, qrs, p, t, hypertrophy, interpretation, table, report, or window for the whole workstation window
+RECORD  a file of SCP-ECG, of a DICOM waveform or of HL7 aECG, told by what it holds, or the header (.hea) of a WFDB
+        recording, with or without its extension; in its place --builtin takes the built-in synthetic recording
+PANE    worklist, tracing, general, qrs, p, t, hypertrophy, interpretation, table, report, or window for the whole workstation window
 LEAD    I, II, III, aVR, aVL, aVF, V1 to V6
 PRINTER the name of a local printer that understands PCL 5
 CODES   field codes of the report templates, as 1,2,48-59; all by default
-N       sample units in one millivolt, in place of what the header says (a whole number)
+N       sample units in one millivolt, in place of what a WFDB header says (a whole number)
 WxH     size of the picture in pixels, 64x64 to 4096x4096; by default the pane's or the window's own size
 --      what follows is no option
 
 --measure prints one "name<TAB>value" a line: "beat" once for each beat found (ms from the start of the recording),
 "rPeak" (the alignment point, ms from the start of the median beat), the intervals and durations (ms), the axes
 (degrees) and the fiducial points (ms) by their names, then "LEAD.name" for each lead: amplitudes and ST levels in
-microvolts, markers in ms; 0 is an absent marker. Numbers are decimal integers.
+microvolts, markers in ms; 0 is an absent marker. Numbers are decimal integers. Of several recordings each begins with
+"record<TAB>NAME"; one that cannot be read is told on standard error, the others are printed, and the exit code is 1.
+--json prints the same as one array of objects.
+
+--export-csv writes a line for each sample, cells separated by semicolons and decimals by a comma: the time in ms, then
+the twelve leads in microvolts.
 
 --interpret prints one "code<TAB>text" a line in UTF-8, the overall classification last.
 

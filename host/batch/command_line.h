@@ -29,7 +29,16 @@ struct OpenWorkstation {
 };
 
 struct Measure {
+    std::vector<RecordRequest> records;  // one or more
+    bool json = false;
+};
+
+// The reviewed test as HL7 aECG, or the samples of its recording as CSV.
+enum class SignalFormat { kAecg, kCsv };
+struct ExportSignal {
     RecordRequest record;
+    std::string file;  // UTF-8
+    SignalFormat format = SignalFormat::kAecg;
 };
 
 struct InterpretRecord {
@@ -80,13 +89,15 @@ struct PrintToPrinter {
 
 struct ShowHelp {};
 
+struct ShowVersion {};
+
 // The command line cannot be understood; text says why, in one line without a line break.
 struct UsageError {
     std::string text;
 };
 
 using Command = std::variant<OpenWorkstation, Measure, InterpretRecord, Shot, ListFields, Expand, ExportTable,
-                             PrintToFile, PrintToPrinter, ShowHelp, UsageError>;
+                             PrintToFile, PrintToPrinter, ExportSignal, ShowHelp, ShowVersion, UsageError>;
 
 inline constexpr int kSmallestShot = 64;
 inline constexpr int kLargestShot = 4096;
@@ -96,7 +107,7 @@ inline constexpr int kLargestFieldCode = 9999;
 // arguments: the words behind the program's name, UTF-8.
 Command ParseCommandLine(const std::vector<std::string>& arguments);
 
-// What --help prints, and what follows a usage error. Lines end with \n.
+// What --help prints. Lines end with \n.
 std::string_view UsageText();
 
 }  // namespace kxhost

@@ -26,8 +26,9 @@ OPENFILENAMEW Describe(HWND owner, const wchar_t* title, const wchar_t* filter,
 
 std::optional<std::filesystem::path> AskRecordToOpen(HWND owner) {
     std::array<wchar_t, kLongestPath> name{};
-    OPENFILENAMEW dialog =
-        Describe(owner, L"Apri tracciato", L"Tracciati WFDB (*.hea)\0*.hea\0Tutti i file (*.*)\0*.*\0", name);
+    OPENFILENAMEW dialog = Describe(
+        owner, L"Apri tracciato",
+        L"Tracciati (*.hea, *.scp, *.dcm, *.xml)\0*.hea;*.scp;*.dcm;*.xml\0Tutti i file (*.*)\0*.*\0", name);
     dialog.Flags |= OFN_FILEMUSTEXIST | OFN_PATHMUSTEXIST;
     if (!GetOpenFileNameW(&dialog))
         return std::nullopt;

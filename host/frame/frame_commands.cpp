@@ -83,6 +83,9 @@ void FrameWindow::OnCommand(int id) {
         case IDM_FILE_SAVE_EPISODE:
             OnSaveEpisode();
             break;
+        case IDM_FILE_EXPORT_SIGNAL:
+            OnExportSignal();
+            break;
         case IDM_FILE_EXPORT_TABLE:
             OnExportTable();
             break;

@@ -1,4 +1,5 @@
 // The workstation's commands that read and write files.
+#include "host/file_formats.h"
 #include "host/frame/file_dialogs.h"
 #include "host/frame/frame_window.h"
 #include "host/windows/png_writer.h"
@@ -134,6 +135,23 @@ void FrameWindow::OnExportTable() {
         Say(L"Il nome del file deve finire in .csv o in .html.\n\n" + file->wstring(), MB_ICONERROR);
     else if (!session_->SaveTable(*file, *format))
         Say(L"La tabella non può essere salvata.\n\n" + file->wstring(), MB_ICONERROR);
+}
+
+void FrameWindow::OnExportSignal() {
+    if (!session_)
+        return;
+    const auto file =
+        AskFileToSave(Window(), L"Esporta tracciato",
+                      L"ECG annotato HL7 (*.xml)\0*.xml\0Campioni per fogli di calcolo (*.csv)\0*.csv\0",
+                      L"xml", session_->Title(), session_->Folder());
+    if (!file)
+        return;
+    const std::string name = ToUtf8(file->wstring());
+    if (!HasExtension(name, ".xml") && !HasExtension(name, ".csv"))
+        Say(L"Il nome del file deve finire in .xml o in .csv.\n\n" + file->wstring(), MB_ICONERROR);
+    else if (!session_->SaveSignal(*file,
+                                   HasExtension(name, ".xml") ? SignalFormat::kAecg : SignalFormat::kCsv))
+        Say(L"Il tracciato non può essere esportato.\n\n" + file->wstring(), MB_ICONERROR);
 }
 
 void FrameWindow::OnSavePicture() {

@@ -71,6 +71,7 @@ class FrameWindow final : public HostWindow, private WorklistActions {
     void ImportFilesForUser() override;
     void TakeSession(std::unique_ptr<RecordSession> opened);
     void OnExportTable();
+    void OnExportSignal();
     void OnPrint();
     void OnSavePicture();
     void OnEditReport(uint32_t mode);

@@ -41,32 +41,73 @@ constexpr Field<KxLeadMeasurements> kLeadValues[] = {
 
 #undef KX_FIELD
 
-void AddLead(std::string& text, std::string_view lead, const KxLeadMeasurements& block) {
-    const std::string prefix = std::string(lead) + '.';
+// The values of the whole beat, each with its name.
+template <class Visit>
+void EachValue(const MeasuredRecord& record, Visit visit) {
+    visit("rPeak", record.rPeakMs);
+    for (const auto& field : kGlobalValues)
+        visit(field.name, field.value(record.set));
+    for (const kx::FiducialMarker& marker : kx::kGlobalMarkers)
+        visit(marker.field, int{record.set.leads[0].*marker.ms});
+}
+
+// Those of one lead.
+template <class Visit>
+void EachValueOf(const KxLeadMeasurements& block, Visit visit) {
     for (const kx::AmplitudeColumn& amplitude : kx::kAmplitudeColumns)
-        AddLine(text, prefix + amplitude.field, block.*amplitude.value);
+        visit(amplitude.field, int{block.*amplitude.value});
     for (const auto& field : kLeadValues)
-        AddLine(text, prefix + std::string(field.name), field.value(block));
+        visit(field.name, field.value(block));
     for (const kx::FiducialMarker& marker : kx::kLeadMarkers)
-        AddLine(text, prefix + marker.field, block.*marker.ms);
+        visit(marker.field, int{block.*marker.ms});
     for (int k = 0; k < KX_ST_LEVELS; ++k)
-        AddLine(text, prefix + "stLevel" + std::to_string(k), block.stLevel[k]);
+        visit("stLevel" + std::to_string(k), int{block.stLevel[k]});
+}
+
+std::string Quoted(std::string_view text) {
+    std::string quoted = "\"";
+    for (const char c : text) {
+        if (c == '"' || c == '\\')
+            quoted += '\\';
+        quoted += static_cast<unsigned char>(c) < ' ' ? ' ' : c;
+    }
+    return quoted + '"';
+}
+
+void AddMember(std::string& json, std::string_view name, int value) {
+    json += (json.back() == '{' ? "" : ",") + Quoted(name) + ':' + std::to_string(value);
 }
 
 }  // namespace
 
-std::string ListMeasurements(std::span<const int> beatsMs, int rPeakMs, const KxMeasurementSet& set) {
-    std::string text;
-    for (const int beat : beatsMs)
+std::string ListMeasurements(const MeasuredRecord& record, bool named) {
+    std::string text = named ? "record\t" + record.name + '\n' : "";
+    for (const int beat : record.beatsMs)
         AddLine(text, "beat", beat);
-    AddLine(text, "rPeak", rPeakMs);
-    for (const auto& field : kGlobalValues)
-        AddLine(text, field.name, field.value(set));
-    for (const kx::FiducialMarker& marker : kx::kGlobalMarkers)
-        AddLine(text, marker.field, set.leads[0].*marker.ms);
-    for (unsigned lead = 0; lead < KX_STANDARD_LEADS; ++lead)
-        AddLead(text, kx::kLeadNames[lead], set.leads[lead]);
+    EachValue(record, [&](std::string_view name, int value) { AddLine(text, name, value); });
+    for (unsigned lead = 0; lead < KX_STANDARD_LEADS; ++lead) {
+        const std::string prefix = std::string(kx::kLeadNames[lead]) + '.';
+        EachValueOf(record.set.leads[lead], [&](std::string_view name, int value) {
+            AddLine(text, prefix + std::string(name), value);
+        });
+    }
     return text;
+}
+
+std::string MeasurementsJson(const MeasuredRecord& record) {
+    std::string json = "{\"record\":" + Quoted(record.name) + ",\"beats\":[";
+    for (const int beat : record.beatsMs)
+        json += (json.back() == '[' ? "" : ",") + std::to_string(beat);
+    json += ']';
+    EachValue(record, [&](std::string_view name, int value) { AddMember(json, name, value); });
+    json += ",\"leads\":{";
+    for (unsigned lead = 0; lead < KX_STANDARD_LEADS; ++lead) {
+        json += (lead == 0 ? "" : ",") + Quoted(kx::kLeadNames[lead]) + ":{";
+        EachValueOf(record.set.leads[lead],
+                    [&](std::string_view name, int value) { AddMember(json, name, value); });
+        json += '}';
+    }
+    return json + "}}";
 }
 
 }  // namespace kxhost

@@ -2,8 +2,14 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdio>
 #include <cstring>
+#include <optional>
+#include <random>
 
+#include "host/recording/aecg/aecg_writer.h"
+#include "host/recording/csv/samples_csv.h"
+#include "host/recording/ecg_block.h"
 #include "host/recording/median_beat.h"
 #include "host/recording/open_recording.h"
 #include "host/recording/synthetic.h"
@@ -36,6 +42,16 @@ MedianBeat MakeBeat(const Recording& recording) {
     if (!beat)
         throw RecordError(recording.name + ": " + error);
     return std::move(*beat);
+}
+
+// A random UUID (RFC 4122, version 4).
+std::string NewIdentifier() {
+    std::random_device random;
+    const auto next = [&random](unsigned mask, unsigned bits) { return (random() & mask) | bits; };
+    char text[40];
+    std::snprintf(text, sizeof text, "%08x-%04x-%04x-%04x-%08x%04x", next(0xFFFFFFFF, 0), next(0xFFFF, 0),
+                  next(0x0FFF, 0x4000), next(0x3FFF, 0x8000), next(0xFFFFFFFF, 0), next(0xFFFF, 0));
+    return text;
 }
 
 }  // namespace
@@ -145,6 +161,17 @@ bool RecordSession::SaveEpisode(const std::filesystem::path& file) const {
 bool RecordSession::SaveTable(const std::filesystem::path& file, TableFormat format) const {
     kx::ReplacingFile replaced(file.wstring());
     return WriteTable(test_, format, kx::UserLocale(), replaced) && replaced.Commit();
+}
+
+bool RecordSession::SaveSignal(const std::filesystem::path& file, SignalFormat format) const {
+    std::optional<std::string> text;
+    if (format == SignalFormat::kAecg)
+        text = kx::recording::WriteAecg(test_, NewIdentifier());
+    else if (const auto recording = kx::recording::DecodeEcg(test_))
+        text = kx::recording::SamplesCsv(*recording);
+    kx::ReplacingFile replaced(file.wstring());
+    return text && replaced.Write(text->data(), static_cast<std::uint32_t>(text->size())) &&
+           replaced.Commit();
 }
 
 }  // namespace kxhost

@@ -68,6 +68,8 @@ class RecordSession {
     bool SaveEpisode(const std::filesystem::path& file) const;
     // The same with the table of the wave amplitudes.
     bool SaveTable(const std::filesystem::path& file, TableFormat format) const;
+    // The same with the recording and what was found in it (HL7 aECG), or with its samples (CSV).
+    bool SaveSignal(const std::filesystem::path& file, SignalFormat format) const;
 
   private:
     RecordSession() = default;

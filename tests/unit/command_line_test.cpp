@@ -11,16 +11,23 @@ using Words = std::vector<std::string>;
 std::string Describe(const Command& command) {
     struct Describer {
         static std::string Of(const RecordRequest& r) {
-            return (r.path.empty() ? "<builtin>" : r.path) +
-                   (r.unitsPerMv ? " @" + std::to_string(r.unitsPerMv) : "");
+            return (r.path.empty() ? "<builtin>" : r.path) + (r.unitsPerMv ? " @" + std::to_string(r.unitsPerMv) : "");
         }
         std::string operator()(const OpenWorkstation& c) const { return "open " + Of(c.record); }
-        std::string operator()(const Measure& c) const { return "measure " + Of(c.record); }
+        std::string operator()(const Measure& c) const {
+            std::string text = c.json ? "measure as JSON" : "measure";
+            for (const RecordRequest& record : c.records)
+                text += ' ' + Of(record);
+            return text;
+        }
+        std::string operator()(const ExportSignal& c) const {
+            return std::string(c.format == SignalFormat::kAecg ? "aecg " : "csv ") + c.file + " of " + Of(c.record);
+        }
+        std::string operator()(const ShowVersion&) const { return "version"; }
         std::string operator()(const InterpretRecord& c) const { return "interpret " + Of(c.record); }
         std::string operator()(const Shot& c) const {
-            return "shot " + c.file + " of " + Of(c.record) + " " +
-                   (c.pane ? std::string(RowOf(*c.pane).name) : "window") + " " + std::to_string(c.width) +
-                   "x" + std::to_string(c.height);
+            return "shot " + c.file + " of " + Of(c.record) + " " + (c.pane ? std::string(RowOf(*c.pane).name) : "window") + " " +
+                   std::to_string(c.width) + "x" + std::to_string(c.height);
         }
         std::string operator()(const ListFields& c) const {
             std::string text = "fields of " + Of(c.record);
@@ -30,19 +37,13 @@ std::string Describe(const Command& command) {
         }
         std::string operator()(const Expand& c) const { return "expand " + c.text + " for " + Of(c.record); }
         std::string operator()(const ExportTable& c) const {
-            return std::string("table ") + (c.format == TableFormat::kCsv ? "csv " : "html ") + c.file +
-                   " of " + Of(c.record);
+            return std::string("table ") + (c.format == TableFormat::kCsv ? "csv " : "html ") + c.file + " of " + Of(c.record);
         }
         std::string operator()(const PrintToFile& c) const {
-            return "print " + c.file + " as " + std::to_string(static_cast<int>(c.format)) + " of " +
-                   Of(c.record) + Of(c.settings);
+            return "print " + c.file + " as " + std::to_string(static_cast<int>(c.format)) + " of " + Of(c.record) + Of(c.settings);
         }
-        std::string operator()(const PrintToPrinter& c) const {
-            return "print on " + c.printer + " of " + Of(c.record) + Of(c.settings);
-        }
-        static std::string Of(const PrintSettings& s) {
-            return " lead " + std::to_string(s.lead) + " " + NameOf(s.paper);
-        }
+        std::string operator()(const PrintToPrinter& c) const { return "print on " + c.printer + " of " + Of(c.record) + Of(c.settings); }
+        static std::string Of(const PrintSettings& s) { return " lead " + std::to_string(s.lead) + " " + NameOf(s.paper); }
         std::string operator()(const ShowHelp&) const { return "help"; }
         std::string operator()(const UsageError& c) const { return "error: " + c.text; }
     };
@@ -63,6 +64,11 @@ TEST(CommandLine, UnderstandsEveryForm) {
         {{"--measure", "a.hea"}, "measure a.hea"},
         {{"a.hea", "--measure"}, "measure a.hea"},
         {{"--measure", "--builtin"}, "measure <builtin>"},
+        {{"--measure", "a", "b", "--json", "--units-per-mv", "5"}, "measure as JSON a @5 b @5"},
+        {{"--export-aecg", "a", "x.xml"}, "aecg x.xml of a"},
+        {{"--export-csv", "--builtin", "x.csv"}, "csv x.csv of <builtin>"},
+        {{"--version"}, "version"},
+        {{"/?"}, "help"},
         {{"--measure", "a", "--units-per-mv", "2000"}, "measure a @2000"},
         {{"--measure", "--", "-odd name"}, "measure -odd name"},
         {{"--interpret", "a", "--units-per-mv", "1000"}, "interpret a @1000"},
@@ -80,8 +86,7 @@ TEST(CommandLine, UnderstandsEveryForm) {
         {{"--table", "x.csv", "a"}, "table csv x.csv of a"},
         {{"--table", "x y.HTML", "--builtin"}, "table html x y.HTML of <builtin>"},
         {{"--print", "x.pcl", "a", "V5"}, "print x.pcl as 0 of a lead 10 A4"},
-        {{"--print", "x.BMP", "--builtin", "avr", "--paper", "letter"},
-         "print x.BMP as 1 of <builtin> lead 3 Letter"},
+        {{"--print", "x.BMP", "--builtin", "avr", "--paper", "letter"}, "print x.BMP as 1 of <builtin> lead 3 Letter"},
         {{"--paper", "A4", "--print-to", "Laser 1", "a", "I"}, "print on Laser 1 of a lead 0 A4"},
         {{"--size", "64x4096", "--shot", "f.png", "a", "p"}, "shot f.png of a p 64x4096"},
     };
@@ -98,13 +103,15 @@ TEST(CommandLine, SaysWhatItDoesNotUnderstand) {
         {{"a", "b"}, "one word too many: b"},
         {{"--builtin", "a"}, "one word too many: a"},
         {{"--measure"}, "no recording given (a path, or --builtin)"},
-        {{"--measure", "a", "b"}, "one word too many: b"},
+        {{"--interpret", "a", "b"}, "one word too many: b"},
+        {{"--export-aecg", "a"}, "no file given"},
+        {{"--fields", "a", "--json"}, "--json belongs to --measure"},
+        {{"--shot", "x.jpg", "a", "qrs"}, "not a .png file: x.jpg"},
         {{"--measure", "a", "--units-per-mv"}, "a value is missing behind: --units-per-mv"},
         {{"--measure", "a", "--units-per-mv", "0"}, "not a whole number of units per mV: 0"},
         {{"--measure", "a", "--units-per-mv", "-5"}, "not a whole number of units per mV: -5"},
         {{"--measure", "a", "--units-per-mv", "1e3"}, "not a whole number of units per mV: 1e3"},
-        {{"--measure", "a", "--units-per-mv", "99999999999"},
-         "not a whole number of units per mV: 99999999999"},
+        {{"--measure", "a", "--units-per-mv", "99999999999"}, "not a whole number of units per mV: 99999999999"},
         {{"--measure", "a", "--size", "64x64"}, "--size belongs to --shot"},
         {{"--measure", "--shot", "f", "a", "p"}, "--measure and --shot exclude each other"},
         {{"--fields", "a", "--expand", "x"}, "--fields and --expand exclude each other"},
@@ -136,22 +143,18 @@ TEST(CommandLine, SaysWhatItDoesNotUnderstand) {
         {{"--shot", "f.png", "--builtin"}, "no pane given"},
         {{"--shot", "f.png", "a", "u"}, "unknown pane: u"},
         {{"--shot", "f.png", "a", "p", "--size", "63x64"}, "not a size between 64x64 and 4096x4096: 63x64"},
-        {{"--shot", "f.png", "a", "p", "--size", "64x4097"},
-         "not a size between 64x64 and 4096x4096: 64x4097"},
+        {{"--shot", "f.png", "a", "p", "--size", "64x4097"}, "not a size between 64x64 and 4096x4096: 64x4097"},
         {{"--shot", "f.png", "a", "p", "--size", "800"}, "not a size between 64x64 and 4096x4096: 800"},
-        {{"--shot", "f.png", "a", "p", "--size", "800x600x3"},
-         "not a size between 64x64 and 4096x4096: 800x600x3"},
+        {{"--shot", "f.png", "a", "p", "--size", "800x600x3"}, "not a size between 64x64 and 4096x4096: 800x600x3"},
     };
     for (const auto& row : rows)
-        EXPECT_EQ(Describe(ParseCommandLine(row.words)), std::string("error: ") + row.expected)
-            << testing::PrintToString(row.words);
+        EXPECT_EQ(Describe(ParseCommandLine(row.words)), std::string("error: ") + row.expected) << testing::PrintToString(row.words);
 }
 
 TEST(CommandLine, HelpNamesEveryOptionAndPane) {
     const std::string usage(UsageText());
-    for (const char* option :
-         {"--measure", "--shot", "--fields", "--expand", "--table", "--print", "--print-to", "--paper",
-          "--builtin", "--size", "--units-per-mv", "--help", "window"})
+    for (const char* option : {"--measure", "--shot", "--fields", "--expand", "--table", "--print", "--print-to", "--paper", "--builtin",
+                               "--size", "--units-per-mv", "--help", "window", "--json", "--version", "--export-aecg", "--export-csv"})
         EXPECT_NE(usage.find(option), std::string::npos) << option;
     for (const PaneRow& row : kPanes)
         EXPECT_NE(usage.find(row.name), std::string::npos) << row.name;

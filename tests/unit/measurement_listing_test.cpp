@@ -68,7 +68,7 @@ TEST(MeasurementListing, GivesEveryValueItsOwnName) {
         lead.stLevel[k] = static_cast<int16_t>(-100 - k);
 
     const std::vector<int> beats{350, 1350};
-    const auto lines = Parse(ListMeasurements(beats, 300, set));
+    const auto lines = Parse(ListMeasurements({"r", beats, 300, set}, false));
 
     const std::map<std::string, int> expected{
         {"rPeak", 300},
