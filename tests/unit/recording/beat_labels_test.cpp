@@ -42,6 +42,7 @@ TEST(BeatLabels, FollowShapeAndTime) {
         for (std::size_t i = 0; i < row.shapes.size(); ++i) {
             beat.beatsMs.push_back(i == 0 ? 300 : beat.beatsMs.back() + row.intervals[i - 1]);
             beat.dominant.push_back(row.shapes[i] == 'd');
+            beat.kept.push_back(true);
         }
         kx::TestRecord test;
         ASSERT_TRUE(kx::recording::FillAnnotations(test, beat));
@@ -60,7 +61,7 @@ TEST(BeatLabels, CarryTheHeartRate) {
     MedianBeat beat;
     beat.rrMs = 750;
     beat.beatsMs = {300, 1050, 1800};
-    beat.dominant = {true, true, true};
+    beat.dominant = beat.kept = {true, true, true};
     kx::TestRecord test;
     ASSERT_TRUE(kx::recording::FillAnnotations(test, beat));
     EXPECT_EQ(80, test.Annotations()->HeartRate(1));
