@@ -73,7 +73,7 @@ bool SaveBmp(const PageImage& page, const std::filesystem::path& file) {
 
 bool SavePng(PageImage& page, const std::filesystem::path& file) {
     const GdiPlusSession gdiPlus;
-    return gdiPlus.IsStarted() && WritePng(page.TakeBitmap(), file);
+    return gdiPlus.IsStarted() && WritePng(page.TakeBitmap(), file, kPrintDpi);
 }
 
 }  // namespace

@@ -38,11 +38,14 @@ GdiPlusSession::~GdiPlusSession() {
         Gdiplus::GdiplusShutdown(token_);
 }
 
-bool WritePng(HBITMAP bitmap, const std::filesystem::path& file) {
+bool WritePng(HBITMAP bitmap, const std::filesystem::path& file, int dotsPerInch) {
     Gdiplus::GpBitmap* made = nullptr;
     if (GdipCreateBitmapFromHBITMAP(bitmap, nullptr, &made) != Gdiplus::Ok)
         return false;
     const std::unique_ptr<Gdiplus::GpBitmap, ImageDeleter> image(made);
+    const auto resolution = static_cast<Gdiplus::REAL>(dotsPerInch);
+    if (dotsPerInch != 0 && GdipBitmapSetResolution(made, resolution, resolution) != Gdiplus::Ok)
+        return false;
     if (GdipSaveImageToFile(image.get(), file.c_str(), &kPngEncoder, nullptr) == Gdiplus::Ok)
         return true;
     std::error_code ignored;

@@ -20,8 +20,9 @@ class GdiPlusSession {
     ULONG_PTR token_ = 0;
 };
 
-// Writes the bitmap, which no device context may hold at the time. False when the file could not be written;
+// Writes the bitmap, which no device context may hold at the time. dotsPerInch: of what is drawn to a true
+// size; 0: of the screen. False when the file could not be written;
 // nothing is left behind then. Needs a GdiPlusSession.
-bool WritePng(HBITMAP bitmap, const std::filesystem::path& file);
+bool WritePng(HBITMAP bitmap, const std::filesystem::path& file, int dotsPerInch = 0);
 
 }  // namespace kxhost
