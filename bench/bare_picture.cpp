@@ -42,9 +42,21 @@ BarePicture::BarePicture(MarkerViewWindow& window)
     AddTraces(window);
     AddMarkers(window);
     Rebuild();
+    WNDCLASSA bareClass{};
+    bareClass.lpfnWndProc = Procedure;
+    bareClass.hInstance = GetModuleHandleA(nullptr);
+    bareClass.lpszClassName = "BenchBarePicture";
+    RegisterClassA(&bareClass);
+    // Below the view and beside it, seen like it: neither is painted through the other.
+    bare_ =
+        CreateWindowExA(0, bareClass.lpszClassName, "", WS_CHILD | WS_VISIBLE, 0, MarkerViewWindow::kBareTop,
+                        kViewWidth, kViewHeight, GetParent(view_), nullptr, bareClass.hInstance, nullptr);
+    SetWindowLongPtrA(bare_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    MarkerViewWindow::Drain();
 }
 
 BarePicture::~BarePicture() {
+    DestroyWindow(bare_);
     SelectObject(memory_, before_);
     SelectObject(memory_, GetStockObject(BLACK_PEN));
     SelectObject(memory_, GetStockObject(WHITE_BRUSH));
@@ -181,13 +193,36 @@ void BarePicture::DrawMarker(HDC dc, const Marker& marker, bool focus) const {
     }
 }
 
-void BarePicture::Show() const {
-    const HDC dc = GetDC(view_);
+void BarePicture::Draw(HDC dc) const {
     BitBlt(dc, 0, 0, kViewWidth, kViewHeight, memory_, 0, 0, SRCCOPY);
     for (std::size_t slot = 0; slot < markers_.size(); ++slot) {
         DrawMarker(dc, markers_[slot], slot == focused_);
     }
+}
+
+void BarePicture::Show() const {
+    const HDC dc = GetDC(view_);
+    Draw(dc);
     ReleaseDC(view_, dc);
+    GdiFlush();
+}
+
+LRESULT CALLBACK BarePicture::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_ERASEBKGND) {
+        return 1;
+    }
+    if (message == WM_PAINT) {
+        PAINTSTRUCT paint{};
+        const HDC dc = BeginPaint(window, &paint);
+        reinterpret_cast<const BarePicture*>(GetWindowLongPtrA(window, GWLP_USERDATA))->Draw(dc);
+        EndPaint(window, &paint);
+        return 0;
+    }
+    return DefWindowProcA(window, message, wParam, lParam);
+}
+
+void BarePicture::Repaint() const {
+    RedrawWindow(bare_, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
     GdiFlush();
 }
 
@@ -201,6 +236,7 @@ void BarePicture::Step(std::size_t slot, int column) {
     marker.column = column;
     DrawMarker(dc, marker, slot == focused_);
     ReleaseDC(view_, dc);
+    PostMessageA(GetParent(view_), WM_NULL, static_cast<WPARAM>(column), 0);
     GdiFlush();
 }
 

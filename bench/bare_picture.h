@@ -1,4 +1,4 @@
-// What a marker view draws, as bare GDI calls: no object of the library, no question to the window manager.
+// What a marker view draws and tells, as bare calls of the system: no object of the library.
 #pragma once
 
 #include <windows.h>
@@ -24,7 +24,11 @@ class BarePicture {
     void Rebuild();
     // The picture and all markers onto the window.
     void Show() const;
-    // Marker `slot` from its column to another one: what stood there comes back, and the marker is drawn.
+    // The same as the window manager has a window painted: the view's place in it is a window of its own for
+    // the time.
+    void Repaint() const;
+    // Marker `slot` from its column to another one: what stood there comes back, the marker is drawn, and a
+    // message is posted to the view's owner.
     void Step(std::size_t slot, int column);
     // The marker that is drawn with the frame of the focus; none to begin with.
     void SetFocus(std::size_t slot) { focused_ = slot; }
@@ -50,9 +54,12 @@ class BarePicture {
     void AddTraces(MarkerViewWindow& window);
     void AddMarkers(MarkerViewWindow& window);
     void DrawGrid() const;
+    void Draw(HDC dc) const;
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     void DrawMarker(HDC dc, const Marker& marker, bool focus) const;
 
     HWND view_;
+    HWND bare_;  // of the same size in the same owner
     HDC memory_;
     HBITMAP picture_ = nullptr;
     HGDIOBJ before_ = nullptr;

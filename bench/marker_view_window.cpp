@@ -16,9 +16,11 @@ MarkerViewWindow::MarkerViewWindow()
     const HINSTANCE module = GetModuleHandleA(nullptr);
     const int width = kViewWidth + GetSystemMetrics(SM_CXVSCROLL);
     const int height = kViewHeight + GetSystemMetrics(SM_CYHSCROLL);
-    if (!owner_.Create("BenchOwner", "", module, &owner_, WS_POPUP, 0, 0, 0, width, height)) {
+    if (!owner_.Create("BenchOwner", "", module, &owner_, WS_POPUP, 0, 0, 0, width, kBareTop + kViewHeight)) {
         return;
     }
+    // A pointer in the view would be held on the marker that is dragged, and each step would move it.
+    SetCursorPos(width + 100, 0);
     ShowWindow(owner_.Handle(), SW_SHOW);
     view_ = CreateWindowExA(0, "MarkerView", "", WS_CHILD | WS_VISIBLE | WS_HSCROLL | WS_VSCROLL, 0, 0, width,
                             height, owner_.Handle(), nullptr, module, nullptr);

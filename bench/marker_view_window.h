@@ -28,6 +28,8 @@ class MarkerViewWindow {
     static constexpr std::int32_t kLowEdge = 500;  // thousandths of a Hz
     static constexpr std::int32_t kHighEdge = 40000;
     static constexpr std::int32_t kMainsHz = 50;
+    // Where the owner has room for a picture of the same size below the view.
+    static constexpr int kBareTop = 560;
 
     MarkerViewWindow();
     ~MarkerViewWindow();

@@ -4,8 +4,10 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstddef>
 #include <cstdio>
 #include <limits>
+#include <vector>
 
 namespace kx::bench {
 
@@ -22,20 +24,31 @@ T* Fresh(T* data) {
     return unknown;
 }
 
-// Rounds of each, of which the fastest counts: whatever else the machine does only adds, and a call that
-// waits for another process adds most. A round repeats its work until it lasts about this long, which is far
-// above the resolution of the clock.
-inline constexpr int kRounds = 301;
+// Rounds of floor and subject side by side; the middle one of their ratios counts. What comes and goes while
+// a machine works meets both sides of a round alike, and no single fast or slow one decides, as it would
+// between the two fastest of all. A round repeats its work until it lasts about this long, which is far above
+// the resolution of the clock.
+inline constexpr int kRounds = 1001;
 inline constexpr int kUndoneRounds = 41;  // of calls that take milliseconds
-inline constexpr double kRoundNs = 1e6;
+inline constexpr int kWarmUpRounds = 10;
+inline constexpr std::chrono::seconds kLongEnough{15};  // for one line; fewer rounds of what is slow will do
+inline constexpr double kRoundNs = 2e5;
 inline constexpr int kMostRepetitions = 1 << 22;
 inline constexpr double kNever = std::numeric_limits<double>::infinity();
 
 struct Measured {
-    double floorNs = 0;  // of the fastest round, per call
+    double floorNs = 0;  // per call
     double subjectNs = 0;
     double Ratio() const { return floorNs > 0 ? subjectNs / floorNs : 0; }
 };
+
+// The round whose ratio is the middle one.
+inline Measured Middle(std::vector<Measured>& rounds) {
+    const auto middle = rounds.begin() + static_cast<std::ptrdiff_t>(rounds.size() / 2);
+    std::nth_element(rounds.begin(), middle, rounds.end(),
+                     [](const Measured& a, const Measured& b) { return a.Ratio() < b.Ratio(); });
+    return *middle;
+}
 
 // Nanoseconds that `repetitions` calls take.
 template <typename Work>
@@ -62,20 +75,31 @@ struct Nothing {
     void operator()() const {}
 };
 
-// Measures two callables without arguments by turns. Work that must be prepared anew for each call belongs
-// into both. pause: runs between the rounds and does not count.
+// Measures two callables without arguments by turns, each first in every other round. Work that must be
+// prepared anew for each call belongs into both. pause: runs between them and does not count.
 template <typename Floor, typename Subject, typename Pause = Nothing>
 Measured Measure(Floor&& floor, Subject&& subject, Pause&& pause = {}) {
     const int floorCalls = RepetitionsOf(floor);
+    pause();
     const int subjectCalls = RepetitionsOf(subject);
-    Measured fastest{kNever, kNever};
-    for (int round = 0; round < kRounds; ++round) {
-        pause();
-        fastest.floorNs = std::min(fastest.floorNs, TimeCalls(floor, floorCalls) / floorCalls);
-        pause();
-        fastest.subjectNs = std::min(fastest.subjectNs, TimeCalls(subject, subjectCalls) / subjectCalls);
+    std::vector<Measured> rounds;
+    const auto start = std::chrono::steady_clock::now();
+    const auto isLong = [&] { return std::chrono::steady_clock::now() - start > kLongEnough; };
+    for (int round = -kWarmUpRounds; round < kRounds && (round < kUndoneRounds || !isLong()); ++round) {
+        Measured measured;
+        for (const bool isFloor : {round % 2 == 0, round % 2 != 0}) {
+            pause();
+            if (isFloor) {
+                measured.floorNs = TimeCalls(floor, floorCalls) / floorCalls;
+            } else {
+                measured.subjectNs = TimeCalls(subject, subjectCalls) / subjectCalls;
+            }
+        }
+        if (round >= 0) {
+            rounds.push_back(measured);
+        }
     }
-    return fastest;
+    return Middle(rounds);
 }
 
 // Nanoseconds a call takes, for what is held against a time and not against other work.
@@ -93,14 +117,16 @@ double MeasureAlone(Subject&& subject) {
 // which its own undoing runs and does not count.
 template <typename Floor, typename UndoFloor, typename Subject, typename UndoSubject>
 Measured MeasureUndone(Floor&& floor, UndoFloor&& undoFloor, Subject&& subject, UndoSubject&& undoSubject) {
-    Measured fastest{kNever, kNever};
+    std::vector<Measured> rounds;
     for (int round = 0; round < kUndoneRounds; ++round) {
-        fastest.floorNs = std::min(fastest.floorNs, TimeCalls(floor, 1));
+        Measured measured;
+        measured.floorNs = TimeCalls(floor, 1);
         undoFloor();
-        fastest.subjectNs = std::min(fastest.subjectNs, TimeCalls(subject, 1));
+        measured.subjectNs = TimeCalls(subject, 1);
         undoSubject();
+        rounds.push_back(measured);
     }
-    return fastest;
+    return Middle(rounds);
 }
 
 // One line of the report: name, the floor's and the subject's nanoseconds a call, their ratio, the largest

@@ -16,8 +16,11 @@ constexpr std::int32_t MulDivRound(std::int32_t value, std::int32_t multiplier, 
         return v < 0 ? std::uint64_t{0} - static_cast<std::uint64_t>(static_cast<std::int64_t>(v))
                      : static_cast<std::uint64_t>(v);
     };
-    const std::uint64_t quotient =
-        (magnitude(value) * magnitude(multiplier) + magnitude(divisor) / 2) / magnitude(divisor);
+    const std::uint64_t dividend = magnitude(value) * magnitude(multiplier) + magnitude(divisor) / 2;
+    // A 32-bit machine divides 64 bits by a loop, and the points of a trace need none.
+    const std::uint64_t quotient = dividend <= UINT32_MAX ? static_cast<std::uint32_t>(dividend) /
+                                                                static_cast<std::uint32_t>(magnitude(divisor))
+                                                          : dividend / magnitude(divisor);
     if (quotient > 0x7FFFFFFFu) {
         return -1;
     }

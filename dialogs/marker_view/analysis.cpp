@@ -72,6 +72,13 @@ LRESULT MarkerViewControl::WindowProc(UINT message, WPARAM wParam, LPARAM lParam
                 Rebuild();
             }
             return 1;
+        case WM_PAINT: {
+            // Not as other windows, whose default procedure begins and ends a painting of its own in it: to ask the
+            // system for that costs as much as the picture.
+            PaintContext context(Handle());
+            OnPaint(context);
+            return 0;
+        }
         case WM_CAPTURECHANGED:
             // Whoever took the mouse away: the drag is over.
             EndDrag();
