@@ -21,4 +21,15 @@ inline constexpr std::uint8_t kLabelJunctionalEscape = 11;
 inline constexpr std::uint8_t kLabelPaced = 12;
 inline constexpr std::uint8_t kLabelUnclassifiedBeat = 13;
 
+constexpr bool IsBeatLabel(std::uint8_t label) {
+    return label >= kLabelNormalBeat && label <= kLabelUnclassifiedBeat;
+}
+
+// What is no beat.
+inline constexpr std::uint8_t kLabelPWave = 24;          // the peak of a wave of the atria
+inline constexpr std::uint8_t kLabelPacingImpulse = 26;  // not captured, or before the beat that it made
+// A change of rhythm. The one at 0 ms says that waves of the atria and impulses were looked for; its second
+// value (in place of the heart rate) is how long the usual QRS complex begins slowly, ms.
+inline constexpr std::uint8_t kLabelRhythm = 28;
+
 }  // namespace kx

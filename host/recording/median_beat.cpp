@@ -74,6 +74,10 @@ std::optional<MedianBeat> Make(const Recording& given, std::string& error) {
         const std::ptrdiff_t place = beats.places[i] + (beats.dominant[i] ? offset : 0);
         beat.beatsMs.push_back(static_cast<int>(std::max<std::ptrdiff_t>(0, place) * 1000 / kWorkingRate));
     }
+    beat.rhythm = FindRhythm(beats);
+    for (std::size_t i = 0; i < beat.beatsMs.size(); ++i) {
+        beat.rhythm.beats[i].ms = beat.beatsMs[i];
+    }
     return beat;
 }
 

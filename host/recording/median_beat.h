@@ -9,6 +9,7 @@
 
 #include "host/recording/recording.h"
 #include "host/recording/resample.h"
+#include "host/recording/rhythm.h"
 
 namespace kx::recording {
 
@@ -31,6 +32,7 @@ struct MedianBeat {
     std::vector<int> beatsMs;
     std::vector<bool> dominant;  // for each of them, whether it has the dominant shape
     std::vector<bool> kept;      // and whether it is in the median
+    Rhythm rhythm;               // of the whole recording
     std::size_t KeptCount() const;
 };
 

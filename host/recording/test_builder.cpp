@@ -5,7 +5,6 @@
 #include <cstring>
 #include <string>
 
-#include "host/recording/beat_labels.h"
 #include "host/recording/ecg_block.h"
 #include "host/recording/text_encoding.h"
 #include "lib/dbclient/test_record.h"
@@ -91,7 +90,7 @@ EpisodeRecord* FillTestRecord(TestRecord& test, const Recording& recording, cons
     FillDiagnoses(recording, test);
     const std::vector<std::uint8_t> ecg = EncodeEcg(recording);
     test.SetEcg(ecg.data(), ecg.size());
-    FillAnnotations(test, beat);
+    FillAnnotations(test, beat.rhythm);
     // The original report is the analysis's own and as old as the recording; nobody has written a statement
     // yet.
     test.SetOriginalInterpretation(&test.acquisitionTime, "");

@@ -42,7 +42,7 @@ std::vector<TracedBeat> BeatsOf(const KxTestRecord& test) {
     const auto& store = *static_cast<const KxAnnotationStore*>(test.annotations);
     for (std::uint32_t i = 0; store.entries != nullptr && i < store.count; ++i) {
         const KxAnnotation& entry = store.entries[i];
-        if (entry.label != kx::kLabelSegment)
+        if (kx::IsBeatLabel(entry.label))
             beats.push_back({double(entry.timeMs), entry.label, entry.subLabel == kx::kSubLabelInMedian});
     }
     return beats;

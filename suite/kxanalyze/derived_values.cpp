@@ -34,12 +34,17 @@ double Area(const Trace& level, Place from, Place to, double first, double last)
     return area;
 }
 
+// Height and depth of a complex together, microvolts.
+double NetDeflection(const Trace& level, double base, Place from, Place to) {
+    return Extremum(level, base, from, to, 1) + Extremum(level, base, from, to, -1);
+}
+
 // aVF is an augmented lead: its vector is shorter than that of lead I by this factor.
-std::int16_t AxisDegrees(double areaI, double areaAvf) {
-    if (areaI == 0 && areaAvf == 0) {
+std::int16_t AxisDegrees(double netI, double netAvf) {
+    if (netI == 0 && netAvf == 0) {
         return 0;
     }
-    const double radians = std::atan2(areaAvf * 2 / std::numbers::sqrt3, areaI);
+    const double radians = std::atan2(netAvf * 2 / std::numbers::sqrt3, netI);
     const long degrees = std::lround(radians * 180 / std::numbers::pi);
     return static_cast<std::int16_t>(degrees == -180 ? 180 : degrees);
 }
@@ -78,15 +83,21 @@ void DeriveAxes(const Beat& beat, const GlobalRow& points, Place tOn, KxMeasurem
     if (!leadI.present || !leadAvf.present) {
         return;
     }
-    const auto axis = [&](Place from, Place to) {
-        const auto area = [&](const BeatLead& lead) {
-            const double base = IsoelectricLevel(lead, points[kQrsOn], points[kPOff]);
-            return Area(lead.level, from, to, base, base);
-        };
-        return from == 0 || to == 0 ? std::int16_t{0} : AxisDegrees(area(leadI), area(leadAvf));
+    const auto base = [&](const BeatLead& lead) {
+        return IsoelectricLevel(lead, points[kQrsOn], points[kPOff]);
     };
-    set.qrsAxis = axis(points[kQrsOn], points[kQrsOff]);
-    set.tAxis = points[kTOff] == 0 ? std::int16_t{0} : axis(std::max(tOn, points[kQrsOff]), points[kTOff]);
+    if (points[kQrsOn] != 0 && points[kQrsOff] != 0) {
+        const auto net = [&](const BeatLead& lead) {
+            return NetDeflection(lead.level, base(lead), points[kQrsOn], points[kQrsOff]);
+        };
+        set.qrsAxis = AxisDegrees(net(leadI), net(leadAvf));
+    }
+    if (points[kTOff] != 0) {
+        const auto area = [&](const BeatLead& lead) {
+            return Area(lead.level, std::max(tOn, points[kQrsOff]), points[kTOff], base(lead), base(lead));
+        };
+        set.tAxis = AxisDegrees(area(leadI), area(leadAvf));
+    }
     if (points[kPOn] != 0 && points[kPOff] != 0) {
         const auto area = [&](const BeatLead& lead) {
             return Area(lead.level, points[kPOn], points[kPOff], LevelBeforeP(lead, points[kPOn]),

@@ -15,12 +15,13 @@ bool HasLowVoltage(const Ecg& ecg, int firstLead, int lastLead, int limit) {
 }
 
 // AHA V: the terminal part of P in V1 reaches 0.04 mm s, depth times duration, 1 mm being 100 uV (J. J.
-// Morris et al., Circulation 29, 242-252, 1964).
+// Morris et al., Circulation 29, 242-252, 1964). A P wave that only points down there is all terminal part.
 bool HasLeftAtrialEnlargement(const Ecg& ecg) {
     const KxLeadMeasurements& v1 = ecg.Lead(KX_LEAD_V1);
-    const int depth = -v1.aP2;
-    const int duration = v1.pOffMarker - v1.pPrimeOnMarker;
-    return ecg.HasP() && v1.pPrimeOnMarker != 0 && depth > 0 && depth * duration >= 100 * 40;
+    const bool biphasic = v1.pPrimeOnMarker != 0;
+    const int depth = biphasic ? -v1.aP2 : -v1.aP1;
+    const int duration = v1.pOffMarker - (biphasic ? v1.pPrimeOnMarker : v1.pOnMarker);
+    return ecg.HasP() && depth > 0 && depth * duration >= 100 * 40;
 }
 
 // AHA V: P taller than 2.5 mm in II or than 1.5 mm in V1.

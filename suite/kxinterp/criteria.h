@@ -7,6 +7,9 @@
 //                 Electrocardiogram, parts II to VI, J. Am. Coll. Cardiol. 49, 1128-1135, 2007, and 53,
 //                 976-1011, 2009 (III conduction, IV ST, T, U and QT, V chamber hypertrophy, VI ischemia and
 //                 infarction)
+//   WHO/ISFC      J. L. Willems et al., "Criteria for intraventricular conduction disturbances and
+//   pre-excitation",
+//                 J. Am. Coll. Cardiol. 5, 1261-1275, 1985
 //   UDMI          Fourth Universal Definition of Myocardial Infarction, Circulation 138, e618-e651, 2018
 //   ACC 2018      ACC/AHA/HRS Guideline on Bradycardia and Conduction Delay, Circulation 140, e382-e482, 2019
 #pragma once
@@ -23,6 +26,8 @@ enum class Origin {
     kSinus,
     kEctopicAtrial,
     kAtrialFibrillation,
+    kAtrialFlutter,
+    kCompleteBlock,
     kSupraventricularTachycardia,
     kWideTachycardia,
     kJunctional,
@@ -31,7 +36,13 @@ enum class Origin {
     kIrregular,  // neither of these, and irregular
 };
 
+enum class Pacing { kNone, kUnknown, kAtrial, kVentricular, kSequential };
+enum class SecondDegree { kNone, kWenckebach, kMobitz, kTwoToOne };
+
 Origin OriginOf(const Ecg& ecg);
+Pacing PacingOf(const Ecg& ecg);
+bool HasCompleteBlock(const Ecg& ecg);
+SecondDegree SecondDegreeOf(const Ecg& ecg);
 bool HasSinusArrhythmia(const Ecg& ecg);
 bool HasPause(const Ecg& ecg);
 bool HasBigeminy(const Ecg& ecg);
@@ -53,6 +64,7 @@ Conduction ConductionOf(const Ecg& ecg);
 // be told.
 bool IsLeftActivationNormal(const Ecg& ecg);
 bool HasRightDelay(const Ecg& ecg);  // complete or incomplete right bundle branch block
+bool IsBroaderThanNormal(const Ecg& ecg);
 bool IsAxisIndeterminate(const Ecg& ecg);
 bool HasAnteriorHemiblock(const Ecg& ecg);
 bool HasPosteriorHemiblock(const Ecg& ecg);

@@ -10,18 +10,33 @@
 
 namespace kx::interp {
 
+// AHA III, adults. The limit was drawn in single leads, so it is compared with how long the complex lasts in
+// a typical lead; from the earliest onset in any lead to the latest end in any other it is some 15 ms longer
+// (AHA II).
+inline constexpr int kBroadQrsMs = 120;
+
 // Voltages in microvolts, of downward waves as depths; times in ms; 0 where there is no wave.
 class Ecg {
   public:
     Ecg(const KxMeasurementSet& set, const KxAnnotationStore* annotations)
-        : set_(set), rhythm_(FiguresOf(annotations)) {}
+        : Ecg(set, ReadAnnotations(annotations)) {}
+    Ecg(const KxMeasurementSet& set, const Annotated& annotated)
+        : set_(set),
+          beats_(BeatFiguresOf(annotated.beats)),
+          atria_(AtrialFiguresOf(annotated)),
+          impulses_(PacingFiguresOf(annotated)),
+          slowOnsetMs_(static_cast<int>(annotated.slowOnsetMs)) {}
 
     const KxMeasurementSet& Set() const { return set_; }
-    const RhythmFigures& Rhythm() const { return rhythm_; }
+    const BeatFigures& Beats() const { return beats_; }
+    const AtrialFigures& Atria() const { return atria_; }
+    const PacingFigures& Impulses() const { return impulses_; }
+    // How long the usual complex begins slowly; 0: not known.
+    int SlowOnset() const { return slowOnsetMs_; }
 
     // From the beats, else from the beat's own interval; 0: not known.
     std::uint32_t HeartRate() const {
-        const std::uint32_t interval = rhythm_.meanIntervalMs != 0 ? rhythm_.meanIntervalMs : set_.rrInterval;
+        const std::uint32_t interval = beats_.meanIntervalMs != 0 ? beats_.meanIntervalMs : set_.rrInterval;
         return interval != 0 ? (60000 + interval / 2) / interval : 0;
     }
     bool HasP() const { return set_.pDuration != 0 && set_.prInterval != 0; }
@@ -31,6 +46,11 @@ class Ecg {
     int R(int lead) const { return std::max<int>({0, Lead(lead).aR, Lead(lead).aR1}); }
     int S(int lead) const { return std::max<int>({0, -Lead(lead).aS, -Lead(lead).aS1}); }
     int RPrime(int lead) const { return std::max<int>(0, Lead(lead).aR1); }
+    // The downward part before the R wave: Q, or S where a small r stands before both and R' is the larger.
+    int DepthBeforeR(int lead) const {
+        const int first = Lead(lead).aR;
+        return first < Lead(lead).aR1 ? std::max(Q(lead), std::max<int>(0, -Lead(lead).aS)) : Q(lead);
+    }
     int Depth(int lead) const { return std::max(Q(lead), S(lead)); }
     int Net(int lead) const { return R(lead) - Depth(lead); }
     int PeakToPeak(int lead) const { return R(lead) + Depth(lead); }
@@ -40,6 +60,7 @@ class Ecg {
     // The median over the leads of how long their own complexes last. The set's QRS duration, from the
     // earliest onset in any lead to the latest end in any other, is longer.
     int TypicalQrsDuration() const;
+    bool IsBroad() const { return TypicalQrsDuration() >= kBroadQrsMs; }
     int QDuration(int lead) const { return Span(lead, 0); }
     int RDuration(int lead) const { return Span(lead, 1); }
     int SDuration(int lead) const { return Span(lead, 2); }
@@ -60,7 +81,10 @@ class Ecg {
     int Span(int lead, std::size_t k) const;
 
     const KxMeasurementSet& set_;
-    RhythmFigures rhythm_;
+    BeatFigures beats_;
+    AtrialFigures atria_;
+    PacingFigures impulses_;
+    int slowOnsetMs_;
 };
 
 }  // namespace kx::interp

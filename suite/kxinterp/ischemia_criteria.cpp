@@ -105,7 +105,7 @@ int LateralElevation(const Ecg& ecg) {
 // L. E. Ginzton and M. M. Laks, Circulation 65, 1004-1009, 1982: a small elevation in front or at the side of
 // a narrow complex, T upright and at least four times as high, and no lead that mirrors it.
 bool IsEarlyRepolarisation(const Ecg& ecg) {
-    if (ecg.Set().qrsDuration >= 120) {
+    if (ecg.IsBroad()) {
         return false;
     }
     for (int lead = KX_LEAD_I; lead <= KX_LEAD_V6; ++lead) {
@@ -165,7 +165,7 @@ bool HasFlatT(const Ecg& ecg) {
 int CorrectedQt(const Ecg& ecg) {
     const KxMeasurementSet& set = ecg.Set();
     const int qtc = set.qtc != 0 ? set.qtc : set.qtcBazett;
-    const int excess = set.qrsDuration >= 120 ? set.qrsDuration - 100 : 0;
+    const int excess = ecg.IsBroad() ? ecg.TypicalQrsDuration() - 100 : 0;
     return qtc > excess ? qtc - excess : 0;
 }
 

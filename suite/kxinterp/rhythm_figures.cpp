@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 #include "lib/beat_labels.h"
 
@@ -9,116 +10,125 @@ namespace kx::interp {
 
 namespace {
 
-enum class Beat { kNone, kNormal, kSupraventricular, kVentricular, kPaced };
-
-// Conducted and escape beats make the rhythm; a beat of unknown kind belongs to it, too.
-Beat KindOf(std::uint8_t label) {
+// Conducted and escape beats make the rhythm.
+std::optional<BeatKind> KindOf(std::uint8_t label) {
     switch (label) {
         case kLabelNormalBeat:
         case kLabelLeftBundleBranchBlock:
         case kLabelRightBundleBranchBlock:
         case kLabelVentricularEscape:
         case kLabelJunctionalEscape:
-        case kLabelUnclassifiedBeat:
-            return Beat::kNormal;
+            return BeatKind::kNormal;
         case kLabelAberratedAtrial:
         case kLabelJunctionalEctopic:
         case kLabelAtrialEctopic:
         case kLabelSupraventricularEctopic:
-            return Beat::kSupraventricular;
+            return BeatKind::kSupraventricular;
         case kLabelVentricularEctopic:
         case kLabelFusion:
-            return Beat::kVentricular;
+            return BeatKind::kVentricular;
         case kLabelPaced:
-            return Beat::kPaced;
+            return BeatKind::kPaced;
+        case kLabelUnclassifiedBeat:
+            return BeatKind::kUnknown;
         default:
-            return Beat::kNone;
+            return std::nullopt;
     }
 }
 
-// Walks over the beats and keeps the three last ones in sight.
-class Counter {
-  public:
-    void Add(Beat kind, std::uint32_t time) {
-        ++figures_.beats;
-        figures_.paced += kind == Beat::kPaced;
-        figures_.ventricular += kind == Beat::kVentricular;
-        figures_.supraventricular += kind == Beat::kSupraventricular;
-        figures_.ventricularPairs += kind == Beat::kVentricular && last_ == Beat::kVentricular;
-        figures_.bigeminalSteps +=
-            kind == Beat::kVentricular && beforeLast_ == Beat::kVentricular && IsConducted(last_);
-        if (last_ == Beat::kNone) {
-            firstTime_ = time;
-        } else if (time > lastTime_) {
-            AddInterval(time - lastTime_, kind == Beat::kNormal && last_ == Beat::kNormal);
-            figures_.spanMs = time - firstTime_;
-        }
-        beforeLast_ = last_;
-        last_ = kind;
-        lastTime_ = time;
+bool IsConducted(BeatKind kind) {
+    return kind == BeatKind::kNormal || kind == BeatKind::kSupraventricular;
+}
+
+std::uint32_t MeanOf(const std::vector<std::uint32_t>& values) {
+    std::uint64_t sum = 0;
+    for (const std::uint32_t value : values) {
+        sum += value;
     }
+    return values.empty() ? 0 : static_cast<std::uint32_t>(sum / values.size());
+}
 
-    RhythmFigures Take() {
-        if (intervals_ > 0) {
-            figures_.meanIntervalMs = static_cast<std::uint32_t>(intervalSum_ / intervals_);
-        }
-        if (figures_.normalIntervals > 0) {
-            figures_.meanNormalMs = static_cast<std::uint32_t>(normalSum_ / figures_.normalIntervals);
-        }
-        if (differences_ > 0) {
-            figures_.successiveDifferenceMs =
-                static_cast<std::uint32_t>(std::lround(std::sqrt(squareSum_ / differences_)));
-        }
-        return figures_;
+void CountKinds(const std::vector<AnnotatedBeat>& beats, BeatFigures& figures) {
+    for (std::size_t i = 0; i < beats.size(); ++i) {
+        const BeatKind kind = beats[i].kind;
+        const bool ventricular = kind == BeatKind::kVentricular;
+        figures.beats += kind != BeatKind::kUnknown;
+        figures.paced += kind == BeatKind::kPaced;
+        figures.ventricular += ventricular;
+        figures.supraventricular += kind == BeatKind::kSupraventricular;
+        figures.ventricularPairs += ventricular && i >= 1 && beats[i - 1].kind == BeatKind::kVentricular;
+        figures.bigeminalSteps += ventricular && i >= 2 && beats[i - 2].kind == BeatKind::kVentricular &&
+                                  IsConducted(beats[i - 1].kind);
     }
-
-  private:
-    static bool IsConducted(Beat kind) { return kind == Beat::kNormal || kind == Beat::kSupraventricular; }
-
-    void AddInterval(std::uint32_t ms, bool normal) {
-        ++intervals_;
-        intervalSum_ += ms;
-        if (normal) {
-            figures_.shortestMs = figures_.normalIntervals == 0 ? ms : std::min(figures_.shortestMs, ms);
-            figures_.longestMs = std::max(figures_.longestMs, ms);
-            ++figures_.normalIntervals;
-            normalSum_ += ms;
-            if (lastNormalMs_ != 0) {
-                const double difference = static_cast<double>(ms) - lastNormalMs_;
-                squareSum_ += difference * difference;
-                ++differences_;
-            }
-        }
-        lastNormalMs_ = normal ? ms : 0;
-    }
-
-    RhythmFigures figures_;
-    Beat last_ = Beat::kNone;
-    Beat beforeLast_ = Beat::kNone;
-    std::uint32_t firstTime_ = 0;
-    std::uint32_t lastTime_ = 0;
-    std::uint32_t lastNormalMs_ = 0;  // 0: the interval before was not a normal one
-    std::uint32_t intervals_ = 0;
-    std::uint32_t differences_ = 0;
-    std::uint64_t intervalSum_ = 0;
-    std::uint64_t normalSum_ = 0;
-    double squareSum_ = 0;
-};
+}
 
 }  // namespace
 
-RhythmFigures FiguresOf(const KxAnnotationStore* store) {
-    Counter counter;
-    if (store != nullptr && store->entries != nullptr) {
-        const std::uint32_t count = std::min(store->count, store->capacity);
-        for (std::uint32_t i = 0; i < count; ++i) {
-            const Beat kind = KindOf(store->entries[i].label);
-            if (kind != Beat::kNone) {
-                counter.Add(kind, store->entries[i].timeMs);
-            }
+Annotated ReadAnnotations(const KxAnnotationStore* store) {
+    Annotated annotated;
+    const std::uint32_t count =
+        store != nullptr && store->entries != nullptr ? std::min(store->count, store->capacity) : 0;
+    std::uint32_t last = 0;
+    for (std::uint32_t i = 0; i < count; ++i) {
+        const KxAnnotation& entry = store->entries[i];
+        if (entry.timeMs < last) {
+            continue;
+        }
+        last = entry.timeMs;
+        if (const auto kind = KindOf(entry.label)) {
+            annotated.beats.push_back({entry.timeMs, *kind});
+        } else if (entry.label == kLabelPWave) {
+            annotated.waves.push_back(entry.timeMs);
+        } else if (entry.label == kLabelPacingImpulse) {
+            annotated.impulses.push_back(entry.timeMs);
+        } else if (entry.label == kLabelRhythm) {
+            annotated.watched = true;
+            annotated.slowOnsetMs = std::max<std::uint32_t>(annotated.slowOnsetMs, entry.heartRate);
         }
     }
-    return counter.Take();
+    return annotated;
+}
+
+BeatFigures BeatFiguresOf(const std::vector<AnnotatedBeat>& beats) {
+    BeatFigures figures;
+    CountKinds(beats, figures);
+    std::vector<std::uint32_t> known;
+    std::vector<std::uint32_t> normal;
+    double squares = 0;
+    std::uint32_t differences = 0;
+    std::uint32_t before = 0;  // the interval before, when that was a normal one
+    for (std::size_t i = 1; i < beats.size(); ++i) {
+        const AnnotatedBeat& from = beats[i - 1];
+        const AnnotatedBeat& to = beats[i];
+        const std::uint32_t ms = to.ms - from.ms;
+        if (from.kind != BeatKind::kUnknown && to.kind != BeatKind::kUnknown && ms > 0) {
+            known.push_back(ms);
+        }
+        const bool isNormal = from.kind == BeatKind::kNormal && to.kind == BeatKind::kNormal && ms > 0;
+        if (isNormal) {
+            normal.push_back(ms);
+            if (before != 0) {
+                const double difference = static_cast<double>(ms) - before;
+                squares += difference * difference;
+                ++differences;
+            }
+        }
+        before = isNormal ? ms : 0;
+    }
+    figures.spanMs = beats.empty() ? 0 : beats.back().ms - beats.front().ms;
+    figures.meanIntervalMs = MeanOf(known);
+    figures.normalIntervals = static_cast<std::uint32_t>(normal.size());
+    figures.meanNormalMs = MeanOf(normal);
+    if (!normal.empty()) {
+        const auto [shortest, longest] = std::minmax_element(normal.begin(), normal.end());
+        figures.shortestMs = *shortest;
+        figures.longestMs = *longest;
+    }
+    if (differences > 0) {
+        figures.successiveDifferenceMs =
+            static_cast<std::uint32_t>(std::lround(std::sqrt(squares / differences)));
+    }
+    return figures;
 }
 
 }  // namespace kx::interp

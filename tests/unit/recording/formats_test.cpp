@@ -54,6 +54,7 @@ std::string AecgOf(const Recording& recording) {
     MedianBeat beat;
     beat.leads.fill(std::vector<std::int16_t>(kMedianBeatSamples, 7));
     beat.beatsMs = {401, 1203}, beat.dominant = {true, true}, beat.kept = {true, true};
+    beat.rhythm.beats = {{401, 1, true}, {1203, 1, true}};
     TestRecord test;
     FillTestRecord(test, recording, beat);
     KxMeasurementSet& set = test.Episode(0)->measurements;

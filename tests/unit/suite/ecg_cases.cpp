@@ -1,8 +1,10 @@
 #include "tests/unit/suite/ecg_cases.h"
 
 #include <algorithm>
-#include <cstdio>
+#include <cstddef>
+#include <cstdlib>
 #include <sstream>
+#include <stdexcept>
 
 #include "lib/beat_labels.h"
 #include "suite/kxinterp/interpreter.h"
@@ -12,115 +14,118 @@ namespace kx::test {
 namespace {
 
 constexpr int kQrsOn = 400;
+constexpr std::string_view kNormal =
+    "p=100 pr=160 qrs=90 qtc=410 bazett=425 paxis=50 axis=50 I=0,700,100 II=50,1100,100 III=40,500,80 aVR=800,100,0 "
+    "aVL=0,300,100 aVF=40,800,90 V1=0,200,900 V2=0,500,1400 V3=0,800,900 V4=0,1300,500 V5=40,1300,200 V6=50,1000,60 I.t=250 "
+    "II.t=350 III.t=120 aVR.t=-280 aVL.t=80 aVF.t=220 V1.t=50 V2+V3.t=500 V4.t=450 V5.t=400 V6.t=300 all.p=80 aVR.p=-80 ";
 
-std::uint8_t LabelOf(char kind) {
-    switch (kind) {
-        case 'N':
-            return kLabelNormalBeat;
-        case 'S':
-            return kLabelSupraventricularEctopic;
-        case 'V':
-            return kLabelVentricularEctopic;
-        case 'P':
-            return kLabelPaced;
-        case 'u':
-            return kLabelUnclassifiedBeat;
-        default:
-            return kLabelSegment;
+// A value of 16 bits by its name and place.
+struct Field {
+    std::string_view name;
+    std::size_t place;
+};
+using Set = KxMeasurementSet;
+using Lead = KxLeadMeasurements;
+constexpr Field kSetFields[] = {{"p", offsetof(Set, pDuration)}, {"pr", offsetof(Set, prInterval)},    {"qrs", offsetof(Set, qrsDuration)},
+                                {"qtc", offsetof(Set, qtc)},     {"bazett", offsetof(Set, qtcBazett)}, {"axis", offsetof(Set, qrsAxis)},
+                                {"paxis", offsetof(Set, pAxis)}};
+constexpr Field kLeadFields[] = {{"t", offsetof(Lead, aT1)},           {"p", offsetof(Lead, aP1)},
+                                 {"p2", offsetof(Lead, aP2)},          {"p2on", offsetof(Lead, pPrimeOnMarker)},
+                                 {"poff", offsetof(Lead, pOffMarker)}, {"peak", offsetof(Lead, intrinsicoidDeflection)},
+                                 {"r", offsetof(Lead, rOnMarker)},     {"s", offsetof(Lead, sOnMarker)},
+                                 {"end", offsetof(Lead, qrsOffMarker)}};
+
+template <class Record, std::size_t count>
+bool Put(Record& record, const Field (&fields)[count], std::string_view name, int value) {
+    const auto field = std::find_if(std::begin(fields), std::end(fields), [&](const Field& f) { return f.name == name; });
+    if (field != std::end(fields)) {
+        *reinterpret_cast<std::int16_t*>(reinterpret_cast<char*>(&record) + field->place) = static_cast<std::int16_t>(value);
+    }
+    return field != std::end(fields);
+}
+
+void PutLead(Set& set, int lead, const std::string& name, const std::string& text) {
+    Lead& values = set.leads[lead];
+    const int value = std::atoi(text.c_str());
+    if (name.starts_with("st")) {  // all levels, or the one at a time
+        const int first = std::atoi(name.c_str() + 2) / 10;
+        std::fill(values.stLevel + first, values.stLevel + (name.size() > 2 ? first + 1 : 10), static_cast<std::int16_t>(value));
+    } else if (name.empty()) {
+        int waves[4] = {};
+        std::istringstream list(text);
+        char comma = 0;
+        for (int& wave : waves) {
+            list >> wave >> comma;
+        }
+        SetQrs(set, lead, waves[0], waves[1], waves[2], waves[3]);
+    } else if (!Put(values, kLeadFields, name, value)) {
+        throw std::invalid_argument(name);
     }
 }
 
-std::int16_t Word(int value) {
-    return static_cast<std::int16_t>(value);
+void Apply(Set& set, const std::string& change) {
+    constexpr std::string_view kNames[] = {"I", "II", "III", "aVR", "aVL", "aVF", "V1", "V2", "V3", "V4", "V5", "V6"};
+    const std::string name = change.substr(0, change.find('='));
+    const std::string text = change.substr(name.size() + 1);
+    if (Put(set, kSetFields, name, std::atoi(text.c_str()))) {
+        return;
+    }
+    const std::size_t dot = std::min(name.find('.'), name.size());
+    const std::string leads = '+' + name.substr(0, dot) + '+';
+    for (int lead = 0; lead < KX_STANDARD_LEADS; ++lead) {
+        if (leads == "+all+" || leads.find('+' + std::string(kNames[lead]) + '+') != leads.npos) {
+            PutLead(set, lead, dot == name.size() ? "" : name.substr(dot + 1), text);
+        }
+    }
 }
 
 }  // namespace
 
-std::size_t CodeTexts::LoadText(std::uint32_t id, char* buffer, std::size_t size) const {
-    return static_cast<std::size_t>(std::snprintf(buffer, size, "<%u> %%d.%%d", id));
-}
-
-// Every component lasts 30 ms.
-void SetQrs(KxMeasurementSet& set, int lead, int q, int r, int s, int rPrime) {
-    KxLeadMeasurements& values = set.leads[lead];
+void SetQrs(Set& set, int lead, int q, int r, int s, int rPrime) {
+    Lead& values = set.leads[lead];
     int end = kQrsOn;
     const auto place = [&end](int amplitude) {
-        if (amplitude == 0) {
-            return std::uint16_t{0};
-        }
-        end += 30;
-        return static_cast<std::uint16_t>(end - 30);
+        end += amplitude == 0 ? 0 : 30;
+        return static_cast<std::uint16_t>(amplitude == 0 ? 0 : end - 30);
     };
-    values.aQ = Word(-q);
-    values.aR = Word(r);
-    values.aS = Word(-s);
-    values.aR1 = Word(rPrime);
-    values.aS1 = 0;
-    values.qOnMarker = place(q);
-    values.rOnMarker = place(r);
-    values.sOnMarker = place(s);
-    values.rPrimeOnMarker = place(rPrime);
-    values.sPrimeOnMarker = 0;
+    values.aQ = static_cast<std::int16_t>(-q), values.qOnMarker = place(q);
+    values.aR = static_cast<std::int16_t>(r), values.rOnMarker = place(r);
+    values.aS = static_cast<std::int16_t>(-s), values.sOnMarker = place(s);
+    values.aR1 = static_cast<std::int16_t>(rPrime), values.rPrimeOnMarker = place(rPrime);
     values.qrsOffMarker = static_cast<std::uint16_t>(std::max(end, kQrsOn + 80));
     values.intrinsicoidDeflection = 35;
 }
 
-KxMeasurementSet NormalEcg() {
-    KxMeasurementSet set{};
+Set EcgWith(const std::string& changes) {
+    Set set{};
     set.size = sizeof set;
     set.measured = 1;
-    set.pDuration = 100;
-    set.prInterval = 160;
-    set.qrsDuration = 90;
-    set.qtInterval = 380;
-    set.qtc = 410;
-    set.qtcBazett = 425;
     set.rrInterval = 800;
     set.episodeTime = 10000;
-    set.pAxis = 50;
-    set.qrsAxis = 50;
-    set.tAxis = 40;
-    struct Row {
-        int lead, q, r, s, t;
-    };
-    for (const Row& row : {Row{KX_LEAD_I, 0, 700, 100, 250}, Row{KX_LEAD_II, 50, 1100, 100, 350},
-                           Row{KX_LEAD_III, 40, 500, 80, 120}, Row{KX_LEAD_AVR, 800, 100, 0, -280},
-                           Row{KX_LEAD_AVL, 0, 300, 100, 80}, Row{KX_LEAD_AVF, 40, 800, 90, 220},
-                           Row{KX_LEAD_V1, 0, 200, 900, 50}, Row{KX_LEAD_V2, 0, 500, 1400, 500},
-                           Row{KX_LEAD_V3, 0, 800, 900, 500}, Row{KX_LEAD_V4, 0, 1300, 500, 450},
-                           Row{KX_LEAD_V5, 40, 1300, 200, 400}, Row{KX_LEAD_V6, 50, 1000, 60, 300}}) {
-        SetQrs(set, row.lead, row.q, row.r, row.s);
-        set.leads[row.lead].aT1 = Word(row.t);
-        set.leads[row.lead].aP1 = row.lead == KX_LEAD_AVR ? Word(-80) : Word(80);
+    std::istringstream words(std::string(kNormal) + changes);
+    for (std::string change; words >> change;) {
+        Apply(set, change);
     }
     return set;
 }
 
 AnnotationStore Beats(const std::string& kinds, const std::vector<std::uint32_t>& intervals) {
+    constexpr std::string_view kKinds = "NSVPu";
+    constexpr std::uint8_t kLabels[] = {kLabelNormalBeat, kLabelSupraventricularEctopic, kLabelVentricularEctopic,
+                                        kLabelPaced,      kLabelUnclassifiedBeat,        kLabelSegment};
     AnnotationStore store(static_cast<std::uint32_t>(kinds.size()), true);
     std::uint32_t t = 500;
     for (std::size_t i = 0; i < kinds.size(); ++i) {
-        store.Append(LabelOf(kinds[i]), t);
+        store.Append(kLabels[std::min(kKinds.find(kinds[i]), kKinds.size())], t);
         t += intervals[i % intervals.size()];
     }
     return store;
 }
 
-AnnotationStore SteadyBeats() {
-    return Beats("NNNNNNNNNN", {800});
-}
-
-std::set<int> CodesOf(const KxMeasurementSet& set, const AnnotationStore* beats) {
-    KxInterpretationResult result{};
-    SilentReporter log;
+std::set<int> CodesOf(const Set& set, const AnnotationStore* beats) {
     // Modules of the suite know a store by what it begins with.
-    interp::Interpret(&set, reinterpret_cast<const KxAnnotationStore*>(beats), CodeTexts(), &result, log);
-    std::set<int> codes;
-    const std::string text = result.text;
-    for (std::size_t at = text.find('<'); at != text.npos; at = text.find('<', at + 1)) {
-        codes.insert(std::stoi(text.substr(at + 1)));
-    }
-    return codes;
+    const auto codes = interp::StatementCodes(set, reinterpret_cast<const KxAnnotationStore*>(beats));
+    return {codes.begin(), codes.end()};
 }
 
 }  // namespace kx::test

@@ -35,7 +35,7 @@ TEST_F(InterpreterModule, SpeaksTheLibrarysOwnStatements) {
     ASSERT_NE(nullptr, interpret_);
     const HMODULE library = LoadProduct(L"kxdialogs.dll");
     ASSERT_NE(nullptr, library);
-    KxMeasurementSet set = kx::test::NormalEcg();
+    KxMeasurementSet set = kx::test::EcgWith("");
     const auto beats = kx::test::SteadyBeats();
     EXPECT_EQ(1u, interpret_(&set, &result_, &beats, 0, 0, 0));
     EXPECT_STREQ("Sinus rhythm.\r\nECG Nomale", result_.text);

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "bench/statements_evaluation/stated_record.h"
+#include "bench/evaluation/stated_record.h"
 
 namespace kx::evaluation {
 

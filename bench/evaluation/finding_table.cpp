@@ -1,4 +1,4 @@
-#include "bench/statements_evaluation/finding_table.h"
+#include "bench/evaluation/finding_table.h"
 
 namespace kx::evaluation {
 

@@ -1,4 +1,4 @@
-#include "bench/statements_evaluation/statement_report.h"
+#include "bench/evaluation/statement_report.h"
 
 #include <algorithm>
 #include <cstdarg>
@@ -6,7 +6,7 @@
 #include <functional>
 #include <string_view>
 
-#include "bench/statements_evaluation/finding_table.h"
+#include "bench/evaluation/finding_table.h"
 
 namespace kx::evaluation {
 
@@ -14,7 +14,7 @@ namespace {
 
 // Degrees beside the limit of an axis class that count for both classes.
 constexpr int kAxisTolerance = 5;
-constexpr int kLeftLimit = -30;
+constexpr int kLeftLimit = 30;
 constexpr int kRightLimit = 90;
 
 using Records = std::vector<StatedRecord>;

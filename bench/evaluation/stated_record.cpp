@@ -1,4 +1,4 @@
-#include "bench/statements_evaluation/stated_record.h"
+#include "bench/evaluation/stated_record.h"
 
 #include <algorithm>
 #include <charconv>

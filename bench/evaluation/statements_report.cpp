@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <string>
 
-#include "bench/statements_evaluation/statement_report.h"
+#include "bench/evaluation/statement_report.h"
 
 int main(int argc, char** argv) {
     if (argc != 2) {

@@ -1,0 +1,184 @@
+// Rhythms made of known waves, from the recording to the statements.
+#include "host/recording/rhythm.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <functional>
+#include <random>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "host/recording/signal_math.h"
+#include "lib/annotation_store.h"
+#include "lib/dbclient/test_record.h"
+#include "suite/kxinterp/interpreter.h"
+
+namespace kx::recording {
+namespace {
+
+using Times = std::vector<double>;  // ms
+
+// Ten seconds of waves, each a bell in all leads; a lead shows P, QRS and T in proportions of its own.
+struct Made {
+    Times p{};
+    Times beats{};
+    Times broad{};     // beats of another shape
+    Times impulses{};  // of a pacemaker
+    double flutterMs = 0;
+    double fibrillation = 0;  // microvolts
+};
+
+void AddBell(Trace& lead, double ms, double widthMs, double microvolts) {
+    const auto first = static_cast<std::size_t>(std::max(0.0, (ms - 4 * widthMs) / 2));
+    const auto end = std::min(lead.size(), static_cast<std::size_t>(std::max(0.0, (ms + 4 * widthMs) / 2)));
+    for (std::size_t i = first; i < end; ++i) {
+        const double t = (static_cast<double>(i) * 2 - ms) / widthMs;
+        lead[i] += static_cast<float>(microvolts * std::exp(-t * t / 2));
+    }
+}
+
+Recording Record(const Made& made) {
+    Recording recording;
+    recording.name = "made";
+    recording.sampleRate = 500;
+    std::mt19937 random(7);
+    std::normal_distribution<float> noise(0, 4);
+    for (std::size_t k = 0; k < kLeadCount; ++k) {
+        const double angle = 0.7 * static_cast<double>(k);
+        Trace& lead = recording.leads[k];
+        lead.resize(5000);
+        for (const double ms : made.p) {
+            AddBell(lead, ms, 20, 120 * std::cos(angle - 0.5));
+        }
+        for (const double ms : made.beats) {
+            AddBell(lead, ms, 12, 1000 * std::cos(angle));
+            AddBell(lead, ms + 30, 10, -300 * std::sin(angle));
+            AddBell(lead, ms + 270, 40, 250 * std::cos(angle - 0.3));
+        }
+        for (const double ms : made.broad) {
+            AddBell(lead, ms, 35, 1400 * std::sin(angle));
+            AddBell(lead, ms + 300, 60, -400 * std::sin(angle));
+        }
+        for (std::size_t i = 0; i < lead.size(); ++i) {
+            const double ms = static_cast<double>(i) * 2;
+            // A saw tooth of two harmonics; waves whose rate wanders.
+            const double flutter = made.flutterMs == 0 ? 0 : 2 * 3.14159265 * ms / made.flutterMs;
+            const double wandering = ms / 24 + 3 * std::sin(ms / 310) + 2 * std::sin(ms / 170 + angle);
+            lead[i] += static_cast<float>((made.flutterMs == 0 ? 0 : 90 * (std::sin(flutter) + 0.5 * std::sin(2 * flutter))) *
+                                              std::cos(angle - 1.2) +
+                                          made.fibrillation * std::sin(wandering)) +
+                       noise(random);
+        }
+        for (const double ms : made.impulses) {
+            lead[static_cast<std::size_t>(ms / 2)] += static_cast<float>(1500 * std::cos(angle - 0.9));
+        }
+    }
+    return recording;
+}
+
+Times Every(double ms, double from = 400, double until = 9700) {
+    Times times;
+    for (double t = from; t < until; t += ms) {
+        times.push_back(t);
+    }
+    return times;
+}
+
+Times After(const Times& intervals, double from = 500) {
+    Times times{from};
+    for (std::size_t i = 0; times.back() + intervals[i % intervals.size()] < 9700; ++i) {
+        times.push_back(times.back() + intervals[i % intervals.size()]);
+    }
+    return times;
+}
+
+Times Moved(Times times, double by) {
+    for (double& t : times) {
+        t += by;
+    }
+    return times;
+}
+
+Times Without(const Times& times, std::size_t every) {
+    Times left;
+    for (std::size_t i = 0; i < times.size(); ++i) {
+        if (i % every != every - 1) {
+            left.push_back(times[i]);
+        }
+    }
+    return left;
+}
+
+// Three conducted waves with a growing distance, the fourth blocked.
+Times Wenckebach(const Times& waves) {
+    Times beats;
+    for (std::size_t i = 0; i < waves.size(); ++i) {
+        if (i % 4 != 3) {
+            beats.push_back(waves[i] + 150 + 60 * static_cast<double>(i % 4));
+        }
+    }
+    return beats;
+}
+
+// The codes of the rhythm, of ectopic beats and of AV conduction for a narrow complex with a measured P wave or not.
+std::set<int> CodesOf(const Made& made, bool pMeasured) {
+    const AlignedBeats beats = AlignBeats(Record(made));
+    TestRecord test;
+    EXPECT_TRUE(FillAnnotations(test, FindRhythm(beats)));
+    KxMeasurementSet set{};
+    set.size = sizeof set;
+    set.measured = 1;
+    set.qrsDuration = 90;
+    set.rrInterval = static_cast<std::uint16_t>(beats.rrMs);
+    set.pDuration = pMeasured ? 100 : 0;
+    set.prInterval = pMeasured ? 160 : 0;
+    set.pAxis = set.qrsAxis = 50;
+    for (KxLeadMeasurements& lead : set.leads) {
+        lead.aR = 500;
+    }
+    std::set<int> codes;
+    for (const std::uint16_t code : interp::StatementCodes(set, reinterpret_cast<const KxAnnotationStore*>(test.Annotations()))) {
+        if (code <= 30020 || (code >= 30036 && code <= 30051)) {
+            codes.insert(code);
+        }
+    }
+    return codes;
+}
+
+TEST(Rhythm, IsToldFromTheRecording) {
+    const Times steady = Every(800);
+    const Times irregular = After({620, 910, 540, 780, 1050, 660, 870, 590});
+    struct Row {
+        const char* name;
+        Made made;
+        bool pMeasured;
+        std::set<int> codes;
+    };
+    Made early{Moved(steady, -160), steady};
+    early.p[5] -= 270, early.beats[5] -= 270;
+    for (const Row& row : {
+             Row{"sinus rhythm", {Moved(steady, -160), steady}, true, {30036}},
+             Row{"its P wave missed in the median beat", {Moved(steady, -160), steady}, false, {30036}},
+             Row{"long PR", {Moved(steady, -290), steady}, true, {30036}},
+             Row{"an early beat", early, true, {30036, 30017}},
+             Row{"a broad beat", {Moved(Without(steady, 6), -160), Without(steady, 6), {Moved(steady, -250)[5]}}, true, {30036, 30019}},
+             Row{"fibrillation", {{}, irregular, {}, {}, 0, 40}, false, {30008}},
+             Row{"and a P wave seen by chance", {{}, irregular, {}, {}, 0, 40}, true, {30008}},
+             Row{"flutter", {{}, irregular, {}, {}, 225}, false, {30011}},
+             Row{"flutter, four to one", {{}, Every(900), {}, {}, 225}, true, {30011}},
+             Row{"complete block", {Every(780, 200), Every(1370, 500)}, false, {30046}},
+             Row{"two to one", {Every(600, 340), Every(1200, 500)}, true, {30036, 30045}},
+             Row{"Wenckebach", {Every(850, 250), Wenckebach(Every(850, 250))}, true, {30036, 30043}},
+             Row{"Mobitz", {Every(800, 340), Moved(Without(Every(800, 340), 4), 160)}, true, {30036, 30044}},
+             Row{"ventricular pacing", {{}, steady, {}, Moved(steady, -50)}, false, {30048, 30050}},
+             Row{"atrial pacing", {Moved(steady, -160), steady, {}, Moved(steady, -210)}, true, {30048, 30049}},
+             Row{"pacing in complete block", {Every(710, 200), Every(1000, 500), {}, Every(1000, 450)}, false, {30046, 30048, 30050}},
+         }) {
+        EXPECT_EQ(row.codes, CodesOf(row.made, row.pMeasured)) << row.name;
+    }
+}
+
+}  // namespace
+}  // namespace kx::recording
