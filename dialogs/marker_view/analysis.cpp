@@ -5,6 +5,7 @@
 
 #include "dialogs/marker_view/analysis_report.h"
 #include "dialogs/marker_view/trace/sample_sum.h"
+#include "lib/windows/handler_scope.h"
 
 namespace kx {
 
@@ -45,7 +46,10 @@ LRESULT MarkerViewControl::MakeFor(HWND window, std::uint32_t id, const LibraryM
 }
 
 void MarkerViewControl::OnDestroy() {
-    delete this;
+    // A handler that is still running finds nothing to show and nobody to tell.
+    beat_ = nullptr;
+    owner_ = nullptr;
+    RetireWindow(*this, [](Window& view) { delete static_cast<MarkerViewControl*>(&view); });
 }
 
 LRESULT MarkerViewControl::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {

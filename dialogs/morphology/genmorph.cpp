@@ -64,10 +64,4 @@ GeneralMorphDialog::GeneralMorphDialog(const DialogLibrary& library, Window* par
                                        SystemServices* services)
     : MorphDialog(library, parent, test, services, kTable) {}
 
-void GeneralMorphDialog::OnDestroy() {
-    Release();
-    Dialog::OnDestroy();
-    delete this;
-}
-
 }  // namespace kx

@@ -11,8 +11,6 @@ class GeneralMorphDialog final : public MorphDialog {
   public:
     GeneralMorphDialog(const DialogLibrary& library, Window* parent, TestRecord* test,
                        SystemServices* services);
-
-    void OnDestroy() override;
 };
 
 }  // namespace kx

@@ -5,9 +5,8 @@
 
 #include "dialogs/dialog_library.h"
 #include "dialogs/marker_view/marker_view_messages.h"
-#include "dialogs/morphology/pane_keys.h"
 #include "dialogs/resources/morphology_ids.h"
-#include "lib/windows/subclassed_control.h"
+#include "lib/windows/held_control.h"
 
 namespace kx {
 namespace {
@@ -46,26 +45,11 @@ constexpr CheckRow kCheckRows[] = {
     {IDC_MORPH_SHOW_MARKERS, MV_SHOWMARKERS, true, false},
 };
 
-// A wrapper of a control that the template made; false when it is missing.
-bool AdoptBox(CheckBox*& box, Window* dialog, UINT id) {
-    box = new CheckBox(dialog, id);
-    return box->Handle() != nullptr;
-}
-
-bool AdoptEdit(std::unique_ptr<EditBox>& edit, Window* dialog, UINT id) {
-    edit = std::make_unique<EditBox>(dialog, id);
-    return edit->Handle() != nullptr;
-}
-
 }  // namespace
 
-bool MarkerControls::Adopt(Window* dialog, const MarkerRow& row) {
-    return AdoptEdit(edit_, dialog, row.edit) && AdoptBox(manual_, dialog, row.manualBox);
-}
-
-void MarkerControls::Release() {
-    edit_.reset();
-    ReleaseSubclassed(manual_);
+void MarkerControls::Adopt(Window* dialog, const MarkerRow& row) {
+    Hold(edit_, dialog, row.edit);
+    Hold(manual_, dialog, row.manualBox, kHeld);
 }
 
 void MarkerControls::Show(std::int32_t ms, bool manual) {
@@ -75,43 +59,44 @@ void MarkerControls::Show(std::int32_t ms, bool manual) {
 
 MorphDialog::MorphDialog(const DialogLibrary& library, Window* parent, TestRecord* test,
                          SystemServices* services, const MorphTable& table)
-    : Dialog(library, parent, library.HelpFile(), services),
+    : Pane(library, parent, library.HelpFile(), services),
       table_(table),
       beat_(test->Episode(0)),
-      inForce_{kFirstLead, table.gain, table.speed, kMainsOff, kFirstLowEdge, table.highEdge} {
-    if (beat_ == nullptr) {
-        Reports().LOGMEMORYERROR(table.reports.source, table.reports.noEpisodeLine);
-        return;
+      inForce_{kFirstLead, table.gain, table.speed, kMainsOff, kFirstLowEdge, table.highEdge} {}
+
+void MorphDialog::Open() {
+    if (beat_ != nullptr) {
+        engine_ = std::make_shared<AnalysisEngine>();
+        CreateModeless(table_.templateId, this);
     }
-    engine_.emplace();
-    CreateModeless(table.templateId, this);
+    if (Handle() == nullptr) {
+        Reports().LOGMEMORYERROR(table_.reports.source, table_.reports.noEpisodeLine);
+    }
 }
 
 bool MorphDialog::OnInitDialog() {
     try {
-        if (Build()) {
+        Build();
+        if (!HasEnded()) {
+            built_ = true;
             Refresh();
             Show();
             return true;
         }
     } catch (...) {
-        // Reported below, as every other failure of this step.
+        // Reported below.
     }
-    Reports().LOGMEMORYERROR(table_.reports.source, table_.reports.initialisationLine);
+    if (!HasEnded()) {
+        Reports().LOGMEMORYERROR(table_.reports.source, table_.reports.initialisationLine);
+    }
     return false;
 }
 
-bool MorphDialog::Build() {
-    HWND view = GetDlgItem(Handle(), IDC_MORPH_VIEW);
-    view_ = reinterpret_cast<Window*>(
-        SendMessageA(view, MV_ATTACHOWNER, 0, reinterpret_cast<LPARAM>(static_cast<Window*>(this))));
-    if (view_ == nullptr) {
-        return false;
-    }
-    WatchPane(Handle(), view);
-    if (!AdoptControls() || !AddMarkers()) {
-        return false;
-    }
+void MorphDialog::Build() {
+    view_ = GetDlgItem(Handle(), IDC_MORPH_VIEW);
+    AdoptControls();
+    AddMarkers();
+    keys_.Watch(*this, view_);
     Load(false);
     seen_ = ReadMarkers();
     seenBeat_ = SumOfBeat();
@@ -123,53 +108,38 @@ bool MorphDialog::Build() {
     viewMargin_ = {margin.right, margin.bottom};
     const RECT area = ViewArea();
     smallestView_ = {area.right - area.left, area.bottom - area.top};
-    return true;
 }
 
-bool MorphDialog::AdoptControls() {
+void MorphDialog::AdoptControls() {
+    if (View(MV_ATTACHOWNER, reinterpret_cast<LPARAM>(static_cast<Window*>(this))) == 0) {
+        throw MissingControl();
+    }
     for (std::size_t i = 0; i < kCombos; ++i) {
-        combos_[i] = new ComboBox(*Library(), this, kComboRows[i].control);
-        if (combos_[i]->Handle() == nullptr) {
-            return false;
-        }
+        Hold(combos_[i], *Library(), this, kComboRows[i].control, kHeld);
     }
     for (std::size_t i = 0; i < kChecks; ++i) {
-        if (!AdoptBox(checks_[i], this, kCheckRows[i].control)) {
-            return false;
-        }
+        Hold(checks_[i], this, kCheckRows[i].control, kHeld);
     }
-    if (!AdoptBox(reset_, this, IDC_MORPH_RESET)) {
-        return false;
-    }
+    Hold(reset_, this, IDC_MORPH_RESET, kHeld);
     for (std::size_t i = 0; i < table_.waveBoxes.size(); ++i) {
-        if (!AdoptBox(waveBoxes_[i], this, table_.waveBoxes[i].box)) {
-            return false;
-        }
+        Hold(waveBoxes_[i], this, table_.waveBoxes[i].box, kHeld);
     }
-    if (!AdoptEdit(readout_, this, IDC_MORPH_READOUT)) {
-        return false;
-    }
+    Hold(readout_, this, IDC_MORPH_READOUT);
     for (std::size_t i = 0; i < kMeasurementRows; ++i) {
-        if (!AdoptEdit(measurements_[i], this, table_.measurements[i].edit)) {
-            return false;
-        }
+        Hold(measurements_[i], this, table_.measurements[i].edit);
     }
-    return true;
 }
 
-bool MorphDialog::AddMarkers() {
+void MorphDialog::AddMarkers() {
     for (const MarkerRow& row : table_.markers) {
         if (View(MV_ADDMARKER, row.label) == 0) {
-            return false;
+            throw MissingControl();
         }
     }
     for (std::size_t slot = 0; slot < table_.markers.size(); ++slot) {
-        if (!markerControls_[slot].Adopt(this, table_.markers[slot])) {
-            return false;
-        }
+        markerControls_[slot].Adopt(this, table_.markers[slot]);
         fields_[slot].Bind(static_cast<std::uint32_t>(slot), &markerControls_[slot]);
     }
-    return true;
 }
 
 void MorphDialog::ConfigureView() {
@@ -202,27 +172,18 @@ void MorphDialog::FillToolbar() {
     }
 }
 
-void MorphDialog::Release() {
-    for (ComboBox*& combo : combos_) {
-        ReleaseSubclassed(combo);
+INT_PTR MorphDialog::DialogProc(UINT message, WPARAM wParam, LPARAM lParam) {
+    try {
+        return OnMessage(message, wParam, lParam);
+    } catch (const PaneEnded&) {
+        return 1;
     }
-    for (CheckBox*& check : checks_) {
-        ReleaseSubclassed(check);
-    }
-    ReleaseSubclassed(reset_);
-    for (CheckBox*& box : waveBoxes_) {
-        ReleaseSubclassed(box);
-    }
-    for (MarkerControls& controls : markerControls_) {
-        controls.Release();
-    }
-    for (auto& edit : measurements_) {
-        edit.reset();
-    }
-    readout_.reset();
 }
 
-INT_PTR MorphDialog::DialogProc(UINT message, WPARAM wParam, LPARAM lParam) {
+INT_PTR MorphDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (!built_) {
+        return Dialog::DialogProc(message, wParam, lParam);
+    }
     if (message >= MVN_MARKERMOVED && message < MVN_MARKERMOVED + kMarkerSlots) {
         OnMarkerMoved(message, static_cast<std::int32_t>(wParam));
         return 1;
@@ -249,6 +210,9 @@ INT_PTR MorphDialog::DialogProc(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 INT_PTR MorphDialog::OnDialogCommand(WPARAM wParam) {
+    if (!built_) {
+        return 0;
+    }
     for (std::size_t i = 0; i < kCombos; ++i) {
         if (LOWORD(wParam) == kComboRows[i].control) {
             OnComboCommand(i, HIWORD(wParam));
@@ -310,7 +274,7 @@ void MorphDialog::ShowInForce(std::size_t combo) {
 
 RECT MorphDialog::ViewArea() const {
     RECT area{};
-    view_->GetWindowRect(area);
+    ::GetWindowRect(view_, &area);
     MapWindowPoints(nullptr, Handle(), reinterpret_cast<POINT*>(&area), 2);
     return area;
 }
@@ -325,7 +289,8 @@ void MorphDialog::OnSize(UINT sizeType, int width, int height) {
     const int fillWidth = static_cast<int>(std::max(smallestView_.cx, width - viewMargin_.cx - area.left));
     const int fillHeight = static_cast<int>(std::max(smallestView_.cy, height - viewMargin_.cy - area.top));
     if (fillWidth != area.right - area.left || fillHeight != area.bottom - area.top) {
-        view_->MoveTo(static_cast<int>(area.left), static_cast<int>(area.top), fillWidth, fillHeight);
+        SetWindowPos(view_, nullptr, static_cast<int>(area.left), static_cast<int>(area.top), fillWidth,
+                     fillHeight, SWP_NOZORDER | SWP_NOACTIVATE);
     }
 }
 

@@ -14,9 +14,9 @@
 
 #include <array>
 #include <memory>
-#include <optional>
 
 #include "dialogs/morphology/morph_table.h"
+#include "dialogs/morphology/pane_keys.h"
 #include "dialogs/morphology/rules/marker_history.h"
 #include "lib/dbclient/test_record.h"
 #include "lib/modules/analysis_engine.h"
@@ -32,25 +32,28 @@ class DialogLibrary;
 // A marker's edit and its "man." box.
 class MarkerControls final : public MarkerDisplay {
   public:
-    // False: one of the controls is missing.
-    bool Adopt(Window* dialog, const MarkerRow& row);
-    void Release();
+    // Throws when one of the controls is missing.
+    void Adopt(Window* dialog, const MarkerRow& row);
     void Show(std::int32_t ms, bool manual) override;
 
   private:
     std::unique_ptr<EditBox> edit_;
-    CheckBox* manual_ = nullptr;  // its control deletes it
+    std::unique_ptr<CheckBox> manual_;
 };
 
+// Thrown out of what a handler does when something that it has called has ended the pane.
+struct PaneEnded {};
+
 // Works on the first median beat of the record, in place; nothing is saved. A derived class is final and says
-// nothing but its table; its OnDestroy calls Release, Dialog::OnDestroy and deletes the object.
-class MorphDialog : public Dialog, private Redetection {
+// nothing but its table.
+class MorphDialog : public Pane, private Redetection {
   public:
-    // Creates the pane. A record without median beat is reported (LOGMEMORYERROR) and gets no window. All
-    // outlive the object.
+    // All outlive the object.
     MorphDialog(const DialogLibrary& library, Window* parent, TestRecord* test, SystemServices* services,
                 const MorphTable& table);
 
+    // A record without median beat gets no window.
+    void Open() override;
     INT_PTR DialogProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     bool OnInitDialog() override;
     INT_PTR OnDialogCommand(WPARAM wParam) override;
@@ -58,11 +61,6 @@ class MorphDialog : public Dialog, private Redetection {
     // Enter and Esc are not for ending a pane.
     bool OnOK() override { return false; }
     bool OnCancel() override { return false; }
-
-  protected:
-    ~MorphDialog() = default;
-    // Gives the wrappers up before the window goes.
-    void Release();
 
   private:
     enum Combo : std::size_t { kLead, kGain, kSpeed, kMains, kLowEdge, kHighEdge, kCombos };
@@ -73,12 +71,13 @@ class MorphDialog : public Dialog, private Redetection {
     enum class Measured { kNotAsked, kFailed, kDone };
 
     // ---- morph_dialog.cpp: building the pane
-    bool Build();
-    bool AdoptControls();
-    bool AddMarkers();
+    void Build();
+    void AdoptControls();
+    void AddMarkers();
     void ConfigureView();
     void FillToolbar();
-    LRESULT View(UINT message, LPARAM value) const { return view_->SendMsg(message, 0, value); }
+    LRESULT View(UINT message, LPARAM value) const { return SendMessageA(view_, message, 0, value); }
+    INT_PTR OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
     RECT ViewArea() const;
     void OnComboCommand(std::size_t combo, WORD notification);
     void Choose(std::size_t combo, std::int32_t code);
@@ -122,14 +121,16 @@ class MorphDialog : public Dialog, private Redetection {
     void DropHistory();
 
     const MorphTable& table_;
-    EpisodeRecord* beat_;                   // the host's
-    std::optional<AnalysisEngine> engine_;  // none without a beat, and after a failure until the next use
+    EpisodeRecord* beat_;  // the host's
+    // None without a beat, and after a failure until the next use. Shared with the call that is running,
+    // which the module may interrupt with another one by dispatching messages.
+    std::shared_ptr<AnalysisEngine> engine_;
 
-    Window* view_ = nullptr;  // its window's
-    std::array<ComboBox*, kCombos> combos_{};
-    std::array<CheckBox*, kChecks> checks_{};
-    CheckBox* reset_ = nullptr;
-    std::array<CheckBox*, kMostWaveBoxes> waveBoxes_{};
+    HWND view_ = nullptr;  // whose object goes with it
+    std::array<std::unique_ptr<ComboBox>, kCombos> combos_;
+    std::array<std::unique_ptr<CheckBox>, kChecks> checks_;
+    std::unique_ptr<CheckBox> reset_;
+    std::array<std::unique_ptr<CheckBox>, kMostWaveBoxes> waveBoxes_;
     std::unique_ptr<EditBox> readout_;
     std::array<std::unique_ptr<EditBox>, kMeasurementRows> measurements_;
     std::array<MarkerControls, kMostMarkers> markerControls_;
@@ -146,6 +147,8 @@ class MorphDialog : public Dialog, private Redetection {
     Measured measured_ = Measured::kNotAsked;
     SIZE viewMargin_{};  // from the view to the pane's right and lower edge, pixels
     SIZE smallestView_{};
+    bool built_ = false;  // before that, messages mean nothing
+    PaneKeys keys_;
 };
 
 }  // namespace kx

@@ -90,27 +90,36 @@ void MorphDialog::ShowMarkers() {
     for (std::size_t slot = 0; slot < table_.markers.size(); ++slot) {
         positions[slot] = fields_[slot].Current();
     }
-    view_->SendMsg(MV_SETLEAD, static_cast<WPARAM>(Lead()), reinterpret_cast<LPARAM>(positions.data()));
+    SendMessageA(view_, MV_SETLEAD, static_cast<WPARAM>(Lead()), reinterpret_cast<LPARAM>(positions.data()));
 }
 
 void MorphDialog::Refresh() {
     if (!HasLead()) {
         return;
     }
-    ShowMarkers();
+    // Read as a whole before the first message to a control: what is shown is of one moment.
     const MeasurementSet& set = MeasurementSet::Of(beat_->measurements);
+    std::array<std::int32_t, kMeasurementRows> values{};
     for (std::size_t i = 0; i < kMeasurementRows; ++i) {
-        measurements_[i]->ShowNumber(table_.measurements[i].value(set, Lead()));
-    }
-    for (std::size_t slot = 0; slot < table_.markers.size(); ++slot) {
-        fields_[slot].Refresh();
+        values[i] = table_.measurements[i].value(set, Lead());
     }
     const MarkerStore store = StoreOf(Block());
     for (std::size_t i = 0; i < table_.waveBoxes.size(); ++i) {
         boxesInForce_[i] = store.Value(table_.waveBoxes[i].marker) == 0;
+    }
+    const bool anyManual = store.ManualFlags() != 0;
+
+    ShowMarkers();
+    for (std::size_t i = 0; i < kMeasurementRows; ++i) {
+        measurements_[i]->ShowNumber(values[i]);
+    }
+    for (std::size_t slot = 0; slot < table_.markers.size(); ++slot) {
+        fields_[slot].Refresh();
+    }
+    for (std::size_t i = 0; i < table_.waveBoxes.size(); ++i) {
         waveBoxes_[i]->SetChecked(boxesInForce_[i]);
     }
-    RefreshReset(store.ManualFlags() != 0);
+    RefreshReset(anyManual);
 }
 
 void MorphDialog::RefreshReset(bool anyManual) {
@@ -124,13 +133,18 @@ void MorphDialog::RefreshReset(bool anyManual) {
 // The binding's own text says why there was no measurement. It is made anew with the next use, so that it
 // works again when the module has come right.
 void MorphDialog::Redetect() {
-    if (!engine_) {
-        engine_.emplace();
+    if (engine_ == nullptr) {
+        engine_ = std::make_shared<AnalysisEngine>();
     }
+    const std::shared_ptr<AnalysisEngine> engine = engine_;
     SetLastError(ERROR_SUCCESS);  // what the binding reports is this call's
-    if (engine_->UPDATEDETECTION(beat_) == 0) {
-        const bool isBound = *engine_->ErrorText() == '\0';
-        engine_->ReportError(Reports());
+    const bool isMeasured = engine->UPDATEDETECTION(beat_) != 0;
+    if (HasEnded()) {
+        throw PaneEnded();  // out of the rules as well: the record may be gone with the pane
+    }
+    if (!isMeasured) {
+        const bool isBound = *engine->ErrorText() == '\0';
+        engine->ReportError(Reports());
         if (!isBound) {
             engine_.reset();
         }

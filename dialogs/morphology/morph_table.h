@@ -24,8 +24,8 @@ struct MeasurementRow {
     std::int32_t (*value)(const MeasurementSet& set, int lead);
 };
 
-// A getter of the set, of a lead or not, as a row's value. 16-bit words are all that it gives, so that a signed number
-// shows the unsigned ones as well.
+// A getter of the set, of a lead or not, as a row's value. 16-bit words are all that it gives, so that a
+// signed number shows the unsigned ones as well.
 template <auto kGetter>
 std::int32_t Read(const MeasurementSet& set, [[maybe_unused]] int lead) {
     if constexpr (std::is_invocable_v<decltype(kGetter), const MeasurementSet&, int>) {

@@ -66,10 +66,4 @@ PMorphDialog::PMorphDialog(const DialogLibrary& library, Window* parent, TestRec
                            SystemServices* services)
     : MorphDialog(library, parent, test, services, kTable) {}
 
-void PMorphDialog::OnDestroy() {
-    Release();
-    Dialog::OnDestroy();
-    delete this;
-}
-
 }  // namespace kx

@@ -9,8 +9,6 @@ namespace kx {
 class PMorphDialog final : public MorphDialog {
   public:
     PMorphDialog(const DialogLibrary& library, Window* parent, TestRecord* test, SystemServices* services);
-
-    void OnDestroy() override;
 };
 
 }  // namespace kx

@@ -68,10 +68,4 @@ QrsMorphDialog::QrsMorphDialog(const DialogLibrary& library, Window* parent, Tes
                                SystemServices* services)
     : MorphDialog(library, parent, test, services, kTable) {}
 
-void QrsMorphDialog::OnDestroy() {
-    Release();
-    Dialog::OnDestroy();
-    delete this;
-}
-
 }  // namespace kx

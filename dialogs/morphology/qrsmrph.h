@@ -9,8 +9,6 @@ namespace kx {
 class QrsMorphDialog final : public MorphDialog {
   public:
     QrsMorphDialog(const DialogLibrary& library, Window* parent, TestRecord* test, SystemServices* services);
-
-    void OnDestroy() override;
 };
 
 }  // namespace kx

@@ -66,10 +66,4 @@ TMorphDialog::TMorphDialog(const DialogLibrary& library, Window* parent, TestRec
                            SystemServices* services)
     : MorphDialog(library, parent, test, services, kTable) {}
 
-void TMorphDialog::OnDestroy() {
-    Release();
-    Dialog::OnDestroy();
-    delete this;
-}
-
 }  // namespace kx

@@ -9,8 +9,6 @@ namespace kx {
 class TMorphDialog final : public MorphDialog {
   public:
     TMorphDialog(const DialogLibrary& library, Window* parent, TestRecord* test, SystemServices* services);
-
-    void OnDestroy() override;
 };
 
 }  // namespace kx

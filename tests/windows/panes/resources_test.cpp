@@ -88,7 +88,9 @@ TEST_P(Resources, OpenedAndClosedLeavesNothing) {
     EXPECT_EQ(suite_.Uses("kxanalyze.dll") + suite_.Uses("kxdb.dll") + suite_.Uses("kxinterp.dll"), 0);
 }
 
-INSTANTIATE_TEST_SUITE_P(Panes, Resources, testing::Values(KindOf("Table"), KindOf("Hypertrophy")),
+INSTANTIATE_TEST_SUITE_P(Panes, Resources,
+                         testing::Values(KindOf("Table"), KindOf("Hypertrophy"), KindOf("General"), KindOf("Qrs"), KindOf("P"),
+                                         KindOf("T")),
                          [](const auto& row) { return row.param.name; });
 
 }  // namespace
