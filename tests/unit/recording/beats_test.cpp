@@ -1,106 +1,85 @@
-// Beats found in recordings whose beats are known, and the median beat over them.
+// The built-in recording, whose beats are known: the beats found in it, the median beat over them, and what they are labelled.
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cmath>
+#include <string>
 
 #include "host/recording/beat_finder.h"
+#include "host/recording/beat_labels.h"
 #include "host/recording/median_beat.h"
 #include "host/recording/synthetic.h"
+#include "lib/annotation_store.h"
+#include "lib/dbclient/test_record.h"
+#include "suite/kxanalyze/delineator.h"
+#include "tests/unit/analyze/synthetic_beat.h"
 
 namespace kx::recording {
 namespace {
 
 // Each true beat has one found near it, but for those at the ends, and no other is found.
-void ExpectFound(const std::vector<int>& found, const std::vector<double>& truth, double lastMs,
-                 const std::string& name) {
+void ExpectFound(const Recording& recording, const SyntheticOptions& options, const std::string& name) {
+    const std::vector<int> found = FindBeats(recording);
     std::size_t matched = 0;
-    for (const double ms : truth) {
-        const auto near =
-            std::count_if(found.begin(), found.end(), [&](int place) { return std::fabs(place - ms) <= 14; });
-        EXPECT_TRUE(near == 1 || ms < 60 || ms > lastMs - 60) << name << ": " << near << " beats at " << ms;
+    for (const double ms : SyntheticBeatTimes(options)) {
+        const auto near = std::count_if(found.begin(), found.end(), [&](int place) { return std::fabs(place - ms) <= 14; });
+        EXPECT_TRUE(near == 1 || ms < 60 || ms > recording.DurationMs() - 60) << name << ": " << near << " beats at " << ms;
         matched += static_cast<std::size_t>(near);
     }
     EXPECT_EQ(matched, found.size()) << name << ": beats where none is";
     EXPECT_TRUE(std::is_sorted(found.begin(), found.end())) << name;
 }
 
-TEST(BeatFinder, FindsEveryBeatAtAnyRateAndHeartRate) {
-    struct Row {
-        const char* name;
-        SyntheticOptions options;
+TEST(BeatFinder, FindsEveryBeatAtAnyRateHeartRateSizeAndPolarity) {
+    const std::pair<const char*, SyntheticOptions> rows[] = {
+        {"100 samples a second", {.sampleRate = 100}},   {"977 samples a second", {.sampleRate = 977}},
+        {"2000 samples a second", {.sampleRate = 2000}}, {"30 a minute", {.seconds = 20, .beatsPerMinute = 30}},
+        {"140 a minute", {.beatsPerMinute = 140}},       {"irregular", {.seconds = 20, .rrVariationMs = 250}},
+        {"much noise", {.noiseMicrovolts = 60}},         {"much hum", {.mainsMicrovolts = 200}},
+        {"much wander", {.wanderMicrovolts = 1500}},     {"two seconds", {.seconds = 2}},
     };
-    const Row kRows[] = {
-        {"as built in", {}},
-        {"100 samples a second", {.sampleRate = 100}},
-        {"360 samples a second", {.sampleRate = 360}},
-        {"977 samples a second", {.sampleRate = 977}},
-        {"2000 samples a second", {.sampleRate = 2000}},
-        {"30 a minute", {.seconds = 20, .beatsPerMinute = 30}},
-        {"45 a minute", {.beatsPerMinute = 45}},
-        {"140 a minute", {.beatsPerMinute = 140}},
-        {"irregular", {.seconds = 20, .rrVariationMs = 250}},
-        {"much noise", {.noiseMicrovolts = 60}},
-        {"much hum", {.mainsMicrovolts = 200}},
-        {"much wander", {.wanderMicrovolts = 1500}},
-        {"two seconds", {.seconds = 2}},
-    };
-    for (const Row& row : kRows) {
-        const Recording recording = MakeSyntheticRecording(row.options);
-        ExpectFound(FindBeats(recording), SyntheticBeatTimes(row.options), recording.DurationMs(), row.name);
+    for (const auto& [name, options] : rows) {
+        ExpectFound(MakeSyntheticRecording(options), options, name);
     }
-}
-
-TEST(BeatFinder, FindsSmallBeatsAndThoseOfAnyPolarity) {
     for (const float factor : {0.08f, -1.0f, 8.0f}) {
-        SyntheticOptions options;
-        options.wanderMicrovolts = options.mainsMicrovolts = options.noiseMicrovolts = 0;
+        const SyntheticOptions options{.wanderMicrovolts = 0, .noiseMicrovolts = 0, .mainsMicrovolts = 0};
         Recording recording = MakeSyntheticRecording(options);
         for (auto& lead : recording.leads) {
-            for (float& value : lead) {
-                value *= factor;
-            }
+            std::transform(lead.begin(), lead.end(), lead.begin(), [factor](float value) { return value * factor; });
         }
-        ExpectFound(FindBeats(recording), SyntheticBeatTimes(options), recording.DurationMs(),
-                    "times " + std::to_string(factor));
+        ExpectFound(recording, options, "times " + std::to_string(factor));
     }
 }
 
 TEST(BeatFinder, FindsNothingWhereNothingIs) {
     EXPECT_TRUE(FindBeats(Recording{}).empty());
-    for (const std::size_t count : {std::size_t{1}, std::size_t{40}, std::size_t{5000}}) {
+    for (const std::size_t count : {1u, 40u, 5000u}) {
         Recording flat;
         flat.sampleRate = 500;
         for (auto& lead : flat.leads) {
             lead.assign(count, 700.0f);
         }
         EXPECT_TRUE(FindBeats(flat).empty()) << count;
-        // Quantisation.
         for (std::size_t i = 0; i < count; ++i) {
-            flat.leads[i % kLeadCount][i] += static_cast<float>(i % 2);
+            flat.leads[i % kLeadCount][i] += static_cast<float>(i % 2);  // quantisation
         }
-        EXPECT_TRUE(FindBeats(flat).empty()) << count;
         std::string error;
         EXPECT_FALSE(MakeMedianBeat(flat, error));
         EXPECT_NE(error.find("no heart beat"), std::string::npos) << error;
     }
 }
 
-// Root mean square of the difference between the median beat and the beat of the formula, both about their
-// level before the complex, at the best shift of some ms.
+// Root mean square of the difference between the median beat and the beat of the formula from before P to behind T, both
+// about their level before the complex, at the best shift of some ms.
 double DistanceFromFormula(const MedianBeat& beat, const SyntheticOptions& options, std::size_t lead) {
     double best = 1e9;
     for (int shift = -10; shift <= 10; ++shift) {
         double sum = 0;
-        int count = 0;
-        // From before P to behind T.
         for (int ms = 150; ms < 900; ms += 2) {
-            const double truth = SyntheticBeatValue(options, lead, ms - kAlignmentMs + shift);
-            const double difference = beat.leads[lead][static_cast<std::size_t>(ms / 2)] - truth;
-            sum += difference * difference;
-            ++count;
+            sum += std::pow(
+                beat.leads[lead][static_cast<std::size_t>(ms / 2)] - SyntheticBeatValue(options, lead, ms - kAlignmentMs + shift), 2);
         }
-        best = std::min(best, std::sqrt(sum / count));
+        best = std::min(best, std::sqrt(sum / 375));
     }
     return best;
 }
@@ -113,81 +92,134 @@ MedianBeat Made(const Recording& recording) {
 }
 
 TEST(MedianBeat, IsTheBeatWithoutItsDisturbances) {
-    struct Row {
+    const struct {
         const char* name;
         SyntheticOptions options;
         double microvolts;
-    };
-    const Row kRows[] = {{"as built in", {}, 10},
-                         {"100 samples a second", {.sampleRate = 100}, 25},
-                         {"1000 samples a second", {.sampleRate = 1000}, 10},
-                         {"much wander", {.wanderMicrovolts = 800}, 20},
-                         {"thirty seconds of noise", {.seconds = 30, .noiseMicrovolts = 40}, 16}};
-    for (const Row& row : kRows) {
+    } rows[] = {{"as built in", {}, 10},
+                {"100 samples a second", {.sampleRate = 100}, 25},
+                {"1000 samples a second", {.sampleRate = 1000}, 10},
+                {"much wander", {.wanderMicrovolts = 800}, 20},
+                {"noise", {.seconds = 30, .noiseMicrovolts = 40}, 16}};
+    for (const auto& row : rows) {
         const MedianBeat beat = Made(MakeSyntheticRecording(row.options));
         for (std::size_t lead = 0; lead < kLeadCount; ++lead) {
             ASSERT_EQ(beat.leads[lead].size(), static_cast<std::size_t>(kMedianBeatSamples)) << row.name;
-            EXPECT_LT(DistanceFromFormula(beat, row.options, lead), row.microvolts)
-                << row.name << ", " << kLeadNames[lead];
+            EXPECT_LT(DistanceFromFormula(beat, row.options, lead), row.microvolts) << row.name << ", " << kLeadNames[lead];
         }
         EXPECT_NEAR(beat.rrMs, 60000 / 66.0, 15) << row.name;
         EXPECT_EQ(beat.KeptCount(), beat.kept.size() - 1) << row.name;
         EXPECT_EQ(beat.kept.size(), beat.beatsMs.size()) << row.name;
     }
+    const MedianBeat alone = Made(MakeSyntheticRecording({.seconds = 1}));  // one beat, cut at both ends of its window
+    EXPECT_TRUE(alone.KeptCount() == 1 && alone.rrMs == 0);
 }
 
-// Three beats of ten made ventricular: wide, upside down and large. They are not in the median.
-TEST(MedianBeat, LeavesOutBeatsOfAnotherShape) {
+// Three beats made ventricular, wide, upside down and large, and one that a gap touches are not in the median.
+TEST(MedianBeat, LeavesOutBeatsOfAnotherShapeAndThoseThatAGapTouches) {
     const SyntheticOptions options;
     Recording recording = MakeSyntheticRecording(options);
     const std::vector<double> beats = SyntheticBeatTimes(options);
-    for (const std::size_t ectopic : {2u, 5u, 8u}) {
-        for (std::size_t lead = 0; lead < kLeadCount; ++lead) {
+    const auto gap = static_cast<std::size_t>(beats[4] / 2);
+    recording.gaps = {{gap + 50, gap + 100}};
+    for (std::size_t lead = 0; lead < kLeadCount; ++lead) {
+        std::fill_n(recording.leads[lead].begin() + static_cast<std::ptrdiff_t>(gap) + 50, 50, 900.0f);
+        for (const std::size_t ectopic : {2u, 6u, 8u}) {
             for (int ms = -90; ms <= 90; ms += 2) {
-                const double bump = 1500 * std::cos(ms * 3.14159 / 180) * (lead % 2 == 0 ? -1 : 1);
-                const auto i = static_cast<std::size_t>((beats[ectopic] + ms) / 2);
-                recording.leads[lead][i] = static_cast<float>(bump);
+                recording.leads[lead][static_cast<std::size_t>((beats[ectopic] + ms) / 2)] =
+                    static_cast<float>(1500 * std::cos(ms * 3.14159 / 180) * (lead % 2 == 0 ? -1 : 1));
             }
         }
     }
     const MedianBeat beat = Made(recording);
     for (std::size_t i = 0; i < beat.beatsMs.size(); ++i) {
-        for (const std::size_t ectopic : {2u, 5u, 8u}) {
-            if (std::fabs(beat.beatsMs[i] - beats[ectopic]) < 60) {
-                EXPECT_FALSE(beat.kept[i]) << ectopic;
-            }
+        for (const std::size_t left : {2u, 4u, 6u, 8u}) {
+            EXPECT_FALSE(std::fabs(beat.beatsMs[i] - beats[left]) < 40 && beat.kept[i]) << left;
         }
     }
+    EXPECT_GT(beat.KeptCount(), 3u);
     for (std::size_t lead = 0; lead < kLeadCount; ++lead) {
         EXPECT_LT(DistanceFromFormula(beat, options, lead), 15) << kLeadNames[lead];
     }
 }
 
-TEST(MedianBeat, LeavesOutBeatsThatAGapTouches) {
-    const SyntheticOptions options;
-    Recording recording = MakeSyntheticRecording(options);
-    const auto place = static_cast<std::size_t>(SyntheticBeatTimes(options)[4] / 2);
-    recording.gaps = {{place + 50, place + 100}};
-    for (auto& lead : recording.leads) {
-        std::fill(lead.begin() + static_cast<std::ptrdiff_t>(place) + 50,
-                  lead.begin() + static_cast<std::ptrdiff_t>(place) + 100, 900.0f);
-    }
-    const MedianBeat beat = Made(recording);
-    for (std::size_t i = 0; i < beat.beatsMs.size(); ++i) {
-        if (std::abs(beat.beatsMs[i] - static_cast<int>(2 * place)) < 40) {
-            EXPECT_FALSE(beat.kept[i]);
+TEST(BeatLabels, FollowShapeAndTime) {
+    const struct {
+        const char* name;
+        std::vector<int> intervals;
+        std::string shapes;  // 'd' the dominant one
+        std::vector<int> labels;
+    } rows[] = {
+        {"early, same shape", {800, 600, 1000, 800, 800}, "dddddd", {1, 1, 9, 1, 1, 1}},
+        {"just not early", {800, 640, 960, 800, 800}, "dddddd", {1, 1, 1, 1, 1, 1}},
+        {"early, another shape", {800, 500, 1100, 800}, "ddxdd", {1, 1, 5, 1, 1}},
+        {"late, another shape", {800, 1500, 800, 800}, "ddxdd", {1, 1, 13, 1, 1}},
+        {"the first beat", {800, 800}, "xdd", {13, 1, 1}},
+        {"bigeminy", {500, 1100, 500, 1100, 500}, "dxdxdx", {1, 5, 1, 5, 1, 5}},
+        {"late at the end, another shape", {800, 800, 1100}, "dddx", {1, 1, 1, 13}},
+        {"two beats", {500}, "dx", {1, 13}},
+        {"irregular", {900, 500, 1200, 600, 850, 900, 640}, "dddddddd", {1, 1, 1, 1, 1, 1, 1, 1}},
+        {"none", {}, "", {}},
+    };
+    for (const auto& row : rows) {
+        MedianBeat beat;
+        std::vector<int> sorted = row.intervals;
+        std::sort(sorted.begin(), sorted.end());
+        beat.rrMs = sorted.empty() ? 0 : sorted[sorted.size() / 2];
+        for (std::size_t i = 0; i < row.shapes.size(); ++i) {
+            beat.beatsMs.push_back(i == 0 ? 300 : beat.beatsMs.back() + row.intervals[i - 1]);
+            beat.dominant.push_back(row.shapes[i] == 'd');
         }
+        beat.kept = beat.dominant;
+        TestRecord test;
+        ASSERT_TRUE(FillAnnotations(test, beat));
+        const AnnotationStore& store = *test.Annotations();
+        std::vector<int> labels;
+        for (std::uint32_t i = 0; i < store.Count(); ++i) {
+            labels.push_back(store.Label(i));
+            EXPECT_EQ(static_cast<std::uint32_t>(beat.beatsMs[i]), store.Time(i)) << row.name;
+        }
+        EXPECT_EQ(row.labels, labels) << row.name;
+        EXPECT_FALSE(store.IsModified());
     }
-    EXPECT_LT(DistanceFromFormula(beat, options, kLeadII), 12);
 }
 
-TEST(MedianBeat, OfAShortRecordingIsWhatThereIs) {
-    // One beat, cut at both ends of its window; no interval.
-    const SyntheticOptions options{.seconds = 1};
-    const MedianBeat beat = Made(MakeSyntheticRecording(options));
-    EXPECT_EQ(beat.KeptCount(), 1u);
-    EXPECT_EQ(beat.rrMs, 0);
-    EXPECT_EQ(beat.leads[kLeadII].size(), static_cast<std::size_t>(kMedianBeatSamples));
+TEST(SyntheticRecording, IsThatOfAHealthyAdultTheSameEveryTime) {
+    const Recording recording = MakeSyntheticRecording();
+    EXPECT_EQ(recording.leads, MakeSyntheticRecording().leads);
+    EXPECT_NE(recording.leads, MakeSyntheticRecording({.seed = 1}).leads);
+    EXPECT_EQ(MakeSyntheticRecording({.sampleRate = 1000, .seconds = 2.5}).SampleCount(), 2500u);
+    for (std::size_t i = 0; i < recording.SampleCount(); ++i) {
+        ASSERT_NEAR(recording.leads[kLeadIII][i], recording.leads[kLeadII][i] - recording.leads[kLeadI][i], 0.01) << i;
+        ASSERT_NEAR(recording.leads[kLeadAVR][i] + recording.leads[kLeadAVL][i] + recording.leads[kLeadAVF][i], 0, 0.01) << i;
+    }
+    const MedianBeat beat = Made(recording);
+    analysis::Episode episode({beat.leads.begin(), beat.leads.end()}, kWorkingRate, kResolutionNv);
+    episode.Set().rrInterval = static_cast<std::uint16_t>(beat.rrMs);
+    ASSERT_EQ(analysis::MeasureEpisode(episode.Get()), 1u);
+    const KxMeasurementSet& set = episode.Set();
+    const KxLeadMeasurements* leads = set.leads;
+    const struct {
+        const char* what;
+        int value, from, to;
+    } rows[] = {
+        // Limits of normal of P. W. Macfarlane and T. D. V. Lawrie, Comprehensive Electrocardiology.
+        {"P duration", set.pDuration, 80, 120},
+        {"PR", set.prInterval, 120, 200},
+        {"QRS duration", set.qrsDuration, 70, 110},
+        {"QT", set.qtInterval, 340, 430},
+        {"P axis", set.pAxis, 0, 75},
+        {"QRS axis", set.qrsAxis, -30, 90},
+        {"Sokolow-Lyon", leads[KX_LEAD_V5].aR - leads[KX_LEAD_V1].aS, 1000, 3500},
+        {"Q in V6", leads[KX_LEAD_V6].aQ, -300, 0},
+        {"T in II", leads[KX_LEAD_II].aT1, 100, 700},
+        {"T in aVR", leads[KX_LEAD_AVR].aT1, -600, -50},
+        {"ST in V5", leads[KX_LEAD_V5].stLevel[6], -50, 150},
+        {"intrinsicoid deflection in V5", leads[KX_LEAD_V5].intrinsicoidDeflection, 20, 50},
+    };
+    for (const auto& row : rows) {
+        EXPECT_TRUE(row.value >= row.from && row.value <= row.to) << row.what << ": " << row.value;
+    }
 }
 
 }  // namespace

@@ -13,8 +13,7 @@ std::int16_t SampleOf(std::size_t signal, std::size_t i);
 
 // How a record is written.
 struct Layout {
-    std::vector<std::string> names = {"I",  "II", "III", "aVR", "aVL", "aVF",
-                                      "V1", "V2", "V3",  "V4",  "V5",  "V6"};
+    std::vector<std::string> names = {"I", "II", "III", "aVR", "aVL", "aVF", "V1", "V2", "V3", "V4", "V5", "V6"};
     int format = 16;
     std::string formatSuffix{};    // of the format field: "+24", "x2", ":3"
     std::string gain = "1000/mV";  // of every signal
@@ -24,9 +23,6 @@ struct Layout {
     std::int16_t (*sample)(std::size_t signal, std::size_t i) = SampleOf;
     std::size_t signalsPerFile = 0;  // 0: all in one
 };
-
-std::vector<std::uint8_t> Encode16(const std::vector<std::int16_t>& samples);
-std::vector<std::uint8_t> Encode212(const std::vector<std::int16_t>& samples);
 
 // A folder for one test, removed with it. Records are called "r": r.hea, r.dat or r0.dat, r1.dat, ...
 class RecordFolder {
@@ -38,7 +34,6 @@ class RecordFolder {
 
     std::filesystem::path Header() const { return path_ / "r.hea"; }
     void Write(const Layout& layout) const;
-    void WriteFile(const std::string& name, const std::vector<std::uint8_t>& bytes) const;
     void WriteText(const std::string& name, const std::string& text) const;
     std::string Text(const std::string& name) const;
     void Resize(const std::string& name, std::uint64_t size) const;

@@ -31,9 +31,9 @@ TEST(TestListEntry, SumsUpATest) {
     char text[40];
     entry->SortName(text, sizeof text);
     EXPECT_STREQ(text, "Rossi, Anna Maria");
-    EXPECT_TRUE(entry->AcquisitionText(text, sizeof text, test::German()));
-    EXPECT_STREQ(text, "05.11.2013, 14:05");
-    EXPECT_FALSE(entry->AcquisitionText(text, 5, test::German()));
+    EXPECT_TRUE(entry->AcquisitionText(text, sizeof text, test::Italian()));
+    EXPECT_STREQ(text, "05/11/2013, 14:05");
+    EXPECT_FALSE(entry->AcquisitionText(text, 5, test::Italian()));
 }
 
 TEST(TestListEntry, FlagsFollowTheReportState) {

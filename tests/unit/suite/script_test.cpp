@@ -1,19 +1,29 @@
+// Report scripts: fields, brackets, conditions, and the stress test's script that is shipped.
 #include "suite/kxrender/script.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cstring>
+#include <fstream>
+#include <iterator>
 #include <map>
 #include <string>
-#include <utility>
 #include <vector>
 
-#include "tests/unit/collected_reports.h"
+#include "lib/dbclient/test_record.h"
+#include "suite/kxrender/test_values.h"
+#include "tests/rig/recorded_reports.h"
+#include "tests/unit/picture_locale.h"
+#include "tests/unit/records/text_table.h"
+#include "tests/unit/suite/stress_test.h"
 
 namespace {
 
 using kx::render::RunScript;
-using kx::test::CollectedReports;
+using kx::test::RecordedReports;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::StartsWith;
 
 class TableValues final : public kx::render::ScriptValues {
   public:
@@ -31,120 +41,125 @@ class TableValues final : public kx::render::ScriptValues {
                                                            {11, "Load"},
                                                            {12, " 3.1  mph,   12 %"},
                                                            {13, "[{#1}] \\ {%2}"},
-                                                           {14, "riga\r\nriga"},
-                                                           {15, "a b"}};
+                                                           {14, "riga\r\nriga"}};
         const auto found = kFields.find(code);
         return found != kFields.end() ? found->second : "";
     }
     std::string WithPatient(const std::string& text) const override {
-        std::string result = text;
-        for (std::size_t at = result.find("{%2}"); at != result.npos; at = result.find("{%2}", at)) {
-            result.replace(at, 4, "Rossi");
-        }
-        return result;
+        const std::size_t at = text.find("{%2}");
+        return at == text.npos ? text : std::string(text).replace(at, 4, "Rossi");
     }
 };
 
-struct Row {
-    const char* script;
-    const char* report;
-};
+std::string Rendered(const std::string& script, RecordedReports& reports) {
+    char buffer[256];
+    EXPECT_TRUE(RunScript(script, TableValues(), buffer, sizeof buffer, reports));
+    return buffer;
+}
 
 TEST(Script, FillsFieldsBracketsAndPlaceholders) {
-    for (const Row& row : {
-             Row{"", ""},
-             Row{"Testo", "Testo"},
-             Row{"# commento\nTesto", "Testo"},
-             Row{"Nome {#1}, valore {#2} mV", "Nome Anna Rossi, valore 7.5 mV"},
-             Row{"{#12}|{#8}", "3.1 mph, 12 %|101 %"},
-             Row{
-                 "{#3}{#4}{#5}{#6}{#7}{#99}",
-                 "..................",
-             },
-             Row{"Sig.ra {%2}: {#8}", "Sig.ra Rossi: 101 %"},
-             Row{"prima [{#1}] dopo", "prima Anna Rossi dopo"},
-             Row{"prima[ {#3}] dopo", "prima dopo"},
-             Row{"prima[ {#1}, {#3}, {#1}] dopo[ {#8}]", "prima dopo 101 %"},
-             Row{"[solo testo]", "solo testo"},
-             Row{"[ {#3} {%2} ]fine", "fine"},
-             Row{"\\[{#1}\\] \\\\ \\# \\", "[Anna Rossi] \\ # \\"},
-             Row{"\\# non un commento", "# non un commento"},
-             Row{"\\?1 non una condizione", "?1 non una condizione"},
-             Row{"{#13}", "[{#1}] \\ {%2}"},  // a value is taken as it is
-             Row{"{#14}", "riga\r\nriga"},
-             Row{"{#} {#x} {#1 {1} {", "{#} {#x} {#1 {1} {"},
-             Row{"{#99999999999}", "{#99999999999}"},
-             Row{"\\{#1}", "{#1}"},
-             Row{"a\nb\r\nc", "a\r\nb\r\nc"},
-             Row{"\n\n\na\n\n\n\nb\n\n", "a\r\n\r\nb"},
-             Row{"a\n\n?3 nulla\n\nb", "a\r\n\r\nb"},
-             Row{"Perch\xC3\xA9 no", "Perch\xE9 no"},
-             Row{"Perch\xE9 no", "Perch\xE9 no"},
-         }) {
-        char buffer[256];
-        CollectedReports reports;
-        ASSERT_TRUE(RunScript(row.script, TableValues(), buffer, sizeof buffer, reports));
-        EXPECT_STREQ(row.report, buffer) << row.script;
-        EXPECT_EQ(std::vector<std::string>(), reports.texts) << row.script;
+    const std::pair<const char*, const char*> rows[] = {
+        {"", ""},
+        {"# commento\nTesto", "Testo"},
+        {"Nome {#1}, valore {#2} mV", "Nome Anna Rossi, valore 7.5 mV"},
+        {"{#12}|{#8}", "3.1 mph, 12 %|101 %"},
+        {"{#3}{#4}{#5}{#6}{#7}{#99}", ".................."},
+        {"Sig.ra {%2}: {#8}", "Sig.ra Rossi: 101 %"},
+        {"prima [{#1}] dopo[ {#3}]", "prima Anna Rossi dopo"},
+        {"prima[ {#1}, {#3}, {#1}] dopo[ {#8}]", "prima dopo 101 %"},
+        {"[ {#3} {%2} ]fine[solo testo]", "finesolo testo"},
+        {"\\[{#1}\\] \\\\ \\# \\", "[Anna Rossi] \\ # \\"},
+        {"\\# non un commento", "# non un commento"},
+        {"\\?1 non una condizione", "?1 non una condizione"},
+        {"{#13}", "[{#1}] \\ {%2}"},  // a value is taken as it is
+        {"{#14}", "riga\r\nriga"},
+        {"{#} {#x} {#1 {1} {#99999999999} \\{#1} {", "{#} {#x} {#1 {1} {#99999999999} {#1} {"},
+        {"\n\n\na\r\n\n\n\nb\n\n", "a\r\n\r\nb"},
+        {"a\n\n?3 nulla\n\nb", "a\r\n\r\nb"},
+        {"Perch\xC3\xA9 no", "Perch\xE9 no"},
+        {"Perch\xE9 no", "Perch\xE9 no"},
+    };
+    for (const auto& [script, report] : rows) {
+        RecordedReports reports;
+        EXPECT_EQ(report, Rendered(script, reports)) << script;
+        EXPECT_THAT(reports.Take(), IsEmpty()) << script;
     }
 }
 
 TEST(Script, ShowsALineWhenItsConditionsHold) {
-    const char* const kHold[] = {
-        "?1",     "?!3",      "?10",     "?8>100",   "?8>=101",        "?8<=101",    "?8=101",   "?8!=102",
-        "?9<=-1", "?9<=-1.5", "?2=7.50", "?11=Load", "?11!=Elevation", "?11>Carico", "?1 ?8>100"};
-    const char* const kDoNot[] = {"?3",     "?7",     "?99",     "?!1",       "?10>0",
-                                  "?8>101", "?8<101", "?8!=101", "?9>-1.5",   "?11=load",
-                                  "?1>5",   "?3=0",   "?3!=0",   "?1 ?8<100", "?3 ?1"};
-    std::vector<std::pair<const char*, bool>> rows;
+    const char* const kHold[] = {"?1",      "?!3",      "?10",     "?8>100",   "?8>=101",        "?8<=101",    "?8=101",
+                                 "?8!=102", "?9<=-1.5", "?2=7.50", "?11=Load", "?11!=Elevation", "?11>Carico", "?1 ?8>100"};
+    const char* const kDoNot[] = {"?3",      "?7",       "?99",  "?!1",  "?10>0", "?8>101",    "?8<101", "?8!=101",
+                                  "?9>-1.5", "?11=load", "?1>5", "?3=0", "?3!=0", "?1 ?8<100", "?3 ?1"};
+    RecordedReports reports;
     for (const char* condition : kHold) {
-        rows.emplace_back(condition, true);
+        EXPECT_EQ("riga", Rendered(std::string(condition) + " riga", reports)) << condition;
     }
     for (const char* condition : kDoNot) {
-        rows.emplace_back(condition, false);
+        EXPECT_EQ("", Rendered(std::string(condition) + " riga", reports)) << condition;
     }
-    for (const auto& [condition, holds] : rows) {
-        char buffer[64];
-        CollectedReports reports;
-        ASSERT_TRUE(
-            RunScript(std::string(condition) + " riga", TableValues(), buffer, sizeof buffer, reports));
-        EXPECT_STREQ(holds ? "riga" : "", buffer) << condition;
-        EXPECT_EQ(std::vector<std::string>(), reports.texts) << condition;
-    }
-}
-
-TEST(Script, LeavesOutALineThatItCannotUnderstand) {
-    for (const Row& row :
-         {Row{"?", "condizione"}, Row{"? riga", "condizione"}, Row{"?x riga", "condizione"},
-          Row{"?-1 riga", "condizione"}, Row{"?1> riga", "condizione"}, Row{"?1~2 riga", "condizione"},
-          Row{"?!1=2 riga", "condizione"}, Row{"?!! riga", "condizione"}, Row{"[{#1}", "parentesi"},
-          Row{"{#1}]", "parentesi"}, Row{"[[{#1}]]", "parentesi"}}) {
-        char buffer[64];
-        CollectedReports reports;
-        ASSERT_TRUE(RunScript(std::string("prima\n") + row.script + "\ndopo", TableValues(), buffer,
-                              sizeof buffer, reports));
-        EXPECT_STREQ("prima\r\ndopo", buffer) << row.script;
-        ASSERT_EQ(1u, reports.texts.size()) << row.script;
-        EXPECT_TRUE(reports.texts[0].starts_with(std::string("script: ") + row.report)) << reports.texts[0];
+    EXPECT_THAT(reports.Take(), IsEmpty());
+    for (const char* line : {"?", "?x riga", "?-1 riga", "?1> riga", "?1~2 riga", "?!1=2 riga", "?!! riga", "[{#1}", "{#1}]", "[[{#1}]]"}) {
+        EXPECT_EQ("prima\r\ndopo", Rendered(std::string("prima\n") + line + "\ndopo", reports)) << line;
+        EXPECT_THAT(reports.Take(), ElementsAre(StartsWith(line[0] == '?' ? "oem script 2 condizione" : "oem script 2 parentesi"))) << line;
     }
 }
 
 TEST(Script, NeverWritesBeyondItsBuffer) {
-    const char* script = "{#1}\n\nuno\ndue";
     const std::string whole = "Anna Rossi\r\n\r\nuno\r\ndue";
     for (std::size_t size = 1; size < whole.size() + 3; ++size) {
         std::vector<char> buffer(size, 'x');
-        CollectedReports reports;
-        ASSERT_TRUE(RunScript(script, TableValues(), buffer.data(), size, reports));
+        RecordedReports reports;
+        ASSERT_TRUE(RunScript("{#1}\n\nuno\ndue", TableValues(), buffer.data(), size, reports));
         const std::size_t fits = size > whole.size() ? whole.size() : size > 17 ? 17 : size > 10 ? 10 : 0;
         EXPECT_EQ(whole.substr(0, fits), buffer.data()) << size;
-        EXPECT_EQ(fits == whole.size() ? 0u : 1u, reports.texts.size()) << size;
+        EXPECT_EQ(fits == whole.size() ? 0u : 1u, reports.Take().size()) << size;
     }
-    CollectedReports reports;
-    EXPECT_FALSE(RunScript(script, TableValues(), nullptr, 10, reports));
+    RecordedReports reports;
     char one = 'x';
-    EXPECT_FALSE(RunScript(script, TableValues(), &one, 0, reports));
+    EXPECT_FALSE(RunScript("a", TableValues(), nullptr, 10, reports) || RunScript("a", TableValues(), &one, 0, reports));
     EXPECT_EQ('x', one);
+}
+
+// The stress test's script that is shipped, over tests as the recorders leave them.
+std::string StressReport(const kx::TestRecord& test) {
+    std::ifstream stream(KX_SOURCE_DIR "/suite/kxrender/stress.scr", std::ios::binary);
+    const std::string script((std::istreambuf_iterator<char>(stream)), std::istreambuf_iterator<char>());
+    const kx::test::TextTable texts;
+    const kx::test::PictureLocale locale = kx::test::Italian();
+    kx::SummaryRequest request(texts, locale);
+    request.revolutionsPerMinute = "giri/min";
+    char buffer[4096];
+    RecordedReports reports;
+    EXPECT_TRUE(RunScript(script, kx::render::TestValues(test, request), buffer, sizeof buffer, reports));
+    EXPECT_THAT(reports.Take(), IsEmpty());
+    return buffer;
+}
+
+TEST(StressScript, ReportsTestsAndSaysWhatIsMissing) {
+    kx::TestRecord test, empty;
+    kx::test::FillTreadmillTest(test);
+    EXPECT_EQ(kx::test::kTreadmillReport, StressReport(test));
+    test.exerciseDevice = 1;
+    test.peakSpeed = 6000;
+    test.peakGradeOrLoad = 1250;
+    test.maxHeartRate = 120;
+    test.bloodPressure = 0;
+    test.Stage(1)->stLevel = -40;
+    EXPECT_EQ(
+        "Test da sforzo al cicloergometro, durata 9:30 min.\r\n"
+        "Carico massimo: 125 W a 60 giri/min.\r\n\r\n"
+        "Frequenza cardiaca massima 120 battiti/min (71 % della teorica, 170 battiti/min).\r\n"
+        "Test submassimale: l'85 % della frequenza teorica non \xE8 stato raggiunto.\r\n"
+        "Pressione arteriosa al picco 180 / 90 mmHg.\r\n"
+        "Doppio prodotto al picco 21600 mmHg/min.\r\n\r\n"
+        "Nessuno slivellamento significativo del tratto ST (massimo 0.5 mm @ 3:00 [II]).\r\n\r\n"
+        "Interpretazione automatica: da confermare a cura del medico.",
+        StressReport(test));
+    const std::string report = StressReport(empty);
+    EXPECT_THAT(report, testing::HasSubstr("Pressione arteriosa al picco non rilevata."));
+    EXPECT_THAT(report, testing::HasSubstr("Tratto ST: misura non disponibile."));
+    EXPECT_TRUE(report.find("...") == report.npos && report.find("massimale") == report.npos) << report;
 }
 
 }  // namespace
