@@ -1,5 +1,6 @@
 #include "host/suite/system_log.h"
 
+#include <cstdint>
 #include <string_view>
 
 #include "host/windows/text_conversion.h"
@@ -7,8 +8,11 @@
 namespace kxhost {
 namespace {
 
-using SetListenerFunction = decltype(&SETLISTENER);
-using SetBatchModeFunction = decltype(&SETBATCHMODE);
+// Exports of kxsys.dll beyond the suite's contract, as that module's kxsys.h declares them.
+using SetListenerFunction = std::uint32_t(__stdcall*)(void(__stdcall* callback)(void* context,
+                                                                                const char* line),
+                                                      void* context);
+using SetBatchModeFunction = std::uint32_t(__stdcall*)(std::uint32_t flag);
 
 // Nobody listens in the batch forms: what waits for a listener must not grow without end.
 constexpr std::size_t kMostWaiting = 1000;
@@ -43,7 +47,7 @@ void SystemLog::SetBatchMode() const {
 }
 
 // A line is time, kind and text with tabs between. Called by the module: nothing may be thrown back into it.
-void KXSYS_CALL SystemLog::Hear(void* context, const char* line) {
+void __stdcall SystemLog::Hear(void* context, const char* line) {
     try {
         const std::string_view whole(line);
         const std::size_t first = whole.find('\t');

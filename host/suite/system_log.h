@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "host/suite/suite_module.h"
-#include "suite/kxsys/kxsys.h"
 
 namespace kxhost {
 
@@ -29,7 +28,8 @@ class SystemLog {
     void SetBatchMode() const;
 
   private:
-    static void KXSYS_CALL Hear(void* context, const char* line);
+    // Given to SETLISTENER of the module.
+    static void __stdcall Hear(void* context, const char* line);
     void Report(std::wstring kind, std::wstring text);
 
     SuiteModule module_;
