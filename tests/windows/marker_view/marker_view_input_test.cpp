@@ -69,49 +69,6 @@ TEST_F(MarkerViewInput, AnAbsentOrHiddenMarkerIsNotHeld) {
     EXPECT_EQ(TakePosted(), Posted());
 }
 
-// The system's mouse, through the queue: a press only where the hit test allows it, and a pointer that is
-// held on the marker's column, which has the system report a move of its own.
-TEST_F(MarkerViewInput, TheSystemsMouseDragsAMarker) {
-    Open();
-    const int from = ColumnOfMs(500);
-    const int to = from + 25;
-    const auto pointAt = [&](int x, int y) {
-        POINT point = {x, y};
-        ClientToScreen(view_, &point);
-        SetCursorPos(point.x, point.y);
-        PumpMessages();
-    };
-    const auto button = [](DWORD flag) {
-        INPUT input = {};
-        input.type = INPUT_MOUSE;
-        input.mi.dwFlags = flag;
-        SendInput(1, &input, sizeof input);
-        PumpMessages();
-    };
-    pointAt(from + 8, 30);
-    button(MOUSEEVENTF_LEFTDOWN);
-    EXPECT_NE(GetCapture(), view_) << "beside the marker";
-    button(MOUSEEVENTF_LEFTUP);
-    pointAt(from + 1, 30);
-    button(MOUSEEVENTF_LEFTDOWN);
-    ASSERT_EQ(GetCapture(), view_);
-    for (int x = from + 1; x <= to; ++x) {
-        pointAt(x, 30);
-    }
-    POINT pointer = {};
-    GetCursorPos(&pointer);
-    ScreenToClient(view_, &pointer);
-    EXPECT_EQ(pointer.x, to);
-    EXPECT_EQ(pointer.y, 30);
-    EXPECT_TRUE(MarkerStandsAt(to));
-    button(MOUSEEVENTF_LEFTUP);
-    EXPECT_NE(GetCapture(), view_);
-    const Posted posted = TakePosted();
-    ASSERT_FALSE(posted.empty());
-    EXPECT_LE(posted.size(), 26u) << "a step tells its position once";
-    ExpectMoved({posted.back()}, 2);
-}
-
 TEST_F(MarkerViewInput, LosingTheMouseEndsTheDrag) {
     Open();
     Mouse(WM_LBUTTONDOWN, ColumnOfMs(500), 10);

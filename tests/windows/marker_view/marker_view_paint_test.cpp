@@ -3,7 +3,6 @@
 
 #include <algorithm>
 
-#include "lib/windows/bitmap.h"
 #include "tests/windows/marker_view/view_rig.h"
 
 namespace kx::test {
@@ -82,17 +81,6 @@ TEST_F(MarkerViewPaint, MarkersStandOnTheirColumnsWithTheirLabels) {
     Show({300, 0, 500, 700, 900});
     for (const int ms : {300, 500, 700, 900}) {
         EXPECT_TRUE(MarkerStandsAt(ColumnOfMs(ms))) << ms;
-    }
-    // The label's picture, at the bottom edge and centred.
-    Bitmap label(static_cast<HBITMAP>(library_.instance.LoadImageById(IDB_BADGE_T_OFF, IMAGE_BITMAP, 0, 0, 0)));
-    ASSERT_EQ(label.Width(), 24);
-    ASSERT_EQ(label.Height(), 20);
-    MemoryContext memory;
-    memory.SelectBitmap(label);
-    for (int y = 0; y < 20; ++y) {
-        for (int x = 0; x < 24; ++x) {
-            ASSERT_EQ(Pixel(ColumnOfMs(900) - 12 + x, kHeight - 20 + y), GetPixel(memory.Handle(), x, y)) << x << ' ' << y;
-        }
     }
     Send(MV_SHOWMARKERS, 0, 0);
     EXPECT_FALSE(MarkerStandsAt(ColumnOfMs(500)));
