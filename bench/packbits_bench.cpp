@@ -14,7 +14,7 @@
 
 #include "bench/ratio.h"
 #include "lib/packbits.h"
-#include "lib/pcl.h"
+#include "lib/spooler.h"
 
 namespace {
 

@@ -22,7 +22,7 @@ inline constexpr std::uint8_t kLabelSegment = 15;        // a segment marker
 inline constexpr std::uint8_t kLabelInvalidInLead = 15;  // and a beat that a lead does not show
 inline constexpr std::uint8_t kLabelNone = 47;           // of an entry that does not exist
 inline constexpr std::int8_t kSubLabelNone = -1;         // of a new entry, and of one that does not exist
-inline constexpr std::int8_t kSubLabelInMedian = 0;  // of a beat that the median beat was made of
+inline constexpr std::int8_t kSubLabelInMedian = 0;      // of a beat that the median beat was made of
 inline constexpr std::int8_t kSegmentStart = -3;
 inline constexpr std::int8_t kSegmentEnd = -2;
 

@@ -3,12 +3,12 @@
 
 #include <commdlg.h>
 
-#include <algorithm>
-#include <cstring>
 #include <new>
+#include <string_view>
 #include <utility>
 
 #include "lib/fileutil.h"
+#include "lib/text_field.h"
 
 namespace kx {
 namespace {
@@ -17,11 +17,8 @@ constexpr char kSource[] = "..\\..\\lib\\fileutil";
 constexpr std::uint32_t kNoNamesMemoryLine = 96;
 constexpr std::uint32_t kTitleSize = 256;
 
-// A copy of a text that may be null, cut at the buffer's size.
-void CopyText(const char* text, char* buffer, std::size_t size) {
-    const std::size_t length = text != nullptr ? std::min(std::strlen(text), size - 1) : 0;
-    std::memcpy(buffer, text != nullptr ? text : "", length);
-    buffer[length] = '\0';
+std::string_view OrEmpty(const char* text) {
+    return text != nullptr ? text : "";
 }
 
 }  // namespace
@@ -49,9 +46,9 @@ bool DataFile::Choose(HWND owner, const char* title, const char* initialDirector
     char directory[kDialogTextSize];
     char filterList[kDialogTextSize];
     char fileTitle[kTitleSize] = {};
-    CopyText(title, dialogTitle, sizeof dialogTitle);
-    CopyText(initialDirectory, directory, sizeof directory);
-    CopyText(initialName, names.get(), kNamesSize - 1);
+    CopyText(OrEmpty(title), dialogTitle, sizeof dialogTitle);
+    CopyText(OrEmpty(initialDirectory), directory, sizeof directory);
+    CopyText(OrEmpty(initialName), names.get(), kNamesSize - 1);
     MakeDialogFilter(filter, filterList);
 
     OPENFILENAMEA choice{};

@@ -5,6 +5,7 @@
 
 #include "lib/hypertrophy_score.h"
 #include "lib/measurement_values.h"
+#include "lib/text_field.h"
 
 namespace kx {
 
@@ -142,12 +143,6 @@ constexpr RhythmField kRhythmFields[] = {
     {19, WriteQt, "... ms / ..."},
 };
 
-void CopyOut(const char* text, char* buffer, std::size_t size) {
-    if (buffer != nullptr && size > 0) {
-        std::snprintf(buffer, size, "%s", text);
-    }
-}
-
 }  // namespace
 
 bool MeasurementFieldText(const KxMeasurementSet& set, int code, char* buffer, std::size_t size,
@@ -161,7 +156,7 @@ bool MeasurementFieldText(const KxMeasurementSet& set, int code, char* buffer, s
         if (set.measured != 0) {
             field.write({set, code - field.code, amplitudeUnit, stTimeMs}, text);
         }
-        CopyOut(text, buffer, size);
+        CopyText(text, buffer, size);
         return true;
     }
     return false;
@@ -172,7 +167,7 @@ bool RhythmFieldText(const KxMeasurementSet& set, int code, char* buffer, std::s
         if (field.code == code) {
             char text[kTextSize];
             field.write({set, 0, AmplitudeUnit::kMicrovolts, 0}, text);
-            CopyOut(set.measured != 0 ? text : field.notMeasured, buffer, size);
+            CopyText(set.measured != 0 ? text : field.notMeasured, buffer, size);
             return true;
         }
     }

@@ -7,10 +7,6 @@
 namespace kx {
 namespace {
 
-constexpr std::uint32_t kSecond = 1000;  // ms
-constexpr std::uint32_t kMinute = 60 * kSecond;
-constexpr std::uint32_t kHour = 60 * kMinute;
-
 unsigned long Long(std::uint64_t value) {
     return static_cast<unsigned long>(value);
 }
@@ -73,17 +69,6 @@ void FormatScaled(char* buffer, std::size_t size, std::int32_t multiplier, std::
     }
 }
 
-void FormatDuration(char* buffer, std::size_t size, std::uint32_t milliseconds) {
-    const std::uint32_t hours = milliseconds / kHour;
-    const std::uint32_t minutes = milliseconds % kHour / kMinute;
-    const std::uint32_t seconds = milliseconds % kMinute / kSecond;
-    if (hours > 0) {
-        std::snprintf(buffer, size, "%lu:%02lu:%02lu", Long(hours), Long(minutes), Long(seconds));
-    } else {
-        std::snprintf(buffer, size, "%lu:%02lu", Long(minutes), Long(seconds));
-    }
-}
-
 std::uint32_t ParseHex(const char* text) {
     std::uint32_t value = 0;
     for (;; ++text) {
@@ -97,18 +82,16 @@ std::uint32_t ParseHex(const char* text) {
     }
 }
 
-std::int32_t ParseNumber(const char* text) {
-    while (*text == ' ' || *text == '\t') {
-        ++text;
-    }
-    const bool negative = *text == '-';
-    if (*text == '-' || *text == '+') {
-        ++text;
+std::int32_t ParseNumber(std::string_view text) {
+    text.remove_prefix(std::min(text.find_first_not_of(" \t"), text.size()));
+    const bool negative = text.starts_with('-');
+    if (negative || text.starts_with('+')) {
+        text.remove_prefix(1);
     }
     constexpr std::int64_t kMost = std::numeric_limits<std::int32_t>::max();
     std::int64_t magnitude = 0;
-    for (; *text >= '0' && *text <= '9'; ++text) {
-        magnitude = std::min(magnitude * 10 + (*text - '0'), kMost + 1);
+    for (; !text.empty() && text.front() >= '0' && text.front() <= '9'; text.remove_prefix(1)) {
+        magnitude = std::min(magnitude * 10 + (text.front() - '0'), kMost + 1);
     }
     return static_cast<std::int32_t>(negative ? -magnitude : std::min(magnitude, kMost));
 }

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 
 namespace kx {
 
@@ -21,14 +22,12 @@ void FormatTenths(char* buffer, std::size_t size, std::uint32_t value);
 // its sign; "..." stands for a divisor of 0 and for a result beyond 32 bits, which are no numbers to show.
 void FormatScaled(char* buffer, std::size_t size, std::int32_t multiplier, std::int32_t divisor, int decimals,
                   std::int32_t value);
-// Hours, minutes and seconds "1:02:03", or "1:23" below one hour. Parts of a second are cut off.
-void FormatDuration(char* buffer, std::size_t size, std::uint32_t milliseconds);
 
 // Digits 0-9 and A-F up to the first other character; 0 when there is none. Of more than eight digits the
 // last count.
 std::uint32_t ParseHex(const char* text);
 // An optional sign and decimal digits after leading blanks, up to the first other character; 0 when there is
 // none. Beyond 32 bits the nearest value that they hold.
-std::int32_t ParseNumber(const char* text);
+std::int32_t ParseNumber(std::string_view text);
 
 }  // namespace kx

@@ -1,9 +1,6 @@
 #include "lib/pick_list.h"
 
-#include <algorithm>
-#include <charconv>
-#include <limits>
-#include <system_error>
+#include "lib/number_text.h"
 
 namespace kx {
 
@@ -29,19 +26,8 @@ std::string_view ListPiece(std::string_view list, std::size_t index) {
     return {};
 }
 
-std::int32_t LeadingNumber(std::string_view text) {
-    text.remove_prefix(std::min(text.find_first_not_of(" \t"), text.size()));
-    std::int32_t number = 0;
-    const std::from_chars_result read = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (read.ec == std::errc::result_out_of_range) {
-        using Limits = std::numeric_limits<std::int32_t>;
-        return text.front() == '-' ? Limits::min() : Limits::max();
-    }
-    return number;
-}
-
 std::int32_t PickListItem::Code() const {
-    return LeadingNumber(codeText);
+    return ParseNumber(codeText);
 }
 
 std::int32_t PickListItem::DigitCode() const {

@@ -38,8 +38,7 @@ struct PickListItem {
     std::string_view codeText;
     std::string_view text;
 
-    // The decimal number at the start of codeText, blanks before it skipped, '-' allowed; 0 when there is
-    // none, the nearest 32-bit value when it is too large.
+    // The number at the start of codeText; see ParseNumber.
     std::int32_t Code() const;
     // The first character of codeText less '0', the rule of the record's own lists of one-digit codes; 0 for
     // none.
@@ -61,8 +60,5 @@ class PickList {
 
 // The text of the first choice whose DigitCode is `code`. False: there is none, and `text` is as it was.
 bool FindByDigitCode(std::string_view list, std::int32_t code, std::string_view& text);
-
-// Reads the decimal number at the start of a text as PickListItem::Code does.
-std::int32_t LeadingNumber(std::string_view text);
 
 }  // namespace kx

@@ -1,42 +1,104 @@
-// The millimetre paper behind a waveform.
+// pltgrid: the millimetre paper behind a waveform. Where its lines lie is portable (pltgrid.cpp); PlotGrid,
+// which has them in a bitmap, knows the system (pltgrid_win.cpp).
 #pragma once
-
-#include <windows.h>
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 
+#include "include/kxdialogs.h"
 #include "lib/reporter.h"
-#include "lib/windows/bitmap.h"
-#include "lib/windows/device_context.h"
 
 namespace kx {
 
-// Renders the paper into a bitmap of its own: major lines, minor dots and a frame, sized in thousandths of an
-// inch (mil), so that it looks the same at every resolution. The bitmap belongs to the grid and is shown by
-// selecting it into a memory context; before the next Render, and before the grid goes, it must be unlocked.
-class PlotGrid {
+class Bitmap;
+class DeviceContext;
+
+// A colour as the system packs it: 0x00BBGGRR.
+using GridColour = std::uint32_t;
+
+struct GridColours {
+    GridColour background;
+    GridColour major;
+    GridColour minor;
+};
+
+// What a grid is drawn on, in pixels. What lies beyond its edges is not drawn.
+class GridSurface {
   public:
+    virtual void SetBrush(GridColour colour) = 0;
+    virtual void Fill(std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height) = 0;
+    // The block of that size in the upper left corner, which the new place may overlap.
+    virtual void CopyCorner(std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height) = 0;
+
+  protected:
+    ~GridSurface() = default;
+};
+
+// The paper: major lines, minor dots and a frame, sized in thousandths of an inch (mil), so that it looks the
+// same at every resolution.
+struct PaperGrid {
+    struct Size {
+        std::int32_t width;
+        std::int32_t height;
+    };
     static constexpr std::int32_t kMajorSpacing = 197;  // 5 mm
     static constexpr std::int32_t kMinorSpacing = 39;   // 1 mm
+
+    std::int32_t pixelsPerInchX;
+    std::int32_t pixelsPerInchY;
+    KxRect frame{};  // mil; only its width and height count
+    std::uint32_t frameStyle = 0;
+    std::int32_t frameWidth = 0;  // mil
+    GridColour frameColour = 0;
+    std::int32_t majorHorizontal = kMajorSpacing;
+    std::int32_t minorHorizontal = kMinorSpacing;
+    std::int32_t majorVertical = kMajorSpacing;
+    std::int32_t minorVertical = kMinorSpacing;
+
+    // The area that the frame takes.
+    Size Pixels() const;
+    // The bitmap that holds it: width rounded up to a multiple of 16, one row more. Nothing when there is no
+    // area or the system has no bitmap so large.
+    std::optional<Size> BitmapPixels() const;
+    Size CellPixels() const;
+    // Draws the whole bitmap.
+    void Draw(GridSurface& surface, const GridColours& colours) const;
+
+  private:
+    Size FrameSize() const;
+    void DrawCell(GridSurface& surface, const GridColours& colours) const;
+    void DrawDots(GridSurface& surface) const;
+    bool Tile(GridSurface& surface, const GridColours& colours) const;
+    void DrawFrame(GridSurface& surface) const;
+};
+
+// Renders the paper into a bitmap of its own, which is shown by selecting it into a memory context; before
+// the next Render, and before the grid goes, it must be unlocked.
+class PlotGrid {
+  public:
+    static constexpr std::int32_t kMajorSpacing = PaperGrid::kMajorSpacing;
+    static constexpr std::int32_t kMinorSpacing = PaperGrid::kMinorSpacing;
 
     // owner: where failures are reported; it outlives the grid. Pixels per inch: the device's logical
     // resolution.
     PlotGrid(Reporter& owner, std::int32_t pixelsPerInchX, std::int32_t pixelsPerInchY);
+    ~PlotGrid();
+    PlotGrid(const PlotGrid&) = delete;
+    PlotGrid& operator=(const PlotGrid&) = delete;
 
     // The area to cover, in mil; only its width and height count.
-    void SetFrameRect(const RECT& area);
+    void SetFrameRect(const KxRect& area);
     // style: 0 no frame, 1 a plain one. width in mil.
-    void SetFrame(std::uint32_t style, std::int32_t width, COLORREF colour);
+    void SetFrame(std::uint32_t style, std::int32_t width, GridColour colour);
     // In mil. A minor spacing below 1 leaves out the dots, a major one below 1 leaves out the grid.
     void SetSpacing(std::int32_t majorHorizontal, std::int32_t minorHorizontal, std::int32_t majorVertical,
                     std::int32_t minorVertical);
 
-    // Makes the bitmap anew: width rounded up to a multiple of 16 pixels, one row more than the area. False,
-    // reported, when it cannot be made; there is no bitmap then. The context is used for drawing and keeps no
-    // selection.
-    bool Render(DeviceContext& memory, COLORREF background, COLORREF major, COLORREF minor, int bitsPerPixel,
-                bool monochrome);
+    // Makes the bitmap anew; see PaperGrid::BitmapPixels. False, reported, when it cannot be made; there is
+    // no bitmap then. The context is used for drawing and keeps no selection.
+    bool Render(DeviceContext& memory, GridColour background, GridColour major, GridColour minor,
+                int bitsPerPixel, bool monochrome);
 
     // Selects the bitmap and makes 1000 logical units one inch. False, reported, when there is none.
     bool Select(DeviceContext& memory);
@@ -46,38 +108,11 @@ class PlotGrid {
     static void Unlock(DeviceContext& memory);
 
   private:
-    struct Size {
-        std::int32_t width;
-        std::int32_t height;
-    };
-    struct Brushes {
-        COLORREF background;
-        COLORREF major;
-        COLORREF minor;
-    };
-
-    Size FrameSize() const;
-    Size GridPixels() const;
-    Size CellPixels() const;
-    bool CreateBitmap(int bitsPerPixel, bool monochrome);
-    void DrawCell(DeviceContext& memory, const Brushes& brushes, Size cell) const;
-    void DrawDots(DeviceContext& memory, Size cell) const;
-    bool Tile(DeviceContext& memory, const Brushes& brushes, Size grid, Size cell) const;
-    void DrawFrame(DeviceContext& memory, Size grid) const;
-    void SetMilMapping(DeviceContext& memory) const;
+    void CreateBitmap(int bitsPerPixel, bool monochrome);
 
     Reporter* owner_;
-    Bitmap bitmap_;
-    std::unique_ptr<RECT> frame_;
-    std::uint32_t frameStyle_ = 0;
-    std::int32_t frameWidth_ = 0;
-    COLORREF frameColour_ = 0;
-    std::int32_t majorVertical_ = kMajorSpacing;
-    std::int32_t majorHorizontal_ = kMajorSpacing;
-    std::int32_t minorVertical_ = kMinorSpacing;
-    std::int32_t minorHorizontal_ = kMinorSpacing;
-    std::int32_t pixelsPerInchX_;
-    std::int32_t pixelsPerInchY_;
+    std::unique_ptr<PaperGrid> paper_;
+    std::unique_ptr<Bitmap> bitmap_;
 };
 
 }  // namespace kx

@@ -5,12 +5,14 @@
 
 namespace kx {
 
-// A report sink. On Windows it is the binding to the suite's system services (lib/modules/system_services.h), whose
-// exports these methods are named after; tests collect the reports. A report never throws and never changes the
-// caller's state; nobody tests its result. Texts are zero-terminated Windows-1252 and are not kept after the call.
+// A report sink. On Windows it is the binding to the suite's system services (lib/modules/system_services.h),
+// whose exports these methods are named after; tests collect the reports. A report never throws and never
+// changes the caller's state; nobody tests its result. Texts are zero-terminated Windows-1252 and are not
+// kept after the call.
 class Reporter {
   public:
-    // A failed allocation or creation. source: the constant name of the reporting source; line: a constant beside it.
+    // A failed allocation or creation. source: the constant name of the reporting source; line: a constant
+    // beside it.
     virtual std::uint32_t LOGMEMORYERROR(const char* source, std::uint32_t line) = 0;
     // A program error: an argument or a stored value is invalid; text says which.
     virtual std::uint32_t LOGOEMERROR(const char* source, std::uint32_t line, const char* text) = 0;

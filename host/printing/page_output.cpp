@@ -6,7 +6,6 @@
 #include "host/windows/png_writer.h"
 #include "lib/bmp_format.h"
 #include "lib/packbits.h"
-#include "lib/pcl.h"
 #include "lib/replacing_file.h"
 #include "lib/spooler.h"
 

@@ -6,7 +6,7 @@
 
 #include "host/frame/patient_strip.h"
 #include "host/windows/text_conversion.h"
-#include "lib/dbclient/record_text.h"
+#include "lib/text_field.h"
 #include "lib/fiducial_markers.h"
 #include "lib/measurement_table.h"
 

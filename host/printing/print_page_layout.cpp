@@ -6,7 +6,7 @@
 #include <limits>
 #include <numeric>
 
-#include "lib/pcl.h"
+#include "lib/spooler.h"
 
 namespace kxhost {
 namespace {

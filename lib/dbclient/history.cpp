@@ -4,7 +4,7 @@
 #include <cstring>
 #include <new>
 
-#include "lib/dbclient/record_text.h"
+#include "lib/text_field.h"
 
 namespace kx {
 

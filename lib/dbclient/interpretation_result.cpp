@@ -1,6 +1,6 @@
 #include "lib/dbclient/interpretation_result.h"
 
-#include "lib/dbclient/record_text.h"
+#include "lib/text_field.h"
 
 namespace kx {
 

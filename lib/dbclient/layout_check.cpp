@@ -5,326 +5,224 @@
 
 namespace {
 
-#define KX_FIELD(record, field, offset) static_assert(offsetof(record, field) == (offset), #field)
+struct Place {
+    std::size_t is;
+    std::size_t mustBe;
+};
 
-static_assert(sizeof(KxDateTime) == 8 && sizeof(KxDate) == 4);
-KX_FIELD(KxDateTime, year, 0);
-KX_FIELD(KxDateTime, day, 2);
-KX_FIELD(KxDateTime, month, 3);
-KX_FIELD(KxDateTime, minute, 4);
-KX_FIELD(KxDateTime, hour, 5);
-KX_FIELD(KxDateTime, hundredths, 6);
-KX_FIELD(KxDateTime, second, 7);
-KX_FIELD(KxDate, year, 0);
-KX_FIELD(KxDate, day, 2);
-KX_FIELD(KxDate, month, 3);
+// The index of the first field that is not in its place, which a failing assertion shows; -1 when all are.
+template <class... Places>
+consteval int FirstMisplaced(Places... places) {
+    int index = 0;
+    return ((++index, places.is == places.mustBe) && ...) ? -1 : index - 1;
+}
 
-static_assert(sizeof(KxLeadMeasurements) == 122);
-KX_FIELD(KxLeadMeasurements, aP1, 0);
-KX_FIELD(KxLeadMeasurements, aP2, 2);
-KX_FIELD(KxLeadMeasurements, aR, 4);
-KX_FIELD(KxLeadMeasurements, aR1, 6);
-KX_FIELD(KxLeadMeasurements, pOn, 8);
-KX_FIELD(KxLeadMeasurements, aQ, 10);
-KX_FIELD(KxLeadMeasurements, aT1, 14);
-KX_FIELD(KxLeadMeasurements, aT2, 16);
-KX_FIELD(KxLeadMeasurements, aS, 18);
-KX_FIELD(KxLeadMeasurements, aS1, 20);
-KX_FIELD(KxLeadMeasurements, fieldValue251, 22);
-KX_FIELD(KxLeadMeasurements, fieldValue263, 24);
-KX_FIELD(KxLeadMeasurements, fieldValue275, 26);
-KX_FIELD(KxLeadMeasurements, intrinsicoidDeflection, 32);
-KX_FIELD(KxLeadMeasurements, pOff, 38);
-KX_FIELD(KxLeadMeasurements, qrsOn, 40);
-KX_FIELD(KxLeadMeasurements, qrsOff, 42);
-KX_FIELD(KxLeadMeasurements, tOff, 46);
-KX_FIELD(KxLeadMeasurements, tOnMarker, 62);
-KX_FIELD(KxLeadMeasurements, tPrimeOnMarker, 64);
-KX_FIELD(KxLeadMeasurements, tOffMarker, 66);
-KX_FIELD(KxLeadMeasurements, markerFlags, 80);
-KX_FIELD(KxLeadMeasurements, globalManualFlags, 82);
-KX_FIELD(KxLeadMeasurements, pOnMarker, 84);
-KX_FIELD(KxLeadMeasurements, pPrimeOnMarker, 86);
-KX_FIELD(KxLeadMeasurements, pOffMarker, 88);
-KX_FIELD(KxLeadMeasurements, qOnMarker, 90);
-KX_FIELD(KxLeadMeasurements, rOnMarker, 92);
-KX_FIELD(KxLeadMeasurements, sOnMarker, 94);
-KX_FIELD(KxLeadMeasurements, rPrimeOnMarker, 96);
-KX_FIELD(KxLeadMeasurements, sPrimeOnMarker, 98);
-KX_FIELD(KxLeadMeasurements, qrsOffMarker, 100);
-KX_FIELD(KxLeadMeasurements, stLevel, 102);
+#define AT(field, offset)          \
+    Place {                        \
+        offsetof(R, field), offset \
+    }
 
-static_assert(sizeof(KxMeasurementSet) == KX_MEASUREMENT_SET_SIZE);
-KX_FIELD(KxMeasurementSet, size, 0);
-KX_FIELD(KxMeasurementSet, measured, 4);
-KX_FIELD(KxMeasurementSet, pDuration, 8);
-KX_FIELD(KxMeasurementSet, prInterval, 10);
-KX_FIELD(KxMeasurementSet, qtInterval, 12);
-KX_FIELD(KxMeasurementSet, qtc, 14);
-KX_FIELD(KxMeasurementSet, qtcBazett, 16);
-KX_FIELD(KxMeasurementSet, qrsDuration, 20);
-KX_FIELD(KxMeasurementSet, rrInterval, 22);
-KX_FIELD(KxMeasurementSet, episodeTime, 24);
-KX_FIELD(KxMeasurementSet, pAxis, 28);
-KX_FIELD(KxMeasurementSet, qrsAxis, 30);
-KX_FIELD(KxMeasurementSet, tAxis, 36);
-KX_FIELD(KxMeasurementSet, leads, 42);
-// The global points and flags, seen from the start of the set.
-KX_FIELD(KxMeasurementSet, leads[0].pOn, 50);
-KX_FIELD(KxMeasurementSet, leads[0].pOff, 80);
-KX_FIELD(KxMeasurementSet, leads[0].qrsOn, 82);
-KX_FIELD(KxMeasurementSet, leads[0].qrsOff, 84);
-KX_FIELD(KxMeasurementSet, leads[0].tOff, 88);
-KX_FIELD(KxMeasurementSet, leads[0].globalManualFlags, 124);
+consteval int MisplacedIn(const KxDateTime*) {
+    using R = KxDateTime;
+    return FirstMisplaced(AT(year, 0), AT(day, 2), AT(month, 3), AT(minute, 4), AT(hour, 5),
+                          AT(hundredths, 6), AT(second, 7));
+}
+static_assert(sizeof(KxDateTime) == 8 && MisplacedIn(static_cast<KxDateTime*>(nullptr)) == -1);
 
-static_assert(sizeof(KxInterpretationResult) == KX_INTERPRETATION_RESULT_SIZE);
-KX_FIELD(KxInterpretationResult, size, 0);
-KX_FIELD(KxInterpretationResult, resultTime, 4);
-KX_FIELD(KxInterpretationResult, text, 8);
-KX_FIELD(KxInterpretationResult, code, 1032);
-KX_FIELD(KxInterpretationResult, flags, 1036);
-KX_FIELD(KxInterpretationResult, extra, 1040);
+consteval int MisplacedIn(const KxDate*) {
+    using R = KxDate;
+    return FirstMisplaced(AT(year, 0), AT(day, 2), AT(month, 3));
+}
+static_assert(sizeof(KxDate) == 4 && MisplacedIn(static_cast<KxDate*>(nullptr)) == -1);
 
-static_assert(sizeof(KxHistoryEntry) == 44);
-KX_FIELD(KxHistoryEntry, year, 0);
-KX_FIELD(KxHistoryEntry, month, 2);
-KX_FIELD(KxHistoryEntry, day, 3);
-KX_FIELD(KxHistoryEntry, hour, 4);
-KX_FIELD(KxHistoryEntry, minute, 5);
-KX_FIELD(KxHistoryEntry, millisecondsInMinute, 6);
-KX_FIELD(KxHistoryEntry, action, 8);
-KX_FIELD(KxHistoryEntry, user, 12);
+consteval int MisplacedIn(const KxLeadMeasurements*) {
+    using R = KxLeadMeasurements;
+    return FirstMisplaced(AT(aP1, 0), AT(aP2, 2), AT(aR, 4), AT(aR1, 6), AT(pOn, 8), AT(aQ, 10), AT(aT1, 14),
+                          AT(aT2, 16), AT(aS, 18), AT(aS1, 20), AT(fieldValue251, 22), AT(fieldValue263, 24),
+                          AT(fieldValue275, 26), AT(intrinsicoidDeflection, 32), AT(pOff, 38), AT(qrsOn, 40),
+                          AT(qrsOff, 42), AT(tOff, 46), AT(tOnMarker, 62), AT(tPrimeOnMarker, 64),
+                          AT(tOffMarker, 66), AT(markerFlags, 80), AT(globalManualFlags, 82),
+                          AT(pOnMarker, 84), AT(pPrimeOnMarker, 86), AT(pOffMarker, 88), AT(qOnMarker, 90),
+                          AT(rOnMarker, 92), AT(sOnMarker, 94), AT(rPrimeOnMarker, 96),
+                          AT(sPrimeOnMarker, 98), AT(qrsOffMarker, 100), AT(stLevel, 102));
+}
+static_assert(sizeof(KxLeadMeasurements) == 122 &&
+              MisplacedIn(static_cast<KxLeadMeasurements*>(nullptr)) == -1);
 
-static_assert(sizeof(KxAnnotation) == 8);
-KX_FIELD(KxAnnotation, timeMs, 0);
-KX_FIELD(KxAnnotation, label, 4);
-KX_FIELD(KxAnnotation, subLabel, 5);
-KX_FIELD(KxAnnotation, heartRate, 6);
+consteval int MisplacedIn(const KxMeasurementSet*) {
+    using R = KxMeasurementSet;
+    return FirstMisplaced(AT(size, 0), AT(measured, 4), AT(pDuration, 8), AT(prInterval, 10),
+                          AT(qtInterval, 12), AT(qtc, 14), AT(qtcBazett, 16), AT(qrsDuration, 20),
+                          AT(rrInterval, 22), AT(episodeTime, 24), AT(pAxis, 28), AT(qrsAxis, 30),
+                          AT(tAxis, 36), AT(leads, 42), AT(leads[0].pOn, 50), AT(leads[0].pOff, 80),
+                          AT(leads[0].qrsOn, 82), AT(leads[0].qrsOff, 84), AT(leads[0].tOff, 88),
+                          AT(leads[0].globalManualFlags, 124));
+}
+static_assert(sizeof(KxMeasurementSet) == KX_MEASUREMENT_SET_SIZE &&
+              MisplacedIn(static_cast<KxMeasurementSet*>(nullptr)) == -1);
 
-static_assert(sizeof(KxLeadBeat) == 20);
-KX_FIELD(KxLeadBeat, widthHalf, 0);
-KX_FIELD(KxLeadBeat, offset1, 1);
-KX_FIELD(KxLeadBeat, onsetOffset, 2);
-KX_FIELD(KxLeadBeat, offset3, 3);
-KX_FIELD(KxLeadBeat, offset4, 4);
-KX_FIELD(KxLeadBeat, endOffset, 5);
-KX_FIELD(KxLeadBeat, amplitude1, 6);
-KX_FIELD(KxLeadBeat, value8, 8);
-KX_FIELD(KxLeadBeat, amplitude2, 10);
-KX_FIELD(KxLeadBeat, amplitude3, 12);
-KX_FIELD(KxLeadBeat, amplitude4, 14);
-KX_FIELD(KxLeadBeat, amplitude5, 16);
-KX_FIELD(KxLeadBeat, leadValue, 18);
+consteval int MisplacedIn(const KxInterpretationResult*) {
+    using R = KxInterpretationResult;
+    return FirstMisplaced(AT(size, 0), AT(resultTime, 4), AT(text, 8), AT(code, 1032), AT(flags, 1036),
+                          AT(extra, 1040));
+}
+static_assert(sizeof(KxInterpretationResult) == KX_INTERPRETATION_RESULT_SIZE &&
+              MisplacedIn(static_cast<KxInterpretationResult*>(nullptr)) == -1);
 
-static_assert(sizeof(KxTestListEntry) == 33352);
-KX_FIELD(KxTestListEntry, value4, 8);
-KX_FIELD(KxTestListEntry, acquisitionTime, 12);
-KX_FIELD(KxTestListEntry, text6570, 20);
-KX_FIELD(KxTestListEntry, lastChangeTime, 524);
-KX_FIELD(KxTestListEntry, patientId, 532);
-KX_FIELD(KxTestListEntry, sortName, 548);
-KX_FIELD(KxTestListEntry, stateFlags, 576);
-KX_FIELD(KxTestListEntry, testType, 580);
-KX_FIELD(KxTestListEntry, reserved584, 584);
+consteval int MisplacedIn(const KxHistoryEntry*) {
+    using R = KxHistoryEntry;
+    return FirstMisplaced(AT(year, 0), AT(month, 2), AT(day, 3), AT(hour, 4), AT(minute, 5),
+                          AT(millisecondsInMinute, 6), AT(action, 8), AT(user, 12));
+}
+static_assert(sizeof(KxHistoryEntry) == 44 && MisplacedIn(static_cast<KxHistoryEntry*>(nullptr)) == -1);
 
-static_assert(sizeof(KxSeriesPoint) == 8 && sizeof(KxRawBlock) == 6264);
-static_assert(sizeof(KxStressStage) == 672);
-KX_FIELD(KxStressStage, mark, 4);
-KX_FIELD(KxStressStage, number, 8);
-KX_FIELD(KxStressStage, name, 12);
-KX_FIELD(KxStressStage, startMs, 44);
-KX_FIELD(KxStressStage, durationMs, 48);
-KX_FIELD(KxStressStage, speed, 52);
-KX_FIELD(KxStressStage, gradeOrLoad, 56);
-KX_FIELD(KxStressStage, mets, 60);
-KX_FIELD(KxStressStage, heartRate, 64);
-KX_FIELD(KxStressStage, bloodPressure, 68);
-KX_FIELD(KxStressStage, stLevel, 72);
-KX_FIELD(KxStressStage, stTimeMs, 76);
-KX_FIELD(KxStressStage, stLead, 80);
-KX_FIELD(KxStressStage, reserved84, 84);
+consteval int MisplacedIn(const KxAnnotation*) {
+    using R = KxAnnotation;
+    return FirstMisplaced(AT(timeMs, 0), AT(label, 4), AT(subLabel, 5), AT(heartRate, 6));
+}
+static_assert(sizeof(KxAnnotation) == 8 && MisplacedIn(static_cast<KxAnnotation*>(nullptr)) == -1);
 
-static_assert(sizeof(KxPressureReading) == 2176);
-KX_FIELD(KxPressureReading, mark, 4);
-KX_FIELD(KxPressureReading, time, 8);
-KX_FIELD(KxPressureReading, systolic, 16);
-KX_FIELD(KxPressureReading, diastolic, 20);
-KX_FIELD(KxPressureReading, mean, 24);
-KX_FIELD(KxPressureReading, heartRate, 28);
-KX_FIELD(KxPressureReading, remark, 32);
-KX_FIELD(KxPressureReading, reserved96, 96);
+consteval int MisplacedIn(const KxLeadBeat*) {
+    using R = KxLeadBeat;
+    return FirstMisplaced(AT(widthHalf, 0), AT(offset1, 1), AT(onsetOffset, 2), AT(offset3, 3),
+                          AT(offset4, 4), AT(endOffset, 5), AT(amplitude1, 6), AT(value8, 8),
+                          AT(amplitude2, 10), AT(amplitude3, 12), AT(amplitude4, 14), AT(amplitude5, 16),
+                          AT(leadValue, 18));
+}
+static_assert(sizeof(KxLeadBeat) == 20 && MisplacedIn(static_cast<KxLeadBeat*>(nullptr)) == -1);
 
-static_assert(sizeof(KxHolterData) == 40);
-KX_FIELD(KxHolterData, mark, 4);
-KX_FIELD(KxHolterData, meanHeartRate, 8);
-KX_FIELD(KxHolterData, minHeartRate, 12);
-KX_FIELD(KxHolterData, minHeartRateMs, 16);
-KX_FIELD(KxHolterData, maxHeartRate, 20);
-KX_FIELD(KxHolterData, maxHeartRateMs, 24);
-KX_FIELD(KxHolterData, hasCurrentEvent, 28);
-KX_FIELD(KxHolterData, eventStartMs, 32);
-KX_FIELD(KxHolterData, eventEndMs, 36);
+consteval int MisplacedIn(const KxTestListEntry*) {
+    using R = KxTestListEntry;
+    return FirstMisplaced(AT(value4, 8), AT(acquisitionTime, 12), AT(text6570, 20), AT(lastChangeTime, 524),
+                          AT(patientId, 532), AT(sortName, 548), AT(stateFlags, 576), AT(testType, 580),
+                          AT(reserved584, 584));
+}
+static_assert(sizeof(KxTestListEntry) == 33352 && MisplacedIn(static_cast<KxTestListEntry*>(nullptr)) == -1);
 
-static_assert(sizeof(KxHolterSummary) == 440 && sizeof(KxHolterGroup) == 32);
-KX_FIELD(KxHolterSummary, mark, 4);
-KX_FIELD(KxHolterSummary, groups, 8);
-KX_FIELD(KxHolterGroup, second, 8);
-KX_FIELD(KxHolterSummary, reserved392, 392);
+consteval int MisplacedIn(const KxStressStage*) {
+    using R = KxStressStage;
+    return FirstMisplaced(AT(mark, 4), AT(number, 8), AT(name, 12), AT(startMs, 44), AT(durationMs, 48),
+                          AT(speed, 52), AT(gradeOrLoad, 56), AT(mets, 60), AT(heartRate, 64),
+                          AT(bloodPressure, 68), AT(stLevel, 72), AT(stTimeMs, 76), AT(stLead, 80),
+                          AT(reserved84, 84));
+}
+static_assert(sizeof(KxStressStage) == 672 && MisplacedIn(static_cast<KxStressStage*>(nullptr)) == -1);
 
-static_assert(sizeof(KxSpirometry) == 424);
-KX_FIELD(KxSpirometry, mark, 4);
-KX_FIELD(KxSpirometry, predictedSet, 8);
-KX_FIELD(KxSpirometry, values, 16);
-KX_FIELD(KxSpirometry, reserved352, 352);
+consteval int MisplacedIn(const KxPressureReading*) {
+    using R = KxPressureReading;
+    return FirstMisplaced(AT(mark, 4), AT(time, 8), AT(systolic, 16), AT(diastolic, 20), AT(mean, 24),
+                          AT(heartRate, 28), AT(remark, 32), AT(reserved96, 96));
+}
+static_assert(sizeof(KxPressureReading) == 2176 &&
+              MisplacedIn(static_cast<KxPressureReading*>(nullptr)) == -1);
+
+consteval int MisplacedIn(const KxHolterData*) {
+    using R = KxHolterData;
+    return FirstMisplaced(AT(mark, 4), AT(meanHeartRate, 8), AT(minHeartRate, 12), AT(minHeartRateMs, 16),
+                          AT(maxHeartRate, 20), AT(maxHeartRateMs, 24), AT(hasCurrentEvent, 28),
+                          AT(eventStartMs, 32), AT(eventEndMs, 36));
+}
+static_assert(sizeof(KxHolterData) == 40 && MisplacedIn(static_cast<KxHolterData*>(nullptr)) == -1);
+
+consteval int MisplacedIn(const KxHolterSummary*) {
+    using R = KxHolterSummary;
+    return FirstMisplaced(AT(mark, 4), AT(groups, 8), AT(reserved392, 392));
+}
+static_assert(sizeof(KxHolterSummary) == 440 && MisplacedIn(static_cast<KxHolterSummary*>(nullptr)) == -1);
+
+consteval int MisplacedIn(const KxHolterGroup*) {
+    using R = KxHolterGroup;
+    return FirstMisplaced(AT(second, 8));
+}
+static_assert(sizeof(KxHolterGroup) == 32 && MisplacedIn(static_cast<KxHolterGroup*>(nullptr)) == -1);
+
+consteval int MisplacedIn(const KxSpirometry*) {
+    using R = KxSpirometry;
+    return FirstMisplaced(AT(mark, 4), AT(predictedSet, 8), AT(values, 16), AT(reserved352, 352));
+}
+static_assert(sizeof(KxSpirometry) == 424 && MisplacedIn(static_cast<KxSpirometry*>(nullptr)) == -1);
+
+static_assert(sizeof(KxSeriesPoint) == 8 && sizeof(KxRawBlock) == 6264 && sizeof(KxRect) == 16);
 
 // These hold pointers, so their layout is that of the 32-bit library alone.
 #if UINTPTR_MAX == UINT32_MAX
-static_assert(sizeof(KxEpisodeRecord) == KX_EPISODE_FIXED_SIZE);
-KX_FIELD(KxEpisodeRecord, totalSize, 0);
-KX_FIELD(KxEpisodeRecord, checksum, 4);
-KX_FIELD(KxEpisodeRecord, formatVersion, 6);
-KX_FIELD(KxEpisodeRecord, storedLeads, 8);
-KX_FIELD(KxEpisodeRecord, samplesPerLead, 12);
-KX_FIELD(KxEpisodeRecord, leadConfiguration, 16);
-KX_FIELD(KxEpisodeRecord, durationSeconds, 20);
-KX_FIELD(KxEpisodeRecord, state, 24);
-KX_FIELD(KxEpisodeRecord, sampleRate, 28);
-KX_FIELD(KxEpisodeRecord, resolutionNv, 32);
-KX_FIELD(KxEpisodeRecord, value36, 36);
-KX_FIELD(KxEpisodeRecord, endTimeMs, 40);
-KX_FIELD(KxEpisodeRecord, value44, 44);
-KX_FIELD(KxEpisodeRecord, leadTable, 64);
-KX_FIELD(KxEpisodeRecord, samples, 256);
-KX_FIELD(KxEpisodeRecord, measurements, 260);
-KX_FIELD(KxEpisodeRecord, interpretation, 2132);
+consteval int MisplacedIn(const KxEpisodeRecord*) {
+    using R = KxEpisodeRecord;
+    return FirstMisplaced(AT(totalSize, 0), AT(checksum, 4), AT(formatVersion, 6), AT(storedLeads, 8),
+                          AT(samplesPerLead, 12), AT(leadConfiguration, 16), AT(durationSeconds, 20),
+                          AT(state, 24), AT(sampleRate, 28), AT(resolutionNv, 32), AT(value36, 36),
+                          AT(endTimeMs, 40), AT(value44, 44), AT(leadTable, 64), AT(samples, 256),
+                          AT(measurements, 260), AT(interpretation, 2132));
+}
+static_assert(sizeof(KxEpisodeRecord) == KX_EPISODE_FIXED_SIZE &&
+              MisplacedIn(static_cast<KxEpisodeRecord*>(nullptr)) == -1);
 
-static_assert(sizeof(KxTestRecord) == KX_TEST_RECORD_SIZE);
-KX_FIELD(KxTestRecord, value4, 4);
-KX_FIELD(KxTestRecord, acquisitionTime, 8);
-KX_FIELD(KxTestRecord, recordingDurationMs, 16);
-KX_FIELD(KxTestRecord, patientId, 20);
-KX_FIELD(KxTestRecord, patientName, 36);
-KX_FIELD(KxTestRecord, street, 66);
-KX_FIELD(KxTestRecord, city, 130);
-KX_FIELD(KxTestRecord, state, 162);
-KX_FIELD(KxTestRecord, postalCode, 170);
-KX_FIELD(KxTestRecord, birthDate, 182);
-KX_FIELD(KxTestRecord, text186, 186);
-KX_FIELD(KxTestRecord, confirmedBy, 218);
-KX_FIELD(KxTestRecord, sex, 258);
-KX_FIELD(KxTestRecord, ageDays, 260);
-KX_FIELD(KxTestRecord, weight, 262);
-KX_FIELD(KxTestRecord, height, 264);
-KX_FIELD(KxTestRecord, race, 266);
-KX_FIELD(KxTestRecord, text268, 268);
-KX_FIELD(KxTestRecord, text332, 332);
-KX_FIELD(KxTestRecord, text844, 844);
-KX_FIELD(KxTestRecord, text1356, 1356);
-KX_FIELD(KxTestRecord, interpretationText, 1868);
-KX_FIELD(KxTestRecord, reportState, 5964);
-KX_FIELD(KxTestRecord, overreadBy, 5965);
-KX_FIELD(KxTestRecord, originalTime, 6030);
-KX_FIELD(KxTestRecord, overreadTime, 6038);
-KX_FIELD(KxTestRecord, confirmedTime, 6046);
-KX_FIELD(KxTestRecord, text6054, 6054);
-KX_FIELD(KxTestRecord, value6118, 6118);
-KX_FIELD(KxTestRecord, clinicalFlags, 6120);
-KX_FIELD(KxTestRecord, clinicalDate, 6126);
-KX_FIELD(KxTestRecord, text6130, 6130);
-KX_FIELD(KxTestRecord, metricUnits, 6142);
-KX_FIELD(KxTestRecord, bloodPressure, 6144);
-KX_FIELD(KxTestRecord, heartRate, 6148);
-KX_FIELD(KxTestRecord, value6152, 6152);
-KX_FIELD(KxTestRecord, value6156, 6156);
-KX_FIELD(KxTestRecord, text6160, 6160);
-KX_FIELD(KxTestRecord, text6192, 6192);
-KX_FIELD(KxTestRecord, text6224, 6224);
-KX_FIELD(KxTestRecord, text6288, 6288);
-KX_FIELD(KxTestRecord, text6320, 6320);
-KX_FIELD(KxTestRecord, deviceName, 6352);
-KX_FIELD(KxTestRecord, deviceSerial, 6416);
-KX_FIELD(KxTestRecord, deviceRevision, 6480);
-KX_FIELD(KxTestRecord, values6544, 6544);
-KX_FIELD(KxTestRecord, value6556, 6556);
-KX_FIELD(KxTestRecord, value6560, 6560);
-KX_FIELD(KxTestRecord, filterFlags, 6564);
-KX_FIELD(KxTestRecord, text6570, 6570);
-KX_FIELD(KxTestRecord, originalBy, 7082);
-KX_FIELD(KxTestRecord, text7146, 7146);
-KX_FIELD(KxTestRecord, targetHeartRate, 7180);
-KX_FIELD(KxTestRecord, exerciseDevice, 7184);
-KX_FIELD(KxTestRecord, metricSpeed, 7188);
-KX_FIELD(KxTestRecord, text7189, 7189);
-KX_FIELD(KxTestRecord, value7384, 7384);
-KX_FIELD(KxTestRecord, exerciseTimeMs, 7388);
-KX_FIELD(KxTestRecord, values7392, 7392);
-KX_FIELD(KxTestRecord, maxHeartRate, 7400);
-KX_FIELD(KxTestRecord, value7404, 7404);
-KX_FIELD(KxTestRecord, peakBloodPressure, 7408);
-KX_FIELD(KxTestRecord, value7412, 7412);
-KX_FIELD(KxTestRecord, value7416, 7416);
-KX_FIELD(KxTestRecord, value7420, 7420);
-KX_FIELD(KxTestRecord, peakMets, 7424);
-KX_FIELD(KxTestRecord, value7428, 7428);
-KX_FIELD(KxTestRecord, peakSpeed, 7432);
-KX_FIELD(KxTestRecord, value7436, 7436);
-KX_FIELD(KxTestRecord, peakGradeOrLoad, 7440);
-KX_FIELD(KxTestRecord, values7444, 7444);
-KX_FIELD(KxTestRecord, values7480, 7480);
-KX_FIELD(KxTestRecord, text7492, 7492);
-KX_FIELD(KxTestRecord, text7524, 7524);
-KX_FIELD(KxTestRecord, testType, 7556);
-KX_FIELD(KxTestRecord, modified, 7560);
-KX_FIELD(KxTestRecord, currentAnnotation, 7564);
-KX_FIELD(KxTestRecord, externalReview, 7568);
-KX_FIELD(KxTestRecord, value7572, 7572);
-KX_FIELD(KxTestRecord, lastChangeTime, 7576);
-KX_FIELD(KxTestRecord, buffer7584, 7584);
-KX_FIELD(KxTestRecord, ecg, 7588);
-KX_FIELD(KxTestRecord, annotations, 7592);
-KX_FIELD(KxTestRecord, annotations2, 7596);
-KX_FIELD(KxTestRecord, object7600, 7600);
-KX_FIELD(KxTestRecord, object7604, 7604);
-KX_FIELD(KxTestRecord, episodeCount, 7608);
-KX_FIELD(KxTestRecord, episodes, 7612);
-KX_FIELD(KxTestRecord, blockCount, 8636);
-KX_FIELD(KxTestRecord, blocks, 8640);
-KX_FIELD(KxTestRecord, series, 9668);
-KX_FIELD(KxTestRecord, series9796, 9796);
-KX_FIELD(KxTestRecord, stageCount, 9800);
-KX_FIELD(KxTestRecord, stages, 9804);
-KX_FIELD(KxTestRecord, currentStage, 10828);
-KX_FIELD(KxTestRecord, pressureCount, 10832);
-KX_FIELD(KxTestRecord, pressures, 10836);
-KX_FIELD(KxTestRecord, pressureSummary, 12884);
-KX_FIELD(KxTestRecord, rawBlocks, 12888);
-KX_FIELD(KxTestRecord, rawBlockCount, 13912);
-KX_FIELD(KxTestRecord, holterData, 13916);
-KX_FIELD(KxTestRecord, holterSummary, 13920);
-KX_FIELD(KxTestRecord, spirometry, 13924);
-KX_FIELD(KxTestRecord, history, 13928);
+consteval int MisplacedIn(const KxTestRecord*) {
+    using R = KxTestRecord;
+    return FirstMisplaced(
+        AT(value4, 4), AT(acquisitionTime, 8), AT(recordingDurationMs, 16), AT(patientId, 20),
+        AT(patientName, 36), AT(street, 66), AT(city, 130), AT(state, 162), AT(postalCode, 170),
+        AT(birthDate, 182), AT(text186, 186), AT(confirmedBy, 218), AT(sex, 258), AT(ageDays, 260),
+        AT(weight, 262), AT(height, 264), AT(race, 266), AT(text268, 268), AT(text332, 332), AT(text844, 844),
+        AT(text1356, 1356), AT(interpretationText, 1868), AT(reportState, 5964), AT(overreadBy, 5965),
+        AT(originalTime, 6030), AT(overreadTime, 6038), AT(confirmedTime, 6046), AT(text6054, 6054),
+        AT(value6118, 6118), AT(clinicalFlags, 6120), AT(clinicalDate, 6126), AT(text6130, 6130),
+        AT(metricUnits, 6142), AT(bloodPressure, 6144), AT(heartRate, 6148), AT(value6152, 6152),
+        AT(value6156, 6156), AT(text6160, 6160), AT(text6192, 6192), AT(text6224, 6224), AT(text6288, 6288),
+        AT(text6320, 6320), AT(deviceName, 6352), AT(deviceSerial, 6416), AT(deviceRevision, 6480),
+        AT(values6544, 6544), AT(value6556, 6556), AT(value6560, 6560), AT(filterFlags, 6564),
+        AT(text6570, 6570), AT(originalBy, 7082), AT(text7146, 7146), AT(targetHeartRate, 7180),
+        AT(exerciseDevice, 7184), AT(metricSpeed, 7188), AT(text7189, 7189), AT(value7384, 7384),
+        AT(exerciseTimeMs, 7388), AT(values7392, 7392), AT(maxHeartRate, 7400), AT(value7404, 7404),
+        AT(peakBloodPressure, 7408), AT(value7412, 7412), AT(value7416, 7416), AT(value7420, 7420),
+        AT(peakMets, 7424), AT(value7428, 7428), AT(peakSpeed, 7432), AT(value7436, 7436),
+        AT(peakGradeOrLoad, 7440), AT(values7444, 7444), AT(values7480, 7480), AT(text7492, 7492),
+        AT(text7524, 7524), AT(testType, 7556), AT(modified, 7560), AT(currentAnnotation, 7564),
+        AT(externalReview, 7568), AT(value7572, 7572), AT(lastChangeTime, 7576), AT(buffer7584, 7584),
+        AT(ecg, 7588), AT(annotations, 7592), AT(annotations2, 7596), AT(object7600, 7600),
+        AT(object7604, 7604), AT(episodeCount, 7608), AT(episodes, 7612), AT(blockCount, 8636),
+        AT(blocks, 8640), AT(series, 9668), AT(series9796, 9796), AT(stageCount, 9800), AT(stages, 9804),
+        AT(currentStage, 10828), AT(pressureCount, 10832), AT(pressures, 10836), AT(pressureSummary, 12884),
+        AT(rawBlocks, 12888), AT(rawBlockCount, 13912), AT(holterData, 13916), AT(holterSummary, 13920),
+        AT(spirometry, 13924), AT(history, 13928));
+}
+static_assert(sizeof(KxTestRecord) == KX_TEST_RECORD_SIZE &&
+              MisplacedIn(static_cast<KxTestRecord*>(nullptr)) == -1);
 
-static_assert(sizeof(KxAnnotationStore) == 104);
-KX_FIELD(KxAnnotationStore, capacity, 0);
-KX_FIELD(KxAnnotationStore, count, 4);
-KX_FIELD(KxAnnotationStore, entries, 8);
-KX_FIELD(KxAnnotationStore, modified, 12);
-KX_FIELD(KxAnnotationStore, sampleRate, 16);
-KX_FIELD(KxAnnotationStore, resolutionNv, 20);
-KX_FIELD(KxAnnotationStore, leadBeats, 24);
+consteval int MisplacedIn(const KxAnnotationStore*) {
+    using R = KxAnnotationStore;
+    return FirstMisplaced(AT(capacity, 0), AT(count, 4), AT(entries, 8), AT(modified, 12), AT(sampleRate, 16),
+                          AT(resolutionNv, 20), AT(leadBeats, 24));
+}
+static_assert(sizeof(KxAnnotationStore) == 104 &&
+              MisplacedIn(static_cast<KxAnnotationStore*>(nullptr)) == -1);
 
-static_assert(sizeof(KxValueSeries) == 16);
-KX_FIELD(KxValueSeries, mark, 4);
-KX_FIELD(KxValueSeries, count, 8);
-KX_FIELD(KxValueSeries, points, 12);
+consteval int MisplacedIn(const KxValueSeries*) {
+    using R = KxValueSeries;
+    return FirstMisplaced(AT(mark, 4), AT(count, 8), AT(points, 12));
+}
+static_assert(sizeof(KxValueSeries) == 16 && MisplacedIn(static_cast<KxValueSeries*>(nullptr)) == -1);
 
-static_assert(sizeof(KxHistory) == 8 && sizeof(KxLeadSlot) == 8);
-KX_FIELD(KxHistory, entries, 4);
-KX_FIELD(KxLeadSlot, sampleOffset, 4);
-KX_FIELD(KxHostWindow, handle, 4);
-static_assert(sizeof(KxRect) == 16);
+consteval int MisplacedIn(const KxHistory*) {
+    using R = KxHistory;
+    return FirstMisplaced(AT(entries, 4));
+}
+static_assert(sizeof(KxHistory) == 8 && MisplacedIn(static_cast<KxHistory*>(nullptr)) == -1);
+
+consteval int MisplacedIn(const KxLeadSlot*) {
+    using R = KxLeadSlot;
+    return FirstMisplaced(AT(sampleOffset, 4));
+}
+static_assert(sizeof(KxLeadSlot) == 8 && MisplacedIn(static_cast<KxLeadSlot*>(nullptr)) == -1);
+
+consteval int MisplacedIn(const KxHostWindow*) {
+    using R = KxHostWindow;
+    return FirstMisplaced(AT(handle, 4));
+}
+static_assert(sizeof(KxHostWindow) == 8 && MisplacedIn(static_cast<KxHostWindow*>(nullptr)) == -1);
+
 #endif
 
-#undef KX_FIELD
+#undef AT
 
 }  // namespace

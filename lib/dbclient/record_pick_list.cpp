@@ -2,8 +2,8 @@
 
 #include <string_view>
 
-#include "lib/dbclient/record_text.h"
 #include "lib/pick_list.h"
+#include "lib/text_field.h"
 
 namespace kx {
 

@@ -7,9 +7,9 @@
 #include <cstdio>
 #include <span>
 
-#include "lib/dbclient/record_text.h"
 #include "lib/dbclient/summary_text.h"
 #include "lib/dbclient/test_record.h"
+#include "lib/text_field.h"
 
 namespace kx {
 

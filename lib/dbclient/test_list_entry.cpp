@@ -2,8 +2,8 @@
 
 #include <cstring>
 
-#include "lib/dbclient/record_text.h"
 #include "lib/dbclient/test_record.h"
+#include "lib/text_field.h"
 
 namespace kx {
 

@@ -3,17 +3,7 @@
 #include <algorithm>
 #include <new>
 
-#include "lib/dbclient/test_record_values.h"
-
 namespace kx {
-
-void TestRecord::SetTestType(std::uint32_t type) {
-    SetValue(*this, testType, type);
-}
-
-std::uint32_t TestRecord::EpisodeCount() const {
-    return std::min(episodeCount, kEpisodeCapacity);
-}
 
 const EpisodeRecord* TestRecord::Episode(std::uint32_t index) const {
     return index < EpisodeCount() ? static_cast<const EpisodeRecord*>(episodes[index]) : nullptr;

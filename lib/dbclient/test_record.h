@@ -2,22 +2,25 @@
 // and the analysis produced.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <utility>
 
 #include "include/kxdialogs.h"
 #include "lib/dbclient/episode_record.h"
 #include "lib/dbclient/history.h"
+#include "lib/dbclient/sub_records.h"
 #include "lib/reporter.h"
 #include "lib/resource_text.h"
+#include "lib/text_field.h"
 #include "lib/timestmp.h"
 
 namespace kx {
 
 class AnnotationStore;
-struct ValueSeries;
 
 inline constexpr std::uint32_t kEpisodeCapacity = 256;
 inline constexpr std::uint32_t kStageCapacity = 256;
@@ -50,12 +53,12 @@ struct TestRecord : KxTestRecord {
 
     // ---- type and state
     std::uint32_t TestType() const { return testType; }  // KX_TEST_...
-    void SetTestType(std::uint32_t type);
+    void SetTestType(std::uint32_t type) { Set(testType, type); }
     bool IsModified() const { return modified != 0; }
     void ClearModified() { modified = 0; }
 
     // ---- episodes
-    std::uint32_t EpisodeCount() const;
+    std::uint32_t EpisodeCount() const { return std::min(episodeCount, kEpisodeCapacity); }
     // Null when there is no such episode.
     EpisodeRecord* Episode(std::uint32_t index);
     const EpisodeRecord* Episode(std::uint32_t index) const;
@@ -75,8 +78,8 @@ struct TestRecord : KxTestRecord {
     const EpisodeRecord* LongestEpisodeBetween(std::int64_t fromMs, std::int64_t toMs) const;
 
     // ---- patient
-    void PatientId(char* buffer, std::size_t size) const;
-    void SetPatientId(const char* text);
+    void PatientId(char* buffer, std::size_t size) const { CopyField(patientId, buffer, size); }
+    void SetPatientId(const char* text) { SetText(patientId, text); }
     // Stored as "last^first^middle^"; a '^' inside a name becomes '_'. Null names are empty. A name that does
     // not fit ends the text.
     void SetPatientName(const char* first, const char* middle, const char* last);
@@ -91,8 +94,8 @@ struct TestRecord : KxTestRecord {
     void Address(char* buffer, std::size_t size) const;
 
     std::uint32_t Sex() const { return sex; }  // KX_SEX_...
-    void SetSex(std::uint32_t code);
-    DateTime BirthDate() const;
+    void SetSex(std::uint32_t code) { Set(sex, code); }
+    DateTime BirthDate() const { return {birthDate.year, birthDate.month, birthDate.day}; }
     bool HasBirthDate() const { return birthDate.year > kLastUnknownYear; }
     // A changed date also sets the age at the acquisition, where both years are known (0 when not positive,
     // at most 65535 days).
@@ -108,17 +111,17 @@ struct TestRecord : KxTestRecord {
     // "NG", "29 d", "12 m" or "1 y".
     void AgeText(char* buffer, std::size_t size) const;
     std::uint32_t Weight() const { return weight; }  // hundredths of a pound
-    void SetWeight(std::uint16_t hundredthsOfPound);
+    void SetWeight(std::uint16_t hundredthsOfPound) { Set(weight, hundredthsOfPound); }
     // Kilograms with metricUnits or with "KG" or "kg", else pounds.
     bool SetWeightText(const char* text);
     void WeightText(char* buffer, std::size_t size) const;  // "NG", "70 kg" or "154 lbs"
     std::uint32_t Height() const { return height; }         // hundredths of an inch
-    void SetHeight(std::uint16_t hundredthsOfInch);
+    void SetHeight(std::uint16_t hundredthsOfInch) { Set(height, hundredthsOfInch); }
     // Centimetres with metricUnits or with "CM" or "cm", else inches.
     bool SetHeightText(const char* text);
     void HeightText(char* buffer, std::size_t size) const;  // "NG", "175 cm" or "69 in"
     std::uint32_t Race() const { return race; }
-    void SetRace(std::uint32_t code);
+    void SetRace(std::uint32_t code) { Set(race, code); }
 
     // The text of a code by a pick list of the resources: "*" when the list cannot be loaded; the buffer is
     // left as it was when no code matches. listId 0 stands for the record's own list.
@@ -135,7 +138,9 @@ struct TestRecord : KxTestRecord {
     // A date that is not valid clears it.
     void SetClinicalDate(const KxDate& date);
     void BloodPressureText(char* buffer, std::size_t size) const;  // "120/80", or "..." when not given
-    std::uint32_t RatePressureProduct() const;                     // systolic x heartRate
+    std::uint32_t RatePressureProduct() const {
+        return (bloodPressure >> 16) * heartRate;
+    }  // systolic x heartRate
 
     // ---- report
     std::uint32_t ReportState() const { return reportState; }  // KX_REPORT_...
@@ -161,10 +166,10 @@ struct TestRecord : KxTestRecord {
     const char* OriginalBy() const;
     const char* OverreadBy() const;
     const char* ConfirmedBy() const;
-    void SetOriginalBy(const char* name);
+    void SetOriginalBy(const char* name) { StoreModified(originalBy, name); }
     // Without setting `modified`: a host that asks whether a report has changed compares the name as well.
-    void SetOverreadBy(const char* name);
-    void SetConfirmedBy(const char* name);
+    void SetOverreadBy(const char* name) { StoreField(overreadBy, name); }
+    void SetConfirmedBy(const char* name) { SetText(confirmedBy, name); }
     // The state by the resources' list of report states; with its author, "state - <author>" or
     // "state (physician)". "*" in the state's place when the list cannot be loaded. A state without a name
     // gives an empty text, and leaves the buffer as it was where the author is asked for.
@@ -173,7 +178,7 @@ struct TestRecord : KxTestRecord {
 
     // ---- settings
     bool MetricUnits() const { return metricUnits == 1; }
-    void SetMetricUnits(bool on);
+    void SetMetricUnits(bool on) { Set(metricUnits, on ? 1 : 0); }
     std::uint32_t MainsFrequency() const;  // 50, 60 or 0
     void SetMainsFrequency(std::uint32_t hz);
     std::uint32_t ArtifactFilter() const;  // 0 off, 1, 2 or 3
@@ -184,17 +189,17 @@ struct TestRecord : KxTestRecord {
     void SetDevice(const char* name, const char* serial, const char* revision);
     void DeviceText(char* buffer, std::size_t size) const;  // "name (SN: serial) rev revision"
     // Values above 65535 are stored as 0.
-    void SetValue6118(std::uint32_t value);
+    void SetValue6118(std::uint32_t value) { Set(value6118, value > 0xFFFF ? 0 : value); }
     // Always sets `modified`; null keeps the field.
-    void SetText7146(const char* text);
+    void SetText7146(const char* text) { StoreModified(text7146, text); }
     // Without setting `modified`; null keeps the field. index: 0 to 2, nothing for any other.
     void SetText7189(int index, const char* text);
-    void SetText6570(const char* text);
+    void SetText6570(const char* text) { StoreField(text6570, text); }
     // 0 treadmill, 1 ergometer, and whether treadmill speeds are shown in km/h.
     void SetExerciseDevice(std::uint32_t device, bool inKilometres);
     // One bit, 0 to 31, of the two bit sets among values7444; nothing for any other.
-    void SetBit7460(int bit, bool on);
-    void SetBit7476(int bit, bool on);
+    void SetBit7460(int bit, bool on) { SetBit(values7444[4], bit, on); }
+    void SetBit7476(int bit, bool on) { SetBit(values7444[8], bit, on); }
 
     // ---- sub-objects. Getters give null where there is none.
     const void* Ecg() const { return ecg; }
@@ -225,26 +230,42 @@ struct TestRecord : KxTestRecord {
     // What this library does not understand (sub_records.h) counts as not there. Each Set destroys the
     // previous object; the Add operations give false, and change nothing, for a full array or a null object.
     // The value series of a code from -7 to 24.
-    KxValueSeries* Series(int code) const;
+    KxValueSeries* Series(int code) const {
+        return IsSeriesCode(code) ? Understood(series[code - kFirstSeriesCode]) : nullptr;
+    }
     bool SetSeries(int code, std::unique_ptr<ValueSeries> newSeries);
-    void SetSeries9796(std::unique_ptr<ValueSeries> newSeries);
-    std::uint32_t StageCount() const;
-    KxStressStage* Stage(int index) const;  // -1: the current stage
-    bool AddStage(std::unique_ptr<KxStressStage> stage);
-    void SetCurrentStage(std::unique_ptr<KxStressStage> stage);
-    std::uint32_t PressureCount() const;
-    KxPressureReading* Pressure(int index) const;  // -1: the summary
-    bool AddPressure(std::unique_ptr<KxPressureReading> reading);
-    void SetPressureSummary(std::unique_ptr<KxPressureReading> reading);
-    std::uint32_t RawBlockCount() const;
-    const KxRawBlock* RawBlock(std::uint32_t index) const;
+    void SetSeries9796(std::unique_ptr<ValueSeries> newSeries) { Replace(series9796, std::move(newSeries)); }
+    std::uint32_t StageCount() const { return std::min(stageCount, kStageCapacity); }
+    // -1: the current stage.
+    KxStressStage* Stage(int index) const {
+        return Understood(index == -1 ? currentStage : At(stages, stageCount, index));
+    }
+    bool AddStage(std::unique_ptr<KxStressStage> stage) {
+        return AppendTo(stages, stageCount, std::move(stage));
+    }
+    void SetCurrentStage(std::unique_ptr<KxStressStage> stage) { Replace(currentStage, std::move(stage)); }
+    std::uint32_t PressureCount() const { return std::min(pressureCount, kPressureCapacity); }
+    // -1: the summary.
+    KxPressureReading* Pressure(int index) const {
+        return Understood(index == -1 ? pressureSummary : At(pressures, pressureCount, index));
+    }
+    bool AddPressure(std::unique_ptr<KxPressureReading> reading) {
+        return AppendTo(pressures, pressureCount, std::move(reading));
+    }
+    void SetPressureSummary(std::unique_ptr<KxPressureReading> reading) {
+        Replace(pressureSummary, std::move(reading));
+    }
+    std::uint32_t RawBlockCount() const { return std::min(rawBlockCount, kRawBlockCapacity); }
+    const KxRawBlock* RawBlock(int index) const { return At(rawBlocks, rawBlockCount, index); }
     bool AddRawBlock(const KxRawBlock& block);
-    KxHolterSummary* HolterSummary() const;
-    void SetHolterSummary(std::unique_ptr<KxHolterSummary> summary);
-    KxHolterData* HolterData() const;
-    void SetHolterData(std::unique_ptr<KxHolterData> data);
-    KxSpirometry* Spirometry() const;
-    void SetSpirometry(std::unique_ptr<KxSpirometry> block);
+    KxHolterSummary* HolterSummary() const { return Understood(holterSummary); }
+    void SetHolterSummary(std::unique_ptr<KxHolterSummary> summary) {
+        Replace(holterSummary, std::move(summary));
+    }
+    KxHolterData* HolterData() const { return Understood(holterData); }
+    void SetHolterData(std::unique_ptr<KxHolterData> data) { Replace(holterData, std::move(data)); }
+    KxSpirometry* Spirometry() const { return Understood(spirometry); }
+    void SetSpirometry(std::unique_ptr<KxSpirometry> block) { Replace(spirometry, std::move(block)); }
 
     // ---- history. Nothing, and false, without a history (see History::Add).
     bool AddHistoryEntry(std::uint32_t action, const KxDateTime& time, const char* user);
@@ -252,9 +273,53 @@ struct TestRecord : KxTestRecord {
     DateTime LastChangeTime();
 
   private:
-    EpisodeRecord* Append(EpisodeRecord* episode);
+    // How values are stored, with `modified` where they differ.
+    template <class Field, class Value>
+    void Set(Field& field, Value value) {
+        const auto stored = static_cast<Field>(value);
+        if (field != stored) {
+            field = stored;
+            modified = 1;
+        }
+    }
+    template <std::size_t N>
+    void SetText(char (&field)[N], const char* text) {
+        modified = StoreField(field, text) ? std::uint8_t{1} : modified;
+    }
+    // Stored, and `modified` set, without a look at what stood there.
+    template <std::size_t N>
+    void StoreModified(char (&field)[N], const char* text) {
+        StoreField(field, text);
+        modified = text != nullptr ? std::uint8_t{1} : modified;
+    }
+    void SetBit(std::uint32_t& field, int bit, bool on);
+    void SetFilterBits(std::uint32_t mask, std::uint32_t bits) {
+        Set(filterFlags, (filterFlags & ~mask) | bits);
+    }
     bool SetMeasure(std::uint16_t& field, const char* text, bool metric, const std::int32_t (&perUnit)[2]);
-    void SetFilterBits(std::uint32_t mask, std::uint32_t bits);
+
+    // How sub-objects are kept: a Made is a slot's type or derived from it.
+    template <class Made, class T>
+    static void Replace(T*& slot, std::unique_ptr<Made> object) {
+        delete static_cast<Made*>(slot);
+        slot = object.release();
+    }
+    template <class T, std::size_t N>
+    static bool AppendTo(T* (&slots)[N], std::uint32_t& count, std::unique_ptr<T> object) {
+        if (count >= N || object == nullptr) {
+            return false;
+        }
+        slots[count++] = object.release();
+        return true;
+    }
+    template <class T, std::size_t N>
+    static T* At(T* const (&slots)[N], std::uint32_t count, int index) {
+        return index >= 0 && static_cast<std::uint32_t>(index) < std::min<std::uint32_t>(count, N)
+                   ? slots[index]
+                   : nullptr;
+    }
+    static bool IsSeriesCode(int code) { return code >= kFirstSeriesCode && code <= kLastSeriesCode; }
+    EpisodeRecord* Append(EpisodeRecord* episode);
     // Destroys both annotation stores, the first one first.
     void DestroyAnnotations();
 };

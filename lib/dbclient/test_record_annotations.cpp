@@ -13,11 +13,6 @@ constexpr char kSource[] = "..\\lib\\dbclient\\c_test";
 constexpr std::uint32_t kNoStoreLine = 2310;
 constexpr std::uint32_t kNoSuchEntryLine = 2315;
 
-AnnotationStore* Install(KxAnnotationStore*& slot, AnnotationStore* store) {
-    slot = store;
-    return store;
-}
-
 void Destroy(KxAnnotationStore*& slot) {
     delete static_cast<AnnotationStore*>(slot);
     slot = nullptr;
@@ -27,12 +22,9 @@ void Destroy(KxAnnotationStore*& slot) {
 template <class... Form>
 AnnotationStore* Create(KxAnnotationStore*& slot, Form... form) {
     Destroy(slot);
-    return Install(slot, new (std::nothrow) AnnotationStore(form...));
-}
-
-AnnotationStore* Replace(KxAnnotationStore*& slot, std::unique_ptr<AnnotationStore> store) {
-    Destroy(slot);
-    return Install(slot, store.release());
+    auto* store = new (std::nothrow) AnnotationStore(form...);
+    slot = store;
+    return store;
 }
 
 }  // namespace
@@ -64,7 +56,8 @@ AnnotationStore* TestRecord::CreateAnnotations(std::uint32_t capacity, bool entr
 }
 
 AnnotationStore* TestRecord::ReplaceAnnotations(std::unique_ptr<AnnotationStore> store) {
-    return Replace(annotations, std::move(store));
+    Replace(annotations, std::move(store));
+    return Annotations();
 }
 
 AnnotationStore* TestRecord::CreateAnnotations2(std::uint32_t capacity) {
@@ -76,7 +69,8 @@ AnnotationStore* TestRecord::CreateAnnotations2(std::uint32_t capacity, bool ent
 }
 
 AnnotationStore* TestRecord::ReplaceAnnotations2(std::unique_ptr<AnnotationStore> store) {
-    return Replace(annotations2, std::move(store));
+    Replace(annotations2, std::move(store));
+    return Annotations2();
 }
 
 // Of a host's store no more is read than every store begins with.

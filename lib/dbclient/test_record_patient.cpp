@@ -7,7 +7,6 @@
 
 #include "lib/dbclient/record_pick_list.h"
 #include "lib/dbclient/test_record.h"
-#include "lib/dbclient/test_record_values.h"
 #include "lib/muldiv.h"
 #include "lib/number_text.h"
 
@@ -110,20 +109,12 @@ void WriteMeasure(char* buffer, std::size_t size, std::uint32_t value, bool metr
 
 }  // namespace
 
-void TestRecord::PatientId(char* buffer, std::size_t size) const {
-    CopyField(patientId, buffer, size);
-}
-
-void TestRecord::SetPatientId(const char* text) {
-    SetText(*this, patientId, text);
-}
-
 void TestRecord::SetPatientName(const char* first, const char* middle, const char* last) {
     NameJoin name;
     name.Add(last);
     name.Add(first);
     name.Add(middle);
-    SetText(*this, patientName, name.Text());
+    SetText(patientName, name.Text());
 }
 
 void TestRecord::LastName(char* buffer, std::size_t size) const {
@@ -160,14 +151,6 @@ void TestRecord::Address(char* buffer, std::size_t size) const {
                 [&text](std::string_view part) { return text.Add(part); });
 }
 
-void TestRecord::SetSex(std::uint32_t code) {
-    SetValue(*this, sex, code);
-}
-
-DateTime TestRecord::BirthDate() const {
-    return {birthDate.year, birthDate.month, birthDate.day};
-}
-
 void TestRecord::SetBirthDate(const KxDate& date) {
     if (date.year == birthDate.year && date.month == birthDate.month && date.day == birthDate.day) {
         return;
@@ -183,7 +166,7 @@ void TestRecord::SetBirthDate(const KxDate& date) {
 
 void TestRecord::SetAgeDays(std::uint16_t days) {
     if (!HasBirthDate()) {
-        SetValue(*this, ageDays, days);
+        Set(ageDays, days);
     }
 }
 
@@ -219,10 +202,6 @@ void TestRecord::AgeText(char* buffer, std::size_t size) const {
     }
 }
 
-void TestRecord::SetWeight(std::uint16_t hundredthsOfPound) {
-    SetValue(*this, weight, hundredthsOfPound);
-}
-
 bool TestRecord::SetMeasure(std::uint16_t& field, const char* text, bool metric,
                             const std::int32_t (&perUnit)[2]) {
     if (text == nullptr) {
@@ -236,7 +215,7 @@ bool TestRecord::SetMeasure(std::uint16_t& field, const char* text, bool metric,
     if (!FitsWord(value)) {
         return false;
     }
-    SetValue(*this, field, value);
+    Set(field, value);
     return true;
 }
 
@@ -249,10 +228,6 @@ void TestRecord::WeightText(char* buffer, std::size_t size) const {
     WriteMeasure(buffer, size, weight, MetricUnits(), "%ld kg", kPoundsPerKilogram, "%d lbs");
 }
 
-void TestRecord::SetHeight(std::uint16_t hundredthsOfInch) {
-    SetValue(*this, height, hundredthsOfInch);
-}
-
 bool TestRecord::SetHeightText(const char* text) {
     const bool metric = MetricUnits() || (text != nullptr && (Holds(text, "CM") || Holds(text, "cm")));
     return SetMeasure(height, text, metric, kInchesPerCentimetre);
@@ -260,10 +235,6 @@ bool TestRecord::SetHeightText(const char* text) {
 
 void TestRecord::HeightText(char* buffer, std::size_t size) const {
     WriteMeasure(buffer, size, height, MetricUnits(), "%ld cm", kInchesPerCentimetre, "%d in");
-}
-
-void TestRecord::SetRace(std::uint32_t code) {
-    SetValue(*this, race, code);
 }
 
 void TestRecord::SexText(const ResourceTexts& texts, char* buffer, std::size_t size,
@@ -290,7 +261,7 @@ std::uint32_t TestRecord::ClinicalFlag(int flag) const {
 
 void TestRecord::SetClinicalFlag(int flag, std::uint32_t code) {
     if (flag >= 0 && flag < kClinicalFlags) {
-        SetValue(*this, clinicalFlags[flag], code);
+        Set(clinicalFlags[flag], code);
     }
 }
 
@@ -319,10 +290,6 @@ void TestRecord::BloodPressureText(char* buffer, std::size_t size) const {
     } else {
         std::snprintf(buffer, size, "%u/%u", bloodPressure >> 16, bloodPressure & 0xFFFFu);
     }
-}
-
-std::uint32_t TestRecord::RatePressureProduct() const {
-    return (bloodPressure >> 16) * heartRate;
 }
 
 }  // namespace kx

@@ -4,7 +4,6 @@
 
 #include "lib/dbclient/record_pick_list.h"
 #include "lib/dbclient/test_record.h"
-#include "lib/dbclient/test_record_values.h"
 
 namespace kx {
 
@@ -26,22 +25,6 @@ const char* Copied(const char (&field)[N], char (&buffer)[N]) {
     return buffer;
 }
 
-// Stored without a look at what stood there.
-template <std::size_t N>
-void StoreModified(KxTestRecord& test, char (&field)[N], const char* text) {
-    if (text != nullptr) {
-        StoreField(field, text);
-        test.modified = 1;
-    }
-}
-
-void SetBit(KxTestRecord& test, std::uint32_t& field, int bit, bool on) {
-    if (bit >= 0 && bit < 32) {
-        const std::uint32_t mask = std::uint32_t{1} << bit;
-        SetValue(test, field, on ? field | mask : field & ~mask);
-    }
-}
-
 }  // namespace
 
 const char* TestRecord::InterpretationText(char* buffer, std::size_t size) const {
@@ -57,22 +40,22 @@ const char* TestRecord::InterpretationText(char* buffer, std::size_t size) const
 void TestRecord::SetOriginalInterpretation(const KxDateTime* time, const char* text) {
     reportState = KX_REPORT_ORIGINAL;
     originalTime = time != nullptr ? *time : KxDateTime{};
-    SetText(*this, interpretationText, text);
+    SetText(interpretationText, text);
 }
 
 void TestRecord::SetOverreadInterpretation(const KxDateTime* time, const char* text) {
-    SetValue(*this, reportState, KX_REPORT_OVERREAD);
+    Set(reportState, KX_REPORT_OVERREAD);
     if (time != nullptr && std::memcmp(time, &overreadTime, sizeof overreadTime) != 0) {
         overreadTime = *time;
         modified = 1;
     }
-    SetText(*this, interpretationText, text);
+    SetText(interpretationText, text);
 }
 
 void TestRecord::SetConfirmedInterpretation(const KxDateTime* time, const char* text) {
     reportState = KX_REPORT_CONFIRMED;
     confirmedTime = time != nullptr ? *time : KxDateTime{};
-    SetText(*this, interpretationText, text);
+    SetText(interpretationText, text);
 }
 
 void TestRecord::CheckExternalReview() {
@@ -94,18 +77,6 @@ const char* TestRecord::OverreadBy() const {
 const char* TestRecord::ConfirmedBy() const {
     static char copy[sizeof confirmedBy];
     return Copied(confirmedBy, copy);
-}
-
-void TestRecord::SetOriginalBy(const char* name) {
-    StoreModified(*this, originalBy, name);
-}
-
-void TestRecord::SetOverreadBy(const char* name) {
-    StoreField(overreadBy, name);
-}
-
-void TestRecord::SetConfirmedBy(const char* name) {
-    SetText(*this, confirmedBy, name);
 }
 
 void TestRecord::ReportStateText(const ResourceTexts& texts, char* buffer, std::size_t size) const {
@@ -131,14 +102,6 @@ void TestRecord::ReportStateAndAuthorText(const ResourceTexts& texts, char* buff
         default:
             break;
     }
-}
-
-void TestRecord::SetMetricUnits(bool on) {
-    SetValue(*this, metricUnits, on ? 1 : 0);
-}
-
-void TestRecord::SetFilterBits(std::uint32_t mask, std::uint32_t bits) {
-    SetValue(*this, filterFlags, (filterFlags & ~mask) | bits);
 }
 
 std::uint32_t TestRecord::MainsFrequency() const {
@@ -193,35 +156,22 @@ void TestRecord::DeviceText(char* buffer, std::size_t size) const {
                   Copied(deviceRevision, revision));
 }
 
-void TestRecord::SetValue6118(std::uint32_t value) {
-    SetValue(*this, value6118, value > 0xFFFF ? 0 : value);
-}
-
-void TestRecord::SetText7146(const char* text) {
-    StoreModified(*this, text7146, text);
-}
-
 void TestRecord::SetText7189(int index, const char* text) {
     if (index >= 0 && index < static_cast<int>(std::size(text7189))) {
         StoreField(text7189[index], text);
     }
 }
 
-void TestRecord::SetText6570(const char* text) {
-    StoreField(text6570, text);
-}
-
 void TestRecord::SetExerciseDevice(std::uint32_t device, bool inKilometres) {
-    SetValue(*this, exerciseDevice, device);
-    SetValue(*this, metricSpeed, inKilometres ? 1 : 0);
+    Set(exerciseDevice, device);
+    Set(metricSpeed, inKilometres ? 1 : 0);
 }
 
-void TestRecord::SetBit7460(int bit, bool on) {
-    SetBit(*this, values7444[4], bit, on);
-}
-
-void TestRecord::SetBit7476(int bit, bool on) {
-    SetBit(*this, values7444[8], bit, on);
+void TestRecord::SetBit(std::uint32_t& field, int bit, bool on) {
+    if (bit >= 0 && bit < 32) {
+        const std::uint32_t mask = std::uint32_t{1} << bit;
+        Set(field, on ? field | mask : field & ~mask);
+    }
 }
 
 }  // namespace kx

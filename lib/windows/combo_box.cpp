@@ -5,6 +5,7 @@
 #include <cstring>
 #include <string>
 
+#include "lib/number_text.h"
 #include "lib/pick_list.h"
 #include "lib/windows/control_notification.h"
 #include "lib/windows/subclassed_control.h"
@@ -87,7 +88,7 @@ int ComboBox::AddItem(std::int32_t code, const char* text) {
 }
 
 int ComboBox::AddItem(const char* codeText, const char* text) {
-    return AddItem(LeadingNumber(codeText), text);
+    return AddItem(ParseNumber(codeText), text);
 }
 
 void ComboBox::SelectCode(std::int32_t code) {

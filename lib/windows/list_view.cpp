@@ -6,6 +6,7 @@
 #include <string_view>
 #include <utility>
 
+#include "lib/number_text.h"
 #include "lib/pick_list.h"
 #include "lib/windows/common_controls.h"
 #include "lib/windows/device_context.h"
@@ -124,7 +125,7 @@ bool ListView::SetColumns(const char* text) {
         LVCOLUMNA column{};
         column.mask = LVCF_FMT | LVCF_WIDTH | LVCF_TEXT | LVCF_SUBITEM;
         column.fmt = LVCFMT_LEFT;
-        column.cx = LeadingNumber(width);
+        column.cx = ParseNumber(width);
         column.pszText = titleText;
         column.iSubItem = columnCount_;
         if (SendMsg(LVM_INSERTCOLUMNA, static_cast<WPARAM>(columnCount_),

@@ -1,5 +1,6 @@
 // A window's text, as text and as a number, and its font.
 #include "lib/number_text.h"
+#include "lib/timestmp.h"
 #include "lib/windows/window.h"
 
 namespace kx {
@@ -60,7 +61,9 @@ bool Window::SetScaled(std::int32_t multiplier, std::int32_t divisor, int decima
 }
 
 bool Window::SetDuration(std::uint32_t milliseconds) {
-    return SetFormatted(*this, FormatDuration, milliseconds);
+    char text[kNumberTextSize];
+    DurationMinSec(milliseconds, text, sizeof text);
+    return SetText(text);
 }
 
 std::uint32_t Window::GetHexText() const {

@@ -23,8 +23,9 @@ class MemoryFile final : public ByteSink, public ByteSource {
         return !refuses;
     }
     bool Write(const void* data, std::uint32_t count) override {
-        bytes.append(static_cast<const char*>(data), count);
-        return true;
+        const bool fits = count <= room - bytes.size();
+        bytes.append(static_cast<const char*>(data), fits ? count : 0);
+        return fits;
     }
     bool LoadAll(Reporter* log) override {
         if (refuses && log != nullptr) {
@@ -37,6 +38,7 @@ class MemoryFile final : public ByteSink, public ByteSource {
 
     std::string bytes;
     bool refuses = false;  // neither to be created nor to be loaded
+    std::size_t room = std::string::npos;
 };
 
 }  // namespace kx::test

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "lib/modules/system_services.h"
 #include "tests/rig/raw_printer.h"
 #include "tests/windows/dialogs/library_under_test.h"
 
