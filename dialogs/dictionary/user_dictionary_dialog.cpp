@@ -8,7 +8,7 @@
 #include "dialogs/resources/dictionary_ids.h"
 #include "dialogs/statements/interp_report.h"
 #include "dialogs/statements/statement_files.h"
-#include "lib/windows/subclassed_control.h"
+#include "lib/windows/held_control.h"
 
 namespace kx {
 namespace {
@@ -81,12 +81,10 @@ bool UserDictionaryDialog::Run() {
 
 bool UserDictionaryDialog::OnInitDialog() {
     if (!WrapControls()) {
-        ReleaseControls();
         Reports().LOGMEMORYERROR(kInterpSource, kNoControlLine);
         return false;
     }
     if (!MakeReason() || !MakeButtons()) {
-        ReleaseControls();
         Reports().LOGMEMORYERROR(kInterpSource, kNoButtonLine);
         return false;
     }
@@ -97,7 +95,7 @@ bool UserDictionaryDialog::OnInitDialog() {
 }
 
 bool UserDictionaryDialog::WrapControls() {
-    sections_ = new ComboBox(*Library(), this, IDC_DICT_SECTION);
+    sections_ = std::make_unique<ComboBox>(*Library(), this, IDC_DICT_SECTION, kHeld);
     text_.box = std::make_unique<EditBox>(this, IDC_DICT_TEXT);
     code_.box = std::make_unique<EditBox>(this, IDC_DICT_CODE);
     if (sections_->Handle() == nullptr || text_.box->Handle() == nullptr || code_.box->Handle() == nullptr) {
@@ -161,24 +159,6 @@ void UserDictionaryDialog::FillSections() {
         sections_->AddItem(static_cast<std::int32_t>(section), dictionary_.Title(section));
     }
     sections_->SetCurSel(0);
-}
-
-void UserDictionaryDialog::ReleaseControls() {
-    for (std::unique_ptr<EntryButton>& button : buttons_) {
-        button.reset();
-    }
-    reason_.reset();
-    code_.box.reset();
-    text_.box.reset();
-    ReleaseSubclassed(sections_);
-}
-
-void UserDictionaryDialog::OnDestroy() {
-    // Nobody could end the modal loop once the object is detached, if somebody has sent this to a window that
-    // stays.
-    EndCancel();
-    ReleaseControls();
-    Dialog::OnDestroy();
 }
 
 // ---- what the user does

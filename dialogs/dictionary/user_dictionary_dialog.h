@@ -41,7 +41,6 @@ class UserDictionaryDialog final : public Dialog {
     HBRUSH OnCtlColorStatic(HDC context, HWND control) override;
     // Writes the file. When that fails the user is told so, and the dialog stays open with its edits.
     bool OnOK() override;
-    void OnDestroy() override;
 
   private:
     static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
@@ -60,7 +59,6 @@ class UserDictionaryDialog final : public Dialog {
     bool MakeReason();
     void FitHeight();
     void FillSections();
-    void ReleaseControls();
 
     void ShowSection();
     void SelectEntry(std::size_t entry);
@@ -81,7 +79,7 @@ class UserDictionaryDialog final : public Dialog {
     // Its own writing into the edits is no typing.
     bool filling_ = false;
 
-    ComboBox* sections_ = nullptr;  // deletes itself with its control
+    std::unique_ptr<ComboBox> sections_;
     Edit text_;
     Edit code_;
     std::unique_ptr<ChildControl> reason_;  // why a text was refused

@@ -46,7 +46,8 @@ bool IsLeftOut(const void* hostOptions) {
     return first == kWithoutAutomatic;
 }
 
-std::string Interpreted(TestRecord& test, Reporter& log) {
+std::string Interpreted(const Dialog& pane, TestRecord& test) {
+    Reporter& log = pane.Reports();
     if (test.Ecg() == nullptr) {
         log.LOGOEMERROR(kInterpSource, kNoSignalLine, "no ECG");
         return {};
@@ -57,10 +58,15 @@ std::string Interpreted(TestRecord& test, Reporter& log) {
         return {};
     }
     InterpretationEngine engine;
-    if (test.Annotations() == nullptr) {
+    if (pane.HasEnded() || test.Annotations() == nullptr) {
         return {};
     }
-    if (engine.INTERPRET(&episode->measurements, &episode->interpretation, test.annotations, 0, 0, 0) == 0) {
+    const bool interpreted =
+        engine.INTERPRET(&episode->measurements, &episode->interpretation, test.annotations, 0, 0, 0) != 0;
+    if (pane.HasEnded()) {
+        return {};
+    }
+    if (!interpreted) {
         log.LOGSYSTEMERROR(engine.ErrorText());
         return {};
     }
@@ -69,9 +75,10 @@ std::string Interpreted(TestRecord& test, Reporter& log) {
     return text;
 }
 
-std::string Rendered(const LibraryModule& library, TestRecord& test, Reporter& log) {
+std::string Rendered(const Dialog& pane, TestRecord& test) {
+    Reporter& log = pane.Reports();
     char path[MAX_PATH];
-    if (!PathBesideLibrary(library.instance.Handle(), kScriptName, kNoFolderLine, log, path)) {
+    if (!PathBesideLibrary(pane.Module(), kScriptName, kNoFolderLine, log, path)) {
         return {};
     }
     DataFile script;
@@ -86,6 +93,9 @@ std::string Rendered(const LibraryModule& library, TestRecord& test, Reporter& l
         return {};
     }
     RenderServices renderer;
+    if (pane.HasEnded()) {
+        return {};
+    }
     if (renderer.CREATETEXT(script.Content(), text.get(), size, &test, 0, 0) == 0) {
         log.LOGOEMERROR(kInterpSource, kNotRenderedLine, "interp");
         return {};
@@ -96,13 +106,12 @@ std::string Rendered(const LibraryModule& library, TestRecord& test, Reporter& l
 
 }  // namespace
 
-std::string ProduceAutomaticInterpretation(const LibraryModule& library, TestRecord& test,
-                                           const void* hostOptions, Reporter& log) {
+std::string ProduceAutomaticInterpretation(const Dialog& pane, TestRecord& test, const void* hostOptions) {
     switch (test.TestType()) {
         case KX_TEST_RESTING:
-            return IsLeftOut(hostOptions) ? std::string() : Interpreted(test, log);
+            return IsLeftOut(hostOptions) ? std::string() : Interpreted(pane, test);
         case KX_TEST_STRESS:
-            return Rendered(library, test, log);
+            return Rendered(pane, test);
         default:
             return {};
     }

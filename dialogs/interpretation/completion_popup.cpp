@@ -1,8 +1,5 @@
 #include "dialogs/interpretation/completion_popup.h"
 
-// After <windows.h>.
-#include <commctrl.h>
-
 #include <algorithm>
 
 #include "dialogs/dialog_library.h"
@@ -21,7 +18,6 @@ constexpr std::uint32_t kNoReadLine = 1099;
 constexpr std::uint32_t kNoWindowLine = 1112;
 
 constexpr std::size_t kNameSize = 512;
-constexpr UINT_PTR kListWatch = 1;
 constexpr int kRowHeight = 19;  // pixels at 96 dpi
 
 }  // namespace
@@ -100,8 +96,8 @@ bool CompletionPopup::Open() {
     if (Create(kCompletionPopupClass, "", library_.instance.Handle(), this,
                WS_POPUP | WS_BORDER | WS_CLIPCHILDREN, WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE, 0, 0, 0, 0)) {
         auto list = std::make_unique<CompletionList>(library_, this);
-        if (list->Handle() != nullptr && SetWindowSubclass(list->Handle(), ListProc, kListWatch,
-                                                           reinterpret_cast<DWORD_PTR>(this)) != FALSE) {
+        if (list->Handle() != nullptr) {
+            listWatch_.emplace(list->Handle(), *this, static_cast<ControlWatcher&>(*this));
             list_ = std::move(list);
             return true;
         }
@@ -217,28 +213,24 @@ LRESULT CompletionPopup::OnNotify(WPARAM id, NMHDR* header) {
 
 // A list view takes the focus on every click, and with it the activation from the host's window. Here a click
 // only chooses.
-LRESULT CALLBACK CompletionPopup::ListProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
-                                           UINT_PTR id, DWORD_PTR popup) noexcept {
+std::optional<LRESULT> CompletionPopup::OnWatchedMessage(ControlWatch&, UINT message, WPARAM, LPARAM lParam) {
     switch (message) {
         case WM_MOUSEACTIVATE:
             return MA_NOACTIVATE;
         case WM_LBUTTONDOWN:
         case WM_LBUTTONDBLCLK:
         case WM_LBUTTONUP:
-            reinterpret_cast<CompletionPopup*>(popup)->OnListButton(message,
-                                                                    static_cast<short>(HIWORD(lParam)));
+            if (IsOpen()) {
+                OnListButton(message, static_cast<short>(HIWORD(lParam)));
+            }
             return 0;
         case WM_RBUTTONDOWN:
         case WM_RBUTTONUP:
         case WM_MBUTTONDOWN:
             return 0;
-        case WM_NCDESTROY:
-            RemoveWindowSubclass(window, ListProc, id);
-            break;
         default:
-            break;
+            return std::nullopt;
     }
-    return DefSubclassProc(window, message, wParam, lParam);
 }
 
 void CompletionPopup::OnListButton(UINT message, int y) {

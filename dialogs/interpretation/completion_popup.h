@@ -12,6 +12,7 @@
 #include "dialogs/interpretation/completion_list.h"
 #include "dialogs/statements/statement_files.h"
 #include "dialogs/statements/statement_matcher.h"
+#include "lib/windows/control_watch.h"
 #include "lib/windows/window.h"
 
 namespace kx {
@@ -25,7 +26,7 @@ class DialogLibrary;
 // Statements are read from the file of the test type beside the module when a completion starts, unless the
 // file is as it was when it was read last: somebody else may have saved it. What cannot be read, or is too
 // much, is reported once and left out. The names of the physicians are read once.
-class CompletionPopup final : public Window {
+class CompletionPopup final : public Window, private ControlWatcher {
   public:
     // What the parent gets (WM_COMMAND, posted) when an entry was chosen: by a click, or because the code of
     // the entry was typed to its end. Which entry it was, Chosen() says as long as nothing has changed since:
@@ -73,8 +74,9 @@ class CompletionPopup final : public Window {
     void OnDestroy() override;
 
   private:
-    static LRESULT CALLBACK ListProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
-                                     DWORD_PTR popup) noexcept;
+    // Of the list.
+    std::optional<LRESULT> OnWatchedMessage(ControlWatch& watch, UINT message, WPARAM wParam,
+                                            LPARAM lParam) override;
 
     void FindStatements(HMODULE module, std::uint32_t testType);
     void LoadStatements();
@@ -93,6 +95,7 @@ class CompletionPopup final : public Window {
     std::optional<FileStamp> read_;         // of the file as it was read
     std::optional<FileStamp> refused_;      // of the file as it could not be read, which was reported
     std::unique_ptr<CompletionList> list_;  // null: there is no window
+    std::optional<ControlWatch> listWatch_;
     const CompletionEntry* chosen_ = nullptr;
 };
 

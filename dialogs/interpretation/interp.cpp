@@ -5,7 +5,7 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <new>
+#include <string>
 
 #include "dialogs/interpretation/automatic_interpretation.h"
 #include "dialogs/interpretation/staff_names.h"
@@ -16,13 +16,13 @@
 #include "lib/windows/common_controls.h"
 #include "lib/windows/device_context.h"
 #include "lib/windows/gdi_handles.h"
+#include "lib/windows/held_control.h"
 #include "lib/windows/registry_key.h"
-#include "lib/windows/subclassed_control.h"
 
 namespace kx {
 namespace {
 
-constexpr std::uint32_t kNoRecordLine = 1185;
+constexpr std::uint32_t kNoWindowLine = 1185;
 constexpr std::uint32_t kNotBuiltLine = 1292;
 constexpr StaffListLines kReviewerLines{1235, 1237};
 constexpr StaffListLines kPhysicianLines{1263, 1265};
@@ -41,10 +41,6 @@ constexpr GrowthRow kGrowth[] = {
     {IDC_INTERP_LIBRARY_TITLE, 60, 40, 100, 40},
     {IDC_INTERP_LIBRARY, 60, 40, 100, 100},
 };
-
-bool Exists(const Window* control) {
-    return control != nullptr && control->Handle() != nullptr;
-}
 
 // Adds the names and makes the list wide enough for them: a title behind a name is as long as the name.
 template <class Record>
@@ -65,20 +61,47 @@ void AddNames(const StaffList<Record>& staff, ComboBox& names) {
 
 }  // namespace
 
+struct InterpretationDialog::Shown {
+    explicit Shown(TestRecord& test)
+        : testType(test.TestType()),
+          isOverread(test.IsOverread()),
+          isConfirmed(test.IsConfirmed()),
+          originalTime(test.OriginalTime()),
+          overreadTime(test.OverreadTime()),
+          confirmedTime(test.ConfirmedTime()),
+          originalBy(test.OriginalBy()),
+          overreadBy(test.OverreadBy()),
+          confirmedBy(test.ConfirmedBy()) {}
+
+    std::uint32_t testType;
+    bool isOverread;
+    bool isConfirmed;
+    DateTime originalTime;
+    DateTime overreadTime;
+    DateTime confirmedTime;
+    std::string originalBy;
+    std::string overreadBy;
+    std::string confirmedBy;
+};
+
 InterpretationDialog::InterpretationDialog(const DialogLibrary& library, Window* parent, TestRecord* test,
                                            const void* hostOptions, SystemServices* services)
-    : Dialog(library, parent, nullptr, services), library_(library), test_(test), hostOptions_(hostOptions) {
-    if (test_ == nullptr) {
-        Reports().LOGMEMORYERROR(kInterpSource, kNoRecordLine);
-        return;
+    : Pane(library, parent, nullptr, services), library_(library), test_(test), hostOptions_(hostOptions) {}
+
+void InterpretationDialog::Open() {
+    if (test_ != nullptr) {
+        UseCommonControls();  // the template has pickers and a tree
+        CreateModeless(IDD_INTERPRETATION, this);
     }
-    UseCommonControls();  // the template has pickers and a tree
-    CreateModeless(IDD_INTERPRETATION, this);
+    if (Handle() == nullptr) {
+        Reports().LOGMEMORYERROR(kInterpSource, kNoWindowLine);
+    }
 }
 
 bool InterpretationDialog::OnInitDialog() {
     try {
-        if (Build()) {
+        Build();
+        if (!HasEnded()) {
             filled_ = true;
             Show();
             return true;
@@ -86,66 +109,62 @@ bool InterpretationDialog::OnInitDialog() {
     } catch (...) {
         // Reported below, as every other failure of this step.
     }
-    Reports().LOGMEMORYERROR(kInterpSource, kNotBuiltLine);
-    // The window stays, without this object: what it holds of the controls would be lost.
-    Release();
+    if (!HasEnded()) {
+        Reports().LOGMEMORYERROR(kInterpSource, kNotBuiltLine);
+    }
     return false;
 }
 
-bool InterpretationDialog::Build() {
-    if (!AdoptControls()) {
-        return false;
-    }
+void InterpretationDialog::Build() {
+    const Shown shown(*test_);
+    test_->InterpretationText(statementBuffer_, sizeof statementBuffer_);
+    HoldControls(shown.testType);
     layout_.emplace(Handle(), kGrowth, std::size(kGrowth));
-    ShowOriginal();
+    ShowOriginal(shown);
     AddNames(ListTechnicians(kReviewerLines, Reports()), *review_.names);
-    ShowReview();
+    ShowReview(shown);
     AddNames(ListPhysicians(kPhysicianLines, Reports()), *confirmation_.names);
-    ShowConfirmation();
+    ShowConfirmation(shown);
 
     statement_->SendMsg(EM_LIMITTEXT, kStatementSize - 1);
-    statement_->SetText(test_->InterpretationText(statementBuffer_, sizeof statementBuffer_));
-    completion_ = std::make_unique<StatementCompletion>(library_, this, *statement_, test_->TestType(),
+    statement_->SetText(statementBuffer_);
+    completion_ = std::make_unique<StatementCompletion>(library_, *this, *statement_, shown.testType,
                                                         StatementCompletion::Source::kStatements, Reports());
     ShowSource();
-    automatic_->SetText(ProduceAutomaticInterpretation(library_, *test_, hostOptions_, Reports()).c_str());
+    if (!HasEnded()) {
+        automatic_->SetText(ProduceAutomaticInterpretation(*this, *test_, hostOptions_).c_str());
+    }
     ShowIcons();
-    return true;
 }
 
-bool InterpretationDialog::AdoptControls() {
-    originalBy_ = std::make_unique<EditBox>(this, IDC_INTERP_ORIGINAL_BY);
-    originalTime_.emplace(this, IDC_INTERP_ORIGINAL_DATE, IDC_INTERP_ORIGINAL_TIME);
-    AdoptStage(review_, IDC_INTERP_REVIEWED, IDC_INTERP_REVIEWER, IDC_INTERP_REVIEW_DATE,
-               IDC_INTERP_REVIEW_TIME);
-    AdoptStage(confirmation_, IDC_INTERP_CONFIRMED, IDC_INTERP_PHYSICIAN, IDC_INTERP_CONFIRM_DATE,
-               IDC_INTERP_CONFIRM_TIME);
-    statement_ = std::make_unique<EditBox>(this, IDC_INTERP_STATEMENT);
-    tree_ = std::make_unique<CommentLibraryTree>(library_, this, IDC_INTERP_LIBRARY, test_->TestType(),
-                                                 Reports());
-    insertLibraryEntry_ = new CheckBox(this, IDC_INTERP_INSERT_LIBRARY_ENTRY);
-    dictionary_ = new CheckBox(this, IDC_INTERP_DICTIONARY);
-    automatic_ = std::make_unique<EditBox>(this, IDC_INTERP_AUTOMATIC);
-    source_.emplace(this, IDC_INTERP_AUTOMATIC_SOURCE);
-    insertAutomatic_ = new CheckBox(this, IDC_INTERP_INSERT_AUTOMATIC);
-    return Exists(originalBy_.get()) && originalTime_->IsComplete() && review_.IsComplete() &&
-           confirmation_.IsComplete() && Exists(statement_.get()) && Exists(tree_.get()) &&
-           Exists(insertLibraryEntry_) && Exists(dictionary_) && Exists(automatic_.get()) &&
-           Exists(&*source_) && Exists(insertAutomatic_);
+void InterpretationDialog::HoldControls(std::uint32_t testType) {
+    Hold(originalBy_, this, IDC_INTERP_ORIGINAL_BY);
+    Hold(originalTime_, this, IDC_INTERP_ORIGINAL_DATE, IDC_INTERP_ORIGINAL_TIME);
+    HoldStage(review_, IDC_INTERP_REVIEWED, IDC_INTERP_REVIEWER, IDC_INTERP_REVIEW_DATE,
+              IDC_INTERP_REVIEW_TIME);
+    HoldStage(confirmation_, IDC_INTERP_CONFIRMED, IDC_INTERP_PHYSICIAN, IDC_INTERP_CONFIRM_DATE,
+              IDC_INTERP_CONFIRM_TIME);
+    Hold(statement_, this, IDC_INTERP_STATEMENT);
+    Hold(tree_, library_, this, IDC_INTERP_LIBRARY, testType, Reports());
+    Hold(insertLibraryEntry_, this, IDC_INTERP_INSERT_LIBRARY_ENTRY, kHeld);
+    Hold(dictionary_, this, IDC_INTERP_DICTIONARY, kHeld);
+    Hold(automatic_, this, IDC_INTERP_AUTOMATIC);
+    Hold(source_, this, IDC_INTERP_AUTOMATIC_SOURCE);
+    Hold(insertAutomatic_, this, IDC_INTERP_INSERT_AUTOMATIC, kHeld);
 }
 
-void InterpretationDialog::AdoptStage(Stage& stage, std::uint32_t box, std::uint32_t names,
-                                      std::uint32_t date, std::uint32_t time) {
-    stage.taken = new CheckBox(this, box);
-    stage.names = new ComboBox(library_, this, names);
-    stage.time.emplace(this, date, time);
+void InterpretationDialog::HoldStage(Stage& stage, std::uint32_t box, std::uint32_t names, std::uint32_t date,
+                                     std::uint32_t time) {
+    Hold(stage.taken, this, box, kHeld);
+    Hold(stage.names, library_, this, names, kHeld);
+    Hold(stage.time, this, date, time);
 }
 
-void InterpretationDialog::ShowOriginal() {
-    originalBy_->SetText(test_->OriginalBy());
-    originalTime_->Show(test_->OriginalTime());
+void InterpretationDialog::ShowOriginal(const Shown& shown) {
+    originalBy_->SetText(shown.originalBy.c_str());
+    originalTime_->Show(shown.originalTime);
     // A picker cannot be without a date: it would show the present moment as that of a report without a time.
-    if (!test_->OriginalTime().IsValid()) {
+    if (!shown.originalTime.IsValid()) {
         originalTime_->Hide();
     }
 }
@@ -159,19 +178,19 @@ void InterpretationDialog::Stage::Show(bool isTaken, const char* name, const Dat
     time->Show(isTaken ? reached : DateTime());  // now
 }
 
-void InterpretationDialog::ShowReview() {
-    const bool reviewed = test_->IsOverread() || test_->IsConfirmed();
+void InterpretationDialog::ShowReview(const Shown& shown) {
+    const bool reviewed = shown.isOverread || shown.isConfirmed;
     if (reviewed) {
         originalTime_->Hide();
         review_.taken->Enable(false);  // a stage that was reached is not given up
     }
-    review_.Show(reviewed, test_->OverreadBy(), test_->OverreadTime());
-    review_.names->SendMsg(CB_LIMITTEXT, sizeof test_->overreadBy - 1);
+    review_.Show(reviewed, shown.overreadBy.c_str(), shown.overreadTime);
+    review_.names->SendMsg(CB_LIMITTEXT, sizeof(KxTestRecord::overreadBy) - 1);
 }
 
-void InterpretationDialog::ShowConfirmation() {
-    confirmation_.Show(test_->IsConfirmed(), test_->ConfirmedBy(), test_->ConfirmedTime());
-    confirmation_.names->SendMsg(CB_LIMITTEXT, sizeof test_->confirmedBy - 1);
+void InterpretationDialog::ShowConfirmation(const Shown& shown) {
+    confirmation_.Show(shown.isConfirmed, shown.confirmedBy.c_str(), shown.confirmedTime);
+    confirmation_.names->SendMsg(CB_LIMITTEXT, sizeof(KxTestRecord::confirmedBy) - 1);
 }
 
 // The suite can name itself as the source of the automatic interpretation.
@@ -193,9 +212,9 @@ void InterpretationDialog::ShowIcons() {
         CheckBox* button;
         std::uint32_t icon;
     } rows[] = {
-        {insertLibraryEntry_, IDI_BUTTON_INSERT_LIBRARY_ENTRY},
-        {insertAutomatic_, IDI_BUTTON_INSERT_AUTOMATIC},
-        {dictionary_, IDI_BUTTON_DICTIONARY},
+        {insertLibraryEntry_.get(), IDI_BUTTON_INSERT_LIBRARY_ENTRY},
+        {insertAutomatic_.get(), IDI_BUTTON_INSERT_AUTOMATIC},
+        {dictionary_.get(), IDI_BUTTON_DICTIONARY},
     };
     toolTips_.emplace(Module(), *this);
     for (const auto& row : rows) {
@@ -211,33 +230,11 @@ bool InterpretationDialog::GetToolTipText(UINT_PTR controlId, HINSTANCE& module,
     return true;
 }
 
-void InterpretationDialog::Release() {
-    filled_ = false;
-    toolTips_.reset();
-    for (Stage* stage : {&review_, &confirmation_}) {
-        ReleaseSubclassed(stage->taken);
-        ReleaseSubclassed(stage->names);
-        stage->time.reset();
+void InterpretationDialog::OnEnd() {
+    if (filled_) {
+        completion_->Close();  // its popup belongs to the host's frame
+        Save();
     }
-    for (CheckBox** button : {&insertLibraryEntry_, &dictionary_, &insertAutomatic_}) {
-        ReleaseSubclassed(*button);
-    }
-    originalBy_.reset();
-    originalTime_.reset();
-    completion_.reset();  // before the edit that it serves
-    statement_.reset();
-    tree_.reset();
-    automatic_.reset();
-    source_.reset();
-    layout_.reset();
-}
-
-void InterpretationDialog::OnDestroy() {
-    // The controls are destroyed after their dialog and still hold what the user has entered.
-    Save();
-    Release();
-    Dialog::OnDestroy();
-    delete this;
 }
 
 }  // namespace kx

@@ -24,15 +24,15 @@
 namespace kx {
 
 // Every change is in the record at once, and the parent window is told of it (WM_USER, 1024, 1024). The
-// object belongs to its window and is deleted in its WM_DESTROY. The parent may destroy the pane while it is
-// being told.
-class InterpretationDialog final : public Dialog {
+// parent may destroy the pane while it is being told.
+class InterpretationDialog final : public Pane {
   public:
-    // Creates the pane in the parent's window; without a record there is none, which is reported. hostOptions
-    // is not null (see automatic_interpretation.h). All outlive the pane; none is owned.
+    // hostOptions is not null (see automatic_interpretation.h). All outlive the pane; none is owned.
     InterpretationDialog(const DialogLibrary& library, Window* parent, TestRecord* test,
                          const void* hostOptions, SystemServices* services);
 
+    // Without a record there is no window, which is reported.
+    void Open() override;
     INT_PTR DialogProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     // False, reported, when the pane could not be built.
     bool OnInitDialog() override;
@@ -42,8 +42,8 @@ class InterpretationDialog final : public Dialog {
     // Enter in the comment library inserts the selected entry; it never ends the pane.
     bool OnOK() override;
     bool OnCancel() override;
-    // Saves once more, then deletes the wrappers and this object.
-    void OnDestroy() override;
+    // Saves once more.
+    void OnEnd() override;
     // Of the icon buttons.
     bool GetToolTipText(UINT_PTR controlId, HINSTANCE& module, const char*& text) override;
 
@@ -60,29 +60,28 @@ class InterpretationDialog final : public Dialog {
     // A stage of the report that the pane can take: its box, who and when.
     struct Stage {
         bool wasTaken = false;
-        CheckBox* taken = nullptr;  // deleted by their controls (see subclassed_control.h)
-        ComboBox* names = nullptr;
-        std::optional<StagePickers> time;
+        std::unique_ptr<CheckBox> taken;
+        std::unique_ptr<ComboBox> names;
+        std::unique_ptr<StagePickers> time;
 
-        bool IsComplete() const;
         // Shows the stage as the record has it.
         void Show(bool isTaken, const char* name, const DateTime& time);
         bool IsNameChange(WPARAM wParam) const;
     };
 
-    ~InterpretationDialog() = default;
+    // What the pane shows of the record, taken before the first message to a control.
+    struct Shown;
 
-    // ---- interp.cpp: building the pane
-    bool Build();
-    bool AdoptControls();
-    void AdoptStage(Stage& stage, std::uint32_t box, std::uint32_t names, std::uint32_t date,
-                    std::uint32_t time);
-    void ShowOriginal();
-    void ShowReview();
-    void ShowConfirmation();
+    // ---- interp.cpp: building the pane; what is not there throws
+    void Build();
+    void HoldControls(std::uint32_t testType);
+    void HoldStage(Stage& stage, std::uint32_t box, std::uint32_t names, std::uint32_t date,
+                   std::uint32_t time);
+    void ShowOriginal(const Shown& shown);
+    void ShowReview(const Shown& shown);
+    void ShowConfirmation(const Shown& shown);
     void ShowSource();
     void ShowIcons();
-    void Release();
 
     // ---- interp_actions.cpp: what the user does
     void OnStatementChanged();
@@ -103,23 +102,25 @@ class InterpretationDialog final : public Dialog {
     // last thing that a handler does: the pane may be gone afterwards. picked: whose list the user has just
     // chosen from, or null.
     void Save(const Stage* picked = nullptr);
+    // What the controls say into the record. False: there is no record any more.
+    bool Store(const Stage* picked);
 
     const DialogLibrary& library_;
     TestRecord* test_;
     const void* hostOptions_;
 
     std::unique_ptr<EditBox> originalBy_;
-    std::optional<StagePickers> originalTime_;
+    std::unique_ptr<StagePickers> originalTime_;
     Stage review_;
     Stage confirmation_;
     std::unique_ptr<EditBox> statement_;
     std::unique_ptr<StatementCompletion> completion_;
     std::unique_ptr<CommentLibraryTree> tree_;
-    CheckBox* insertLibraryEntry_ = nullptr;
-    CheckBox* dictionary_ = nullptr;
-    CheckBox* insertAutomatic_ = nullptr;
+    std::unique_ptr<CheckBox> insertLibraryEntry_;
+    std::unique_ptr<CheckBox> dictionary_;
+    std::unique_ptr<CheckBox> insertAutomatic_;
     std::unique_ptr<EditBox> automatic_;
-    std::optional<StaticLabel> source_;
+    std::unique_ptr<StaticLabel> source_;
     std::optional<ToolTips> toolTips_;
     std::optional<PaneLayout> layout_;
 

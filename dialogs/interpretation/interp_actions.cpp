@@ -1,5 +1,4 @@
 // The interpretation pane: what the user does, and how it gets into the record.
-#include <cstring>
 #include <string>
 
 #include "dialogs/dictionary/user_dictionary.h"
@@ -15,10 +14,6 @@ constexpr WPARAM kChangeNotice = 1024;   // both parameters of the WM_USER to th
 constexpr UINT kNamePicked = WM_APP;     // posted to itself
 
 }  // namespace
-
-bool InterpretationDialog::Stage::IsComplete() const {
-    return taken->Handle() != nullptr && names->Handle() != nullptr && time->IsComplete();
-}
 
 bool InterpretationDialog::Stage::IsNameChange(WPARAM wParam) const {
     return names->IsSelChange(wParam) || names->IsEditChange(wParam) || names->IsEditUpdate(wParam);
@@ -123,12 +118,8 @@ bool InterpretationDialog::OnCancel() {
 void InterpretationDialog::OnStatementChanged() {
     edited_ = true;
     review_.taken->Check();
-    // A choice made by this change has been saved already, and the parent may have ended the pane for it.
-    const HWND window = Handle();
     completion_->OnTextChanged();
-    if (IsWindow(window) != FALSE) {
-        Save();
-    }
+    Save();
 }
 
 void InterpretationDialog::OnStageChanged(const Stage& stage, WPARAM wParam) {
@@ -160,16 +151,15 @@ void InterpretationDialog::ReplaceSelection(const char* text) {
 }
 
 void InterpretationDialog::EditDictionary() {
+    const std::uint32_t testType = test_->TestType();
     completion_->Close();
-    const HWND pane = Handle();
-    const bool written = EditUserDictionary(library_, this, test_->TestType());
-    // The dialog has dispatched the host's messages, which may have destroyed the pane and with it this
-    // object.
-    if (FromHandle(pane) != this) {
+    const bool written = EditUserDictionary(library_, this, testType);
+    // The dialog has dispatched the host's messages, which may have ended the pane.
+    if (HasEnded()) {
         return;
     }
     if (written) {
-        tree_->Rebuild(test_->TestType());
+        tree_->Rebuild(testType);
     }
     PostUser(kFocusStatement, 0);
 }
@@ -184,13 +174,13 @@ void InterpretationDialog::ReadName(const ComboBox& names, bool picked, char (&n
 void InterpretationDialog::ShowStoredNames() {
     const struct {
         const Stage& stage;
-        const char* stored;
+        std::string stored;
     } rows[] = {{review_, test_->OverreadBy()}, {confirmation_, test_->ConfirmedBy()}};
     char name[kNameSize];
     for (const auto& row : rows) {
         ReadName(*row.stage.names, false, name);
-        if (row.stage.taken->IsChecked() && std::strcmp(name, row.stored) != 0) {
-            row.stage.names->SetText(row.stored);
+        if (row.stage.taken->IsChecked() && row.stored != name) {
+            row.stage.names->SetText(row.stored.c_str());
         }
     }
 }
@@ -201,30 +191,40 @@ bool InterpretationDialog::IsEdited() const {
 }
 
 void InterpretationDialog::Save(const Stage* picked) {
-    if (!filled_) {
-        return;
-    }
-    statement_->GetText(statementBuffer_, sizeof statementBuffer_);
-    char name[kNameSize];
-    const bool edited = IsEdited();
-    const bool confirmed = confirmation_.taken->IsChecked();
-    if (review_.taken->IsChecked()) {
-        if (!confirmed) {
-            const DateTime time = review_.time->Value(edited);
-            test_->SetOverreadInterpretation(&time, statementBuffer_);
-        }
-        ReadName(*review_.names, picked == &review_, name);
-        test_->SetOverreadBy(name);
-    }
-    if (confirmed) {
-        const DateTime time = confirmation_.time->Value(edited);
-        test_->SetConfirmedInterpretation(&time, statementBuffer_);
-        ReadName(*confirmation_.names, picked == &confirmation_, name);
-        test_->SetConfirmedBy(name);
-    }
-    if (const HWND parent = ParentHandle(); parent != nullptr) {
+    // The host's window and not its object, which may be gone before the pane.
+    const HWND parent = GetParent(Handle());
+    if (Store(picked) && parent != nullptr) {
         SendMessageA(parent, WM_USER, kChangeNotice, kChangeNotice);
     }
+}
+
+bool InterpretationDialog::Store(const Stage* picked) {
+    const bool ending = HasEnded();  // else it was the window's end that called this
+    statement_->GetText(statementBuffer_, sizeof statementBuffer_);
+    char reviewer[kNameSize];
+    char physician[kNameSize];
+    ReadName(*review_.names, picked == &review_, reviewer);
+    ReadName(*confirmation_.names, picked == &confirmation_, physician);
+    const bool edited = IsEdited();
+    const bool reviewed = review_.taken->IsChecked();
+    const bool confirmed = confirmation_.taken->IsChecked();
+    const DateTime reviewTime = review_.time->Value(edited);
+    const DateTime confirmationTime = confirmation_.time->Value(edited);
+    // Whoever heard the messages to the controls may have ended the pane, and the record is the host's.
+    if (ending ? IsWindow(Handle()) == FALSE : HasEnded()) {
+        return false;
+    }
+    if (reviewed) {
+        if (!confirmed) {
+            test_->SetOverreadInterpretation(&reviewTime, statementBuffer_);
+        }
+        test_->SetOverreadBy(reviewer);
+    }
+    if (confirmed) {
+        test_->SetConfirmedInterpretation(&confirmationTime, statementBuffer_);
+        test_->SetConfirmedBy(physician);
+    }
+    return true;
 }
 
 }  // namespace kx

@@ -15,7 +15,8 @@ class StagePickers {
     // Adopts two items of a dialog.
     StagePickers(Window* dialog, std::uint32_t dateId, std::uint32_t timeId);
 
-    bool IsComplete() const { return date_.Handle() != nullptr && time_.Handle() != nullptr; }
+    // Null unless both are there.
+    HWND Handle() const { return time_.Handle() != nullptr ? date_.Handle() : nullptr; }
     void Hide();
     void Show(const DateTime& time);
     // The date of the one with the time of day of the other. As long as the pickers stand as Show left them

@@ -1,8 +1,5 @@
 #include "dialogs/interpretation/statement_completion.h"
 
-// After <windows.h>.
-#include <commctrl.h>
-
 #include <algorithm>
 #include <cstring>
 #include <string>
@@ -59,21 +56,18 @@ bool IsScrolling(UINT message) {
 
 }  // namespace
 
-StatementCompletion::StatementCompletion(const DialogLibrary& library, Window* dialog, EditBox& edit,
+StatementCompletion::StatementCompletion(const DialogLibrary& library, Window& dialog, EditBox& edit,
                                          std::uint32_t testType, Source source, Reporter& log)
-    : library_(library), dialog_(dialog), edit_(edit), testType_(testType), source_(source), log_(log) {
-    SetWindowSubclass(edit_.Handle(), WatchProc, reinterpret_cast<UINT_PTR>(this),
-                      reinterpret_cast<DWORD_PTR>(this));
-}
+    : library_(library),
+      dialog_(dialog),
+      edit_(edit),
+      testType_(testType),
+      source_(source),
+      log_(log),
+      watch_(edit.Handle(), dialog, *this) {}
 
 StatementCompletion::~StatementCompletion() {
     UnwatchSurroundings();
-    RemoveWindowSubclass(edit_.Handle(), WatchProc, reinterpret_cast<UINT_PTR>(this));
-}
-
-bool StatementCompletion::IsWatched(HWND window, const StatementCompletion* completion) {
-    DWORD_PTR object = 0;
-    return GetWindowSubclass(window, WatchProc, reinterpret_cast<UINT_PTR>(completion), &object) != FALSE;
 }
 
 void StatementCompletion::OnTextChanged() {
@@ -100,7 +94,7 @@ void StatementCompletion::Begin(std::string_view textToCaret) {
         return;
     }
     if (popup_ == nullptr) {
-        popup_ = std::make_unique<CompletionPopup>(library_, dialog_, testType_,
+        popup_ = std::make_unique<CompletionPopup>(library_, &dialog_, testType_,
                                                    source_ == Source::kPhysicians, log_);
     }
     const std::size_t lineStart = textToCaret.find_last_of("\r\n") + 1;  // 0 behind npos
@@ -184,12 +178,9 @@ void StatementCompletion::ReplaceSelection(const char* text) {
         MessageBeep(MB_ICONWARNING);
         return;
     }
-    const HWND edit = edit_.Handle();
     ++paused_;
-    SendMessageA(edit, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(text));
-    if (IsWatched(edit, this)) {
-        --paused_;
-    }
+    edit_.SendMsg(EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(text));
+    --paused_;
 }
 
 void StatementCompletion::Close() {
@@ -216,40 +207,21 @@ void StatementCompletion::Tell() {
     }
 }
 
-LRESULT CALLBACK StatementCompletion::WatchProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
-                                                UINT_PTR id, DWORD_PTR object) noexcept {
-    auto* const completion = reinterpret_cast<StatementCompletion*>(object);
-    if (message == WM_NCDESTROY) {
-        RemoveWindowSubclass(window, WatchProc, id);
-        return DefSubclassProc(window, message, wParam, lParam);
-    }
-    Reporter& log = completion->log_;
-    try {
-        return window == completion->edit_.Handle()
-                   ? completion->OnEditMessage(window, message, wParam, lParam)
-                   : completion->OnSurroundingMessage(window, message, wParam, lParam);
-    } catch (...) {
-        log.LOGEXCEPTION("StatementCompletion");
-        return 0;
-    }
-}
-
-LRESULT StatementCompletion::OnEditMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+std::optional<LRESULT> StatementCompletion::OnWatchedMessage(ControlWatch& watch, UINT message, WPARAM wParam,
+                                                             LPARAM lParam) {
     if (TakesKey(message, wParam)) {
         return 0;
     }
     const int pause = IsEditingCommand(message, wParam) ? 1 : 0;
     paused_ += pause;
-    const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
+    const LRESULT result = watch.Pass(message, wParam, lParam);
+    paused_ -= pause;
     if (message == WM_GETDLGCODE) {
         // A dialog selects the text of an edit that it gives the focus. Here the next key would replace what
         // may be a whole report.
         return result & ~LRESULT{DLGC_HASSETSEL};
     }
-    if (IsWatched(window, this)) {
-        paused_ -= pause;
-        AfterMessage(message, wParam);
-    }
+    AfterMessage(message, wParam);
     return result;
 }
 

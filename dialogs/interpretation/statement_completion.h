@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -14,6 +15,7 @@
 
 #include "dialogs/interpretation/completion_popup.h"
 #include "lib/reporter.h"
+#include "lib/windows/control_watch.h"
 #include "lib/windows/edit_box.h"
 
 namespace kx {
@@ -27,15 +29,15 @@ namespace kx {
 // Only typing starts a completion: a text that was pasted, taken back by Undo or inserted by the program is
 // what it is meant to be. (Else the Undo of a typed code would complete the code again.)
 //
-// Whatever changes the edit's text may lead to the end of the dialog and of this object, so nothing here
-// touches the object afterwards without having looked whether it is still there.
-class StatementCompletion {
+// Whatever changes the edit's text may lead to the end of the dialog. This object, which belongs to it, is
+// there until the handler has returned; what it then says to the edit and the popup is said to nobody.
+class StatementCompletion final : private ControlWatcher {
   public:
     enum class Source { kStatements, kPhysicians };
 
     // All outlive the object. The dialog gets the popup's messages. A physician's name that is longer than
     // the edit holds is inserted as far as it does, so that the user sees what is kept of it.
-    StatementCompletion(const DialogLibrary& library, Window* dialog, EditBox& edit, std::uint32_t testType,
+    StatementCompletion(const DialogLibrary& library, Window& dialog, EditBox& edit, std::uint32_t testType,
                         Source source, Reporter& log);
     ~StatementCompletion();
     StatementCompletion(const StatementCompletion&) = delete;
@@ -59,10 +61,8 @@ class StatementCompletion {
     void ReplaceSelection(const char* text);
 
   private:
-    static LRESULT CALLBACK WatchProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
-                                      DWORD_PTR completion) noexcept;
-    // Whether a window still has the object whose messages it passes on: without it the object may be gone.
-    static bool IsWatched(HWND window, const StatementCompletion* completion);
+    static LRESULT CALLBACK SurroundingsProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                                             UINT_PTR id, DWORD_PTR completion) noexcept;
 
     void Begin(std::string_view textToCaret);
     void Continue(std::string_view textToCaret);
@@ -83,20 +83,21 @@ class StatementCompletion {
     void WatchSurroundings();
     void UnwatchSurroundings();
 
-    // A message of the edit or of a window around it, and what it means here.
-    LRESULT OnEditMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-    LRESULT OnSurroundingMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    // Of the edit.
+    std::optional<LRESULT> OnWatchedMessage(ControlWatch& watch, UINT message, WPARAM wParam,
+                                            LPARAM lParam) override;
     bool TakesKey(UINT message, WPARAM wParam);
     void AfterMessage(UINT message, WPARAM wParam);
     bool IsCaretInPrefix() const;
     void Tell();
 
     const DialogLibrary& library_;
-    Window* dialog_;
+    Window& dialog_;
     EditBox& edit_;
     std::uint32_t testType_;
     Source source_;
     Reporter& log_;
+    ControlWatch watch_;
     std::unique_ptr<CompletionPopup> popup_;  // null until it is needed
     POINT word_{};                            // where the word of the popup began when that was placed
     POINT caretFromWord_{};                   // and the caret, from there

@@ -1,8 +1,13 @@
 // The typing completion: where its popup stands, and how it follows its word.
+#include "dialogs/interpretation/statement_completion.h"
+
+// After <windows.h>.
+#include <commctrl.h>
+
 #include <algorithm>
 
-#include "dialogs/interpretation/statement_completion.h"
 #include "lib/windows/device_context.h"
+#include "lib/windows/handler_scope.h"
 
 namespace kx {
 namespace {
@@ -82,28 +87,43 @@ void StatementCompletion::ShowBelow(POINT word) {
     popup_->ShowAt(area, edit_.GetFont());
 }
 
-// None of these windows is told when one around it moves or is hidden.
+// The edit is not told when a window around it moves or is hidden. These windows are the dialog's and the
+// host's, whose user data is the host's own, so they cannot be watched as a control is.
 void StatementCompletion::WatchSurroundings() {
     UnwatchSurroundings();
     for (HWND window = GetAncestor(edit_.Handle(), GA_PARENT);
          window != nullptr && window != GetDesktopWindow(); window = GetAncestor(window, GA_PARENT)) {
         surroundings_.push_back(window);
-        SetWindowSubclass(window, WatchProc, reinterpret_cast<UINT_PTR>(this),
+        SetWindowSubclass(window, SurroundingsProc, reinterpret_cast<UINT_PTR>(this),
                           reinterpret_cast<DWORD_PTR>(this));
     }
 }
 
 void StatementCompletion::UnwatchSurroundings() {
     for (const HWND window : surroundings_) {
-        RemoveWindowSubclass(window, WatchProc, reinterpret_cast<UINT_PTR>(this));
+        RemoveWindowSubclass(window, SurroundingsProc, reinterpret_cast<UINT_PTR>(this));
     }
     surroundings_.clear();
 }
 
-LRESULT StatementCompletion::OnSurroundingMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+LRESULT CALLBACK StatementCompletion::SurroundingsProc(HWND window, UINT message, WPARAM wParam,
+                                                       LPARAM lParam, UINT_PTR id,
+                                                       DWORD_PTR object) noexcept {
     const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
-    if ((message == WM_WINDOWPOSCHANGED || message == WM_SHOWWINDOW) && IsWatched(window, this)) {
-        Follow();
+    if (message == WM_NCDESTROY) {
+        RemoveWindowSubclass(window, SurroundingsProc, id);
+    } else if (message == WM_WINDOWPOSCHANGED || message == WM_SHOWWINDOW) {
+        // Without the watch the object may be gone by now.
+        DWORD_PTR watching = 0;
+        if (GetWindowSubclass(window, SurroundingsProc, id, &watching) != FALSE) {
+            auto& completion = *reinterpret_cast<StatementCompletion*>(object);
+            const HandlerScope scope(completion.dialog_, &completion.log_);
+            try {
+                completion.Follow();
+            } catch (...) {
+                scope.Exception();
+            }
+        }
     }
     return result;
 }

@@ -77,6 +77,7 @@ StatementEditor::StatementEditor(const DialogLibrary& library, Window* parent, T
     : Dialog(library, parent, nullptr, services),
       library_(library),
       test_(test),
+      testType_(test->TestType()),
       host_(ParentHandle()),
       area_{Clamped(area.left), Clamped(area.top), Clamped(area.right), Clamped(area.bottom)},
       mode_(mode) {
@@ -92,16 +93,16 @@ bool StatementEditor::Run() {
 // ---- building
 
 bool StatementEditor::OnInitDialog() {
+    const std::unique_ptr<char[]> content = ReadContent();
+    if (content == nullptr) {
+        return false;
+    }
     TakeArea();
     if (!MakeControls()) {
-        Release();
         Reports().LOGMEMORYERROR(kInterpSource, kNoControlLine);
         return false;
     }
-    if (!ShowContent()) {
-        Release();
-        return false;
-    }
+    ShowContent(content.get());
     filled_ = true;
     StartTimer(kTickMs);
     return true;
@@ -135,7 +136,7 @@ bool StatementEditor::MakeControls() {
 
     using Completion = StatementCompletion;
     completion_ = std::make_unique<Completion>(
-        library_, this, *edit_, test_->TestType(),
+        library_, *this, *edit_, testType_,
         mode_ == Mode::kPhysician ? Completion::Source::kPhysicians : Completion::Source::kStatements,
         Reports());
     if (panelButton_ != nullptr) {
@@ -154,45 +155,37 @@ std::unique_ptr<ChildControl> StatementEditor::MakeButton(std::uint32_t id, cons
     return button;
 }
 
-bool StatementEditor::ShowContent() {
+std::unique_ptr<char[]> StatementEditor::ReadContent() const {
+    std::unique_ptr<char[]> content(new (std::nothrow) char[kTextSize]());
+    if (content == nullptr) {
+        Reports().LOGMEMORYERROR(kInterpSource, kNoContentLine);
+    } else if (mode_ == Mode::kStatement) {
+        test_->InterpretationText(content.get(), kTextSize);
+    } else {
+        std::strncpy(content.get(), test_->ConfirmedBy(), kTextSize - 1);
+    }
+    return content;
+}
+
+void StatementEditor::ShowContent(const char* content) {
     if (mode_ == Mode::kPhysician) {
         edit_->SendMsg(EM_LIMITTEXT, sizeof(KxTestRecord::confirmedBy) - 1);
-        edit_->SetText(test_->ConfirmedBy());
+        edit_->SetText(content);
         edit_->SetSelection(0, -1);  // another name takes the place of the old one
-        return true;
+        return;
     }
-    const std::unique_ptr<char[]> text(new (std::nothrow) char[kTextSize]);
-    if (text == nullptr) {
-        Reports().LOGMEMORYERROR(kInterpSource, kNoContentLine);
-        return false;
-    }
-    test_->InterpretationText(text.get(), kTextSize);
     edit_->SendMsg(EM_LIMITTEXT, kTextSize - 1);
-    edit_->SetText(text.get());
+    edit_->SetText(content);
     // The statement is written on at its end.
     const int end = edit_->GetTextLength();
     edit_->SetSelection(end, end);
     edit_->SendMsg(EM_SCROLLCARET);
-    return true;
 }
 
-void StatementEditor::Release() {
-    filled_ = false;
-    StopTimer();
-    completion_.reset();
-    panel_.reset();
-    panelButton_.reset();
-    cancel_.reset();
-    ok_.reset();
-    edit_.reset();
-}
-
-void StatementEditor::OnDestroy() {
-    // Nobody could end the modal loop once the object is detached, if somebody has sent this to a window that
-    // stays.
-    EndCancel();
-    Release();
-    Dialog::OnDestroy();
+void StatementEditor::OnEnd() {
+    if (completion_ != nullptr) {
+        completion_->Close();
+    }
 }
 
 // ---- what the user does
@@ -294,8 +287,7 @@ void StatementEditor::TogglePanel() {
 void StatementEditor::OpenPanel() {
     const int left = Width() - kButtonWidth;
     const RECT band{left, 0, left + kPanelWidth, Height()};
-    panel_ =
-        std::make_unique<CommentLibraryTree>(library_, this, kPanelId, band, test_->TestType(), Reports());
+    panel_ = std::make_unique<CommentLibraryTree>(library_, this, kPanelId, band, testType_, Reports());
     if (panel_->Handle() == nullptr) {
         panel_.reset();
         Reports().LOGMEMORYERROR(kInterpSource, kNoPanelLine);
@@ -346,6 +338,9 @@ bool StatementEditor::StoreStatement() {
     if (text == nullptr) {
         return false;
     }
+    if (HasEnded()) {
+        return false;
+    }
     const DateTime now;
     if (test_->IsConfirmed()) {
         test_->SetConfirmedInterpretation(&now, text.get());
@@ -358,6 +353,9 @@ bool StatementEditor::StoreStatement() {
 bool StatementEditor::StorePhysician() {
     const std::unique_ptr<char[]> text = ReadText(kNoPhysicianLine);
     if (text == nullptr) {
+        return false;
+    }
+    if (HasEnded()) {
         return false;
     }
     JoinLines(text.get());

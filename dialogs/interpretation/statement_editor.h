@@ -39,7 +39,7 @@ class StatementEditor final : public Dialog {
     void OnTimer(UINT_PTR systemTime) override;
     bool OnOK() override;
     bool OnCancel() override;
-    void OnDestroy() override;
+    void OnEnd() override;
 
   private:
     static constexpr std::size_t kTextSize = sizeof(KxTestRecord::interpretationText);
@@ -51,8 +51,10 @@ class StatementEditor final : public Dialog {
     void TakeArea();
     bool MakeControls();
     std::unique_ptr<ChildControl> MakeButton(std::uint32_t id, const char* text, int y, DWORD style);
-    bool ShowContent();
-    void Release();
+    // Shows what the record holds, taken before the first message to a control; null, reported, when there is
+    // no memory for it.
+    std::unique_ptr<char[]> ReadContent() const;
+    void ShowContent(const char* content);
 
     void TogglePanel();
     void OpenPanel();
@@ -69,6 +71,7 @@ class StatementEditor final : public Dialog {
 
     const DialogLibrary& library_;
     TestRecord* test_;
+    std::uint32_t testType_;
     HWND host_;  // the parent's window; the parent's object may be gone before the editor
     RECT area_;
     Mode mode_;

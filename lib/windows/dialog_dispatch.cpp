@@ -94,6 +94,10 @@ void Dialog::OnDestroy() {
     const HandlerScope scope(*this, Services());
     StopTimer();
     Attach(nullptr);
+    // A modal one whose window stays, because somebody has sent the message, could not be ended any more.
+    if ((GetWindowLongPtrA(Handle(), GWL_STYLE) & WS_CHILD) == 0) {
+        End(0);
+    }
     try {
         OnEnd();
     } catch (...) {

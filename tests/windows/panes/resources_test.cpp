@@ -9,7 +9,6 @@
 namespace {
 
 using kx::test::HostWindow;
-using kx::test::KindOf;
 using kx::test::LibraryMemory;
 using kx::test::LibraryUse;
 using kx::test::NewRecord;
@@ -88,9 +87,6 @@ TEST_P(Resources, OpenedAndClosedLeavesNothing) {
     EXPECT_EQ(suite_.Uses("kxanalyze.dll") + suite_.Uses("kxdb.dll") + suite_.Uses("kxinterp.dll"), 0);
 }
 
-INSTANTIATE_TEST_SUITE_P(Panes, Resources,
-                         testing::Values(KindOf("Table"), KindOf("Hypertrophy"), KindOf("General"), KindOf("Qrs"), KindOf("P"),
-                                         KindOf("T")),
-                         [](const auto& row) { return row.param.name; });
+INSTANTIATE_TEST_SUITE_P(Panes, Resources, testing::ValuesIn(kx::test::PaneKinds()), [](const auto& row) { return row.param.name; });
 
 }  // namespace
