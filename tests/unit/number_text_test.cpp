@@ -29,8 +29,6 @@ TEST(NumberText, WritesNumbers) {
     EXPECT_EQ(Text(kx::FormatFixed, 1.25, 1), "1.2");
     EXPECT_EQ(Text(kx::FormatFixed, 2.0, -3), "  2");
     EXPECT_EQ(Text(kx::FormatFixed, 0.5, 99), "0.500000000000000");
-    EXPECT_EQ(Text(kx::FormatDuration, std::uint32_t{3723999}), "1:02:03");
-    EXPECT_EQ(Text(kx::FormatDuration, std::uint32_t{3599999}), "59:59");
     char buffer[4] = {'x', 'x', 'x', 'x'};
     kx::FormatNumber(buffer, 3, -1234);
     EXPECT_EQ(std::string(buffer) + buffer[3], "-1x") << "cut to its buffer";

@@ -6,7 +6,6 @@
 #include <string>
 
 #include "host/recording/beat_finder.h"
-#include "host/recording/beat_labels.h"
 #include "host/recording/median_beat.h"
 #include "host/recording/synthetic.h"
 #include "lib/annotation_store.h"
@@ -140,47 +139,6 @@ TEST(MedianBeat, LeavesOutBeatsOfAnotherShapeAndThoseThatAGapTouches) {
     EXPECT_GT(beat.KeptCount(), 3u);
     for (std::size_t lead = 0; lead < kLeadCount; ++lead) {
         EXPECT_LT(DistanceFromFormula(beat, options, lead), 15) << kLeadNames[lead];
-    }
-}
-
-TEST(BeatLabels, FollowShapeAndTime) {
-    const struct {
-        const char* name;
-        std::vector<int> intervals;
-        std::string shapes;  // 'd' the dominant one
-        std::vector<int> labels;
-    } rows[] = {
-        {"early, same shape", {800, 600, 1000, 800, 800}, "dddddd", {1, 1, 9, 1, 1, 1}},
-        {"just not early", {800, 640, 960, 800, 800}, "dddddd", {1, 1, 1, 1, 1, 1}},
-        {"early, another shape", {800, 500, 1100, 800}, "ddxdd", {1, 1, 5, 1, 1}},
-        {"late, another shape", {800, 1500, 800, 800}, "ddxdd", {1, 1, 13, 1, 1}},
-        {"the first beat", {800, 800}, "xdd", {13, 1, 1}},
-        {"bigeminy", {500, 1100, 500, 1100, 500}, "dxdxdx", {1, 5, 1, 5, 1, 5}},
-        {"late at the end, another shape", {800, 800, 1100}, "dddx", {1, 1, 1, 13}},
-        {"two beats", {500}, "dx", {1, 13}},
-        {"irregular", {900, 500, 1200, 600, 850, 900, 640}, "dddddddd", {1, 1, 1, 1, 1, 1, 1, 1}},
-        {"none", {}, "", {}},
-    };
-    for (const auto& row : rows) {
-        MedianBeat beat;
-        std::vector<int> sorted = row.intervals;
-        std::sort(sorted.begin(), sorted.end());
-        beat.rrMs = sorted.empty() ? 0 : sorted[sorted.size() / 2];
-        for (std::size_t i = 0; i < row.shapes.size(); ++i) {
-            beat.beatsMs.push_back(i == 0 ? 300 : beat.beatsMs.back() + row.intervals[i - 1]);
-            beat.dominant.push_back(row.shapes[i] == 'd');
-        }
-        beat.kept = beat.dominant;
-        TestRecord test;
-        ASSERT_TRUE(FillAnnotations(test, beat));
-        const AnnotationStore& store = *test.Annotations();
-        std::vector<int> labels;
-        for (std::uint32_t i = 0; i < store.Count(); ++i) {
-            labels.push_back(store.Label(i));
-            EXPECT_EQ(static_cast<std::uint32_t>(beat.beatsMs[i]), store.Time(i)) << row.name;
-        }
-        EXPECT_EQ(row.labels, labels) << row.name;
-        EXPECT_FALSE(store.IsModified());
     }
 }
 
