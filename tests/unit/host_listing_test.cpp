@@ -141,7 +141,7 @@ TEST_F(Listing, TheTitleOfTheTableSaysWhoseAndWhen) {
         {"4711", "Rossi^Anna^^", true, "4711, 31/05/2024, 13:04, Rossi, Anna "},
         {"", "Rossi^Anna^^", false, "Rossi, Anna "},
         {"", "", false, ""},
-        {"<b>&\"", "D'Al\xEC^^^", false, "&lt;b&gt;&amp;&quot;, D'Al\xEC "},
+        {"<b>&\"", "D'Al\xEC^^^", false, "&lt;b&gt;&amp;&quot;, D'Al\xEC,  "},
         // 63 characters are the most, and none of the last one is left when it does not fit whole.
         {"&&&&&&&&&&&&&&&", "", false, "&amp;&amp;&amp;&amp;&amp;&amp;&amp;&amp;&amp;&amp;&amp;&amp;"},
     };

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "include/kxdialogs.h"
 #include "lib/modules/version_info.h"
 #include "suite/kxsys/kxsys.h"
 #include "tests/rig/suite_exports.h"
