@@ -61,18 +61,13 @@ std::uint32_t OpenModeless(const Operation<DialogClass>& operation, DialogLibrar
                            TestRecord* test, More*... more) noexcept {
     const bool argumentsGiven = parent != nullptr && test != nullptr && (... && (more != nullptr));
     return Guard(operation, library, argumentsGiven, [&]() -> std::uint32_t {
-        if constexpr (!std::is_base_of_v<Pane, DialogClass>) {
-            auto* dialog = new (std::nothrow) DialogClass(library, parent, test, more..., library.Services());
-            return static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(dialog));
-        } else {
-            std::unique_ptr<Pane> made(new (std::nothrow)
-                                           DialogClass(library, parent, test, more..., library.Services()));
-            const Pane* const pane = made == nullptr ? nullptr : OpenPane(made);
-            if (made != nullptr) {
-                library.KeepWithoutWindow(std::move(made));
-            }
-            return static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(pane));
+        std::unique_ptr<Pane> made(new (std::nothrow)
+                                       DialogClass(library, parent, test, more..., library.Services()));
+        const Pane* const pane = made == nullptr ? nullptr : OpenPane(made);
+        if (made != nullptr) {
+            library.KeepWithoutWindow(std::move(made));
         }
+        return static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(pane));
     });
 }
 

@@ -4,6 +4,7 @@
 
 #include "dialogs/statements/statement_library.h"
 #include "lib/windows/gdi_handles.h"
+#include "lib/windows/subclassed_control.h"
 
 namespace kx {
 namespace {
@@ -34,7 +35,7 @@ EntryButton::EntryButton(const ModuleInstance& module, Window* dialog, std::uint
     if (CreateControl("BUTTON", "", module.Handle(), kStyle | (startsGroup ? kGroupStyle : 0), 0, area.left,
                       area.top, area.right - area.left, area.bottom - area.top)) {
         SetFont(font, false);
-        Subclass(this, &EntryButton::Proc);
+        Subclass(this, &SubclassedControlProc<EntryButton>);
     }
 }
 
@@ -69,19 +70,16 @@ void EntryButton::Draw(const DRAWITEMSTRUCT& item, HFONT font) const {
     }
 }
 
-LRESULT CALLBACK EntryButton::Proc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
-    auto* const button = static_cast<EntryButton*>(Window::FromHandle(window));
-    if (button == nullptr) {
-        return DefWindowProcA(window, message, wParam, lParam);
-    }
+std::optional<LRESULT> EntryButton::OnControlMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_KEYDOWN && wParam == VK_RETURN) {
-        PostMessageA(GetParent(window), WM_COMMAND, MAKEWPARAM(button->Id(), BN_CLICKED),
-                     reinterpret_cast<LPARAM>(window));
+        PostMessageA(GetParent(Handle()), WM_COMMAND, MAKEWPARAM(Id(), BN_CLICKED),
+                     reinterpret_cast<LPARAM>(Handle()));
         return 0;
     }
-    const LRESULT result = button->CallReplacedProc(message, wParam, lParam);
-    const bool keepsKey = message == WM_GETDLGCODE && IsEnterKey(reinterpret_cast<const MSG*>(lParam));
-    return keepsKey ? result | DLGC_WANTMESSAGE : result;
+    if (message == WM_GETDLGCODE && IsEnterKey(reinterpret_cast<const MSG*>(lParam))) {
+        return CallReplacedProc(message, wParam, lParam) | DLGC_WANTMESSAGE;
+    }
+    return std::nullopt;
 }
 
 }  // namespace kx

@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include <cstdint>
+#include <optional>
 
 #include "lib/modules/module_instance.h"
 #include "lib/windows/window.h"
@@ -28,9 +29,10 @@ class EntryButton final : public Window {
     // For the dialog's WM_DRAWITEM of this button.
     void Draw(const DRAWITEMSTRUCT& item, HFONT font) const;
 
-  private:
-    static LRESULT CALLBACK Proc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
+    std::optional<LRESULT> OnControlMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    bool DeletesItself() const { return false; }
 
+  private:
     bool selected_ = false;
     COLORREF normalColor_;
 };

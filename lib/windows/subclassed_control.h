@@ -45,13 +45,4 @@ LRESULT CALLBACK SubclassedControlProc(HWND window, UINT message, WPARAM wParam,
     return CallWindowProcA(original, window, message, wParam, lParam);
 }
 
-// Gives a wrapper up at the end of its dialog: deletes it unless its control will.
-template <class Control>
-void ReleaseSubclassed(Control*& control) {
-    if (control != nullptr && !control->DeletesItself()) {
-        delete control;
-    }
-    control = nullptr;
-}
-
 }  // namespace kx

@@ -9,6 +9,7 @@
 namespace {
 
 using kx::test::HostWindow;
+using kx::test::KindOf;
 using kx::test::LibraryMemory;
 using kx::test::LibraryUse;
 using kx::test::NewRecord;
@@ -85,6 +86,29 @@ TEST_P(Resources, OpenedAndClosedLeavesNothing) {
     EXPECT_LE(after.gdi, before.gdi + 4);
     EXPECT_LE(after.user, before.user + 4);
     EXPECT_EQ(suite_.Uses("kxanalyze.dll") + suite_.Uses("kxdb.dll") + suite_.Uses("kxinterp.dll"), 0);
+}
+
+TEST(ResourcesOfTyping, AKeystrokeThatRunsOutIsTyped) {
+    SpyingSuite suite;
+    LibraryMemory memory(LibraryMemory::Kind::kFenced);
+    LibraryUse library;
+    HostWindow host;
+    const auto record = NewRecord();
+    for (int allocations = 0; allocations < 24; ++allocations) {
+        record->SetOriginalInterpretation(nullptr, "");
+        const int before = memory.Held();
+        {
+            Pane pane(KindOf("Interpretation"), host, *record);
+            memory.Limit(allocations);
+            pane.Type(33831, "rs");
+            memory.Limit(-1);
+            kx::test::Pump();
+            const std::string text = pane.Text(33831);
+            EXPECT_TRUE(text == "rs" || text == "Ritmo sinusale.") << allocations << ": " << text;
+        }
+        kx::test::Pump();
+        EXPECT_EQ(memory.Held(), before) << allocations;
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Panes, Resources, testing::ValuesIn(kx::test::PaneKinds()), [](const auto& row) { return row.param.name; });
