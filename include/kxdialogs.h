@@ -558,8 +558,8 @@ typedef struct KxRect {
     int32_t bottom;
 } KxRect;
 
-/* Use of the library, counted: the first LIBSTART makes it ready, the LIBSTOP that matches it ends its use and is
- * called when the last pane is gone. */
+/* Use of the library, counted: the first LIBSTART makes it ready, the LIBSTOP that matches it ends its use, and with it
+ * every pane and editor that is still open, as if the host had destroyed its window. */
 void KX_CALL LIBSTART(void);
 void KX_CALL LIBSTOP(void);
 
@@ -567,8 +567,10 @@ void KX_CALL LIBSTOP(void);
  * (the library is not started, an argument is null, or memory is short; the reason is in the suite's log). The second
  * word of the object behind the handle is the pane's window handle, 0 when the record has no median beat to show.
  * The pane belongs to its window: the host ends it by destroying that window (or the parent's) and must not use the
- * handle afterwards. Parent and record must outlive the pane. A pane takes IDOK and IDCANCEL for its end and is hidden,
- * so a message loop that calls IsDialogMessage keeps Enter and Esc from it. */
+ * handle afterwards. It may do so at any time, also within a notice of the pane or a call that the pane makes into
+ * another module; a pane that is ended while it opens gives 0. The record must outlive the pane's window, the parent
+ * object need not. Some panes take IDOK and IDCANCEL for their end and are hidden, so a message loop that calls
+ * IsDialogMessage keeps Enter and Esc from them. */
 uint32_t KX_CALL TABLEDIALOG(KxHostWindow* parent, KxTestRecord* test);
 uint32_t KX_CALL GENERALMORPHDIALOG(KxHostWindow* parent, KxTestRecord* test);
 uint32_t KX_CALL PMORPHDIALOG(KxHostWindow* parent, KxTestRecord* test);
