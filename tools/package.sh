@@ -29,6 +29,7 @@ for binary in "${binaries[@]}"; do
     i686-w64-mingw32-objcopy --only-keep-debug "$bin/$binary" "$symbols/$binary.debug"
     i686-w64-mingw32-strip -o "$stage/bin/$binary" "$bin/$binary"
 done
+say "kxdialogs.dll: $(stat -c %s "$stage/bin/kxdialogs.dll") bytes"
 # What the library and its siblings read beside themselves, and the help.
 find "$bin" -maxdepth 1 -type f \( -name '*.htm' -o -name '*.scr' -o -name '*.csv' -o -name '*.CHM' \) -exec cp {} "$stage/bin/" \;
 cp -R "$bin/help" "$stage/bin/"

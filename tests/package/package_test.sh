@@ -84,6 +84,4 @@ for binary in "$root"/bin/*.dll "$root"/bin/*.exe; do
         i686-w64-mingw32-objdump -p "$binary" | grep -q "$guard" || fault "$(basename "$binary") is without $guard"
     done
 done
-size="$(stat -c %s "$root/bin/kxdialogs.dll")"
-[ "$size" -le 700000 ] || fault "kxdialogs.dll has $size bytes"
 [ "$faults" -eq 0 ]
