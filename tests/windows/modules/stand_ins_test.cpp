@@ -53,7 +53,7 @@ TEST(StandIns, AreOfTheSuitesVersionAndCanBeStartedAndStopped) {
     for (const char* file : {"kxsys.dll", "kxdb.dll", "kxrender.dll", "kxinterp.dll", "kxanalyze.dll"}) {
         const StandIn module(file);
         const kx::VersionInfo info(module.Handle());
-        EXPECT_EQ(info.PackedVersion(), 0x00040100u) << file;
+        EXPECT_EQ(info.PackedVersion(), unsigned{KX_VERSION_MAJOR << 24 | KX_VERSION_MINOR << 16 | KX_VERSION_PATCH << 8}) << file;
         EXPECT_STREQ(info.FileVersion(), KX_VERSION_TEXT) << file;
         EXPECT_EQ(std::string(info.InternalName()) + ".dll", file);
         EXPECT_STRNE(info.FileDescription(), "") << file;
