@@ -1,19 +1,13 @@
 // The stages of the report: what the pane shows of the record and when it writes into it.
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <cstring>
 
 #include "lib/windows/registry_key.h"
-#include "tests/rig/gui_objects.h"
-#include "tests/windows/interpretation/pane_fixture.h"
+#include "tests/rig/template_layout.h"
+#include "tests/windows/interpretation/interpretation_pane.h"
 
+namespace kx::test {
 namespace {
 
-using kx::DateTime;
-using kx::test::Physician;
-using kx::test::SuiteModule;
-using kx::test::Technician;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -21,120 +15,109 @@ using testing::IsEmpty;
 constexpr DateTime kOriginal(2013, 3, 5, 8, 15, 30, 12);
 constexpr DateTime kReviewed(2013, 3, 6, 9, 45, 10, 34);
 constexpr DateTime kConfirmed(2013, 3, 7, 17, 5, 59, 99);
+constexpr char kLongName[] = "Giosu\xE8 Maria L. D'Andrea, Specialista in cardiologia";
 
-bool IsSame(const KxDateTime& a, const KxDateTime& b) {
-    return std::memcmp(&a, &b, sizeof a) == 0;
-}
-// By what a picker can show.
-bool ShowsTime(const DateTime& picker, const DateTime& time) {
-    return picker.Year() == time.Year() && picker.Month() == time.Month() && picker.Day() == time.Day() &&
-           picker.Hour() == time.Hour() && picker.Minute() == time.Minute() &&
-           picker.Second() == time.Second();
-}
+bool IsSame(const DateTime& a, const DateTime& b) { return std::memcmp(&a, &b, sizeof a) == 0; }
 bool IsNow(const DateTime& time) {
     const std::int64_t age = DateTime().MillisecondsSince(time);
     return age >= -1000 && age < 60000;
 }
 
-class Pane : public kx::test::InterpretationPane {
+class PaneTest : public InterpretationTest {
   protected:
-    Pane() {
-        answers_.technicians = [](kx::TechnicianRecord* records, std::uint32_t) -> std::uint32_t {
-            records[0] = Technician(
-                "Lo\xEF"
-                "c",
-                "G.", "Bassi");
-            records[1] = Technician("Anna", "M.", "Nicol\xF2");
-            return 2;
-        };
-        answers_.physicians = [](std::uint32_t first, kx::PhysicianRecord* records,
-                                 std::uint32_t) -> std::uint32_t {
-            EXPECT_EQ(first, 0u);
-            records[0] = Physician("Giosu\xE8", "L.", "D'Andrea", "Cardiologo");
-            records[1] = Physician("Teresa", "A.", "Cant\xF9", "");
-            return 2;
-        };
+    PaneTest() {
+        suite_.On("TECH_LIST", [](auto a) {
+            Address<TechnicianRecord>(a[0])[0] = Technician("Lo\xEF", "G.", "Bassi");
+            Address<TechnicianRecord>(a[0])[1] = Technician("Anna", "M.", "Nicol\xF2");
+            return 2u;
+        });
+        suite_.On("PHYS_LIST", [](auto a) {
+            EXPECT_EQ(a[0], 0u);
+            Address<PhysicianRecord>(a[1])[0] = Physician("Giosu\xE8 Maria", "L.", "D'Andrea", "Specialista in cardiologia");
+            Address<PhysicianRecord>(a[1])[1] = Physician("Teresa", "A.", "Cant\xF9", "");
+            return 2u;
+        });
         record_->SetOriginalBy("Analisi automatica");
         record_->SetOriginalInterpretation(&kOriginal, "Ritmo sinusale.");
     }
-    void MakeOverread() {
+    void MakeConfirmed() {
         record_->SetOverreadInterpretation(&kReviewed, "Riveduto.");
         record_->SetOverreadBy("Anna M. Nicol\xF2");
-    }
-    void MakeConfirmed() {
-        MakeOverread();
         record_->SetConfirmedInterpretation(&kConfirmed, "Confermato.");
         record_->SetConfirmedBy("Teresa A. Cant\xF9");
     }
-    bool IsEnabled(std::uint32_t id) { return IsWindowEnabled(kx::test::Item(pane_, id)) != FALSE; }
-    bool IsShown(std::uint32_t id) { return IsWindowVisible(kx::test::Item(pane_, id)) != FALSE; }
-    std::string Stored() { return record_->InterpretationText(nullptr, 0); }
+    bool IsEnabled(std::uint32_t id) { return IsWindowEnabled(pane_->Item(id)) != FALSE; }
+    bool IsShown(std::uint32_t id) { return IsWindowVisible(pane_->Item(id)) != FALSE; }
+    // The one line of a combo box's edit field, and all of its list.
+    std::string Names(std::uint32_t combo) {
+        std::string names = pane_->Text(combo);
+        for (WPARAM i = 0; i < static_cast<WPARAM>(SendMessageA(pane_->Item(combo), CB_GETCOUNT, 0, 0)); ++i) {
+            char name[512] = {};
+            SendMessageA(pane_->Item(combo), CB_GETLBTEXT, i, reinterpret_cast<LPARAM>(name));
+            names += std::string("|") + name;
+        }
+        return names;
+    }
+    DateTime Picked(std::uint32_t id) {
+        SYSTEMTIME system{};
+        SendMessageA(pane_->Item(id), DTM_GETSYSTEMTIME, 0, reinterpret_cast<LPARAM>(&system));
+        DateTime time = DateTime::None();
+        time.SetFromSystemTime(system);
+        return time;
+    }
+    // To the second.
+    bool Shows(std::uint32_t id, const DateTime& time) {
+        const std::int64_t ahead = Picked(id).MillisecondsSince(time);
+        return ahead > -1000 && ahead < 1000;
+    }
+    void SetPicker(std::uint32_t id, const DateTime& time) {
+        NMDATETIMECHANGE change{};
+        time.ToSystemTime(change.st);
+        change.nmhdr = {pane_->Item(id), id, static_cast<UINT>(DTN_DATETIMECHANGE)};
+        SendMessageA(pane_->Item(id), DTM_SETSYSTEMTIME, GDT_VALID, reinterpret_cast<LPARAM>(&change.st));
+        SendMessageA(pane_->Window(), WM_NOTIFY, id, reinterpret_cast<LPARAM>(&change));
+    }
 };
 
-TEST_F(Pane, OpensAnOriginalReport) {
-    Open();
-    EXPECT_EQ(Text(IDC_INTERP_ORIGINAL_BY), "Analisi automatica");
-    EXPECT_TRUE(ShowsTime(PickerTime(IDC_INTERP_ORIGINAL_DATE), kOriginal));
-    EXPECT_TRUE(ShowsTime(PickerTime(IDC_INTERP_ORIGINAL_TIME), kOriginal));
-    EXPECT_TRUE(IsShown(IDC_INTERP_ORIGINAL_DATE) && IsShown(IDC_INTERP_ORIGINAL_TIME));
-    EXPECT_FALSE(IsEnabled(IDC_INTERP_ORIGINAL_DATE) || IsEnabled(IDC_INTERP_ORIGINAL_TIME));
-    EXPECT_FALSE(IsChecked(IDC_INTERP_REVIEWED) || IsChecked(IDC_INTERP_CONFIRMED));
-    EXPECT_TRUE(IsEnabled(IDC_INTERP_REVIEWED) && IsEnabled(IDC_INTERP_CONFIRMED));
-    for (const std::uint32_t id :
-         {IDC_INTERP_REVIEW_DATE, IDC_INTERP_REVIEW_TIME, IDC_INTERP_CONFIRM_DATE, IDC_INTERP_CONFIRM_TIME}) {
-        EXPECT_TRUE(IsNow(PickerTime(id))) << id;
+TEST_F(PaneTest, ShowsTheStageOfTheReport) {
+    for (const std::uint8_t state : {KX_REPORT_ORIGINAL, KX_REPORT_OVERREAD, KX_REPORT_CONFIRMED}) {
+        SCOPED_TRACE(int{state});
+        MakeConfirmed();
+        record_->reportState = state;
+        Open();
+        const bool reviewed = state != KX_REPORT_ORIGINAL;
+        const bool confirmed = state == KX_REPORT_CONFIRMED;
+        EXPECT_EQ(pane_->Text(IDC_INTERP_ORIGINAL_BY), "Analisi automatica");
+        EXPECT_EQ(IsShown(IDC_INTERP_ORIGINAL_DATE), !reviewed);
+        EXPECT_EQ(IsShown(IDC_INTERP_ORIGINAL_TIME), !reviewed);
+        EXPECT_TRUE(Shows(IDC_INTERP_ORIGINAL_TIME, kOriginal));
+        EXPECT_EQ(pane_->IsChecked(IDC_INTERP_REVIEWED), reviewed);
+        EXPECT_EQ(IsEnabled(IDC_INTERP_REVIEWED), !reviewed);
+        EXPECT_EQ(pane_->IsChecked(IDC_INTERP_CONFIRMED), confirmed);
+        EXPECT_TRUE(IsEnabled(IDC_INTERP_CONFIRMED));
+        for (const std::uint32_t id : {IDC_INTERP_REVIEW_DATE, IDC_INTERP_REVIEW_TIME}) {
+            EXPECT_TRUE(reviewed ? Shows(id, kReviewed) : IsNow(Picked(id)));
+        }
+        for (const std::uint32_t id : {IDC_INTERP_CONFIRM_DATE, IDC_INTERP_CONFIRM_TIME}) {
+            EXPECT_TRUE(confirmed ? Shows(id, kConfirmed) : IsNow(Picked(id)));
+        }
+        EXPECT_EQ(Names(IDC_INTERP_REVIEWER), std::string(reviewed ? "Anna M. Nicol\xF2" : "") + "|Anna M. Nicol\xF2|Lo\xEF G. Bassi");
+        EXPECT_EQ(Names(IDC_INTERP_PHYSICIAN),
+                  std::string(confirmed ? "Teresa A. Cant\xF9" : "") + "|" + kLongName + "|Teresa A. Cant\xF9");
+        EXPECT_EQ(Statement(), "Confermato.");
+        // The dialog manager selects the text of an edit that it gives the focus; the next key would replace it.
+        EXPECT_EQ(HIWORD(SendMessageA(Edit(), EM_GETSEL, 0, 0)), LOWORD(SendMessageA(Edit(), EM_GETSEL, 0, 0)));
+        EXPECT_THAT(suite_.TakeReports(), IsEmpty());
+        Close();
     }
-    EXPECT_THAT(ListOf(IDC_INTERP_REVIEWER), ElementsAre("Anna M. Nicol\xF2",
-                                                         "Lo\xEF"
-                                                         "c G. Bassi"));
-    EXPECT_THAT(ListOf(IDC_INTERP_PHYSICIAN),
-                ElementsAre("Giosu\xE8 L. D'Andrea, Cardiologo", "Teresa A. Cant\xF9"));
-    EXPECT_EQ(Text(IDC_INTERP_REVIEWER), "");
-    EXPECT_EQ(Statement(), "Ritmo sinusale.");
-    // The dialog manager selects the text of an edit that it gives the focus; the next key would replace it.
-    DWORD start = 0;
-    DWORD end = 0;
-    SendMessageA(Edit(), EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
-    EXPECT_EQ(start, end);
-    EXPECT_TRUE(IsWindowVisible(pane_));
-    EXPECT_THAT(Reports(), IsEmpty());
-}
-
-TEST_F(Pane, OpensAnOverreadReport) {
-    MakeOverread();
-    Open();
-    EXPECT_FALSE(IsShown(IDC_INTERP_ORIGINAL_DATE) || IsShown(IDC_INTERP_ORIGINAL_TIME));
-    EXPECT_TRUE(IsChecked(IDC_INTERP_REVIEWED));
-    EXPECT_FALSE(IsEnabled(IDC_INTERP_REVIEWED));
-    EXPECT_EQ(Text(IDC_INTERP_REVIEWER), "Anna M. Nicol\xF2");
-    EXPECT_TRUE(ShowsTime(PickerTime(IDC_INTERP_REVIEW_DATE), kReviewed));
-    EXPECT_TRUE(ShowsTime(PickerTime(IDC_INTERP_REVIEW_TIME), kReviewed));
-    EXPECT_FALSE(IsChecked(IDC_INTERP_CONFIRMED));
-    EXPECT_TRUE(IsNow(PickerTime(IDC_INTERP_CONFIRM_TIME)));
-    EXPECT_EQ(Statement(), "Riveduto.");
-}
-
-TEST_F(Pane, OpensAConfirmedReport) {
-    MakeConfirmed();
-    Open();
-    EXPECT_TRUE(IsChecked(IDC_INTERP_REVIEWED) && IsChecked(IDC_INTERP_CONFIRMED));
-    EXPECT_FALSE(IsEnabled(IDC_INTERP_REVIEWED));
-    EXPECT_TRUE(IsEnabled(IDC_INTERP_CONFIRMED));
-    EXPECT_EQ(Text(IDC_INTERP_REVIEWER), "Anna M. Nicol\xF2");
-    EXPECT_EQ(Text(IDC_INTERP_PHYSICIAN), "Teresa A. Cant\xF9");
-    EXPECT_TRUE(ShowsTime(PickerTime(IDC_INTERP_CONFIRM_DATE), kConfirmed));
-    EXPECT_TRUE(ShowsTime(PickerTime(IDC_INTERP_CONFIRM_TIME), kConfirmed));
-}
-
-TEST_F(Pane, ShowsNoTimeForAnOriginalReportWithoutOne) {
     record_->originalTime = {};
+    record_->reportState = KX_REPORT_ORIGINAL;
     Open();
-    EXPECT_FALSE(IsShown(IDC_INTERP_ORIGINAL_DATE) || IsShown(IDC_INTERP_ORIGINAL_TIME));
-    EXPECT_TRUE(IsShown(IDC_INTERP_REVIEW_DATE) && IsShown(IDC_INTERP_CONFIRM_DATE));
+    EXPECT_FALSE(IsShown(IDC_INTERP_ORIGINAL_DATE));
 }
 
 // A report that was only looked at is as it was to its last byte, whatever its times are.
-TEST_F(Pane, LookingChangesNothing) {
+TEST_F(PaneTest, LookingChangesNothing) {
     for (std::uint8_t state = 0; state <= 3; ++state) {
         for (const bool timed : {true, false}) {
             MakeConfirmed();
@@ -145,110 +128,72 @@ TEST_F(Pane, LookingChangesNothing) {
             record_->modified = 0;
             const KxTestRecord before = *record_;
             Open();
-            SendMessageA(pane_, WM_COMMAND, MAKEWPARAM(IDC_INTERP_STATEMENT, EN_KILLFOCUS), 0);
-            EXPECT_EQ(changes_, 1);
+            pane_->Notify(IDC_INTERP_STATEMENT, EN_KILLFOCUS);
+            EXPECT_EQ(host_.notices, 1);
             Close();
-            EXPECT_EQ(changes_, 2) << "the end saves once more";
-            EXPECT_EQ(std::memcmp(static_cast<KxTestRecord*>(record_.get()), &before, sizeof before), 0)
-                << "state " << int{state} << (timed ? "" : " without times");
+            EXPECT_EQ(host_.notices, 2) << "the end saves once more";
+            EXPECT_EQ(std::memcmp(static_cast<KxTestRecord*>(record_.get()), &before, sizeof before), 0) << int{state} << timed;
         }
     }
 }
 
-TEST_F(Pane, TypingMakesItOverread) {
+TEST_F(PaneTest, TypingMakesItOverread) {
     record_->modified = 0;
     Open();
-    TypeName(IDC_INTERP_REVIEWER, "L");
-    SendMessageA(kx::test::Item(pane_, IDC_INTERP_REVIEWED), BM_SETCHECK, BST_UNCHECKED, 0);
-    changes_ = 0;
-    SendMessageA(Edit(), EM_SETSEL, 0, -1);
+    Select(0, -1);
     Type("!");
-    EXPECT_EQ(changes_, 1);
-    EXPECT_TRUE(IsChecked(IDC_INTERP_REVIEWED));
-    EXPECT_EQ(record_->ReportState(), static_cast<std::uint32_t>(KX_REPORT_OVERREAD));
-    EXPECT_TRUE(record_->IsModified());
+    EXPECT_EQ(host_.notices, 1);
+    EXPECT_TRUE(pane_->IsChecked(IDC_INTERP_REVIEWED));
+    EXPECT_TRUE(record_->IsOverread() && record_->IsModified());
     EXPECT_EQ(Stored(), "!");
-    EXPECT_STREQ(record_->OverreadBy(), "L");
+    EXPECT_STREQ(record_->OverreadBy(), "");
     EXPECT_TRUE(IsNow(record_->OverreadTime()));
-    EXPECT_STREQ(record_->ConfirmedBy(), "");
 }
 
-TEST_F(Pane, PickedNamesTakeTheStages) {
+TEST_F(PaneTest, NamesAndTimesTakeTheirStages) {
     Open();
-    Pick(IDC_INTERP_REVIEWER, "Anna M. Nicol\xF2");
-    EXPECT_EQ(changes_, 1);
-    EXPECT_TRUE(IsChecked(IDC_INTERP_REVIEWED));
+    pane_->ChooseText(IDC_INTERP_REVIEWER, "Anna M. Nicol\xF2");
     EXPECT_TRUE(record_->IsOverread());
     EXPECT_STREQ(record_->OverreadBy(), "Anna M. Nicol\xF2");
     EXPECT_EQ(Stored(), "Ritmo sinusale.");
+    SetPicker(IDC_INTERP_REVIEW_DATE, DateTime(2012, 12, 31, 6, 7, 8));
     const DateTime reviewed = record_->OverreadTime();
+    EXPECT_EQ(reviewed.Year() * 10000 + reviewed.Month() * 100 + reviewed.Day(), 20121231);
+    EXPECT_EQ(reviewed.Hour(), Picked(IDC_INTERP_REVIEW_TIME).Hour()) << "not the date picker's own";
 
     SetPicker(IDC_INTERP_CONFIRM_DATE, DateTime(2020, 2, 29, 1, 2, 3));
     SetPicker(IDC_INTERP_CONFIRM_TIME, DateTime(1999, 1, 1, 23, 59, 58));
     EXPECT_TRUE(record_->IsConfirmed());
-    EXPECT_TRUE(ShowsTime(record_->ConfirmedTime(), DateTime(2020, 2, 29, 23, 59, 58)));
-    SetWindowTextA(GetWindow(kx::test::Item(pane_, IDC_INTERP_REVIEWER), GW_CHILD),
-                   "Lo\xEF"
-                   "c G. Bassi");
-    Pick(IDC_INTERP_PHYSICIAN, "Giosu\xE8 L. D'Andrea, Cardiologo");
-    EXPECT_TRUE(record_->IsConfirmed());
-    // As much as the record keeps of a name.
-    EXPECT_STREQ(record_->ConfirmedBy(), "Giosu\xE8 L. D'Andrea, Cardiologo");
-    EXPECT_STREQ(record_->OverreadBy(),
-                 "Lo\xEF"
-                 "c G. Bassi")
-        << "a confirmed report keeps its reviewer";
+    EXPECT_TRUE(IsSame(DateTime(2020, 2, 29, 23, 59, 58), record_->ConfirmedTime()));
+    pane_->Type(IDC_INTERP_PHYSICIAN, "Dott. Zo\xEB");
+    EXPECT_STREQ(record_->ConfirmedBy(), "Dott. Zo\xEB");
+    EXPECT_STREQ(record_->OverreadBy(), "Anna M. Nicol\xF2") << "a confirmed report keeps its reviewer";
     EXPECT_TRUE(IsSame(record_->OverreadTime(), reviewed));
 }
 
-TEST_F(Pane, TypedNamesTakeTheStages) {
+// A record holds less of a name than a list may offer.
+TEST_F(PaneTest, ShowsTheNameThatIsStored) {
     Open();
-    TypeName(IDC_INTERP_PHYSICIAN, "Dott. Zo\xEB Rossi");
-    EXPECT_TRUE(IsChecked(IDC_INTERP_CONFIRMED));
-    EXPECT_FALSE(IsChecked(IDC_INTERP_REVIEWED));
-    EXPECT_STREQ(record_->ConfirmedBy(), "Dott. Zo\xEB Rossi");
-    EXPECT_STREQ(record_->OverreadBy(), "");
-    EXPECT_GE(changes_, 15) << "each character is in the record at once";
+    pane_->ChooseText(IDC_INTERP_PHYSICIAN, kLongName);
+    Pump();
+    EXPECT_EQ(record_->ConfirmedBy(), std::string(kLongName).substr(0, 38));
+    EXPECT_EQ(pane_->Text(IDC_INTERP_PHYSICIAN), record_->ConfirmedBy());
+    SetWindowTextA(GetWindow(pane_->Item(IDC_INTERP_PHYSICIAN), GW_CHILD), "");
+    pane_->Type(IDC_INTERP_PHYSICIAN, std::string(60, 'n'));
+    EXPECT_EQ(record_->ConfirmedBy(), std::string(38, 'n'));
+    EXPECT_EQ(pane_->Text(IDC_INTERP_PHYSICIAN), std::string(38, 'n'));
 }
 
-TEST_F(Pane, ReviewTimeTakesTheReview) {
-    Open();
-    SetPicker(IDC_INTERP_REVIEW_DATE, DateTime(2012, 12, 31, 6, 7, 8));
-    EXPECT_TRUE(record_->IsOverread());
-    const DateTime time = record_->OverreadTime();
-    EXPECT_EQ(time.Year() * 10000 + time.Month() * 100 + time.Day(), 20121231);
-    EXPECT_EQ(time.Hour(), PickerTime(IDC_INTERP_REVIEW_TIME).Hour()) << "not the date picker's own";
-}
-
-TEST_F(Pane, ABoxIsWrittenWithTheNextSave) {
-    Open();
-    Click(IDC_INTERP_CONFIRMED);
-    EXPECT_TRUE(IsChecked(IDC_INTERP_CONFIRMED));
-    EXPECT_TRUE(record_->IsOriginal());
-    SendMessageA(pane_, WM_COMMAND, MAKEWPARAM(IDC_INTERP_STATEMENT, EN_KILLFOCUS), 0);
-    EXPECT_TRUE(record_->IsConfirmed());
-}
-
-TEST_F(Pane, AConfirmationCanBeTakenBack) {
-    MakeConfirmed();
-    Open();
-    Click(IDC_INTERP_CONFIRMED);
-    Type("* ");
-    EXPECT_TRUE(record_->IsOverread());
-    EXPECT_EQ(Stored(), "* Confermato.");
-}
-
-// A picker cannot be without a date: what it shows of a stage without a time is the time, once the user has
-// done anything to the report.
-TEST_F(Pane, StoresTheTimeThatIsShown) {
+// A picker cannot be without a date: what it shows of a stage without a time is the time, once the report is edited.
+TEST_F(PaneTest, StoresTheTimeThatIsShown) {
     MakeConfirmed();
     record_->overreadTime = record_->confirmedTime = {};
     Open();
-    Click(IDC_INTERP_CONFIRMED);
-    SendMessageA(pane_, WM_COMMAND, MAKEWPARAM(IDC_INTERP_STATEMENT, EN_KILLFOCUS), 0);
-    EXPECT_TRUE(record_->IsOverread());
-    EXPECT_TRUE(IsNow(record_->OverreadTime()));
-    EXPECT_TRUE(ShowsTime(PickerTime(IDC_INTERP_REVIEW_TIME), record_->OverreadTime()));
+    pane_->Click(IDC_INTERP_CONFIRMED);
+    EXPECT_TRUE(record_->IsConfirmed()) << "a box is written with the next save";
+    pane_->Notify(IDC_INTERP_STATEMENT, EN_KILLFOCUS);
+    EXPECT_TRUE(record_->IsOverread()) << "a confirmation can be taken back";
+    EXPECT_TRUE(Shows(IDC_INTERP_REVIEW_TIME, record_->OverreadTime()));
     Close();
 
     MakeConfirmed();
@@ -259,35 +204,95 @@ TEST_F(Pane, StoresTheTimeThatIsShown) {
     EXPECT_TRUE(IsSame(record_->OverreadTime(), kReviewed));
 }
 
-TEST_F(Pane, ShowsTheNameThatIsStored) {
-    answers_.physicians = [](std::uint32_t, kx::PhysicianRecord* records, std::uint32_t) {
-        records[0] = Physician("Giosu\xE8 Maria", "L.", "D'Andrea", "Specialista in cardiologia");
-        return 1u;
-    };
-    Open();
-    Pick(IDC_INTERP_PHYSICIAN, "Giosu\xE8 Maria L. D'Andrea, Specialista in cardiologia");
-    Pump();
-    EXPECT_STREQ(record_->ConfirmedBy(), "Giosu\xE8 Maria L. D'Andrea, Specialista ");
-    EXPECT_EQ(Text(IDC_INTERP_PHYSICIAN), record_->ConfirmedBy());
-    SetWindowTextA(GetWindow(kx::test::Item(pane_, IDC_INTERP_PHYSICIAN), GW_CHILD), "");
-    TypeName(IDC_INTERP_PHYSICIAN, std::string(60, 'n').c_str());
-    EXPECT_EQ(record_->ConfirmedBy(), std::string(38, 'n'));
-    EXPECT_EQ(Text(IDC_INTERP_PHYSICIAN), std::string(38, 'n'));
+TEST_F(PaneTest, ListsWhatTheDataBaseHasWritten) {
+    const std::string full(sizeof(TechnicianRecord::lastName), 'W');
+    const struct {
+        std::uint32_t reported;
+        std::uint32_t written;
+        int shown;
+    } rows[] = {{0, 0, 0}, {1, 1, 1}, {5000, 1024, 1024}, {0xFFFFFFFF, 1024, 1024}, {700, 0, 0}};
+    for (const auto& row : rows) {
+        suite_.On("TECH_LIST", [&](auto a) {
+            EXPECT_EQ(a[1], 1024u);
+            std::fill_n(Address<TechnicianRecord>(a[0]), row.written, Technician(full.c_str(), "1234", full.c_str()));
+            return row.reported;
+        });
+        Open();
+        EXPECT_EQ(SendMessageA(pane_->Item(IDC_INTERP_REVIEWER), CB_GETCOUNT, 0, 0), row.shown) << row.reported;
+        Close();
+    }
+    for (const Sibling sibling : {Sibling::kMissing, Sibling::kOutdated}) {
+        suite_.Lay("kxdb.dll", sibling);
+        Open();
+        EXPECT_THAT(suite_.TakeReports(), ElementsAre("LOGMEMORYERROR \"interp\" 1235", "LOGMEMORYERROR \"interp\" 1263"));
+        pane_->Type(IDC_INTERP_REVIEWER, "Elena");
+        EXPECT_STREQ(record_->OverreadBy(), "Elena");
+        Close();
+        SetStatement("");
+        record_->SetOverreadBy("");
+    }
 }
 
-TEST_F(Pane, SaysWhatItsIconsAreFor) {
+TEST_F(PaneTest, NamesTheSourceOfTheInterpretation) {
+    constexpr char kKey[] = "Software\\Vardessa\\Halcyra OEM";
+    const struct {
+        const char* name;
+        std::function<void(RegistryKey&)> set;
+        const char* shown;  // null: the library's own name
+    } rows[] = {
+        {"no values", [](RegistryKey&) {}, nullptr},
+        {"disabled", [](RegistryKey& key) { key.SetDword("enable", 0); }, nullptr},
+        {"not a number", [](RegistryKey& key) { key.SetString("enable", "1"); }, nullptr},
+        {"without a name", [](RegistryKey& key) { key.SetDword("enable", 1); }, ""},
+        {"named", [](RegistryKey& key) { key.SetDword("enable", 7), key.SetString("ProductName", "Qualit\xE0 & C."); }, "Qualit\xE0 & C."},
+    };
+    RegDeleteKeyA(HKEY_CURRENT_USER, kKey);
+    Open();
+    const std::string own = pane_->Text(IDC_INTERP_AUTOMATIC_SOURCE);
+    EXPECT_THAT(own, testing::MatchesRegex("Halcyra \\(\\d+\\.\\d+.*\\)"));
+    Close();
+    HKEY created = nullptr;
+    EXPECT_NE(RegOpenKeyExA(HKEY_CURRENT_USER, kKey, 0, KEY_READ, &created), ERROR_SUCCESS) << "looking makes no key";
+    for (const auto& row : rows) {
+        {
+            RegistryKey key(kKey);
+            row.set(key);
+        }
+        Open();
+        EXPECT_EQ(pane_->Text(IDC_INTERP_AUTOMATIC_SOURCE), row.shown != nullptr ? row.shown : own) << row.name;
+        Close();
+        RegDeleteKeyA(HKEY_CURRENT_USER, kKey);
+    }
+}
+
+TEST_F(PaneTest, EndsByNoKeyAndFocusesItsStatement) {
+    Open();
+    SendMessageA(*pane_, WM_CLOSE, 0, 0);
+    Pump();
+    Press(VK_ESCAPE);
+    SendMessageA(*pane_, WM_COMMAND, IDOK, 0);
+    EXPECT_TRUE(IsWindowVisible(*pane_));
+    SetFocus(pane_->Item(IDC_INTERP_REVIEWED));
+    SendMessageA(*pane_, WM_USER, 99, 0);
+    EXPECT_NE(GetFocus(), Edit());
+    SendMessageA(*pane_, WM_USER, 100, 0);
+    EXPECT_EQ(GetFocus(), Edit());
+    SendMessageA(*pane_, WM_COMMAND, IDCANCEL, 0);
+    EXPECT_FALSE(IsWindowVisible(*pane_));
+}
+
+TEST_F(PaneTest, SaysWhatItsIconsAreFor) {
     Open();
     HWND tips = nullptr;
     while ((tips = FindWindowExA(nullptr, tips, TOOLTIPS_CLASSA, nullptr)) != nullptr &&
            GetWindowThreadProcessId(tips, nullptr) != GetCurrentThreadId()) {
     }
-    for (const std::uint32_t id :
-         {IDC_INTERP_INSERT_LIBRARY_ENTRY, IDC_INTERP_INSERT_AUTOMATIC, IDC_INTERP_DICTIONARY}) {
+    for (const std::uint32_t id : {IDC_INTERP_INSERT_LIBRARY_ENTRY, IDC_INTERP_INSERT_AUTOMATIC, IDC_INTERP_DICTIONARY}) {
         char text[256] = {};
         TTTOOLINFOA tool{};
         tool.cbSize = TTTOOLINFOA_V1_SIZE;
-        tool.hwnd = pane_;
-        tool.uId = reinterpret_cast<UINT_PTR>(kx::test::Item(pane_, id));
+        tool.hwnd = *pane_;
+        tool.uId = reinterpret_cast<UINT_PTR>(pane_->Item(id));
         tool.lpszText = text;
         SendMessageA(tips, TTM_GETTEXTA, 0, reinterpret_cast<LPARAM>(&tool));
         EXPECT_GT(std::strlen(text), 20u) << id;
@@ -296,152 +301,42 @@ TEST_F(Pane, SaysWhatItsIconsAreFor) {
     EXPECT_FALSE(IsWindow(tips));
 }
 
-TEST_F(Pane, ShowsListsAsTheyAreReported) {
-    const std::string full(sizeof(kx::TechnicianRecord::lastName), 'W');
-    const struct {
-        std::uint32_t reported;
-        std::size_t shown;
-    } rows[] = {{0, 0}, {1, 1}, {1024, 1024}, {5000, 1024}, {0xFFFFFFFF, 1024}};
-    for (const auto& row : rows) {
-        answers_.technicians = [&](kx::TechnicianRecord* records, std::uint32_t capacity) {
-            EXPECT_EQ(capacity, 1024u);
-            for (std::uint32_t i = 0; i < std::min(row.reported, capacity); ++i) {
-                records[i] = Technician(full.c_str(), "1234", full.c_str());
-            }
-            return row.reported;
-        };
-        Open();
-        const std::vector<std::string> names = ListOf(IDC_INTERP_REVIEWER);
-        EXPECT_EQ(names.size(), row.shown) << row.reported;
-        if (!names.empty()) {
-            EXPECT_EQ(names.front(), full + " 1234 " + full) << "fields without terminator";
+// Statement, automatic text and library share what the pane gains, without a gap or an overlap; nothing shrinks below the template.
+TEST_F(PaneTest, SharesWhatItGains) {
+    const auto places = [this](int width, int height) {
+        SetWindowPos(*pane_, nullptr, 0, 0, width, height, SWP_NOMOVE | SWP_NOZORDER);
+        std::vector<RECT> all;
+        for (const std::uint32_t id : {IDC_INTERP_STATEMENT, IDC_INTERP_AUTOMATIC, IDC_INTERP_LIBRARY}) {
+            RECT area{};
+            GetWindowRect(pane_->Item(id), &area);
+            all.push_back(area);
         }
-        Close();
-    }
-    // What was counted and not written has no name.
-    answers_.technicians = [](kx::TechnicianRecord*, std::uint32_t) { return 700u; };
-    Open();
-    EXPECT_THAT(ListOf(IDC_INTERP_REVIEWER), IsEmpty());
-}
-
-TEST_F(Pane, WorksWithoutTheDataBase) {
-    for (const SuiteModule module : {SuiteModule::kMissing, SuiteModule::kOutdated}) {
-        LayModule("kxdb.dll", module);
-        ASSERT_NE(Open(), nullptr);
-        EXPECT_THAT(Reports(),
-                    ElementsAre("LOGMEMORYERROR \"interp\" 1235", "LOGMEMORYERROR \"interp\" 1263"));
-        EXPECT_THAT(ListOf(IDC_INTERP_REVIEWER), IsEmpty());
-        TypeName(IDC_INTERP_REVIEWER, "Elena");
-        EXPECT_STREQ(record_->OverreadBy(), "Elena");
-        Close();
-        record_->SetOverreadBy("");
-    }
-}
-
-TEST_F(Pane, NamesTheSourceOfTheInterpretation) {
-    constexpr char kKey[] = "Software\\Vardessa\\Halcyra OEM";
-    const struct {
-        const char* name;
-        std::function<void(kx::RegistryKey&)> set;
-        const char* shown;
-    } rows[] = {
-        {"no values", [](kx::RegistryKey&) {}, "Halcyra (" KX_VERSION_TEXT ")"},
-        {"disabled", [](kx::RegistryKey& key) { key.SetDword("enable", 0); }, "Halcyra (" KX_VERSION_TEXT ")"},
-        {"not a number", [](kx::RegistryKey& key) { key.SetString("enable", "1"); }, "Halcyra (" KX_VERSION_TEXT ")"},
-        {"without a name", [](kx::RegistryKey& key) { key.SetDword("enable", 1); }, ""},
-        {"named",
-         [](kx::RegistryKey& key) {
-             key.SetDword("enable", 7);
-             key.SetString("ProductName", "Cardio & C. Qualit\xE0");
-         },
-         "Cardio & C. Qualit\xE0"},
+        return all;
     };
-    RegDeleteKeyA(HKEY_CURRENT_USER, kKey);
     Open();
-    EXPECT_EQ(Text(IDC_INTERP_AUTOMATIC_SOURCE), "Halcyra (" KX_VERSION_TEXT ")");
-    Close();
-    HKEY created = nullptr;
-    EXPECT_NE(RegOpenKeyExA(HKEY_CURRENT_USER, kKey, 0, KEY_READ, &created), ERROR_SUCCESS)
-        << "looking makes no key";
-    for (const auto& row : rows) {
-        {
-            kx::RegistryKey key(kKey);
-            row.set(key);
-        }
-        Open();
-        EXPECT_EQ(Text(IDC_INTERP_AUTOMATIC_SOURCE), row.shown) << row.name;
-        Close();
-        RegDeleteKeyA(HKEY_CURRENT_USER, kKey);
+    RECT client{};
+    GetClientRect(*pane_, &client);
+    const auto first = places(client.right, client.bottom);
+    const auto grown = places(client.right + 200, client.bottom + 100);
+    const auto cut = places(client.right - 300, client.bottom - 200);
+    for (std::size_t i = 0; i < first.size(); ++i) {
+        EXPECT_EQ(std::memcmp(&cut[i], &first[i], sizeof(RECT)), 0) << i;
+        EXPECT_GT(grown[i].right - grown[i].left, first[i].right - first[i].left) << i;
+        EXPECT_GT(grown[i].bottom - grown[i].top, first[i].bottom - first[i].top) << i;
     }
+    EXPECT_EQ(grown[1].left - grown[0].right, first[1].left - first[0].right);
+    EXPECT_EQ(grown[2].top - grown[1].bottom, first[2].top - first[1].bottom);
+    EXPECT_EQ(grown[1].right - first[1].right, 200);
+    EXPECT_EQ(grown[2].bottom - first[2].bottom, 100);
 }
 
-// What the parent does while it is told may be the end of the pane.
-TEST_F(Pane, MayBeDestroyedWhileItTells) {
-    const struct {
-        const char* name;
-        std::function<void()> act;
-    } rows[] = {
-        {"typing", [this] { SendMessageA(Edit(), WM_CHAR, 'x', 1); }},
-        {"a name",
-         [this] {
-             Pick(IDC_INTERP_REVIEWER,
-                  "Lo\xEF"
-                  "c G. Bassi");
-         }},
-        {"a time", [this] { SetPicker(IDC_INTERP_CONFIRM_TIME, kConfirmed); }},
-        {"the focus", [] { SetFocus(nullptr); }},
-    };
-    for (const auto& row : rows) {
-        Open();
-        onChange_ = [this] {
-            onChange_ = nullptr;
-            DestroyWindow(pane_);
-        };
-        row.act();
-        Pump();
-        EXPECT_FALSE(IsWindow(pane_)) << row.name;
-        onChange_ = nullptr;
+TEST_F(PaneTest, CutsNoTextAtThreeScalings) {
+    for (const int dpi : {96, 120, 144}) {
+        EXPECT_THAT(LayoutFaults(ReadDialogTemplate(library_.Module(), IDD_INTERPRETATION), dpi,
+                                 {{IDC_INTERP_AUTOMATIC_SOURCE, {{L"Halcyra (255.255.255.255)"}, L""}}}),
+                    IsEmpty());
     }
-}
-
-TEST_F(Pane, EndsByNoKey) {
-    Open();
-    SendMessageA(pane_, WM_CLOSE, 0, 0);
-    Pump();
-    Press(VK_ESCAPE);
-    SendMessageA(pane_, WM_COMMAND, IDOK, 0);
-    EXPECT_TRUE(IsWindowVisible(pane_));
-    SendMessageA(pane_, WM_COMMAND, IDCANCEL, 0);
-    EXPECT_FALSE(IsWindowVisible(pane_));
-}
-
-TEST_F(Pane, PutsTheFocusIntoTheStatement) {
-    Open();
-    SetFocus(kx::test::Item(pane_, IDC_INTERP_REVIEWED));
-    SendMessageA(pane_, WM_USER, 99, 0);
-    EXPECT_NE(GetFocus(), Edit());
-    PostMessageA(pane_, WM_USER, 100, 0);
-    Pump();
-    EXPECT_EQ(GetFocus(), Edit());
-}
-
-TEST_F(Pane, LeavesNothingBehind) {
-    MakeConfirmed();
-    kx::test::GuiObjects before{};
-    for (int i = 0; i < 320; ++i) {
-        if (i == 20) {
-            before = kx::test::CountGuiObjects();
-        }
-        ASSERT_NE(Open(), nullptr) << i;
-        if (i % 8 == 0) {
-            SendMessageA(Edit(), EM_SETSEL, 0, -1);
-            Type("ri");
-        }
-        Close();
-    }
-    const kx::test::GuiObjects after = kx::test::CountGuiObjects();
-    EXPECT_LE(after.gdi, before.gdi + 8);
-    EXPECT_LE(after.user, before.user + 8);
 }
 
 }  // namespace
+}  // namespace kx::test
