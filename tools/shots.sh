@@ -11,15 +11,18 @@ cd "$KX_ROOT"
 
 bash tools/build.sh win32
 mkdir -p build/shots
-panes=(window tracing general qrs p t hypertrophy interpretation table report)
+panes=(window worklist tracing general qrs p t hypertrophy interpretation table report)
 missing=0
 
 # shoot NAME RECORD...: every pane of one recording.
 shoot() {
-    local name="$1" pane
+    local name="$1" pane size
     shift
     for pane in "${panes[@]}"; do
-        if tools/wine.sh build/win32/bin/kxhost.exe --shot "build/shots/$name-$pane.png" "$@" "$pane"; then
+        # As wide as it takes to see every marker.
+        size=()
+        case "$pane" in qrs | p | t) size=(--size 1480x560) ;; general) size=(--size 1000x560) ;; esac
+        if tools/wine.sh build/win32/bin/kxhost.exe --shot "build/shots/$name-$pane.png" "$@" "$pane" "${size[@]}"; then
             say "build/shots/$name-$pane.png"
         else
             rm -f "build/shots/$name-$pane.png"
