@@ -18,8 +18,10 @@ enum class Sum { kRight, kWrong, kAbsent };
 
 Sum Check(Bytes bytes) {
     const unsigned stored = ByteReader(bytes, "the checksum").U16();
-    // Makers that compute none leave it zero.
-    return stored == ScpChecksum(bytes.subspan(2)) ? Sum::kRight : stored == 0 ? Sum::kAbsent : Sum::kWrong;
+    const unsigned sum = ScpChecksum(bytes.subspan(2));
+    // Some makers store it with the high byte first; those that compute none leave it zero.
+    const bool right = stored == sum || (stored >> 8 | (stored & 0xFFu) << 8) == sum;
+    return right ? Sum::kRight : stored == 0 ? Sum::kAbsent : Sum::kWrong;
 }
 
 struct SectionHead {
@@ -62,6 +64,9 @@ bool IsScp(Bytes bytes) {
 }
 
 ScpFile::ScpFile(Bytes bytes) {
+    if (!IsScp(bytes)) {
+        Refuse("it does not begin as an SCP-ECG record does");
+    }
     ByteReader reader(bytes, "the file");
     reader.U16();
     const std::uint32_t length = reader.U32();
@@ -76,6 +81,7 @@ ScpFile::ScpFile(Bytes bytes) {
 
 void ScpFile::ReadPointers(Bytes bytes) {
     const SectionHead head = HeadOf(bytes.subspan(kFileHead));
+    // Section 0 is shorter than the file, as IsScp has seen.
     ByteReader all(bytes.subspan(kFileHead), "section 0");
     sections_[0] = all.Take(head.length);
     ByteReader reader(sections_[0].subspan(kSectionHead), "section 0");
