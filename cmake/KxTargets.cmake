@@ -86,8 +86,9 @@ function(kx_test name)
     target_compile_definitions(${name} PRIVATE KX_RECORDS_DIR="${KX_RECORDS}" KX_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
     # Apart from the product's own binaries, so that a test may lay a module of its own beside itself.
     set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/test-bin")
+    # The results' path is relative: a Windows program does not take one without a drive for absolute.
     add_test(NAME ${name}
-             COMMAND ${name} --gtest_brief=1 --gtest_output=xml:${CMAKE_BINARY_DIR}/results/${name}.xml
+             COMMAND ${name} --gtest_brief=1 --gtest_output=xml:results/${name}.xml
              WORKING_DIRECTORY ${CMAKE_BINARY_DIR})
     set_tests_properties(${name} PROPERTIES TIMEOUT 900)
 endfunction()

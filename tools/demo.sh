@@ -26,7 +26,7 @@ display_usable() {
 }
 
 if display_usable; then
-    bash tools/build.sh win32
+    bash tools/build.sh win32:workstation
     record=(--builtin)
     [ $# -eq 0 ] || record=("Z:$(realpath "$1")")
     say "opening the workstation ..."
@@ -34,4 +34,4 @@ if display_usable; then
 fi
 say "no display that can be used (DISPLAY=${DISPLAY:-}): writing pictures to build/shots/ instead"
 unset DISPLAY
-exec bash tools/shots.sh --no-docs
+exec bash tools/shots.sh --panes

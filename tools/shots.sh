@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Pictures of the workstation window and of every pane into build/shots/: of the built-in recording and, where the
 # recordings are, of a real one. The built-in ones are also the README's pictures in docs/pictures/.
-# tools/shots.sh [--no-docs]: leaves docs/pictures/ alone. Fails when a picture could not be made.
+# tools/shots.sh [--panes]: the panes alone, and docs/pictures/ is left alone. Fails when a picture could not be made.
 set -eu
 . "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 cd "$KX_ROOT"
@@ -9,7 +9,13 @@ cd "$KX_ROOT"
 # One screen and one wineserver for all pictures.
 [ -n "${DISPLAY:-}" ] || exec tools/with-display.sh "${BASH_SOURCE[0]}" "$@"
 
-bash tools/build.sh win32
+panes_alone=""
+[ "${1:-}" != --panes ] || panes_alone=yes
+if [ -n "$panes_alone" ]; then
+    bash tools/build.sh win32:workstation
+else
+    bash tools/build.sh win32
+fi
 mkdir -p build/shots
 panes=(window worklist tracing general qrs p t hypertrophy interpretation table report)
 missing=0
@@ -39,14 +45,14 @@ else
     say "no recordings here: no pictures of a real one"
 fi
 
-# The two modal dialogs are pictured by their tests while they are driven; these write into build/shots/ themselves.
-for modal in "dictionary_test *ShowsSections*" "dictionary_test *CompletesStatements"; do
-    program="${modal%% *}"
-    (cd build/win32 && ../../tools/wine.sh "test-bin/$program/$program.exe" --gtest_brief=1 "--gtest_filter=${modal#* }") ||
-        missing=$((missing + 1))
-done
+if [ -z "$panes_alone" ]; then
+    # The two modal dialogs are pictured by their tests while they are driven; these write into build/shots/ themselves.
+    for modal in "dictionary_test *ShowsSections*" "dictionary_test *CompletesStatements"; do
+        program="${modal%% *}"
+        (cd build/win32 && ../../tools/wine.sh "test-bin/$program/$program.exe" --gtest_brief=1 "--gtest_filter=${modal#* }") ||
+            missing=$((missing + 1))
+    done
 
-if [ "${1:-}" != --no-docs ]; then
     mkdir -p docs/pictures
     for pane in "${panes[@]}"; do
         [ ! -e "build/shots/builtin-$pane.png" ] || cp "build/shots/builtin-$pane.png" "docs/pictures/$pane.png"
