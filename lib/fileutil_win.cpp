@@ -1,3 +1,4 @@
+// Files read and written whole through Win32, each failure reported once.
 #include "lib/fileutil.h"
 
 #include <windows.h>

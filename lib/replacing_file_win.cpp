@@ -1,3 +1,4 @@
+// A file written beside the old one and renamed over it.
 #include "lib/replacing_file.h"
 
 #include <windows.h>

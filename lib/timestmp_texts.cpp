@@ -1,3 +1,4 @@
+// Times as texts in the formats of the locale.
 #include <cstdio>
 #include <cstring>
 

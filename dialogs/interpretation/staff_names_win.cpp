@@ -1,3 +1,4 @@
+// The physicians and technicians of the suite's data base, asked for through its module.
 #include "dialogs/interpretation/staff_names.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// Statement files on disk: read, written in place of the old one, and told apart by time and size.
 #include <windows.h>
 
 #include "dialogs/statements/interp_report.h"

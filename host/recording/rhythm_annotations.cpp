@@ -1,3 +1,4 @@
+// The rhythm of a recording as annotations of its test record.
 #include <algorithm>
 
 #include "host/recording/rhythm.h"

@@ -1,3 +1,4 @@
+// The patient of a test record: names, sex, age, weight and height as texts.
 #include <algorithm>
 #include <cstdio>
 #include <cstring>

@@ -1,3 +1,4 @@
+// The report of a test record: original, overread and confirmed interpretation with their times.
 #include <cstdio>
 #include <cstring>
 #include <iterator>

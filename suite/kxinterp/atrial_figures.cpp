@@ -1,3 +1,4 @@
+// What the annotations tell of the atria: intervals of P waves, flutter waves and impulses to their beats.
 #include <algorithm>
 #include <cmath>
 #include <vector>

@@ -1,3 +1,4 @@
+// Criteria of voltage and of the chambers' size.
 #include <algorithm>
 
 #include "suite/kxinterp/criteria.h"

@@ -1,3 +1,4 @@
+// Criteria of conduction: bundle branches, fascicles, pre-excitation.
 #include <algorithm>
 
 #include "suite/kxinterp/criteria.h"

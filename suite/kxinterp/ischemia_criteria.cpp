@@ -1,3 +1,4 @@
+// Criteria of infarction and ischemia: Q waves, ST segment, T wave.
 #include <algorithm>
 #include <array>
 #include <initializer_list>

@@ -1,3 +1,4 @@
+// Criteria of rhythm and of atrioventricular conduction.
 #include <algorithm>
 #include <cstdlib>
 
