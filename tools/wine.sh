@@ -1,9 +1,30 @@
 #!/usr/bin/env bash
 # Runs a Windows program under the Wine that set-up chose: tools/wine.sh PROGRAM.exe [ARGUMENT ...]
 # The Wine prefix belongs to the checkout (build/wine-prefix). Needs a DISPLAY; starts a screen of its own when there is none.
+# Where screens are offered to choose from (KX_SCREENS, displays), the first that no other program uses is taken, with a
+# prefix of its own.
 set -u
 . "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
+if [ -n "${KX_SCREENS:-}" ]; then
+    mkdir -p "$KX_ROOT/build"
+    number=0
+    taken=""
+    for screen in $KX_SCREENS; do
+        number=$((number + 1))
+        exec 7>"$KX_ROOT/build/screen-$number.lock"
+        if flock --nonblock 7; then
+            taken=yes
+            break
+        fi
+    done
+    # None is free: the last one will be.
+    [ -n "$taken" ] || flock 7
+    # The lock is this script's alone: what a program leaves running must not keep it.
+    unset KX_SCREENS
+    DISPLAY="$screen" KX_WINEPREFIX="$KX_ROOT/build/wine-prefix-$number" "${BASH_SOURCE[0]}" "$@" 7>&-
+    exit
+fi
 if [ -z "${DISPLAY:-}" ]; then
     exec "$KX_ROOT/tools/with-display.sh" "${BASH_SOURCE[0]}" "$@"
 fi
