@@ -9,10 +9,10 @@
 #include <map>
 
 #include "host/resource_ids.h"
-#include "tests/windows/host_fixture.h"
-#include "tests/windows/host_process.h"
+#include "tests/windows/host/host_fixture.h"
+#include "tests/windows/host/host_process.h"
 
-namespace kxtest {
+namespace kx::test {
 namespace {
 
 std::map<int, std::string> Fields(const std::string& output) {
@@ -27,8 +27,9 @@ std::map<int, std::string> Fields(const std::string& output) {
 
 std::wstring ClipboardText() {
     std::wstring text;
-    if (!OpenClipboard(nullptr))
+    if (!OpenClipboard(nullptr)) {
         return text;
+    }
     if (const HANDLE block = GetClipboardData(CF_UNICODETEXT)) {
         text = static_cast<const wchar_t*>(GlobalLock(block));
         GlobalUnlock(block);
@@ -53,19 +54,17 @@ TEST_F(HostTest, PrintsTheReportFields) {
         {71, "Original Report (not overread)"},
         {368, ""},
     };
-    for (const auto& row : rows)
+    for (const auto& row : rows) {
         EXPECT_EQ(texts.at(row.code), row.text) << row.code;
+    }
     const auto measured = Lines(RunHost({L"--measure", L"--builtin"}).output);
-    EXPECT_NE(
-        std::find(measured.begin(), measured.end(), "prInterval\t" + std::to_string(std::stoi(texts.at(20)))),
-        measured.end())
+    EXPECT_NE(std::find(measured.begin(), measured.end(), "prInterval\t" + std::to_string(std::stoi(texts.at(20)))), measured.end())
         << texts.at(20);
 
     const HostResult some = RunHost({L"--fields", L"--builtin", L"206,2-3,105"});
     EXPECT_EQ(some.exitCode, 0u) << some.error;
     EXPECT_EQ(some.output, "206\t\\r\\n,  \n2\tSYNTHETIC\n3\tDonna\n105\t" + texts.at(105) + "\n");
-    EXPECT_NE(texts.at(105).find(" \xC2\xBA"), std::string::npos)
-        << "no degree sign in UTF-8: " << texts.at(105);
+    EXPECT_NE(texts.at(105).find(" \xC2\xBA"), std::string::npos) << "no degree sign in UTF-8: " << texts.at(105);
 
     const HostResult unknown = RunHost({L"--fields", L"--builtin", L"2,9999"});
     EXPECT_EQ(unknown.exitCode, 1u);
@@ -138,8 +137,7 @@ TEST_F(HostTest, TheReportPaneIsSearchedAndCopied) {
         {L"PAZ codice", 1, L"2\tCodice del paziente\tSYNTHETIC\r\n"},
         {L"eta 45", 1, L"4\tEt\u00E0\t45 y\r\n"},
         {L"indirizzo", 1, L"206\tIndirizzo\t\\r\\n,  \r\n"},
-        {L"articolo", 2,
-         L"45\tArticolo o possessivo, maiuscolo\tHer\r\n75\tArticolo o possessivo, minuscolo\ther\r\n"},
+        {L"articolo", 2, L"45\tArticolo o possessivo, maiuscolo\tHer\r\n75\tArticolo o possessivo, minuscolo\ther\r\n"},
         {L"nessun campo", -1, nullptr},
         {L"", 0, nullptr},
     };
@@ -147,18 +145,19 @@ TEST_F(HostTest, TheReportPaneIsSearchedAndCopied) {
         const std::string name = fs::path(step.filter).string();
         SendMessageW(search, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(step.filter));
         EXPECT_EQ(rows(), step.rows == 0 ? all : std::max<LRESULT>(step.rows, 0)) << name;
-        if (step.copied == nullptr)
+        if (step.copied == nullptr) {
             continue;
+        }
         // From the search to the list, as the user goes there.
-        if (host.Focus() == search)
+        if (host.Focus() == search) {
             host.Strike(VK_TAB);
+        }
         ASSERT_TRUE(WaitUntil([&] { return host.Focus() == list; })) << name;
         host.Strike('A', true);
         host.Strike('C', true);
-        EXPECT_TRUE(WaitUntil([&] { return ClipboardText() == step.copied; }))
-            << name << ": " << fs::path(ClipboardText()).string();
+        EXPECT_TRUE(WaitUntil([&] { return ClipboardText() == step.copied; })) << name << ": " << fs::path(ClipboardText()).string();
     }
 }
 
 }  // namespace
-}  // namespace kxtest
+}  // namespace kx::test

@@ -10,10 +10,10 @@
 #include "host/printing/print_page_layout.h"
 #include "host/resource_ids.h"
 #include "tests/rig/raw_printer.h"
-#include "tests/windows/host_fixture.h"
-#include "tests/windows/host_process.h"
+#include "tests/windows/host/host_fixture.h"
+#include "tests/windows/host/host_process.h"
 
-namespace kxtest {
+namespace kx::test {
 namespace {
 
 using kx::test::RawPrinter;
@@ -27,8 +27,9 @@ Dots ReadBmp(const std::string& file) {
     BITMAPFILEHEADER head{};
     BITMAPINFOHEADER info{};
     RGBQUAD colours[2]{};
-    if (file.size() < sizeof head + sizeof info + sizeof colours)
+    if (file.size() < sizeof head + sizeof info + sizeof colours) {
         return {};
+    }
     std::memcpy(&head, file.data(), sizeof head);
     std::memcpy(&info, file.data() + sizeof head, sizeof info);
     std::memcpy(colours, file.data() + sizeof head + info.biSize, sizeof colours);
@@ -61,14 +62,16 @@ struct PclDocument {
     PclDocument(const std::string& stream, std::size_t width) {
         for (std::size_t at = 0; at < stream.size();) {
             if (stream[at] != '\x1B') {
-                if (stream[at] != '\0')
+                if (stream[at] != '\0') {
                     commands.push_back(stream[at] == '\f' ? "FF" : "?");
+                }
                 ++at;
                 continue;
             }
             std::size_t end = at + 1;
-            while (end < stream.size() && (stream[end] < 'A' || stream[end] > 'Z'))
+            while (end < stream.size() && (stream[end] < 'A' || stream[end] > 'Z')) {
                 ++end;
+            }
             const std::string command = stream.substr(at + 1, end - at);
             at = end + 1;
             if (command.starts_with("*b") && command.back() == 'W') {
@@ -86,22 +89,26 @@ struct PclDocument {
     void AddRow(const std::string& packed, std::size_t width) {
         std::vector<bool>& row = dots.emplace_back();
         const auto add = [&](char byte) {
-            for (int bit = 7; bit >= 0; --bit)
+            for (int bit = 7; bit >= 0; --bit) {
                 row.push_back((byte >> bit & 1) != 0);
+            }
         };
         for (std::size_t i = 0; i < packed.size();) {
             const int n = static_cast<signed char>(packed[i++]);
             if (n >= 0) {
-                for (int k = 0; k <= n; ++k)
+                for (int k = 0; k <= n; ++k) {
                     add(packed.at(i++));
+                }
             } else if (n != -128) {
-                for (int k = 0; k < 1 - n; ++k)
+                for (int k = 0; k < 1 - n; ++k) {
                     add(packed.at(i));
+                }
                 ++i;
             }
         }
-        for (std::size_t x = width; x < row.size(); ++x)
+        for (std::size_t x = width; x < row.size(); ++x) {
             EXPECT_FALSE(row[x]) << "a dot behind the page";
+        }
         row.resize(width);
     }
 };
@@ -137,15 +144,15 @@ TEST_F(HostPrintTest, ThePrintersStreamAndThePictureAreTheSamePage) {
         ASSERT_EQ(dots.size(), static_cast<std::size_t>(layout.height));
         ASSERT_EQ(dots[0].size(), static_cast<std::size_t>(layout.width));
         const PclDocument document(Read(pcl), dots[0].size());
-        EXPECT_EQ(document.commands, (std::vector<std::string>{"E", row.pclSize, "&l0O", "*p0x0Y", "*t300R",
-                                                               "*r0F", "*r1A", "*b2M", "*rC", "FF", "E"}));
+        EXPECT_EQ(document.commands,
+                  (std::vector<std::string>{"E", row.pclSize, "&l0O", "*p0x0Y", "*t300R", "*r0F", "*r1A", "*b2M", "*rC", "FF", "E"}));
         ASSERT_EQ(document.dots.size(), dots.size());
-        for (std::size_t y = 0; y < dots.size(); ++y)
+        for (std::size_t y = 0; y < dots.size(); ++y) {
             ASSERT_EQ(document.dots[y], dots[y]) << "row " << y;
+        }
 
         const std::size_t raw = dots.size() * ((dots[0].size() + 15) / 16 * 2);
-        EXPECT_EQ(stream.output, "rawBytes\t" + std::to_string(raw) + "\npackedBytes\t" +
-                                     std::to_string(document.packedBytes) + "\n");
+        EXPECT_EQ(stream.output, "rawBytes\t" + std::to_string(raw) + "\npackedBytes\t" + std::to_string(document.packedBytes) + "\n");
         EXPECT_LT(document.packedBytes, raw / 2);
     }
 }
@@ -158,14 +165,16 @@ TEST_F(HostPrintTest, TwentyFiveMillimetresAreThatOnPaper) {
     const kxhost::PageBox grid = kxhost::LayOutPage(Paper::kA4).grid;
     const auto blackInColumn = [&](int x) {
         int black = 0;
-        for (int y = grid.top; y < grid.bottom; ++y)
+        for (int y = grid.top; y < grid.bottom; ++y) {
             black += dots[static_cast<std::size_t>(y)][static_cast<std::size_t>(x)];
+        }
         return black;
     };
     const auto blackInRow = [&](int y) {
         int black = 0;
-        for (int x = grid.left; x < grid.right; ++x)
+        for (int x = grid.left; x < grid.right; ++x) {
             black += dots[static_cast<std::size_t>(y)][static_cast<std::size_t>(x)];
+        }
         return black;
     };
     int found = 0;
@@ -194,8 +203,7 @@ TEST_F(HostPrintTest, APrinterGetsTheBytesOfTheFile) {
 TEST_F(HostPrintTest, APrinterThatLosesThePageIsAnError) {
     RawPrinter printer("", RawPrinter::Port::kUnreachable);
     ASSERT_FALSE(printer.Name().empty());
-    const HostResult result =
-        Print({L"--print-to", std::wstring(printer.Name().begin(), printer.Name().end())});
+    const HostResult result = Print({L"--print-to", std::wstring(printer.Name().begin(), printer.Name().end())});
     EXPECT_EQ(result.exitCode, 1u);
     EXPECT_EQ(result.output, "");
     EXPECT_EQ(Lines(result.error).size(), 1u) << result.error;
@@ -224,9 +232,7 @@ std::wstring StatusText(HWND frame) {
     return text;
 }
 
-int Chosen(HWND dialog, int id) {
-    return static_cast<int>(SendDlgItemMessageW(dialog, id, CB_GETCURSEL, 0, 0));
-}
+int Chosen(HWND dialog, int id) { return static_cast<int>(SendDlgItemMessageW(dialog, id, CB_GETCURSEL, 0, 0)); }
 
 TEST_F(HostPrintTest, TheWindowPrintsTheLeadThatIsShown) {
     RawPrinter printer;
@@ -249,16 +255,14 @@ TEST_F(HostPrintTest, TheWindowPrintsTheLeadThatIsShown) {
 
     const HWND dialog = openDialog();
     ASSERT_NE(dialog, nullptr);
-    const LRESULT place =
-        SendDlgItemMessageA(dialog, IDC_PRINT_PRINTER, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1),
-                            reinterpret_cast<LPARAM>(printer.Name().c_str()));
+    const LRESULT place = SendDlgItemMessageA(dialog, IDC_PRINT_PRINTER, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1),
+                                              reinterpret_cast<LPARAM>(printer.Name().c_str()));
     ASSERT_NE(place, CB_ERR) << "the printer is not offered";
     SendDlgItemMessageW(dialog, IDC_PRINT_PRINTER, CB_SETCURSEL, static_cast<WPARAM>(place), 0);
     SendDlgItemMessageW(dialog, IDC_PRINT_LEAD, CB_SETCURSEL, 10, 0);
     SendMessageW(dialog, WM_COMMAND, IDOK, 0);
-    EXPECT_TRUE(WaitUntil([&] {
-        return StatusText(host.Frame()).find(L"V5 stampata") != std::wstring::npos;
-    })) << fs::path(StatusText(host.Frame())).string();
+    EXPECT_TRUE(WaitUntil([&] { return StatusText(host.Frame()).find(L"V5 stampata") != std::wstring::npos; }))
+        << fs::path(StatusText(host.Frame())).string();
     const fs::path pcl = folder_ / L"page.pcl";
     ASSERT_EQ(Print({L"--print", pcl.wstring()}).exitCode, 0u);
     EXPECT_TRUE(printer.Printed() == Read(pcl)) << printer.Printed().size() << " bytes";
@@ -266,4 +270,4 @@ TEST_F(HostPrintTest, TheWindowPrintsTheLeadThatIsShown) {
 }
 
 }  // namespace
-}  // namespace kxtest
+}  // namespace kx::test

@@ -1,4 +1,4 @@
-#include "tests/windows/host_process.h"
+#include "tests/windows/host/host_process.h"
 
 #include <objbase.h>
 #include <shlobj.h>
@@ -11,15 +11,16 @@
 
 #include "host/resource_ids.h"
 
-namespace kxtest {
+namespace kx::test {
 namespace {
 
 constexpr DWORD kLongestRunMs = 60000;
 
 std::wstring CommandLine(const std::wstring& program, const std::vector<std::wstring>& arguments) {
     std::wstring line = L'"' + program + L'"';
-    for (const std::wstring& argument : arguments)
+    for (const std::wstring& argument : arguments) {
         line += L" \"" + argument + L'"';
+    }
     return line;
 }
 
@@ -28,9 +29,10 @@ std::wstring CommandLine(const std::wstring& program, const std::vector<std::wst
 void SayThereIsNoWindowManager() {
     static const bool said = [] {
         HKEY key = nullptr;
-        if (RegCreateKeyExA(HKEY_CURRENT_USER, "Software\\Wine\\AppDefaults\\kxhost.exe\\X11 Driver", 0,
-                            nullptr, 0, KEY_SET_VALUE, nullptr, &key, nullptr) != ERROR_SUCCESS)
+        if (RegCreateKeyExA(HKEY_CURRENT_USER, "Software\\Wine\\AppDefaults\\kxhost.exe\\X11 Driver", 0, nullptr, 0, KEY_SET_VALUE, nullptr,
+                            &key, nullptr) != ERROR_SUCCESS) {
             return false;
+        }
         RegSetValueExA(key, "Managed", 0, REG_SZ, reinterpret_cast<const BYTE*>("N"), 2);
         RegCloseKey(key);
         return true;
@@ -52,16 +54,18 @@ class Pipe {
     }
     HANDLE WriteEnd() const { return write_; }
     void CloseWrite() {
-        if (write_ != nullptr)
+        if (write_ != nullptr) {
             CloseHandle(write_);
+        }
         write_ = nullptr;
     }
     std::string ReadAll() const {
         std::string text;
         char part[4096];
         DWORD count = 0;
-        while (ReadFile(read_, part, sizeof part, &count, nullptr) && count > 0)
+        while (ReadFile(read_, part, sizeof part, &count, nullptr) && count > 0) {
             text.append(part, count);
+        }
         return text;
     }
 
@@ -92,15 +96,16 @@ HostResult RunHost(const std::vector<std::wstring>& arguments, const std::wstrin
     std::wstring line = CommandLine(file, arguments);
     HostResult result;
     result.exitCode = MAXDWORD;
-    if (!CreateProcessW(file.c_str(), line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start,
-                        &process))
+    if (!CreateProcessW(file.c_str(), line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start, &process)) {
         return result;
+    }
     output.CloseWrite();
     error.CloseWrite();
     // A program that hangs closes its ends of the pipes only when it is ended.
     std::thread watch([&] {
-        if (WaitForSingleObject(process.hProcess, kLongestRunMs) == WAIT_TIMEOUT)
+        if (WaitForSingleObject(process.hProcess, kLongestRunMs) == WAIT_TIMEOUT) {
             TerminateProcess(process.hProcess, MAXDWORD);
+        }
     });
     std::thread errors([&] { result.error = error.ReadAll(); });
     result.output = output.ReadAll();
@@ -115,16 +120,15 @@ HostResult RunHost(const std::vector<std::wstring>& arguments, const std::wstrin
 std::vector<std::string> Lines(const std::string& text) {
     std::vector<std::string> lines;
     std::istringstream stream(text);
-    for (std::string line; std::getline(stream, line);)
+    for (std::string line; std::getline(stream, line);) {
         lines.push_back(line);
+    }
     return lines;
 }
 
 namespace {
 
-std::wstring ArchiveOfTheTests() {
-    return ProductFolder() + L"\\..\\results\\archive.kxdb";
-}
+std::wstring ArchiveOfTheTests() { return ProductFolder() + L"\\..\\results\\archive.kxdb"; }
 
 }  // namespace
 
@@ -136,27 +140,30 @@ OpenHost::OpenHost(const std::vector<std::wstring>& arguments) {
     std::wstring line = CommandLine(file, arguments.empty() ? std::vector<std::wstring>{L"--builtin"} : arguments);
     STARTUPINFOW start{};
     start.cb = sizeof start;
-    if (!CreateProcessW(file.c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
-                        &process_))
+    if (!CreateProcessW(file.c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &process_)) {
         return;
-    WaitUntil(
-        [&] { return (frame_ = FindTopLevel(L"KxWorkstation")) != nullptr && IsWindowVisible(frame_) && Pane() != nullptr; });
+    }
+    WaitUntil([&] { return (frame_ = FindTopLevel(L"KxWorkstation")) != nullptr && IsWindowVisible(frame_) && Pane() != nullptr; });
 }
 
 OpenHost::~OpenHost() {
-    if (process_.hProcess == nullptr)
+    if (process_.hProcess == nullptr) {
         return;
-    if (frame_ != nullptr)
+    }
+    if (frame_ != nullptr) {
         PostMessageW(frame_, WM_CLOSE, 0, 0);
+    }
     // What was changed is asked about, and given up.
     bool ended = false;
     for (int i = 0; i < 100 && !ended; ++i) {
         ended = WaitForSingleObject(process_.hProcess, 50) != WAIT_TIMEOUT;
-        if (const HWND question = ended ? nullptr : FindMessageBox(); question != nullptr)
+        if (const HWND question = ended ? nullptr : FindMessageBox(); question != nullptr) {
             PostMessageW(question, WM_COMMAND, IDYES, 0);
+        }
     }
-    if (!ended)
+    if (!ended) {
         TerminateProcess(process_.hProcess, 1);
+    }
     CloseHandle(process_.hThread);
     CloseHandle(process_.hProcess);
 }
@@ -165,15 +172,14 @@ HWND OpenHost::FindTopLevel(const wchar_t* className) const {
     for (HWND window = nullptr; (window = FindWindowExW(nullptr, window, className, nullptr)) != nullptr;) {
         DWORD owner = 0;
         GetWindowThreadProcessId(window, &owner);
-        if (owner == process_.dwProcessId)
+        if (owner == process_.dwProcessId) {
             return window;
+        }
     }
     return nullptr;
 }
 
-HWND OpenHost::Pane() const {
-    return GetWindow(GetDlgItem(frame_, IDC_PANE_HOST), GW_CHILD);
-}
+HWND OpenHost::Pane() const { return GetWindow(GetDlgItem(frame_, IDC_PANE_HOST), GW_CHILD); }
 
 std::wstring OpenHost::Title() const {
     wchar_t text[256] = {};
@@ -197,12 +203,14 @@ void OpenHost::Strike(WORD key, bool control) const {
         input.ki.dwFlags = flags;
         inputs.push_back(input);
     };
-    if (control)
+    if (control) {
         add(VK_CONTROL, 0);
+    }
     add(key, 0);
     add(key, KEYEVENTF_KEYUP);
-    if (control)
+    if (control) {
         add(VK_CONTROL, KEYEVENTF_KEYUP);
+    }
     SetForegroundWindow(frame_);
     SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
 }
@@ -224,16 +232,14 @@ void OpenHost::Drop(const std::wstring& file) const {
     std::memcpy(block.data(), &header, sizeof header);
     std::memcpy(block.data() + sizeof header, file.data(), file.size() * sizeof(wchar_t));
 
-    const auto allocate = reinterpret_cast<LPTHREAD_START_ROUTINE>(
-        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"ole32"), "CoTaskMemAlloc")));
-    const HANDLE thread = CreateRemoteThread(process_.hProcess, nullptr, 0, allocate,
-                                             reinterpret_cast<void*>(block.size()), 0, nullptr);
+    const auto allocate =
+        reinterpret_cast<LPTHREAD_START_ROUTINE>(reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"ole32"), "CoTaskMemAlloc")));
+    const HANDLE thread = CreateRemoteThread(process_.hProcess, nullptr, 0, allocate, reinterpret_cast<void*>(block.size()), 0, nullptr);
     WaitForSingleObject(thread, 10000);
     DWORD address = 0;
     GetExitCodeThread(thread, &address);
     CloseHandle(thread);
-    WriteProcessMemory(process_.hProcess, reinterpret_cast<void*>(address), block.data(), block.size(),
-                       nullptr);
+    WriteProcessMemory(process_.hProcess, reinterpret_cast<void*>(address), block.data(), block.size(), nullptr);
     PostMessageW(frame_, WM_DROPFILES, address, 0);
 }
 
@@ -248,4 +254,4 @@ std::wstring TextsOf(HWND dialog) {
     return all;
 }
 
-}  // namespace kxtest
+}  // namespace kx::test

@@ -12,16 +12,15 @@
 #include <set>
 
 #include "host/resource_ids.h"
-#include "tests/windows/host_fixture.h"
-#include "tests/windows/host_process.h"
-#include "tests/windows/png_picture.h"
+#include "tests/windows/host/host_fixture.h"
+#include "tests/windows/host/host_process.h"
+#include "tests/windows/host/png_picture.h"
 
-namespace kxtest {
+namespace kx::test {
 namespace {
 
-const char* const kGlobalNames[] = {
-    "rPeak", "pDuration", "prInterval", "qtInterval", "qtc",  "qtcBazett", "qrsDuration", "rrInterval",
-    "pAxis", "qrsAxis",   "tAxis",      "pOn",        "pOff", "qrsOn",     "qrsOff",      "tOff"};
+const char* const kGlobalNames[] = {"rPeak", "pDuration", "prInterval", "qtInterval", "qtc",  "qtcBazett", "qrsDuration", "rrInterval",
+                                    "pAxis", "qrsAxis",   "tAxis",      "pOn",        "pOff", "qrsOn",     "qrsOff",      "tOff"};
 const char* const kLeads[] = {"I", "II", "III", "aVR", "aVL", "aVF", "V1", "V2", "V3", "V4", "V5", "V6"};
 const char* const kLeadNames[] = {"aP1",
                                   "aP2",
@@ -54,10 +53,11 @@ std::multimap<std::string, int> ParseMeasurements(const std::string& output) {
         const std::size_t tab = line.find('\t');
         int value = 0;
         const char* end = line.data() + line.size();
-        if (tab == std::string::npos || std::from_chars(line.data() + tab + 1, end, value).ptr != end)
+        if (tab == std::string::npos || std::from_chars(line.data() + tab + 1, end, value).ptr != end) {
             ADD_FAILURE() << "not a name, a tab and a number: " << line;
-        else
+        } else {
             values.emplace(line.substr(0, tab), value);
+        }
     }
     return values;
 }
@@ -72,11 +72,14 @@ std::multimap<std::string, int> MeasureRecord(const std::vector<std::wstring>& r
     EXPECT_EQ(result.output.find('\r'), std::string::npos);
     auto values = ParseMeasurements(result.output);
     EXPECT_GE(values.count("beat"), 1u);
-    for (const char* name : kGlobalNames)
+    for (const char* name : kGlobalNames) {
         EXPECT_EQ(values.count(name), 1u) << name;
-    for (const char* lead : kLeads)
-        for (const char* name : kLeadNames)
+    }
+    for (const char* lead : kLeads) {
+        for (const char* name : kLeadNames) {
             EXPECT_EQ(values.count(std::string(lead) + '.' + name), 1u) << lead << '.' << name;
+        }
+    }
     return values;
 }
 
@@ -90,9 +93,9 @@ TEST_F(HostTest, MeasuresTheBuiltInRecording) {
     // A beat of a healthy adult, whatever the exact shape: the points are in their order and the times
     // ordinary.
     const char* order[] = {"pOn", "pOff", "qrsOn", "rPeak", "qrsOff", "tOff"};
-    for (std::size_t i = 1; i < std::size(order); ++i)
-        EXPECT_LT(Value(values, order[i - 1]), Value(values, order[i]))
-            << order[i - 1] << " before " << order[i];
+    for (std::size_t i = 1; i < std::size(order); ++i) {
+        EXPECT_LT(Value(values, order[i - 1]), Value(values, order[i])) << order[i - 1] << " before " << order[i];
+    }
     const struct {
         const char* name;
         int least, most;
@@ -105,9 +108,9 @@ TEST_F(HostTest, MeasuresTheBuiltInRecording) {
     // The beats lie one RR interval apart.
     const auto [first, last] = values.equal_range("beat");
     ASSERT_GE(std::distance(first, last), 3);
-    for (auto beat = first; std::next(beat) != last; ++beat)
-        EXPECT_NEAR(std::next(beat)->second - beat->second, Value(values, "rrInterval"),
-                    Value(values, "rrInterval") / 5);
+    for (auto beat = first; std::next(beat) != last; ++beat) {
+        EXPECT_NEAR(std::next(beat)->second - beat->second, Value(values, "rrInterval"), Value(values, "rrInterval") / 5);
+    }
 }
 
 #ifdef KX_HAVE_RECORDS
@@ -133,9 +136,7 @@ TEST_F(HostTest, MeasuresRealRecordings) {
         EXPECT_LT(Value(values, "qrsOff"), Value(values, "tOff"));
         EXPECT_EQ(Value(values, "qrsDuration"), Value(values, "qrsOff") - Value(values, "qrsOn"));
         // Some limb lead has an upright QRS.
-        EXPECT_GT(Value(values, "I.aR") + Value(values, "II.aR") + Value(values, "aVR.aR") +
-                      Value(values, "III.aR"),
-                  0);
+        EXPECT_GT(Value(values, "I.aR") + Value(values, "II.aR") + Value(values, "aVR.aR") + Value(values, "III.aR"), 0);
     }
 }
 
@@ -155,8 +156,7 @@ TEST_F(HostTest, FailsInOneLineWhenARecordCannotBeRead) {
     const fs::path garbage = Write("garbage.hea", std::string("\x01\xFF\x00no header at all\n\x7F", 22));
     const fs::path missingSignal = Write("alone.hea", "alone 1 500 5000\nalone.dat 16 1000 16 0 0 0 0 I\n");
     const fs::path empty = Write("empty.hea", "");
-    const fs::path records[] = {folder_ / L"no such file.hea", garbage, missingSignal, empty,
-                                TruncatedRecord()};
+    const fs::path records[] = {folder_ / L"no such file.hea", garbage, missingSignal, empty, TruncatedRecord()};
     for (const fs::path& record : records) {
         const fs::path picture = folder_ / L"never.png";
         for (const auto& arguments : {std::vector<std::wstring>{L"--measure", record.wstring()},
@@ -175,11 +175,7 @@ TEST_F(HostTest, FailsInOneLineWhenARecordCannotBeRead) {
 
 TEST_F(HostTest, RefusesACommandLineItDoesNotUnderstand) {
     const std::vector<std::wstring> rows[] = {
-        {L"--nonsense"},
-        {L"--measure"},
-        {L"--shot"},
-        {L"--shot", L"x.png", L"--builtin"},
-        {L"--interpret", L"a", L"b"},
+        {L"--nonsense"}, {L"--measure"}, {L"--shot"}, {L"--shot", L"x.png", L"--builtin"}, {L"--interpret", L"a", L"b"},
     };
     for (const auto& arguments : rows) {
         const HostResult result = RunHost(arguments);
@@ -216,8 +212,9 @@ TEST_F(HostTest, WritesPicturesOfTheStatedSize) {
     for (const auto& row : rows) {
         const fs::path file = folder_ / (std::wstring(row.pane) + L".png");
         std::vector<std::wstring> arguments{L"--shot", file.wstring(), L"--builtin", row.pane};
-        if (row.size != nullptr)
+        if (row.size != nullptr) {
             arguments.insert(arguments.end(), {L"--size", row.size});
+        }
         const HostResult result = RunHost(arguments);
         const std::string name = fs::path(row.pane).string();
         EXPECT_EQ(result.exitCode, 0u) << name << ": " << result.error;
@@ -248,13 +245,11 @@ TEST_F(HostTest, WithoutTheModulesItSaysSoAndTheRecordStillOpens) {
     EXPECT_NE(measured.error.find("kxanalyze.dll"), std::string::npos) << measured.error;
 
     const fs::path picture = folder_ / L"window.png";
-    const HostResult shown =
-        RunHost({L"--shot", picture.wstring(), L"--builtin", L"window"}, program.wstring());
+    const HostResult shown = RunHost({L"--shot", picture.wstring(), L"--builtin", L"window"}, program.wstring());
     EXPECT_EQ(shown.exitCode, 0u) << shown.error;
     EXPECT_GT(ReadPng(picture).colours, 8u);
 
-    const HostResult pane =
-        RunHost({L"--shot", picture.wstring(), L"--builtin", L"table"}, program.wstring());
+    const HostResult pane = RunHost({L"--shot", picture.wstring(), L"--builtin", L"table"}, program.wstring());
     EXPECT_EQ(pane.exitCode, 1u);
     EXPECT_NE(pane.error.find("kxdialogs.dll"), std::string::npos) << pane.error;
 }
@@ -308,9 +303,11 @@ TEST_F(HostTest, EnterAndEscapeLeaveEveryPaneOpen) {
         const HWND pane = host.Pane();
         ASSERT_NE(pane, nullptr) << "no pane on tab " << tab;
         const HWND control = GetWindow(pane, GW_CHILD);
-        for (const HWND target : {pane, control == nullptr ? pane : control})
-            for (const WPARAM key : {VK_ESCAPE, VK_RETURN})
+        for (const HWND target : {pane, control == nullptr ? pane : control}) {
+            for (const WPARAM key : {VK_ESCAPE, VK_RETURN}) {
                 PostMessageW(target, WM_KEYDOWN, key, 0);
+            }
+        }
         // A sent message may overtake posted ones: the posted mark behind them is what is waited for.
         const WPARAM mark = IDM_VIEW_LOG;
         const HWND log = GetDlgItem(host.Frame(), IDC_LOG);
@@ -334,13 +331,13 @@ TEST_F(HostTest, TheReportIsEditedInTheLibrarysEditorAndShownAnew) {
     const HWND editor = host.WaitForMessageBox();
     ASSERT_NE(editor, nullptr);
     EXPECT_EQ(host.Pane(), nullptr);
-    for (const wchar_t letter : {L'Z', L'z'})
+    for (const wchar_t letter : {L'Z', L'z'}) {
         SendMessageW(GetDlgItem(editor, kEditorText), WM_CHAR, letter, 1);
+    }
     PostMessageW(editor, WM_COMMAND, IDOK, 0);
     ASSERT_TRUE(WaitUntil([&] { return host.Pane() != nullptr; }));
     wchar_t text[64] = {};
-    SendDlgItemMessageW(host.Pane(), kPaneStatement, WM_GETTEXT, std::size(text),
-                        reinterpret_cast<LPARAM>(text));
+    SendDlgItemMessageW(host.Pane(), kPaneStatement, WM_GETTEXT, std::size(text), reinterpret_cast<LPARAM>(text));
     EXPECT_STREQ(text, L"Zz");
     EXPECT_EQ(SendDlgItemMessageW(host.Pane(), kPaneReviewer, BM_GETCHECK, 0, 0), BST_CHECKED);
 }
@@ -351,20 +348,18 @@ TEST_F(HostTest, TheStripShowsWhatIsMeasured) {
     const OpenHost host({});
     ASSERT_NE(host.Frame(), nullptr);
     wchar_t text[512] = {};
-    SendMessageW(GetDlgItem(host.Frame(), IDC_PATIENT_STRIP), WM_GETTEXT, std::size(text),
-                 reinterpret_cast<LPARAM>(text));
+    SendMessageW(GetDlgItem(host.Frame(), IDC_PATIENT_STRIP), WM_GETTEXT, std::size(text), reinterpret_cast<LPARAM>(text));
     const auto number = [&](const char* name) { return std::to_wstring(Value(values, name)); };
     const std::wstring parts[] = {
         L"; PR " + number("prInterval") + L" ms;",
         L"; QRS " + number("qrsDuration") + L" ms;",
         L"; QT / QTc " + number("qtInterval") + L" / " + number("qtc") + L" ms;",
         L"; Asse QRS " + number("qrsAxis") + L"°;",
-        L"; FC " + std::to_wstring((60000 + Value(values, "rrInterval") / 2) / Value(values, "rrInterval")) +
-            L" bpm;",
+        L"; FC " + std::to_wstring((60000 + Value(values, "rrInterval") / 2) / Value(values, "rrInterval")) + L" bpm;",
     };
-    for (const std::wstring& part : parts)
-        EXPECT_NE(std::wstring(text).find(part), std::wstring::npos)
-            << fs::path(part).string() << " is not in " << fs::path(text).string();
+    for (const std::wstring& part : parts) {
+        EXPECT_NE(std::wstring(text).find(part), std::wstring::npos) << fs::path(part).string() << " is not in " << fs::path(text).string();
+    }
 }
 
 TEST_F(HostTest, ThePaneFollowsTheWindowsSize) {
@@ -383,4 +378,4 @@ TEST_F(HostTest, ThePaneFollowsTheWindowsSize) {
 }
 
 }  // namespace
-}  // namespace kxtest
+}  // namespace kx::test

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <filesystem>
 
-namespace kxtest {
+namespace kx::test {
 
 struct PngPicture {
     int width = 0;  // 0: the file is no picture
@@ -14,4 +14,4 @@ struct PngPicture {
 
 PngPicture ReadPng(const std::filesystem::path& file);
 
-}  // namespace kxtest
+}  // namespace kx::test

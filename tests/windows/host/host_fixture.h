@@ -10,7 +10,7 @@
 #include <iterator>
 #include <string>
 
-namespace kxtest {
+namespace kx::test {
 
 namespace fs = std::filesystem;
 
@@ -19,8 +19,7 @@ class HostTest : public testing::Test {
   protected:
     void SetUp() override {
         const auto* test = testing::UnitTest::GetInstance()->current_test_info();
-        folder_ = fs::temp_directory_path() /
-                  (std::string("kxhost-") + test->name() + std::to_string(GetCurrentProcessId()));
+        folder_ = fs::temp_directory_path() / (std::string("kxhost-") + test->name() + std::to_string(GetCurrentProcessId()));
         fs::create_directories(folder_);
     }
     void TearDown() override {
@@ -44,4 +43,4 @@ class HostTest : public testing::Test {
     fs::path folder_;
 };
 
-}  // namespace kxtest
+}  // namespace kx::test

@@ -1,4 +1,4 @@
-#include "tests/windows/png_picture.h"
+#include "tests/windows/host/png_picture.h"
 
 #include <windows.h>
 
@@ -14,7 +14,7 @@ using std::min;
 #include <memory>
 #include <set>
 
-namespace kxtest {
+namespace kx::test {
 
 namespace {
 
@@ -22,22 +22,23 @@ PngPicture Read(const std::filesystem::path& file) {
     PngPicture picture;
     Gdiplus::Bitmap image(file.c_str());
     GUID format{};
-    if (image.GetLastStatus() == Gdiplus::Ok && image.GetRawFormat(&format) == Gdiplus::Ok &&
-        format == Gdiplus::ImageFormatPNG) {
+    if (image.GetLastStatus() == Gdiplus::Ok && image.GetRawFormat(&format) == Gdiplus::Ok && format == Gdiplus::ImageFormatPNG) {
         picture.width = static_cast<int>(image.GetWidth());
         picture.height = static_cast<int>(image.GetHeight());
         Gdiplus::Rect area(0, 0, picture.width, picture.height);
         Gdiplus::BitmapData pixels{};
-        if (image.LockBits(&area, Gdiplus::ImageLockModeRead, PixelFormat32bppARGB, &pixels) != Gdiplus::Ok)
+        if (image.LockBits(&area, Gdiplus::ImageLockModeRead, PixelFormat32bppARGB, &pixels) != Gdiplus::Ok) {
             return {};
+        }
         std::set<Gdiplus::ARGB> colours;
         for (int y = 0; y < picture.height; ++y) {
-            const auto* row = reinterpret_cast<const Gdiplus::ARGB*>(static_cast<const char*>(pixels.Scan0) +
-                                                                     y * pixels.Stride);
+            const auto* row = reinterpret_cast<const Gdiplus::ARGB*>(static_cast<const char*>(pixels.Scan0) + y * pixels.Stride);
             // Neighbours are mostly alike.
-            for (int x = 0; x < picture.width; ++x)
-                if (x == 0 || row[x] != row[x - 1])
+            for (int x = 0; x < picture.width; ++x) {
+                if (x == 0 || row[x] != row[x - 1]) {
                     colours.insert(row[x]);
+                }
+            }
         }
         image.UnlockBits(&pixels);
         picture.colours = colours.size();
@@ -50,11 +51,12 @@ PngPicture Read(const std::filesystem::path& file) {
 PngPicture ReadPng(const std::filesystem::path& file) {
     ULONG_PTR token = 0;
     Gdiplus::GdiplusStartupInput input;
-    if (Gdiplus::GdiplusStartup(&token, &input, nullptr) != Gdiplus::Ok)
+    if (Gdiplus::GdiplusStartup(&token, &input, nullptr) != Gdiplus::Ok) {
         return {};
+    }
     const PngPicture picture = Read(file);
     Gdiplus::GdiplusShutdown(token);
     return picture;
 }
 
-}  // namespace kxtest
+}  // namespace kx::test

@@ -7,10 +7,10 @@
 
 #include "dialogs/resources/morphology_ids.h"
 #include "host/resource_ids.h"
-#include "tests/windows/host_fixture.h"
-#include "tests/windows/host_process.h"
+#include "tests/windows/host/host_fixture.h"
+#include "tests/windows/host/host_process.h"
 
-namespace kxtest {
+namespace kx::test {
 namespace {
 
 std::wstring TextOf(HWND window) {
@@ -102,8 +102,7 @@ TEST_F(HostKeysTest, EveryPaneThatIsChosenHasTheKeyboard) {
     ASSERT_NE(box, nullptr);
     EXPECT_TRUE(WaitUntil([&] { return IsChild(box, host_.Focus()) != FALSE; }));
     PostMessageW(box, WM_COMMAND, IDOK, 0);
-    EXPECT_TRUE(WaitUntil([&] { return host_.Focus() == focus; }))
-        << fs::path(ClassOf(host_.Focus())).string();
+    EXPECT_TRUE(WaitUntil([&] { return host_.Focus() == focus; })) << fs::path(ClassOf(host_.Focus())).string();
 }
 
 TEST_F(HostKeysTest, TheReportsEditorComesAndGoes) {
@@ -120,4 +119,4 @@ TEST_F(HostKeysTest, TheReportsEditorComesAndGoes) {
 }
 
 }  // namespace
-}  // namespace kxtest
+}  // namespace kx::test

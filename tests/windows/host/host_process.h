@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace kxtest {
+namespace kx::test {
 
 struct HostResult {
     DWORD exitCode = 0;
@@ -59,8 +59,9 @@ template <class Condition>
 bool WaitUntil(Condition condition) {
     constexpr int kTries = 500;
     for (int i = 0; i < kTries; ++i) {
-        if (condition())
+        if (condition()) {
             return true;
+        }
         Sleep(20);
     }
     return false;
@@ -69,4 +70,4 @@ bool WaitUntil(Condition condition) {
 // The text of every static control of a dialog.
 std::wstring TextsOf(HWND dialog);
 
-}  // namespace kxtest
+}  // namespace kx::test
