@@ -23,4 +23,14 @@ std::optional<PageFormat> PageFormatOf(std::string_view file) {
     return std::nullopt;
 }
 
+std::optional<ExportFormat> ExportFormatOf(std::string_view file) {
+    if (HasExtension(file, ".xml"))
+        return ExportFormat::kAecg;
+    if (HasExtension(file, ".csv"))
+        return ExportFormat::kSamples;
+    if (HasExtension(file, ".html"))
+        return ExportFormat::kTable;
+    return std::nullopt;
+}
+
 }  // namespace kxhost

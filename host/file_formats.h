@@ -15,4 +15,11 @@ enum class PageFormat { kPcl, kBmp, kPng };
 // By the extension of a file's name, in either case; none for any other.
 std::optional<PageFormat> PageFormatOf(std::string_view file);
 
+// The reviewed test as HL7 aECG, or the samples of its recording as CSV.
+enum class SignalFormat { kAecg, kCsv };
+
+// What a test of the archive can be written as: one of those, or the table of its wave amplitudes.
+enum class ExportFormat { kAecg, kSamples, kTable };
+std::optional<ExportFormat> ExportFormatOf(std::string_view file);
+
 }  // namespace kxhost

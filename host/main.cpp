@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "host/batch/archive_forms.h"
 #include "host/batch/batch_forms.h"
 #include "host/batch/batch_shot.h"
 #include "host/batch/command_line.h"
@@ -48,7 +49,7 @@ int RunWindow(const OpenWorkstation& command, int showCommand) {
     SystemLog log;
     const AnalysisClient analysis;
     const LibraryClient library;
-    const ArchiveClient archive;
+    const ArchiveClient archive(command.archive);
     FrameWindow frame(library, analysis, archive, metrics);
     const LogListening listening(log, [&frame](const std::wstring& kind, const std::wstring& text) {
         frame.AppendReport(kind, text);
@@ -128,6 +129,18 @@ int Run(const PrintToPrinter& command) {
 
 int Run(const ExportSignal& command) {
     return RunBatch([&](SystemLog&) { return RunExportSignal(command, AnalysisClient()); });
+}
+
+int Run(const ImportRecords& command) {
+    return RunBatch([&](SystemLog&) { return RunImport(command, AnalysisClient()); });
+}
+
+int Run(const ListTests& command) {
+    return RunBatch([&](SystemLog&) { return RunListTests(command); });
+}
+
+int Run(const ExportTest& command) {
+    return RunBatch([&](SystemLog&) { return RunExportTest(command); });
 }
 
 int Run(const ShowVersion&) {

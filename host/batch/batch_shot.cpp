@@ -35,7 +35,7 @@ void Save(HWND window, const std::string& file) {
 
 void ShootWindow(const Shot& command, SystemLog& log, const LibraryClient& library,
                  const AnalysisClient& analysis, const UiMetrics& metrics) {
-    const ArchiveClient archive;
+    const ArchiveClient archive(command.archive);
     FrameWindow frame(library, analysis, archive, metrics);
     // Title bar and border are not the program's to draw everywhere: the picture begins with the menu.
     SetWindowLongW(frame.Window(), GWL_STYLE, static_cast<LONG>(WS_POPUP | WS_CLIPCHILDREN));

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <charconv>
+#include <initializer_list>
+#include <limits>
 #include <map>
 
 #include "host/file_formats.h"
@@ -24,26 +26,35 @@ struct Words {
     }
 };
 
+// How many recordings a form takes.
+enum Records { kNone, kOne, kMany };
+
 // A batch form, named by its option. What stands behind the recording is one word, its place.
 struct Form {
     std::string_view option;
     bool takesValue;
+    Records records;
     const char* place;  // null: none
     bool placeMayMiss;
     Command (*make)(const RecordRequest& record, const Words& words, std::optional<std::string_view> place);
 };
 
-// An option of one or two forms, or of all.
+// An option and the forms that it belongs to; "-" is the window.
 struct Setting {
     std::string_view option;
-    std::string_view forms[2];  // none: every one, the window too
+    std::initializer_list<std::string_view> forms;
 };
 
-// The form that takes more than one recording.
-constexpr std::string_view kManyRecords = "--measure";
+constexpr std::string_view kWindow = "-";
+constexpr std::string_view kJsonForm = "--measure";
 
-constexpr Setting kSettings[] = {
-    {"--units-per-mv", {}}, {"--size", {"--shot", {}}}, {"--paper", {"--print", "--print-to"}}};
+const Setting kSettings[] = {
+    {"--units-per-mv",
+     {"--measure", "--interpret", "--export-aecg", "--export-csv", "--shot", "--fields", "--expand",
+      "--table", "--print", "--print-to", "--import", kWindow}},
+    {"--size", {"--shot"}},
+    {"--paper", {"--print", "--print-to"}},
+    {"--archive", {"--import", "--list", "--export", "--shot", kWindow}}};
 
 std::optional<unsigned> LeadOf(std::string_view name) {
     const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
@@ -115,12 +126,41 @@ bool ParseCodes(std::string_view text, std::vector<int>& codes) {
 
 using Place = std::optional<std::string_view>;
 
+// The file that --archive names; empty: none.
+std::string ArchiveOf(const Words& words) {
+    const std::string_view* file = words.Value("--archive");
+    return file == nullptr ? std::string() : std::string(*file);
+}
+
 // As many recordings as there are places.
-Command MakeMeasure(const RecordRequest& record, const Words& words, Place) {
-    Measure command{{record}, words.json};
+std::vector<RecordRequest> AllRecords(const RecordRequest& record, const Words& words) {
+    std::vector<RecordRequest> records{record};
     for (std::size_t i = words.builtin ? 0 : 1; i < words.places.size(); ++i)
-        command.records.push_back({std::string(words.places[i]), record.unitsPerMv});
-    return command;
+        records.push_back({std::string(words.places[i]), record.unitsPerMv});
+    return records;
+}
+
+Command MakeMeasure(const RecordRequest& record, const Words& words, Place) {
+    return Measure{AllRecords(record, words), words.json};
+}
+
+Command MakeImport(const RecordRequest& record, const Words& words, Place) {
+    return ImportRecords{AllRecords(record, words), ArchiveOf(words)};
+}
+
+Command MakeList(const RecordRequest&, const Words& words, Place filter) {
+    return ListTests{std::string(filter.value_or("")), ArchiveOf(words)};
+}
+
+Command MakeExport(const RecordRequest&, const Words& words, Place file) {
+    const std::string_view number = *words.Value("--export");
+    const auto id = ParseNumber(number, 1, std::numeric_limits<int>::max());
+    if (!id)
+        return Wrong("not the number of a test", number);
+    const auto format = ExportFormatOf(*file);
+    if (!format)
+        return Wrong("neither a .xml nor a .csv nor a .html file", *file);
+    return ExportTest{static_cast<unsigned>(*id), std::string(*file), *format, ArchiveOf(words)};
 }
 
 Command MakeExportAecg(const RecordRequest& record, const Words&, Place file) {
@@ -139,6 +179,7 @@ Command MakeShot(const RecordRequest& record, const Words& words, Place pane) {
     Shot shot;
     shot.record = record;
     shot.file = *words.Value("--shot");
+    shot.archive = ArchiveOf(words);
     if (!HasExtension(shot.file, ".png"))
         return Wrong("not a .png file", shot.file);
     if (!ParsePane(*pane, shot.pane))
@@ -203,16 +244,19 @@ Command MakePrintToPrinter(const RecordRequest& record, const Words& words, Plac
 }
 
 constexpr Form kForms[] = {
-    {"--measure", false, nullptr, false, MakeMeasure},
-    {"--interpret", false, nullptr, false, MakeInterpret},
-    {"--export-aecg", false, "file", false, MakeExportAecg},
-    {"--export-csv", false, "file", false, MakeExportCsv},
-    {"--shot", true, "pane", false, MakeShot},
-    {"--fields", false, "field codes", true, MakeListFields},
-    {"--expand", true, nullptr, false, MakeExpand},
-    {"--table", true, nullptr, false, MakeExportTable},
-    {"--print", true, "lead", false, MakePrintToFile},
-    {"--print-to", true, "lead", false, MakePrintToPrinter},
+    {"--measure", false, kMany, nullptr, false, MakeMeasure},
+    {"--interpret", false, kOne, nullptr, false, MakeInterpret},
+    {"--export-aecg", false, kOne, "file", false, MakeExportAecg},
+    {"--export-csv", false, kOne, "file", false, MakeExportCsv},
+    {"--shot", true, kOne, "pane", false, MakeShot},
+    {"--fields", false, kOne, "field codes", true, MakeListFields},
+    {"--expand", true, kOne, nullptr, false, MakeExpand},
+    {"--table", true, kOne, nullptr, false, MakeExportTable},
+    {"--print", true, kOne, "lead", false, MakePrintToFile},
+    {"--print-to", true, kOne, "lead", false, MakePrintToPrinter},
+    {"--import", false, kMany, nullptr, false, MakeImport},
+    {"--list", false, kNone, "filter", true, MakeList},
+    {"--export", true, kNone, "file", false, MakeExport},
 };
 
 std::optional<UsageError> TakeForm(const Form& form, Words& words) {
@@ -263,14 +307,17 @@ std::optional<Command> SortWords(const std::vector<std::string>& arguments, Word
 }
 
 std::optional<UsageError> CheckSettings(const Words& words) {
-    const std::string_view form = words.form == nullptr ? std::string_view("-") : words.form->option;
+    const std::string_view form = words.form == nullptr ? kWindow : words.form->option;
     for (const Setting& setting : kSettings) {
-        const auto& [first, second] = setting.forms;
-        if (words.Value(setting.option) != nullptr && !first.empty() && form != first && form != second)
-            return UsageError{std::string(setting.option) + " belongs to " + std::string(first)};
+        if (words.Value(setting.option) != nullptr &&
+            std::ranges::find(setting.forms, form) == setting.forms.end())
+            return UsageError{std::string(setting.option) + " belongs to " +
+                              std::string(*setting.forms.begin())};
     }
-    if (words.json && form != kManyRecords)
-        return UsageError{"--json belongs to " + std::string(kManyRecords)};
+    if (words.json && form != kJsonForm)
+        return UsageError{"--json belongs to " + std::string(kJsonForm)};
+    if (words.builtin && words.form != nullptr && words.form->records == kNone)
+        return UsageError{"--builtin does not belong to " + std::string(form)};
     return std::nullopt;
 }
 
@@ -287,10 +334,13 @@ Command ToCommand(const Words& words) {
 
     // The recording stands first and may be left out only for the built-in one, which a batch form must ask
     // for.
+    const Records records = words.form == nullptr ? kOne : words.form->records;
     std::size_t next = 0;
-    if (!words.builtin && next < words.places.size())
+    if (records != kNone && !words.builtin && next < words.places.size())
         record.path = words.places[next++];
-    if (words.form != nullptr && !words.builtin && record.path.empty())
+    if (words.form == nullptr && next == words.places.size())
+        return OpenWorkstation{record, words.builtin, ArchiveOf(words)};
+    if (words.form != nullptr && records != kNone && !words.builtin && record.path.empty())
         return UsageError{"no recording given (a path, or --builtin)"};
     Place place;
     if (words.form != nullptr && words.form->place != nullptr) {
@@ -299,11 +349,9 @@ Command ToCommand(const Words& words) {
         else if (!words.form->placeMayMiss)
             return UsageError{std::string("no ") + words.form->place + " given"};
     }
-    const bool many = words.form != nullptr && words.form->option == kManyRecords;
-    if (next != words.places.size() && !many)
+    if (next != words.places.size() && records != kMany)
         return Wrong("one word too many", words.places[next]);
-    return words.form == nullptr ? OpenWorkstation{record, words.builtin}
-                                 : words.form->make(record, words, place);
+    return words.form->make(record, words, place);
 }
 
 }  // namespace
@@ -313,68 +361,6 @@ Command ParseCommandLine(const std::vector<std::string>& arguments) {
     if (const auto decided = SortWords(arguments, words))
         return *decided;
     return ToCommand(words);
-}
-
-std::string_view UsageText() {
-    return R"(usage:
-  kxhost [RECORD | --builtin] [--units-per-mv N]
-      opens the workstation window on its worklist, on a recording, or on the built-in synthetic one
-  kxhost --measure RECORD... [--json] [--units-per-mv N]
-      prints the beats and the measurements of the median beat
-  kxhost --export-aecg RECORD FILE [--units-per-mv N]
-      writes the recording with its measurements as HL7 annotated ECG
-  kxhost --export-csv RECORD FILE [--units-per-mv N]
-      writes the samples of the recording, in microvolts
-  kxhost --interpret RECORD [--units-per-mv N]
-      prints the statements of the automatic interpretation
-  kxhost --fields RECORD [CODES] [--units-per-mv N]
-      prints the texts of the report fields
-  kxhost --expand TEMPLATE RECORD [--units-per-mv N]
-      prints a text with the patient in the place of {%1}, {%2}, {%5}, {%11} and {%14}
-  kxhost --table FILE.csv|FILE.html RECORD [--units-per-mv N]
-      writes the table of the wave amplitudes
-  kxhost --print FILE.pcl|FILE.bmp|FILE.png RECORD LEAD [--paper A4|Letter] [--units-per-mv N]
-      writes the page of one lead, as a printer is sent it or as a picture
-  kxhost --print-to PRINTER RECORD LEAD [--paper A4|Letter] [--units-per-mv N]
-      prints it
-  kxhost --shot FILE.png RECORD PANE [--units-per-mv N] [--size WxH]
-      writes a picture of one pane, or of the whole window
-  kxhost --version
-  kxhost --help
-
-RECORD  a file of SCP-ECG, of a DICOM waveform or of HL7 aECG, told by what it holds, or the header (.hea) of a WFDB
-        recording, with or without its extension; in its place --builtin takes the built-in synthetic recording
-PANE    worklist, tracing, general, qrs, p, t, hypertrophy, interpretation, table, report, or window for the whole workstation window
-LEAD    I, II, III, aVR, aVL, aVF, V1 to V6
-PRINTER the name of a local printer that understands PCL 5
-CODES   field codes of the report templates, as 1,2,48-59; all by default
-N       sample units in one millivolt, in place of what a WFDB header says (a whole number)
-WxH     size of the picture in pixels, 64x64 to 4096x4096; by default the pane's or the window's own size
---      what follows is no option
-
---measure prints one "name<TAB>value" a line: "beat" once for each beat found (ms from the start of the recording),
-"rPeak" (the alignment point, ms from the start of the median beat), the intervals and durations (ms), the axes
-(degrees) and the fiducial points (ms) by their names, then "LEAD.name" for each lead: amplitudes and ST levels in
-microvolts, markers in ms; 0 is an absent marker. Numbers are decimal integers. Of several recordings each begins with
-"record<TAB>NAME"; one that cannot be read is told on standard error, the others are printed, and the exit code is 1.
---json prints the same as one array of objects.
-
---export-csv writes a line for each sample, cells separated by semicolons and decimals by a comma: the time in ms, then
-the twelve leads in microvolts.
-
---interpret prints one "code<TAB>text" a line in UTF-8, the overall classification last.
-
---fields prints one "code<TAB>text" a line in UTF-8; CR, LF, tab and backslash in a text are written \r, \n, \t, \\.
-
---table replaces the file as a whole or leaves it as it was. A .csv file has cells separated by semicolons, in microvolts.
-
---print and --print-to draw the page for A4 unless --paper says otherwise, 300 dots an inch, one bit a dot, and print
-the size of these bits: "rawBytes<TAB>N" as they are, "packedBytes<TAB>N" as the printer is sent them.
-
-The batch forms show no message and wait for nobody. Exit code: 0 done; 1 it could not be done, one line on standard
-error says why; 2 the command line was not understood. The program is a Windows program without a console of its own:
-it writes to the redirected handles, else to the console that it was started from.
-)";
 }
 
 }  // namespace kxhost

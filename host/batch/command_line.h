@@ -26,6 +26,7 @@ struct RecordRequest {
 struct OpenWorkstation {
     RecordRequest record;
     bool builtin = false;  // with neither a path nor this the workstation opens on its worklist
+    std::string archive;   // UTF-8, here and below; empty: the user's
 };
 
 struct Measure {
@@ -33,8 +34,6 @@ struct Measure {
     bool json = false;
 };
 
-// The reviewed test as HL7 aECG, or the samples of its recording as CSV.
-enum class SignalFormat { kAecg, kCsv };
 struct ExportSignal {
     RecordRequest record;
     std::string file;  // UTF-8
@@ -51,6 +50,7 @@ struct Shot {
     std::optional<PaneKind> pane;  // none: the whole workstation window
     int width = 0;                 // pixels; 0: as large as the pane or window is by itself
     int height = 0;
+    std::string archive;
 };
 
 struct ListFields {
@@ -87,6 +87,23 @@ struct PrintToPrinter {
     std::string printer;  // UTF-8
 };
 
+struct ImportRecords {
+    std::vector<RecordRequest> records;  // one or more
+    std::string archive;
+};
+
+struct ListTests {
+    std::string filter;  // UTF-8, as it is typed into the worklist's search; empty: all tests
+    std::string archive;
+};
+
+struct ExportTest {
+    unsigned id = 0;   // as --list names it
+    std::string file;  // UTF-8
+    ExportFormat format = ExportFormat::kAecg;
+    std::string archive;
+};
+
 struct ShowHelp {};
 
 struct ShowVersion {};
@@ -97,7 +114,8 @@ struct UsageError {
 };
 
 using Command = std::variant<OpenWorkstation, Measure, InterpretRecord, Shot, ListFields, Expand, ExportTable,
-                             PrintToFile, PrintToPrinter, ExportSignal, ShowHelp, ShowVersion, UsageError>;
+                             PrintToFile, PrintToPrinter, ExportSignal, ImportRecords, ListTests, ExportTest,
+                             ShowHelp, ShowVersion, UsageError>;
 
 inline constexpr int kSmallestShot = 64;
 inline constexpr int kLargestShot = 4096;

@@ -174,4 +174,15 @@ bool RecordSession::SaveSignal(const std::filesystem::path& file, SignalFormat f
            replaced.Commit();
 }
 
+bool RecordSession::Export(const std::filesystem::path& file, ExportFormat format) const {
+    switch (format) {
+        case ExportFormat::kAecg:
+            return SaveSignal(file, SignalFormat::kAecg);
+        case ExportFormat::kSamples:
+            return SaveSignal(file, SignalFormat::kCsv);
+        default:
+            return SaveTable(file, TableFormat::kHtml);
+    }
+}
+
 }  // namespace kxhost

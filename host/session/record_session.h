@@ -70,6 +70,7 @@ class RecordSession {
     bool SaveTable(const std::filesystem::path& file, TableFormat format) const;
     // The same with the recording and what was found in it (HL7 aECG), or with its samples (CSV).
     bool SaveSignal(const std::filesystem::path& file, SignalFormat format) const;
+    bool Export(const std::filesystem::path& file, ExportFormat format) const;
 
   private:
     RecordSession() = default;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <filesystem>
 
 #include "host/windows/text_conversion.h"
 #include "lib/dbclient/test_block.h"
@@ -33,9 +34,12 @@ std::wstring SavedByWords(const kx::ArchivedTest& test) {
 
 }  // namespace
 
-ArchiveClient::ArchiveClient() : module_(L"kxdb.dll"), failure_(module_.FailureText()) {
+ArchiveClient::ArchiveClient(const std::string& file)
+    : module_(L"kxdb.dll"), failure_(module_.FailureText()) {
     if (!module_.IsLoaded())
         return;
+    if (!file.empty())
+        SetEnvironmentVariableW(L"KX_ARCHIVE", std::filesystem::absolute(PathFromUtf8(file)).c_str());
     const auto opens = module_.Find<std::uint32_t(KX_CALL*)()>("CONFIG");
     add_ = module_.Find<TestFunction>("TEST_ADD");
     update_ = module_.Find<TestFunction>("TEST_UPDATE");

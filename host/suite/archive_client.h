@@ -33,7 +33,8 @@ struct ArchivedLine {
 
 class ArchiveClient {
   public:
-    ArchiveClient();
+    // file: the archive, UTF-8; empty: the one that is set for the user.
+    explicit ArchiveClient(const std::string& file = {});
 
     // Whether there is an archive to work with; why not (Italian, one line).
     bool IsAvailable() const;

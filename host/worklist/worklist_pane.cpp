@@ -7,6 +7,7 @@
 
 #include "host/panes/list_columns.h"
 #include "host/windows/text_conversion.h"
+#include "host/worklist/listing_words.h"
 
 namespace kxhost {
 namespace {
@@ -29,9 +30,6 @@ constexpr std::size_t kCachedPages = 16;
 constexpr std::array<const wchar_t*, 4> kStateNames{L"Tutti", L"Originali", L"Riletti", L"Confermati"};
 constexpr std::array<std::uint32_t, 4> kStateMasks{0, 1 << 0 | 1 << 3, 1 << 1,
                                                    1 << 2};  // of ArchiveFilter::states
-constexpr std::array<const wchar_t*, 7> kTypes{L"Sforzo", L"",     L"Riposo",     L"Alta risoluzione",
-                                               L"Holter", L"ABPM", L"Spirometria"};
-
 HWND MakeChild(HWND parent, const wchar_t* className, const wchar_t* text, DWORD style, DWORD extendedStyle,
                HFONT font) {
     const HWND child = CreateWindowExW(extendedStyle, className, text, WS_CHILD | WS_VISIBLE | style, 0, 0, 0,
@@ -40,22 +38,6 @@ HWND MakeChild(HWND parent, const wchar_t* className, const wchar_t* text, DWORD
         throw std::runtime_error("a control of the worklist could not be created");
     SendMessageW(child, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
     return child;
-}
-
-std::wstring DateText(const KxDateTime& time) {
-    if (time.year <= 1800)
-        return L"...";
-    wchar_t text[32];
-    std::swprintf(text, std::size(text), L"%02d/%02d/%04d %02d:%02d", time.day, time.month, time.year,
-                  time.hour, time.minute);
-    return text;
-}
-
-const wchar_t* StateText(std::uint32_t flags) {
-    return (flags & 2) != 0   ? L"confermato"
-           : (flags & 1) != 0 ? L"riletto"
-           : (flags & 4) != 0 ? L"esterno"
-                              : L"originale";
 }
 
 }  // namespace
@@ -181,7 +163,7 @@ const std::wstring& WorklistPane::Cell(const ArchivedLine& line, int column) {
         case kIdColumn:
             return cell_ = FromRecordText(line.patientId);
         case kTypeColumn:
-            return cell_ = line.testType < kTypes.size() ? kTypes[line.testType] : L"";
+            return cell_ = TestTypeText(line.testType);
         default:
             return cell_ = StateText(line.stateFlags);
     }

@@ -13,7 +13,7 @@ std::string Describe(const Command& command) {
         static std::string Of(const RecordRequest& r) {
             return (r.path.empty() ? "<builtin>" : r.path) + (r.unitsPerMv ? " @" + std::to_string(r.unitsPerMv) : "");
         }
-        std::string operator()(const OpenWorkstation& c) const { return "open " + Of(c.record); }
+        std::string operator()(const OpenWorkstation& c) const { return "open " + Of(c.record) + (c.archive.empty() ? "" : " in " + c.archive); }
         std::string operator()(const Measure& c) const {
             std::string text = c.json ? "measure as JSON" : "measure";
             for (const RecordRequest& record : c.records)
@@ -44,6 +44,16 @@ std::string Describe(const Command& command) {
         }
         std::string operator()(const PrintToPrinter& c) const { return "print on " + c.printer + " of " + Of(c.record) + Of(c.settings); }
         static std::string Of(const PrintSettings& s) { return " lead " + std::to_string(s.lead) + " " + NameOf(s.paper); }
+        std::string operator()(const ImportRecords& c) const {
+            std::string text = "import into " + c.archive;
+            for (const RecordRequest& record : c.records)
+                text += ' ' + Of(record);
+            return text;
+        }
+        std::string operator()(const ListTests& c) const { return "list " + c.filter + " of " + c.archive; }
+        std::string operator()(const ExportTest& c) const {
+            return "export " + std::to_string(c.id) + " as " + std::to_string(static_cast<int>(c.format)) + " " + c.file + " of " + c.archive;
+        }
         std::string operator()(const ShowHelp&) const { return "help"; }
         std::string operator()(const UsageError& c) const { return "error: " + c.text; }
     };
@@ -61,6 +71,15 @@ TEST(CommandLine, UnderstandsEveryForm) {
         {{"a", "--units-per-mv", "1000"}, "open a @1000"},
         {{"--help"}, "help"},
         {{"a", "-h", "--nonsense"}, "help"},
+        {{"--archive", "x.kxdb"}, "open <builtin> in x.kxdb"},
+        {{"a", "--archive", "x.kxdb"}, "open a in x.kxdb"},
+        {{"--import", "a", "b", "--archive", "x"}, "import into x a b"},
+        {{"--import", "--builtin", "b", "--units-per-mv", "9"}, "import into  <builtin> @9 b @9"},
+        {{"--list"}, "list  of "},
+        {{"--archive", "x", "--list", "rossi riletto"}, "list rossi riletto of x"},
+        {{"--export", "7", "x.XML"}, "export 7 as 0 x.XML of "},
+        {{"--export", "7", "x.csv", "--archive", "y"}, "export 7 as 1 x.csv of y"},
+        {{"--export", "7", "x.html"}, "export 7 as 2 x.html of "},
         {{"--measure", "a.hea"}, "measure a.hea"},
         {{"a.hea", "--measure"}, "measure a.hea"},
         {{"--measure", "--builtin"}, "measure <builtin>"},
@@ -101,6 +120,14 @@ TEST(CommandLine, SaysWhatItDoesNotUnderstand) {
     } rows[] = {
         {{"--nonsense"}, "unknown option: --nonsense"},
         {{"a", "b"}, "one word too many: b"},
+        {{"--import"}, "no recording given (a path, or --builtin)"},
+        {{"--list", "a", "b"}, "one word too many: b"},
+        {{"--list", "--builtin"}, "--builtin does not belong to --list"},
+        {{"--list", "--units-per-mv", "5"}, "--units-per-mv belongs to --measure"},
+        {{"--export", "7"}, "no file given"},
+        {{"--export", "0", "x.xml"}, "not the number of a test: 0"},
+        {{"--export", "7", "x.doc"}, "neither a .xml nor a .csv nor a .html file: x.doc"},
+        {{"--measure", "a", "--archive", "x"}, "--archive belongs to --import"},
         {{"--builtin", "a"}, "one word too many: a"},
         {{"--measure"}, "no recording given (a path, or --builtin)"},
         {{"--interpret", "a", "b"}, "one word too many: b"},
@@ -154,7 +181,7 @@ TEST(CommandLine, SaysWhatItDoesNotUnderstand) {
 TEST(CommandLine, HelpNamesEveryOptionAndPane) {
     const std::string usage(UsageText());
     for (const char* option : {"--measure", "--shot", "--fields", "--expand", "--table", "--print", "--print-to", "--paper", "--builtin",
-                               "--size", "--units-per-mv", "--help", "window", "--json", "--version", "--export-aecg", "--export-csv"})
+                               "--size", "--units-per-mv", "--help", "window", "--json", "--version", "--export-aecg", "--export-csv", "--archive", "--import", "--list", "--export "})
         EXPECT_NE(usage.find(option), std::string::npos) << option;
     for (const PaneRow& row : kPanes)
         EXPECT_NE(usage.find(row.name), std::string::npos) << row.name;

@@ -1,0 +1,85 @@
+#include "host/batch/archive_forms.h"
+
+#include <algorithm>
+#include <string>
+
+#include "host/batch/standard_output.h"
+#include "host/session/record_session.h"
+#include "host/suite/archive_client.h"
+#include "host/windows/text_conversion.h"
+#include "host/worklist/listing_words.h"
+
+namespace kxhost {
+namespace {
+
+constexpr std::uint32_t kPage = 256;  // tests that are asked for at once
+
+void RequireArchive(const ArchiveClient& archive) {
+    if (!archive.IsAvailable())
+        throw RecordError(ToUtf8(archive.FailureText()));
+}
+
+std::string LineOf(const ArchivedLine& line) {
+    const auto text = [](const std::string& field) {
+        return '\t' + ToUtf8(FromRecordText(field.substr(0, field.find_last_not_of(" ,") + 1)));
+    };
+    return std::to_string(line.key.id) + '\t' + ToUtf8(DateText(line.time)) + text(line.name) +
+           text(line.patientId) + '\t' + ToUtf8(TestTypeText(line.testType)) + '\t' +
+           ToUtf8(StateText(line.stateFlags)) + '\n';
+}
+
+}  // namespace
+
+// Each recording on its own: one that cannot be read keeps none of the others out.
+int RunImport(const ImportRecords& command, const AnalysisClient& analysis) {
+    const ArchiveClient archive(command.archive);
+    RequireArchive(archive);
+    std::string failures;
+    for (const RecordRequest& record : command.records) {
+        try {
+            const auto session = RecordSession::Open(record, analysis);
+            const ArchiveClient::Result saved = session->Save(archive);
+            if (saved.answer != kx::kArchiveDone)
+                throw RecordError(record.path + ": " + ToUtf8(saved.text));
+            WriteOutput(std::to_string(session->Key().id) + '\t' +
+                        (record.path.empty() ? "--builtin" : record.path) + '\n');
+        } catch (const RecordError& error) {
+            failures += (failures.empty() ? "" : "; ") + std::string(error.what());
+        }
+    }
+    if (!failures.empty())
+        throw RecordError(failures);
+    return 0;
+}
+
+int RunListTests(const ListTests& command) {
+    const ArchiveClient archive(command.archive);
+    RequireArchive(archive);
+    kx::ArchiveFilter filter{};
+    filter.size = sizeof filter;
+    const std::string words = ToRecordText(FromUtf8(command.filter));
+    if (words.size() >= sizeof filter.words)
+        throw RecordError("the filter is longer than " + std::to_string(sizeof filter.words - 1) +
+                          " characters");
+    std::copy(words.begin(), words.end(), filter.words);
+    for (std::uint32_t first = 0;; first += kPage) {
+        const auto lines = archive.List(filter, kx::kArchiveNewestFirst, first, kPage);
+        std::string output;
+        for (const ArchivedLine& line : lines)
+            output += LineOf(line);
+        WriteOutput(output);
+        if (lines.size() < kPage)
+            return 0;
+    }
+}
+
+int RunExportTest(const ExportTest& command) {
+    const ArchiveClient archive(command.archive);
+    RequireArchive(archive);
+    const auto session = RecordSession::OpenArchived(archive, {command.id, 0});
+    if (!session->Export(PathFromUtf8(command.file), command.format))
+        throw RecordError(command.file + ": the test could not be written");
+    return 0;
+}
+
+}  // namespace kxhost

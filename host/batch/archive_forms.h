@@ -1,0 +1,15 @@
+// The forms of kxhost that work on the archive and end.
+#pragma once
+
+#include "host/batch/command_line.h"
+#include "host/suite/analysis_client.h"
+
+namespace kxhost {
+
+// Each returns the program's exit code. Throws RecordError when there is no archive to work with, or what is
+// asked for cannot be read or written.
+int RunImport(const ImportRecords& command, const AnalysisClient& analysis);
+int RunListTests(const ListTests& command);
+int RunExportTest(const ExportTest& command);
+
+}  // namespace kxhost
