@@ -98,6 +98,12 @@ void FrameWindow::OnCommand(int id) {
         case IDM_FILE_EXIT:
             SendMessageW(Window(), WM_CLOSE, 0, 0);
             break;
+        case IDM_EDIT_UNDO:
+            paneHost_->StrikeControl('Z');
+            break;
+        case IDM_EDIT_REDO:
+            paneHost_->StrikeControl('Y');
+            break;
         case IDM_VIEW_REFRESH:
             ShowPane();
             break;
@@ -133,6 +139,15 @@ void FrameWindow::OnCommand(int id) {
         default:
             break;
     }
+}
+
+void FrameWindow::ShowEditing() const {
+    const HMENU menu = GetMenu(Window());
+    const auto enable = [menu](UINT id, bool possible) {
+        EnableMenuItem(menu, id, possible ? MF_ENABLED : MF_GRAYED);
+    };
+    enable(IDM_EDIT_UNDO, paneHost_->MayUndo());
+    enable(IDM_EDIT_REDO, paneHost_->MayRedo());
 }
 
 // In the middle of the window, with room on the left for the editor's library panel.

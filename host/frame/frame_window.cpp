@@ -262,6 +262,9 @@ LRESULT FrameWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_GETMINMAXINFO:
             OnGetMinMaxInfo(*reinterpret_cast<MINMAXINFO*>(lParam));
             return 0;
+        case WM_INITMENUPOPUP:
+            ShowEditing();
+            return 0;
         case WM_COMMAND:
             // Only the menu and the accelerators speak to the frame; controls come with their window.
             if (lParam == 0)

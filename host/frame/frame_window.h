@@ -74,6 +74,8 @@ class FrameWindow final : public HostWindow, private WorklistActions {
     void OnExportSignal();
     void OnPrint();
     void OnSavePicture();
+    // Before the menu opens: what there is to undo or do again.
+    void ShowEditing() const;
     void OnEditReport(uint32_t mode);
     void OnHelp();
     void OnAbout();

@@ -37,6 +37,12 @@ class PaneHost final : public HostWindow {
     // Gives the keyboard to the pane: to its marker view or paper, where it has one, so that the keys act at
     // once, else to its first control. Nothing happens without a pane.
     void FocusPane() const;
+    // Strikes Ctrl and a letter for the pane, as if on the keyboard: the undo is the pane's own.
+    void StrikeControl(char letter) const;
+    // Whether the pane may have something to undo or do again. How many steps a pane of the library has it
+    // keeps to itself: one with markers always may.
+    bool MayUndo() const;
+    bool MayRedo() const;
     // The size that the pane had by itself when it was opened; 0, 0 without a pane.
     SIZE NaturalSize() const { return natural_; }
 
@@ -48,6 +54,8 @@ class PaneHost final : public HostWindow {
 
   private:
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    // Where the pane takes its keys: the control that has the keyboard, else the marker view.
+    HWND KeyTarget() const;
     HWND MakePane(PaneKind kind, kx::TestRecord& test);
     bool Show(HWND pane);
     void OnPaint();

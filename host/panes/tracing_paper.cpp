@@ -38,8 +38,8 @@ bool Held(int key) {
 TracingPaper::TracingPaper(HWND parent, const UiMetrics& metrics, const TracingSignal& signal,
                            std::vector<TracedBeat> beats, Teller tell)
     : metrics_(metrics), signal_(signal), painter_(signal, std::move(beats)), tell_(std::move(tell)) {
-    Create({kClassName, nullptr, WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_HSCROLL | WS_VSCROLL, 0,
-            parent, 0, 0, nullptr});
+    Create({kClassName, nullptr, WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_HSCROLL | WS_VSCROLL, 0, parent, 0,
+            0, nullptr});
     const WindowDc dc(Window());
     devicePixelsPerMm_ = GetDeviceCaps(dc.Get(), LOGPIXELSX) / kMmPerInch;
     scale_.pixelsPerMm = devicePixelsPerMm_;

@@ -40,9 +40,16 @@ class HostKeysTest : public HostTest {
     bool StripFollows() const { return Strip().find(PaneInStripsWords()) != std::wstring::npos; }
     // Strikes and waits for the marker's own edit to show another value.
     bool Moves(int markerEdit, WORD key, bool control = false) const {
+        return MovesBy(markerEdit, [&] { host_.Strike(key, control); });
+    }
+    bool MovesByMenu(int markerEdit, WPARAM command) const {
+        return MovesBy(markerEdit, [&] { PostMessageW(host_.Frame(), WM_COMMAND, command, 0); });
+    }
+    template <class Act>
+    bool MovesBy(int markerEdit, Act act) const {
         const HWND edit = GetDlgItem(host_.Pane(), markerEdit);
         const std::wstring before = TextOf(edit);
-        host_.Strike(key, control);
+        act();
         return WaitUntil([&] { return TextOf(edit) != before; });
     }
 
@@ -65,11 +72,11 @@ TEST_F(HostKeysTest, TheKeysMoveTheMarkersOfThePaneAndTheStripShowsIt) {
     const std::wstring moved = TextOf(onset);
 
     ASSERT_TRUE(Moves(IDC_MORPH_GLOBAL_P_ON, 'Z', true)) << "Ctrl+Z";
-    ASSERT_TRUE(Moves(IDC_MORPH_GLOBAL_P_ON, 'Z', true)) << "Ctrl+Z again";
+    ASSERT_TRUE(MovesByMenu(IDC_MORPH_GLOBAL_P_ON, IDM_EDIT_UNDO));
     EXPECT_EQ(TextOf(onset), automatic);
     EXPECT_TRUE(WaitUntil([&] { return Strip() == first && StripFollows(); })) << fs::path(Strip()).string();
     ASSERT_TRUE(Moves(IDC_MORPH_GLOBAL_P_ON, 'Y', true)) << "Ctrl+Y";
-    ASSERT_TRUE(Moves(IDC_MORPH_GLOBAL_P_ON, 'Y', true)) << "Ctrl+Y again";
+    ASSERT_TRUE(MovesByMenu(IDC_MORPH_GLOBAL_P_ON, IDM_EDIT_REDO));
     EXPECT_EQ(TextOf(onset), moved);
     EXPECT_TRUE(WaitUntil([&] { return StripFollows(); }));
 
