@@ -19,12 +19,13 @@ double ReadEverySample(const KxEpisodeRecord& episode) {
     return sum;
 }
 
-// What a step of a drag may take, so that it follows the pointer: a third of a frame at 60 frames a second.
-constexpr double kLargestStepNs = 5e6;
+// What a step of a drag and the first measurement of a beat may take.
+constexpr double kLargestStepNs = 1e6;
+constexpr double kLargestFirstNs = 15e6;
 
-// The measurement reads the samples about a hundred times: resampled, smoothed at two scales in three passes
-// each, differentiated, walked along by three waves.
-constexpr double kLargestRatio = 120;
+// A step compares every sample with those that were measured, and finds the components of every lead between its
+// markers.
+constexpr double kLargestRatio = 12;
 
 }  // namespace
 
@@ -44,6 +45,13 @@ int main() {
             kx::analysis::UpdateDetection(episode.Get(), workspace);
         });
     kx::bench::PrintLine("update_detection", measured, kLargestRatio);
-    kx::bench::PrintLine("update_detection_of_5_ms", {kLargestStepNs, measured.subjectNs}, 1);
+    kx::bench::PrintLine("update_detection_of_1_ms", {kLargestStepNs, measured.subjectNs}, 1);
+
+    // A sample that changes makes another beat of it.
+    const double first = kx::bench::MeasureAlone([&] {
+        episode.Lead(0)[0] = static_cast<std::int16_t>(step = (step + 1) % 5);
+        kx::analysis::MeasureEpisode(episode.Get(), workspace);
+    });
+    kx::bench::PrintLine("first_measurement_of_15_ms", {kLargestFirstNs, first}, 1);
     return 0;
 }

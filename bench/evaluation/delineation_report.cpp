@@ -1,10 +1,13 @@
 // Prints how far the measurement lies from the cardiologists' marks; see kUsage.
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
+#include <memory>
 #include <string>
 
 #include "bench/evaluation/degradations.h"
+#include "bench/evaluation/fold_weights.h"
 #include "bench/evaluation/judge.h"
 #include "bench/evaluation/training_beats.h"
 
@@ -40,20 +43,50 @@ std::vector<MarkedRecord> ReadRecords(const char* folder, Scale scale) {
     return records;
 }
 
-std::vector<RecordErrors> JudgeAll(const std::vector<MarkedRecord>& records) {
+// A network for every record: that of its fold, or the one that is shipped.
+class Networks {
+  public:
+    // folder: of the folds' tables; null for the shipped one.
+    explicit Networks(const char* folder) {
+        std::string error;
+        for (std::size_t fold = 0; folder && fold < kFolds; ++fold) {
+            const auto file = std::filesystem::path(folder) / ("fold" + std::to_string(fold) + ".weights");
+            auto weights = FoldWeights::Read(file, error);
+            if (!weights) {
+                Fail(error);
+            }
+            weights_.push_back(std::move(*weights));
+        }
+        for (const FoldWeights& fold : weights_) {
+            tables_.push_back(fold.Networks());
+        }
+        for (std::size_t fold = 0; fold < kFolds; ++fold) {
+            workspaces_.push_back(std::make_unique<kx::analysis::Workspace>(
+                folder ? tables_[fold] : kx::analysis::kTrainedNetworks));
+        }
+    }
+    kx::analysis::Workspace& Of(std::size_t record) { return *workspaces_[FoldOf(record)]; }
+
+  private:
+    std::vector<FoldWeights> weights_;
+    std::vector<kx::analysis::TrainedNetworks> tables_;
+    std::vector<std::unique_ptr<kx::analysis::Workspace>> workspaces_;
+};
+
+std::vector<RecordErrors> JudgeAll(const std::vector<MarkedRecord>& records, Networks& networks) {
     std::vector<RecordErrors> errors;
-    for (const MarkedRecord& record : records) {
+    for (std::size_t n = 0; n < records.size(); ++n) {
         std::string refusal;
-        if (const auto measured = Measure(record.recording, refusal)) {
-            errors.push_back(Judge(record, *measured));
+        if (const auto measured = Measure(records[n].recording, networks.Of(n), refusal)) {
+            errors.push_back(Judge(records[n], *measured));
         } else {
-            std::printf("record %d is refused: %s\n", record.number, refusal.c_str());
+            std::printf("record %d is refused: %s\n", records[n].number, refusal.c_str());
         }
     }
     return errors;
 }
 
-void PrintDegraded(const std::vector<MarkedRecord>& records) {
+void PrintDegraded(const std::vector<MarkedRecord>& records, Networks& networks) {
     std::printf(
         "How far the global points move when the same %zu records are degraded: mean / sd / 95th percentile "
         "of the\n"
@@ -65,7 +98,7 @@ void PrintDegraded(const std::vector<MarkedRecord>& records) {
         }
     }
     std::printf(" %8s %5s %5s\n", "refused", "P -", "P +");
-    const std::vector<RecordErrors> whole = JudgeAll(records);
+    const std::vector<RecordErrors> whole = JudgeAll(records, networks);
     for (const Degradation& degradation : kDegradations) {
         std::array<Errors, kBoundaries> moved;
         int refused = 0, lost = 0, gained = 0;
@@ -73,7 +106,7 @@ void PrintDegraded(const std::vector<MarkedRecord>& records) {
             MarkedRecord record = records[k];
             const int cutMs = degradation.apply(record.recording);
             std::string refusal;
-            auto measured = Measure(record.recording, refusal);
+            auto measured = Measure(record.recording, networks.Of(k), refusal);
             if (!measured) {
                 ++refused;
                 continue;
@@ -116,8 +149,10 @@ int main(int argc, char** argv) {
         std::fputs(kUsage, stderr);
         return 2;
     }
+    char** const folds = option("--folds");
+    Networks networks(folds && folds + 1 < argv + argc ? folds[1] : nullptr);
     if (option("--degraded")) {
-        PrintDegraded(ReadRecords(argv[1], Scale::kTrue));
+        PrintDegraded(ReadRecords(argv[1], Scale::kTrue), networks);
         return 0;
     }
     if (char** const training = option("--training"); training && training + 1 < argv + argc) {
@@ -129,10 +164,10 @@ int main(int argc, char** argv) {
         }
         return 0;
     }
-    const auto judged = JudgeAll(ReadRecords(argv[1], Scale::kTrue));
+    const auto judged = JudgeAll(ReadRecords(argv[1], Scale::kTrue), networks);
     PrintTable("All records, one unit = 1 uV", judged, option("--leads"));
-    PrintTable("All records, by the gains of their headers", JudgeAll(ReadRecords(argv[1], Scale::kHeader)),
-               false);
+    PrintTable("All records, by the gains of their headers",
+               JudgeAll(ReadRecords(argv[1], Scale::kHeader), networks), false);
     if (option("--records")) {
         PrintRecords(judged);
     }

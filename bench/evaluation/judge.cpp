@@ -1,12 +1,12 @@
 #include "bench/evaluation/judge.h"
 
 #include "host/recording/median_beat.h"
-#include "suite/kxanalyze/delineator.h"
 #include "tests/unit/analyze/synthetic_beat.h"
 
 namespace kx::evaluation {
 
-std::optional<MeasuredRecord> Measure(const recording::Recording& recording, std::string& refusal) {
+std::optional<MeasuredRecord> Measure(const recording::Recording& recording, analysis::Workspace& workspace,
+                                      std::string& refusal) {
     const auto beat = recording::MakeMedianBeat(recording, refusal);
     if (!beat) {
         return std::nullopt;
@@ -14,8 +14,8 @@ std::optional<MeasuredRecord> Measure(const recording::Recording& recording, std
     analysis::Episode episode({beat->leads.begin(), beat->leads.end()}, recording::kWorkingRate,
                               recording::kResolutionNv);
     episode.Set().rrInterval = static_cast<std::uint16_t>(beat->rrMs);
-    if (analysis::MeasureEpisode(episode.Get()) == 0) {
-        refusal = "the median beat cannot be measured";
+    if (analysis::MeasureEpisode(episode.Get(), workspace) == 0) {
+        refusal = workspace.Refusal();
         return std::nullopt;
     }
     return MeasuredRecord{beat->beatsMs, MeasuredPlaces(episode.Set())};

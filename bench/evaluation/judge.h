@@ -7,6 +7,7 @@
 #include "bench/evaluation/error_table.h"
 #include "bench/evaluation/marked_record.h"
 #include "bench/evaluation/reference.h"
+#include "suite/kxanalyze/delineator.h"
 
 namespace kx::evaluation {
 
@@ -16,7 +17,8 @@ struct MeasuredRecord {
     std::vector<int> beatsMs;  // as the workstation reports them
     BeatPlaces places;
 };
-std::optional<MeasuredRecord> Measure(const recording::Recording& recording, std::string& refusal);
+std::optional<MeasuredRecord> Measure(const recording::Recording& recording, analysis::Workspace& workspace,
+                                      std::string& refusal);
 
 // The errors of a measured record.
 RecordErrors Judge(const MarkedRecord& record, const MeasuredRecord& measured);

@@ -6,6 +6,7 @@
 #include "host/recording/baseline.h"
 #include "host/recording/beat_classes.h"
 #include "host/recording/beat_finder.h"
+#include "host/recording/mains_hum.h"
 #include "host/recording/median_beat.h"
 #include "host/recording/signal_math.h"
 #include "host/recording/spikes.h"
@@ -18,10 +19,22 @@ constexpr std::ptrdiff_t kAlignment = ToSamples(kAlignmentMs);
 constexpr double kPremature = 0.8;         // of the median RR interval
 constexpr std::size_t kIrregularPart = 4;  // more than one premature beat in so many is an irregular rhythm
 
-int MedianRrMs(const std::vector<int>& beatsMs) {
+// Whether samples [first, end) lie wholly in the recording and hold no missing ones.
+bool IsKnown(const Recording& recording, std::ptrdiff_t first, std::ptrdiff_t end) {
+    return first >= 0 && end <= static_cast<std::ptrdiff_t>(recording.SampleCount()) &&
+           std::none_of(recording.gaps.begin(), recording.gaps.end(), [&](const Gap& gap) {
+               return static_cast<std::ptrdiff_t>(gap.first)<end&& static_cast<std::ptrdiff_t>(gap.end)>
+                   first;
+           });
+}
+
+// Over the intervals in which no beat can be missing.
+int MedianRrMs(const Recording& recording, const std::vector<int>& beatsMs) {
     std::vector<float> intervals;
     for (std::size_t i = 1; i < beatsMs.size(); ++i) {
-        intervals.push_back(static_cast<float>(beatsMs[i] - beatsMs[i - 1]));
+        if (IsKnown(recording, ToSamples(beatsMs[i - 1]), ToSamples(beatsMs[i]))) {
+            intervals.push_back(static_cast<float>(beatsMs[i] - beatsMs[i - 1]));
+        }
     }
     return static_cast<int>(std::lround(Median(intervals)));
 }
@@ -40,22 +53,12 @@ std::vector<bool> ByRhythm(const std::vector<bool>& dominant, const std::vector<
     return premature * kIrregularPart > members ? dominant : kept;
 }
 
-bool IsWhole(const Recording& recording, std::ptrdiff_t place) {
-    const std::ptrdiff_t first = place - kAlignment;
-    const std::ptrdiff_t end = first + kMedianBeatSamples;
-    if (first < 0 || end > static_cast<std::ptrdiff_t>(recording.SampleCount())) {
-        return false;
-    }
-    return std::none_of(recording.gaps.begin(), recording.gaps.end(), [&](const Gap& gap) {
-        return static_cast<std::ptrdiff_t>(gap.first)<end&& static_cast<std::ptrdiff_t>(gap.end)> first;
-    });
-}
-
 // The whole beats among the chosen; all of the chosen when none is whole.
 std::vector<bool> WholeBeats(const Recording& recording, const Places& places, std::vector<bool> chosen) {
     const std::vector<bool> all = chosen;
     for (std::size_t i = 0; i < places.size(); ++i) {
-        chosen[i] = chosen[i] && IsWhole(recording, places[i]);
+        const std::ptrdiff_t first = places[i] - kAlignment;
+        chosen[i] = chosen[i] && IsKnown(recording, first, first + kMedianBeatSamples);
     }
     return std::count(chosen.begin(), chosen.end(), true) > 0 ? chosen : all;
 }
@@ -70,16 +73,18 @@ std::ptrdiff_t IsoelectricOffset(const Recording& recording, const Places& place
     constexpr double kCalm =
         0.05;  // of the largest spatial velocity; the calmest place is allowed twice its own
     Trace velocity(static_cast<std::size_t>(kFarthest + kMargin + kNearest));
+    const std::vector<bool> missing = MissingSamples(recording);
     std::vector<float> values;
     for (const Trace& lead : recording.leads) {
         Trace mean(velocity.size());
         for (std::size_t i = 0; i < mean.size(); ++i) {
-            GatherSamples(lead, places, static_cast<std::ptrdiff_t>(i) - kFarthest - kMargin, values);
+            GatherSamples(lead, missing, places, static_cast<std::ptrdiff_t>(i) - kFarthest - kMargin,
+                          values);
             double sum = 0;
             for (const float value : values) {
                 sum += double{value};
             }
-            mean[i] = static_cast<float>(sum / static_cast<double>(values.size()));
+            mean[i] = static_cast<float>(sum / static_cast<double>(std::max<std::size_t>(1, values.size())));
         }
         const Trace slope = BandSlope(mean);
         for (std::size_t i = 0; i < slope.size(); ++i) {
@@ -105,18 +110,32 @@ std::ptrdiff_t IsoelectricOffset(const Recording& recording, const Places& place
 
 }  // namespace
 
-void GatherSamples(const Trace& lead, const Places& places, std::ptrdiff_t offset,
-                   std::vector<float>& values) {
-    const auto last = static_cast<std::ptrdiff_t>(lead.size()) - 1;
+void GatherSamples(const std::vector<float>& lead, const std::vector<bool>& missing, const Places& places,
+                   std::ptrdiff_t offset, std::vector<float>& values) {
     values.clear();
     for (const std::ptrdiff_t place : places) {
-        values.push_back(lead[static_cast<std::size_t>(std::clamp(place + offset, std::ptrdiff_t{0}, last))]);
+        const std::ptrdiff_t i = place + offset;
+        if (i >= 0 && i < static_cast<std::ptrdiff_t>(lead.size()) && !missing[static_cast<std::size_t>(i)]) {
+            values.push_back(lead[static_cast<std::size_t>(i)]);
+        }
     }
+}
+
+std::vector<bool> MissingSamples(const Recording& recording) {
+    std::vector<bool> missing(recording.SampleCount());
+    for (const Gap& gap : recording.gaps) {
+        const std::size_t end = std::min(gap.end, missing.size());
+        for (std::size_t i = gap.first; i < end; ++i) {
+            missing[i] = true;
+        }
+    }
+    return missing;
 }
 
 AlignedBeats AlignBeats(const Recording& given) {
     AlignedBeats beats;
     beats.recording = ResampleToWorkingRate(given);
+    beats.humHz = RemoveMainsHum(beats.recording);
     beats.heart = beats.recording;
     const Places spikes = FindSpikes(beats.recording);
     BridgeSpikes(beats.heart, spikes);
@@ -124,7 +143,7 @@ AlignedBeats AlignBeats(const Recording& given) {
     if (beatsMs.empty()) {
         return beats;
     }
-    beats.rrMs = MedianRrMs(beatsMs);
+    beats.rrMs = MedianRrMs(beats.heart, beatsMs);
     Places places;
     for (const int ms : beatsMs) {
         places.push_back(ToSamples(ms));
@@ -141,6 +160,7 @@ AlignedBeats AlignBeats(const Recording& given) {
         knot += calm;
     }
     RemoveBaseline(beats.recording, knots);
+    RemoveWander(beats.recording, beats.places, beats.dominant);
     beats.heart = beats.recording;
     BridgeSpikes(beats.heart, spikes);
     return beats;

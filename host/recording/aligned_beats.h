@@ -12,14 +12,15 @@ namespace kx::recording {
 using Places = std::vector<std::ptrdiff_t>;
 
 struct AlignedBeats {
-    Recording recording;  // at kWorkingRate, without its baseline
+    Recording recording;  // at kWorkingRate, without hum and baseline
     Recording heart;      // the same without pacing spikes (spikes.h)
     // Of every beat its place, aligned with the others of its shape, whether that is the dominant shape, and
     // whether the beat is to be in the median. All empty for a recording without beats.
     Places places;
     std::vector<bool> dominant;
     std::vector<bool> kept;
-    int rrMs = 0;  // median RR interval; 0 with a single beat
+    int rrMs = 0;   // median RR interval; 0 when none is known
+    int humHz = 0;  // of the mains hum that was removed, 0 when there was none
 };
 
 // The steps before the median; see median_beat.h.
@@ -28,8 +29,11 @@ AlignedBeats AlignBeats(const Recording& recording);
 // The places that are chosen.
 Places Chosen(const Places& places, const std::vector<bool>& chosen);
 
-// Sample `offset` from each place, the recording's ends continued.
-void GatherSamples(const std::vector<float>& lead, const Places& places, std::ptrdiff_t offset,
-                   std::vector<float>& values);
+// Which samples lie in a gap.
+std::vector<bool> MissingSamples(const Recording& recording);
+
+// Sample `offset` from each place, as far as the lead has them.
+void GatherSamples(const std::vector<float>& lead, const std::vector<bool>& missing, const Places& places,
+                   std::ptrdiff_t offset, std::vector<float>& values);
 
 }  // namespace kx::recording

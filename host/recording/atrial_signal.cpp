@@ -30,12 +30,13 @@ std::ptrdiff_t QrsOnset(const AlignedBeats& beats) {
     constexpr std::ptrdiff_t kBehind = ToSamples(60);
     constexpr float kCalmPart = 0.06f;
     const Places places = Chosen(beats.places, beats.kept);
+    const std::vector<bool> missing = MissingSamples(beats.heart);
     Trace velocity(static_cast<std::size_t>(kBefore + kBehind));
     std::vector<float> values;
     for (const Trace& lead : beats.heart.leads) {
         Trace median;
         for (std::ptrdiff_t offset = -kBefore - 1; offset <= kBehind; ++offset) {
-            GatherSamples(lead, places, offset, values);
+            GatherSamples(lead, missing, places, offset, values);
             median.push_back(static_cast<float>(Median(values)));
         }
         const Trace smooth = MovingMean(median, 5);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 
 #include "host/recording/signal_math.h"
 
@@ -110,9 +111,13 @@ const Class& DominantClass(std::vector<Class>& classes, const std::vector<std::p
 
 BeatClasses ClassifyBeats(const Recording& recording, const std::vector<std::ptrdiff_t>& beats) {
     constexpr std::size_t kSmoothing = 5;
+    // A wandering baseline would make each beat a shape of its own.
+    constexpr auto kLocalMean = static_cast<std::size_t>(ToSamples(400)) + 1;
     std::vector<Trace> leads;
     for (const Trace& lead : recording.leads) {
-        leads.push_back(MovingMean(lead, kSmoothing));
+        const Trace level = MovingMean(lead, kLocalMean);
+        Trace& smooth = leads.emplace_back(MovingMean(lead, kSmoothing));
+        std::transform(smooth.begin(), smooth.end(), level.begin(), smooth.begin(), std::minus<>());
     }
 
     BeatClasses result;

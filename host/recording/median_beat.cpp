@@ -19,15 +19,50 @@ std::int16_t Saturated(double microvolts) {
         std::clamp(std::round(microvolts * kUnitsPerMicrovolt), -32768.0, 32767.0));
 }
 
-void FillMedians(const Recording& recording, const Places& places, MedianBeat& beat) {
+// The part of a beat without which it is not measured: a P wave, the QRS complex, a T wave, ms from the
+// alignment point.
+constexpr std::ptrdiff_t kCoreFrom = -300;
+constexpr std::ptrdiff_t kCoreTo = 530;
+// So many beats of which no two look alike have no representative.
+constexpr std::size_t kManyBeats = 4;
+
+// The samples [from, to) that at least one beat has.
+struct Filled {
+    int from = kMedianBeatSamples;
+    int to = 0;
+    bool whole = true;  // without a gap between
+};
+
+// Samples that no beat has are those of the nearest that one has.
+Filled FillMedians(const Recording& recording, const Places& places, MedianBeat& beat) {
+    const std::vector<bool> missing = MissingSamples(recording);
     std::vector<float> values;
+    Filled filled;
     for (std::size_t lead = 0; lead < kLeadCount; ++lead) {
-        beat.leads[lead].resize(kMedianBeatSamples);
+        std::vector<std::int16_t>& samples = beat.leads[lead];
+        samples.assign(kMedianBeatSamples, 0);
+        filled = {};
         for (int i = 0; i < kMedianBeatSamples; ++i) {
-            GatherSamples(recording.leads[lead], places, i - kAlignment, values);
-            beat.leads[lead][static_cast<std::size_t>(i)] = Saturated(Median(values));
+            GatherSamples(recording.leads[lead], missing, places, i - kAlignment, values);
+            if (!values.empty()) {
+                samples[static_cast<std::size_t>(i)] = Saturated(Median(values));
+                filled.whole = filled.whole && (filled.to == 0 || filled.to == i);
+                filled.from = std::min(filled.from, i);
+                filled.to = i + 1;
+            }
+        }
+        if (filled.to > 0) {
+            const auto first = samples.begin() + filled.from, last = samples.begin() + filled.to - 1;
+            std::fill(samples.begin(), first, *first);
+            std::fill(last, samples.end(), *last);
         }
     }
+    return filled;
+}
+
+bool HoldsCore(const Filled& filled) {
+    return filled.whole && filled.from <= kAlignment + ToSamples(kCoreFrom) &&
+           filled.to >= kAlignment + ToSamples(kCoreTo);
 }
 
 // How far the largest spatial magnitude of the QRS complex lies behind the alignment point.
@@ -53,10 +88,22 @@ std::ptrdiff_t PeakOffset(const MedianBeat& beat) {
     return best;
 }
 
+// Why there is no median of these beats; empty when there is.
+std::string Refusal(const AlignedBeats& beats) {
+    if (beats.places.empty()) {
+        return "no heart beat was found";
+    }
+    const auto alike = std::count(beats.dominant.begin(), beats.dominant.end(), true);
+    if (beats.places.size() >= kManyBeats && alike < 2) {
+        return "no two of its beats look alike";
+    }
+    return {};
+}
+
 std::optional<MedianBeat> Make(const Recording& given, std::string& error) {
     const AlignedBeats beats = AlignBeats(given);
-    if (beats.places.empty()) {
-        error = "no heart beat was found";
+    error = Refusal(beats);
+    if (!error.empty()) {
         return std::nullopt;
     }
     MedianBeat beat;
@@ -69,7 +116,10 @@ std::optional<MedianBeat> Make(const Recording& given, std::string& error) {
     for (std::ptrdiff_t& place : kept) {
         place += offset;
     }
-    FillMedians(beats.recording, kept, beat);
+    if (!HoldsCore(FillMedians(beats.recording, kept, beat))) {
+        error = "no beat is whole: samples are missing, or the recording is too short";
+        return std::nullopt;
+    }
     for (std::size_t i = 0; i < beats.places.size(); ++i) {
         const std::ptrdiff_t place = beats.places[i] + (beats.dominant[i] ? offset : 0);
         beat.beatsMs.push_back(static_cast<int>(std::max<std::ptrdiff_t>(0, place) * 1000 / kWorkingRate));
@@ -77,6 +127,9 @@ std::optional<MedianBeat> Make(const Recording& given, std::string& error) {
     beat.rhythm = FindRhythm(beats);
     for (std::size_t i = 0; i < beat.beatsMs.size(); ++i) {
         beat.rhythm.beats[i].ms = beat.beatsMs[i];
+    }
+    if (beats.humHz > 0) {
+        beat.remarks.push_back("a mains hum of " + std::to_string(beats.humHz) + " Hz was taken out");
     }
     return beat;
 }

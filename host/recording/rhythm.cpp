@@ -39,10 +39,11 @@ class Complexes {
             leads_[lead] = MovingMean(beats.heart.leads[lead], kSmoothing);
         }
         const Places places = Chosen(beats.places, beats.dominant);
+        const std::vector<bool> missing = MissingSamples(beats.heart);
         std::vector<float> values;
         for (std::size_t lead = 0; lead < kLeadCount; ++lead) {
             for (std::ptrdiff_t k = -kHalfComplex; k <= kHalfComplex; ++k) {
-                GatherSamples(leads_[lead], places, k, values);
+                GatherSamples(leads_[lead], missing, places, k, values);
                 dominant_.push_back(static_cast<float>(Median(values)));
             }
         }

@@ -116,45 +116,84 @@ void MovingMean(const Trace& from, std::ptrdiff_t half, Trace& to) {
     }
 }
 
+// A plateau at the lead's highest or lowest value with steep sides: what exceeds the range of a converter or
+// of an amplifier. Within this part of the range, so long and so many samples, the sides by this part within
+// 4 ms or a sample.
+constexpr double kPlateau = 0.02;
+constexpr double kPlateauMs = 16;
+constexpr std::size_t kPlateauSamples = 4;
+constexpr double kSide = 0.1;
+constexpr double kSideMs = 4;
+
+bool Saturates(const Trace& samples, double lowest, double highest, double rate) {
+    const double range = highest - lowest;
+    const auto side = static_cast<std::size_t>(std::max(1.0, std::floor(kSideMs * rate / 1000)));
+    const auto least =
+        std::max(kPlateauSamples, static_cast<std::size_t>(std::ceil(kPlateauMs * rate / 1000)));
+    for (const bool high : {true, false}) {
+        const auto away = [&](std::size_t i) { return high ? highest - samples[i] : samples[i] - lowest; };
+        for (std::size_t i = side; i + side < samples.size(); ++i) {
+            const std::size_t first = i;
+            while (i + side < samples.size() && away(i) <= kPlateau * range) {
+                ++i;
+            }
+            if (i - first >= least && away(first - side) >= kSide * range &&
+                away(i - 1 + side) >= kSide * range) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
+// Reads one lead that is stored. Null; or why it cannot be measured.
+const char* ReadLead(const KxEpisodeRecord& episode, std::span<const std::int16_t> samples, Beat& beat,
+                     BeatLead& lead) {
+    if (!Microvolts(samples, episode.resolutionNv / 1000.0, beat.working)) {
+        return "more than half of its samples are missing";
+    }
+    const auto [lowest, highest] = std::minmax_element(beat.working.begin(), beat.working.end());
+    if (*highest - *lowest < kFlatMicrovolts) {
+        return "it is flat";
+    }
+    if (Saturates(beat.working, *lowest, *highest, episode.sampleRate)) {
+        return "it exceeds the range of the recorder";
+    }
+    Resample(beat.working, episode.sampleRate, beat.length, lead.level);
+    return nullptr;
+}
+
 }  // namespace
 
-bool ReadBeat(const KxEpisodeRecord* episode, Beat& beat) {
+const char* ReadBeat(const KxEpisodeRecord* episode, Beat& beat) {
     if (episode == nullptr || episode->samples == nullptr || episode->storedLeads == 0 ||
         episode->storedLeads > KX_LEAD_SLOTS || episode->resolutionNv == 0 ||
-        episode->sampleRate < kLowestRate || episode->sampleRate > kHighestRate) {
-        return false;
+        KX_EPISODE_FIXED_SIZE + 2ull * episode->storedLeads * episode->samplesPerLead > episode->totalSize) {
+        return "the record of the beat does not hold what it announces";
     }
-    const std::uint64_t announced = 2ull * episode->storedLeads * episode->samplesPerLead;
-    if (KX_EPISODE_FIXED_SIZE + announced > episode->totalSize) {
-        return false;
+    if (episode->sampleRate < kLowestRate || episode->sampleRate > kHighestRate) {
+        return "the beat has less than 100 or more than 32000 samples a second";
     }
     const std::uint64_t lengthMs = std::uint64_t{episode->samplesPerLead} * 1000 / episode->sampleRate;
     if (lengthMs < kShortestBeatMs || lengthMs > kLongestBeatMs) {
-        return false;
+        return "the beat is shorter than 300 ms or longer than 4 s";
     }
     beat.length = static_cast<int>(lengthMs);
     beat.rr = episode->measurements.rrInterval;
     bool any = false;
     for (std::uint32_t code = 0; code < KX_MEASURED_LEADS; ++code) {
         BeatLead& lead = beat.leads[code];
-        lead.present = false;
         const std::span<const std::int16_t> samples = LeadSamples(*episode, code);
-        if (samples.empty() || !Microvolts(samples, episode->resolutionNv / 1000.0, beat.working)) {
-            continue;
-        }
-        const auto [lowest, highest] = std::minmax_element(beat.working.begin(), beat.working.end());
-        if (*highest - *lowest < kFlatMicrovolts) {
-            continue;
-        }
-        lead.present = any = true;
-        Resample(beat.working, episode->sampleRate, beat.length, lead.level);
+        lead.refusal = samples.empty() ? nullptr : ReadLead(*episode, samples, beat, lead);
+        lead.present = !samples.empty() && lead.refusal == nullptr;
+        any = any || lead.present;
     }
     if (!any) {
-        return false;
+        return "no lead of the beat can be measured";
     }
     SmoothLeads(beat);
     BridgeSpikes(beat);
-    return JoinLeads(beat);
+    return JoinLeads(beat) ? nullptr : kNoComplex;
 }
 
 void SmoothLeads(Beat& beat) {

@@ -17,12 +17,13 @@ using Place = int;
 
 struct BeatLead {
     bool present = false;
-    Trace level;           // microvolts, pacing spikes bridged
-    Trace fine;            // smoothed for the QRS complex
-    Trace fineSlope;       // microvolts per ms
-    Trace wide;            // smoothed for P and T waves
-    Trace wideSlope;       // microvolts per ms
-    double fineNoise = 0;  // slope that counts as noise, microvolts per ms
+    const char* refusal = nullptr;  // why one that is stored is not present, one line of English
+    Trace level;                    // microvolts, pacing spikes bridged
+    Trace fine;                     // smoothed for the QRS complex
+    Trace fineSlope;                // microvolts per ms
+    Trace wide;                     // smoothed for P and T waves
+    Trace wideSlope;                // microvolts per ms
+    double fineNoise = 0;           // slope that counts as noise, microvolts per ms
     double wideNoise = 0;
 };
 
@@ -62,9 +63,11 @@ class LeadValues {
     std::size_t count_ = 0;
 };
 
-// Takes the beat out of a record whose contents may be anything, and prepares everything that depends on its
-// samples alone. False, and a beat of no meaning, when it cannot be measured (see delineator.h).
-bool ReadBeat(const KxEpisodeRecord* episode, Beat& beat);
+inline constexpr char kNoComplex[] = "no QRS complex stands out of the noise of the beat";
+
+// Takes the beat out of a record whose contents may be anything, and prepares what every wave is looked for
+// in. Null; or why it cannot be measured, one line of English, and a beat of no meaning (see delineator.h).
+const char* ReadBeat(const KxEpisodeRecord* episode, Beat& beat);
 
 // Smooths every present lead and takes its slopes.
 void SmoothLeads(Beat& beat);

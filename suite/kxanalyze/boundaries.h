@@ -19,16 +19,6 @@ struct WaveBoundaries {
     std::array<Interval, KX_MEASURED_LEADS> leads;
 };
 
-// The QRS complex, off == 0 when there is none. Needs a beat of ReadBeat.
-WaveBoundaries FindQrs(const Beat& beat);
-
-// The T wave after `qrs`, global.off == 0 when there is none; its global onset is the earliest of the leads.
-WaveBoundaries FindT(const Beat& beat, const WaveBoundaries& qrs);
-
-// The P wave before `qrs`, global.off == 0 when there is none. `t` and the RR interval tell where the T wave
-// of the beat before has ended.
-WaveBoundaries FindP(const Beat& beat, const WaveBoundaries& qrs, const WaveBoundaries& t);
-
 // Isoelectric level of a lead: the mean of the 16 ms before the QRS onset, or of as much of them as lies
 // behind the end of the P wave, at least 4 ms. Microvolts.
 double IsoelectricLevel(const BeatLead& lead, Place qrsOn, Place pOff);

@@ -1,22 +1,17 @@
 #include "suite/kxanalyze/delineator.h"
 
 #include <algorithm>
+#include <cstring>
+#include <vector>
 
 #include "suite/kxanalyze/beat.h"
-#include "suite/kxanalyze/boundaries.h"
 #include "suite/kxanalyze/components.h"
+#include "suite/kxanalyze/delineation.h"
 #include "suite/kxanalyze/derived_values.h"
 #include "suite/kxanalyze/markers.h"
 
 namespace kx::analysis {
 namespace {
-
-// What the samples alone say, before anything placed by hand is taken in.
-struct Waves {
-    WaveBoundaries p;
-    WaveBoundaries qrs;
-    WaveBoundaries t;
-};
 
 GlobalRow FoundPoints(const Waves& waves) {
     return {waves.p.global.on, waves.p.global.off, waves.qrs.global.on, waves.qrs.global.off,
@@ -52,6 +47,13 @@ void FindComponents(const Beat& beat, const BeatLead& lead, const GlobalRow& poi
     }
 }
 
+// Who placed all five component onsets of a lead by hand placed the complex.
+bool IsComplexManual(std::uint32_t manual) {
+    constexpr std::uint32_t kOnsets = KX_MANUAL_LEAD_Q_ON | KX_MANUAL_LEAD_R_ON | KX_MANUAL_LEAD_S_ON |
+                                      KX_MANUAL_LEAD_R_PRIME_ON | KX_MANUAL_LEAD_S_PRIME_ON;
+    return (manual & kOnsets) == kOnsets;
+}
+
 // The markers of a lead. The components are looked for between boundaries that are final: those placed by
 // hand and what is left of the automatic ones beside them.
 LeadRow MarkersOf(const Beat& beat, const Waves& waves, std::size_t code, const GlobalRow& points,
@@ -60,24 +62,16 @@ LeadRow MarkersOf(const Beat& beat, const Waves& waves, std::size_t code, const 
     if (!lead.present) {
         return JoinLead({}, stored, manual);
     }
-    LeadRow row = JoinLead(FoundBoundaries(waves, code, points), stored, manual);
+    LeadRow row = FoundBoundaries(waves, code, points);
+    if (IsComplexManual(manual) && stored[kLeadQrsOff] != 0) {
+        row[kLeadQrsOff] = stored[kLeadQrsOff];
+    }
+    row = JoinLead(row, stored, manual);
     FindComponents(beat, lead, points, Within(waves.qrs.leads[code], points[kQrsOn], points[kQrsOff]), row);
     return JoinLead(row, stored, manual);
 }
 
-std::uint32_t Measure(KxEpisodeRecord* episode, bool honourManual, Beat& beat) {
-    if (!ReadBeat(episode, beat)) {
-        return 0;
-    }
-    Waves waves;
-    waves.qrs = FindQrs(beat);
-    if (!waves.qrs.global.Present()) {
-        return 0;
-    }
-    waves.t = FindT(beat, waves.qrs);
-    waves.p = FindP(beat, waves.qrs, waves.t);
-
-    KxMeasurementSet set = episode->measurements;
+void WriteMeasurements(const Beat& beat, const Waves& waves, bool honourManual, KxMeasurementSet& set) {
     const auto flags = [&](std::uint16_t stored) { return honourManual ? std::uint32_t{stored} : 0u; };
     const GlobalRow points =
         JoinGlobal(FoundPoints(waves), ReadGlobalRow(set), flags(set.leads[0].globalManualFlags));
@@ -91,6 +85,87 @@ std::uint32_t Measure(KxEpisodeRecord* episode, bool honourManual, Beat& beat) {
     }
     DeriveIntervals(points, set);
     DeriveAxes(beat, points, waves.t.global.on, set);
+}
+
+}  // namespace
+
+// A beat and everything that its samples say, with a copy of what it was read from.
+class Workspace::Kept {
+  public:
+    explicit Kept(const TrainedNetworks& networks) : delineation_(networks) {}
+
+    // Null when the episode can be measured, else why not. Does nothing for the episode of the call before.
+    const char* Take(const KxEpisodeRecord* episode) {
+        fresh_ = !IsKnown(episode);
+        if (fresh_) {
+            known_ = false;
+            refusal_ = ReadBeat(episode, beat_);
+            if (refusal_ == nullptr) {
+                waves_ = delineation_.Of(beat_);
+                refusal_ = waves_.qrs.global.Present() ? nullptr : kNoComplex;
+            }
+            Remember(episode);
+        }
+        return refusal_;
+    }
+
+    bool IsFresh() const { return fresh_; }
+    const char* LeadRefusal(std::size_t code) const { return beat_.leads[code].refusal; }
+    const Beat& TheBeat() const { return beat_; }
+    const Waves& TheWaves() const { return waves_; }
+
+  private:
+    static std::size_t SampleCount(const KxEpisodeRecord& episode) {
+        return std::size_t{episode.storedLeads} * episode.samplesPerLead;
+    }
+
+    bool IsKnown(const KxEpisodeRecord* episode) const {
+        return known_ && episode != nullptr && episode->samples != nullptr &&
+               episode->storedLeads == episode_.storedLeads &&
+               episode->samplesPerLead == episode_.samplesPerLead &&
+               episode->sampleRate == episode_.sampleRate && episode->totalSize == episode_.totalSize &&
+               episode->resolutionNv == episode_.resolutionNv &&
+               episode->measurements.rrInterval == episode_.measurements.rrInterval &&
+               std::memcmp(episode->leadTable, episode_.leadTable, sizeof episode_.leadTable) == 0 &&
+               std::memcmp(episode->samples, samples_.data(), samples_.size() * sizeof samples_[0]) == 0;
+    }
+
+    void Remember(const KxEpisodeRecord* episode) {
+        if (refusal_ == nullptr) {
+            episode_ = *episode;
+            samples_.assign(episode->samples, episode->samples + SampleCount(*episode));
+            known_ = true;
+        }
+    }
+
+    Beat beat_;
+    Delineation delineation_;
+    Waves waves_;
+    const char* refusal_ = nullptr;
+    bool fresh_ = false;
+    bool known_ = false;
+    KxEpisodeRecord episode_{};
+    std::vector<std::int16_t> samples_;
+};
+
+Workspace::Workspace(const TrainedNetworks& networks) : kept_(std::make_unique<Kept>(networks)) {}
+Workspace::~Workspace() = default;
+
+const char* Workspace::LeadRefusal(std::size_t leadCode) const {
+    return kept_->LeadRefusal(leadCode);
+}
+
+bool Workspace::IsFresh() const {
+    return kept_->IsFresh();
+}
+
+std::uint32_t Workspace::Measure(KxEpisodeRecord* episode, bool honourManual) {
+    refusal_ = kept_->Take(episode);
+    if (refusal_ != nullptr) {
+        return 0;
+    }
+    KxMeasurementSet set = episode->measurements;
+    WriteMeasurements(kept_->TheBeat(), kept_->TheWaves(), honourManual, set);
     set.size = KX_MEASUREMENT_SET_SIZE;
     set.measured = 1;
     set.episodeTime = episode->endTimeMs;
@@ -98,17 +173,12 @@ std::uint32_t Measure(KxEpisodeRecord* episode, bool honourManual, Beat& beat) {
     return 1;
 }
 
-}  // namespace
-
-Workspace::Workspace() : beat_(std::make_unique<Beat>()) {}
-Workspace::~Workspace() = default;
-
 std::uint32_t MeasureEpisode(KxEpisodeRecord* episode, Workspace& workspace) {
-    return Measure(episode, false, *workspace.beat_);
+    return workspace.Measure(episode, false);
 }
 
 std::uint32_t UpdateDetection(KxEpisodeRecord* episode, Workspace& workspace) {
-    return Measure(episode, true, *workspace.beat_);
+    return workspace.Measure(episode, true);
 }
 
 std::uint32_t MeasureEpisode(KxEpisodeRecord* episode) {

@@ -11,10 +11,12 @@
 // the boundaries lie from their marks.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 
 #include "kxdialogs.h"
+#include "suite/kxanalyze/network_weights.h"
 
 namespace kx::analysis {
 
@@ -24,20 +26,30 @@ inline constexpr std::uint32_t kHighestRate = 32000;   // samples per second
 inline constexpr std::uint32_t kShortestBeatMs = 300;  // shorter ones cannot hold a QRS complex and a T wave
 inline constexpr std::uint32_t kLongestBeatMs = 4000;  // a longer block is no median beat; it is refused
 
-struct Beat;
-
-// The memory that a measurement works in, about 0.6 MB for a beat of 1200 ms. Kept by who measures again and
-// again, so that a marker that is dragged costs no allocation of it at each step; what was measured before
-// has no influence. For one thread at a time.
+// The memory that a measurement works in, about 1 MB for a beat of 1200 ms and 12 leads, and everything that
+// the samples of the last beat alone say. Kept by who measures again and again: the steps of a drag, which
+// change markers and no sample, allocate nothing and look for no wave. For one thread at a time.
 class Workspace {
   public:
-    Workspace();
+    // The tables of the networks outlive the workspace.
+    explicit Workspace(const TrainedNetworks& networks = kTrainedNetworks);
     ~Workspace();
 
+    // Why the last measurement failed, one line of English; null when it did not.
+    const char* Refusal() const { return refusal_; }
+    // Whether the last measurement was of other samples than the one before.
+    bool IsFresh() const;
+    // Why a lead that the last beat stores (0 to 14) is not measured; null when it is.
+    const char* LeadRefusal(std::size_t leadCode) const;
+
   private:
+    class Kept;
     friend std::uint32_t MeasureEpisode(KxEpisodeRecord* episode, Workspace& workspace);
     friend std::uint32_t UpdateDetection(KxEpisodeRecord* episode, Workspace& workspace);
-    std::unique_ptr<Beat> beat_;
+    std::uint32_t Measure(KxEpisodeRecord* episode, bool honourManual);
+
+    std::unique_ptr<Kept> kept_;
+    const char* refusal_ = nullptr;
 };
 
 // Measures the beat of the episode and writes the result into its measurement set: the five global points
@@ -71,10 +83,10 @@ std::uint32_t MeasureEpisode(KxEpisodeRecord* episode);  // in memory of its own
 // markerFlags is set keeps its value; 0 there says that the wave is absent, and the wave's automatic points
 // become 0 with it. The other markers give way, so that the order of the waves holds as far as the manual
 // markers themselves keep it, and every derived value follows from the result. A marker without its flag is
-// placed anew whatever stands in it: a QRS offset that was moved without its flag goes back to where the
-// analysis sees it, but never before a component onset placed by hand. Global points are those of all
-// leads together: the manual marker of one lead changes that lead's values only, and a manual global point
-// bounds the automatic markers of the leads.
+// placed anew whatever stands in it, except the QRS offset of a lead whose five component onsets all have
+// theirs: who placed the complex by hand placed its end, too. It stays unless it is 0, and gives way to a
+// component behind it. Global points are those of all leads together: the manual marker of one lead changes
+// that lead's values only, and a manual global point bounds the automatic markers of the leads.
 std::uint32_t UpdateDetection(KxEpisodeRecord* episode, Workspace& workspace);
 std::uint32_t UpdateDetection(KxEpisodeRecord* episode);
 

@@ -4,8 +4,11 @@
 
 #include <atomic>
 #include <memory>
+#include <string>
 
+#include "lib/leads.h"
 #include "suite/kxanalyze/delineator.h"
+#include "suite/suite_log.h"
 
 namespace {
 
@@ -21,18 +24,45 @@ struct Release {
     ~Release() { keptInUse.clear(std::memory_order_release); }
 };
 
+// The report's source and the places in it.
+constexpr char kSource[] = "kxanalyze";
+constexpr std::uint32_t kBeatLine = 1;
+constexpr std::uint32_t kLeadLine = 2;
+
+// Why a beat or a lead of it is not measured, once for the same samples.
+void Report(const Workspace& workspace) {
+    kx::suite::SuiteLog log;
+    if (workspace.Refusal() != nullptr) {
+        log.LOGOEMERROR(kSource, kBeatLine, workspace.Refusal());
+        return;
+    }
+    for (unsigned code = 0; workspace.IsFresh() && code < KX_MEASURED_LEADS; ++code) {
+        if (const char* refusal = workspace.LeadRefusal(code)) {
+            log.LOGOEMERROR(
+                kSource, kLeadLine,
+                (std::string(kx::StandardLeadName(code)) + " is not measured: " + refusal).c_str());
+        }
+    }
+}
+
+std::uint32_t MeasureAndReport(Measure measure, KxEpisodeRecord* episode, Workspace& workspace) {
+    const std::uint32_t measured = measure(episode, workspace);
+    Report(workspace);
+    return measured;
+}
+
 // No exception leaves the module: short memory counts as "not measured".
 std::uint32_t Guarded(Measure measure, KxEpisodeRecord* episode) {
     try {
         if (keptInUse.test_and_set(std::memory_order_acquire)) {
             Workspace own;
-            return measure(episode, own);
+            return MeasureAndReport(measure, episode, own);
         }
         const Release release;
         if (!kept) {
             kept = std::make_unique<Workspace>();
         }
-        return measure(episode, *kept);
+        return MeasureAndReport(measure, episode, *kept);
     } catch (...) {
         return 0;
     }
@@ -57,7 +87,7 @@ KX_EXPORT std::uint32_t __stdcall REMOVEPIPE() {
     return 0;
 }
 
-// See delineator.h. Both work in place, on the caller's thread, and keep nothing of a beat between calls.
+// See delineator.h. Both work in place, on the caller's thread.
 KX_EXPORT std::uint32_t __stdcall MEASUREEPISODE(KxEpisodeRecord* episode) {
     return Guarded(kx::analysis::MeasureEpisode, episode);
 }

@@ -84,7 +84,7 @@ Place FindCandidate(Beat& beat) {
     FindResiduals(beat, beat.working, beat.curve);
     Place candidate = 0;
     for (Place i = kHalfMedian + 1; i + kHalfMedian < beat.length; ++i) {
-        if (At(beat.working, i) >= static_cast<double>(std::min(kLeads, present)) &&
+        if (At(beat.working, i) >= static_cast<double>(std::min(kLeads, (present + 2) / 3)) &&
             (candidate == 0 || At(beat.curve, i) > At(beat.curve, candidate))) {
             candidate = i;
         }

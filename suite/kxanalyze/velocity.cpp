@@ -2,7 +2,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "suite/kxanalyze/beat.h"
+#include "suite/kxanalyze/curve.h"
 
 namespace kx::analysis {
 namespace {
@@ -14,7 +14,11 @@ constexpr int kAroundComplex = 100;
 // A lead is heard by its largest slope over its noise, up to this; no place counts for more than the second.
 constexpr double kClearLead = 60;
 constexpr double kClearPlace = 200;
-// The steepest place on all leads is sought again this near to the first one found.
+// Where in the block the complex is expected, and how much less a place at its ends counts.
+constexpr double kMiddle = 0.4;
+constexpr double kFarLess = 0.5;
+// The place at which the slopes are steepest in units of the leads' noise is this near to the steepest of
+// all.
 constexpr int kAroundCentre = 60;
 
 using SlopeOf = Trace BeatLead::*;
@@ -61,24 +65,24 @@ void Join(Beat& beat, SlopeOf slopeOf, NoiseOf noiseOf, Trace& joined) {
 }  // namespace
 
 // Of the beats that may lie in the block the one near the middle is meant: a place far from it counts for up
-// to 30 % less.
+// to half less. Slopes of the wide scale, in which a pacing spike is small.
 Place FindCentre(Beat& beat, Place excludedFrom, Place excludedTo) {
-    Trace& joined = beat.fineVelocity;
+    Trace& joined = beat.wideVelocity;
     joined.assign(static_cast<std::size_t>(beat.length), 0);
     for (const BeatLead& lead : beat.leads) {
         if (lead.present) {
-            const double largest = std::max(Largest(lead.fineSlope, 0, beat.length), 1e-9);
+            const double largest = std::max(Largest(lead.wideSlope, 0, beat.length), 1e-9);
             for (std::size_t i = 0; i < joined.size(); ++i) {
-                joined[i] += lead.fineSlope[i] * lead.fineSlope[i] / (largest * largest);
+                joined[i] += lead.wideSlope[i] * lead.wideSlope[i] / (largest * largest);
             }
         }
     }
-    const double middle = 0.4 * beat.length;
+    const double middle = kMiddle * beat.length;
     double best = 0;
     Place place = 0;
     for (Place i = 0; i < beat.length; ++i) {
         const double away = std::min(1.0, std::fabs(i - middle) / middle);
-        const double value = At(joined, i) * (1 - 0.3 * away * away);
+        const double value = At(joined, i) * (1 - kFarLess * away * away);
         if (value > best && (i < excludedFrom || i > excludedTo)) {
             best = value;
             place = i;
@@ -91,9 +95,7 @@ bool JoinLeads(Beat& beat) {
     beat.centre = FindCentre(beat, -1, -1);
     Join(beat, &BeatLead::fineSlope, &BeatLead::fineNoise, beat.fineVelocity);
     Join(beat, &BeatLead::wideSlope, &BeatLead::wideNoise, beat.wideVelocity);
-    const Place from = std::max(0, beat.centre - kAroundCentre);
-    const auto near = Between(beat.fineVelocity, from, beat.centre + kAroundCentre);
-    beat.centre = from + static_cast<Place>(std::max_element(near.begin(), near.end()) - near.begin());
+    beat.centre = LargestPlace(beat.wideVelocity, beat.centre - kAroundCentre, beat.centre + kAroundCentre);
     return At(beat.fineVelocity, beat.centre) > 0;
 }
 

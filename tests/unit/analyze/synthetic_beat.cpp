@@ -11,16 +11,14 @@ double ValueAt(const Deflection& wave, double ms) {
     if (ms <= wave.on || ms >= wave.off) {
         return 0;
     }
-    return wave.microvolts * 0.5 *
-           (1 - std::cos(2 * std::numbers::pi * (ms - wave.on) / (wave.off - wave.on)));
+    return wave.microvolts * 0.5 * (1 - std::cos(2 * std::numbers::pi * (ms - wave.on) / (wave.off - wave.on)));
 }
 
 }  // namespace
 
 double LeadWeight(std::size_t code) {
     // I, II, III with I + III = II, then the augmented leads that follow from them, then the chest leads.
-    constexpr double kWeights[KX_STANDARD_LEADS] = {0.8, 1.0, 0.2, -0.9, 0.3, 0.6,
-                                                    0.5, 0.7, 0.9, 1.1,  1.0, 0.8};
+    constexpr double kWeights[KX_STANDARD_LEADS] = {0.8, 1.0, 0.2, -0.9, 0.3, 0.6, 0.5, 0.7, 0.9, 1.1, 1.0, 0.8};
     return kWeights[code];
 }
 
@@ -42,8 +40,7 @@ Episode::Episode(const SyntheticBeat& beat) : record_(std::make_unique<KxEpisode
     }
 }
 
-Episode::Episode(const std::vector<std::vector<std::int16_t>>& leads, std::uint32_t rate,
-                 std::uint32_t resolutionNv)
+Episode::Episode(const std::vector<std::vector<std::int16_t>>& leads, std::uint32_t rate, std::uint32_t resolutionNv)
     : record_(std::make_unique<KxEpisodeRecord>()) {
     LayOut(leads.size(), leads.empty() ? 0 : leads.front().size());
     record_->sampleRate = rate;
@@ -53,9 +50,7 @@ Episode::Episode(const std::vector<std::vector<std::int16_t>>& leads, std::uint3
     }
 }
 
-std::int16_t* Episode::Lead(std::size_t code) {
-    return samples_.get() + record_->leadTable[code].sampleOffset;
-}
+std::int16_t* Episode::Lead(std::size_t code) { return samples_.get() + record_->leadTable[code].sampleOffset; }
 
 void Episode::LayOut(std::size_t leads, std::size_t samplesPerLead) {
     samples_ = std::make_unique<std::int16_t[]>(leads * samplesPerLead);
@@ -67,10 +62,8 @@ void Episode::LayOut(std::size_t leads, std::size_t samplesPerLead) {
     record.endTimeMs = 10000;
     record.samples = samples_.get();
     for (std::size_t slot = 0; slot < KX_LEAD_SLOTS; ++slot) {
-        record.leadTable[slot].leadCode =
-            static_cast<std::uint32_t>(slot < leads ? slot : std::size_t{KX_LEAD_EMPTY});
-        record.leadTable[slot].sampleOffset =
-            slot < leads ? static_cast<std::uint32_t>(slot * samplesPerLead) : 0;
+        record.leadTable[slot].leadCode = static_cast<std::uint32_t>(slot < leads ? slot : std::size_t{KX_LEAD_EMPTY});
+        record.leadTable[slot].sampleOffset = slot < leads ? static_cast<std::uint32_t>(slot * samplesPerLead) : 0;
     }
     record.measurements.size = KX_MEASUREMENT_SET_SIZE;
 }

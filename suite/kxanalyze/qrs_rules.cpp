@@ -1,8 +1,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "suite/kxanalyze/boundaries.h"
 #include "suite/kxanalyze/curve.h"
+#include "suite/kxanalyze/rules.h"
 
 namespace kx::analysis {
 namespace {
@@ -25,8 +25,9 @@ constexpr double kOffsetLag = 2.2;
 constexpr int kBehindSpike = 6;
 constexpr int kSpikeBehindEdge = 50;
 constexpr int kSpikeBeforeEdge = 120;
-// A lead's own edge counts this much beside that of all leads.
-constexpr double kOwnWeight = 0.4;
+// A complex whose largest slopes are not so many times those of the line beside it is not told from the
+// noise.
+constexpr double kStandsOut = 4;
 
 // The edge of the complex seen from the line: the last place below the threshold before the complex has begun
 // for good. Coming from the line is what cannot step over it into the wave on its other side.
@@ -44,34 +45,23 @@ Place FindEdge(const Trace& curve, const Line& line, Place centre) {
     return edge;
 }
 
-Interval FindEdges(const Trace& curve, Place centre) {
-    return {FindEdge(curve, FindLine(curve, centre - kFarthestBefore, centre - kNearestBefore), centre),
-            FindEdge(curve, FindLine(curve, centre + kNearestBehind, centre + kFarthestBehind), centre)};
-}
-
-Interval FindInLead(const Beat& beat, const BeatLead& lead, Interval all) {
-    Sizes(lead.fineSlope, beat.curve);
-    const Place centre = LargestPlace(beat.curve, all.on, all.off);
-    const Interval own = FindEdges(beat.curve, centre);
-    const Place on = std::clamp(own.on, all.on, centre);
-    const Place off = std::clamp(own.off, centre, all.off);
-    return {Rounded(all.on + kOwnWeight * (on - all.on)), Rounded(all.off + kOwnWeight * (off - all.off))};
-}
-
 }  // namespace
 
-WaveBoundaries FindQrs(const Beat& beat) {
-    WaveBoundaries qrs;
-    const Interval edges = FindEdges(beat.fineVelocity, beat.centre);
-    const bool paced = beat.spike > 0 && edges.on >= beat.spike - kSpikeBehindEdge &&
-                       edges.on <= beat.spike + kSpikeBeforeEdge;
-    qrs.global.on = Rounded(paced ? beat.spike + kBehindSpike : edges.on - kOnsetLead);
-    qrs.global.off = std::clamp(Rounded(edges.off + kOffsetLag), qrs.global.on + 1, beat.length - 1);
-    for (std::size_t code = 0; code < beat.leads.size(); ++code) {
-        if (beat.leads[code].present) {
-            qrs.leads[code] = FindInLead(beat, beat.leads[code], qrs.global);
-        }
+QrsByRules FindQrs(const Beat& beat) {
+    const Trace& curve = beat.fineVelocity;
+    const Line before = FindLine(curve, beat.centre - kFarthestBefore, beat.centre - kNearestBefore);
+    const Line behind = FindLine(curve, beat.centre + kNearestBehind, beat.centre + kFarthestBehind);
+    if (At(curve, beat.centre) < kStandsOut * std::max(before.floor, behind.floor)) {
+        return {};
     }
+    const Place onset = FindEdge(curve, before, beat.centre);
+    const Place offset = FindEdge(curve, behind, beat.centre);
+    QrsByRules qrs;
+    qrs.paced =
+        beat.spike > 0 && onset >= beat.spike - kSpikeBehindEdge && onset <= beat.spike + kSpikeBeforeEdge;
+    qrs.all.on = Rounded(qrs.paced ? beat.spike + kBehindSpike : onset - kOnsetLead);
+    qrs.all.off =
+        std::clamp(Rounded(offset + kOffsetLag), std::min(qrs.all.on + 1, beat.length - 1), beat.length - 1);
     return qrs;
 }
 

@@ -1,8 +1,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "suite/kxanalyze/boundaries.h"
 #include "suite/kxanalyze/curve.h"
+#include "suite/kxanalyze/rules.h"
 
 namespace kx::analysis {
 namespace {
@@ -36,14 +36,9 @@ constexpr int kLevelTo = 4;
 constexpr int kPeakApart = 40;
 constexpr double kRest = 0.25;
 constexpr int kLineMs = 50;
-constexpr int kRiseReach = 110;
-constexpr double kOnsetPart = 0.33;
-constexpr int kClearOfQrs = 10;
 // The end of all leads is one of the latest, and later: a tangent meets the line before the wave has left it.
 constexpr double kLateQuantile = 0.85;
 constexpr int kGlobalLag = 16;
-constexpr int kLeadLag = 12;
-constexpr double kOwnWeight = 0.5;
 
 struct Search {
     Place from;
@@ -148,58 +143,24 @@ Place FindEnd(const Beat& beat, const BeatLead& lead, Place peak) {
     return fall + Rounded(std::clamp((level - At(lead.wide, fall)) / slope, 0.0, double{kReach}));
 }
 
-Place FindOnset(const Beat& beat, const BeatLead& lead, Place peak, Place qrsOff) {
-    Sizes(lead.wideSlope, beat.curve);
-    const Place rise = LargestPlace(beat.curve, std::max(qrsOff + kClearOfQrs, peak - kRiseReach), peak + 1);
-    Place on = rise;
-    while (on > qrsOff && At(beat.curve, on) > kOnsetPart * At(beat.curve, rise)) {
-        --on;
-    }
-    return on;
-}
-
-// Moves the leads' own places half way to the one that they agree on.
-void Agree(const Beat& beat, WaveBoundaries& t) {
-    LeadValues onsets, offsets;
-    for (const Interval& own : t.leads) {
-        if (own.Present()) {
-            onsets.Add(own.on);
-            offsets.Add(own.off);
-        }
-    }
-    const double on = Median(beat, onsets), off = Median(beat, offsets);
-    t.global.on = Rounded(on);
-    t.global.off = std::min(Rounded(Quantile(beat, offsets, kLateQuantile) + kGlobalLag), beat.length - 1);
-    for (Interval& own : t.leads) {
-        if (own.Present()) {
-            own.off = std::min(Rounded(off + kOwnWeight * (own.off - off) + kLeadLag), t.global.off);
-            own.on = std::min(Rounded(on + kOwnWeight * (own.on - on)), own.off - 1);
-            t.global.on = std::min(t.global.on, own.on);
-        }
-    }
-}
-
 }  // namespace
 
-WaveBoundaries FindT(const Beat& beat, const WaveBoundaries& qrs) {
-    WaveBoundaries t;
-    const Search search = WhereToLook(beat, qrs.global);
+Place FindTOff(const Beat& beat, Interval qrs) {
+    const Search search = WhereToLook(beat, qrs);
     if (search.to - search.from < kShortestSearch) {
-        return t;
+        return 0;
     }
-    const Place peak = FindPeak(FindHeight(beat, qrs.global.on, search), search);
+    const Place peak = FindPeak(FindHeight(beat, qrs.on, search), search);
     if (peak == 0) {
-        return t;
+        return 0;
     }
-    for (std::size_t code = 0; code < beat.leads.size(); ++code) {
-        const BeatLead& lead = beat.leads[code];
+    LeadValues ends;
+    for (const BeatLead& lead : beat.leads) {
         if (lead.present) {
-            const Place own = FindLeadPeak(lead, qrs.global.on, peak, search);
-            t.leads[code] = {FindOnset(beat, lead, own, qrs.global.off), FindEnd(beat, lead, own)};
+            ends.Add(FindEnd(beat, lead, FindLeadPeak(lead, qrs.on, peak, search)));
         }
     }
-    Agree(beat, t);
-    return t;
+    return std::min(Rounded(Quantile(beat, ends, kLateQuantile) + kGlobalLag), beat.length - 1);
 }
 
 }  // namespace kx::analysis

@@ -1,8 +1,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "suite/kxanalyze/boundaries.h"
 #include "suite/kxanalyze/curve.h"
+#include "suite/kxanalyze/rules.h"
 
 namespace kx::analysis {
 namespace {
@@ -35,10 +35,6 @@ constexpr double kSteeperThanLine = 2.46;
 constexpr int kShortestLine = 24;
 constexpr double kLeastLine = 0.2;
 constexpr int kClearOfWave = 10;
-// In one lead.
-constexpr double kOwnWeight = 0.5;
-constexpr int kLeadOnsetLag = 7;
-constexpr int kLeadOffsetLead = 9;
 
 // The lowest value on the way from a peak to a higher one.
 double Valley(const Trace& curve, Place peak, int direction, Place end) {
@@ -86,70 +82,35 @@ Place FindPeak(const Beat& beat, Place from, Place qrsOn) {
     return peak;
 }
 
-// Where a wave is looked for and found, and its edges on a curve.
-struct Found {
-    Place from;
-    Place qrsOn;
-    Place peak;
-    Place rise = 0;
-    Place fall = 0;
-    Interval edges;
-};
-
-void FindEdges(const Beat& beat, const Trace& curve, Place first, Place last, Found& found) {
-    found.rise = LargestPlace(curve, std::max({first, found.from, found.peak - kHalfWidth}), found.peak + 1);
-    found.fall = LargestPlace(curve, found.peak,
-                              std::min({last, found.qrsOn - kClearOfQrs, found.peak + kHalfWidth}) + 1);
-    const double least = kNoiseFactor * Quantile(beat, Between(curve, found.from, found.qrsOn), 0.1);
-    found.edges.on = LastAbove(curve, found.rise, -1, std::max(kOnsetPart * At(curve, found.rise), least),
-                               kOnsetQuiet, first);
-    found.edges.off = LastAbove(curve, found.fall, +1, std::max(kOffsetPart * At(curve, found.fall), least),
-                                kOffsetQuiet, last);
-}
-
-bool StandsOut(const Beat& beat, const Found& found, Place previousT) {
-    const Trace& curve = beat.wideVelocity;
-    const auto line = Between(curve, previousT, found.edges.on - kClearOfWave);
-    const double noise =
-        static_cast<int>(line.size()) < kShortestLine ? 1 : std::max(kLeastLine, Median(beat, line));
-    return std::min(At(curve, found.rise), At(curve, found.fall)) > kSteeperThanLine * noise;
-}
-
-// The lead's own edges, half way to those of all leads.
-Interval FindInLead(const Beat& beat, const BeatLead& lead, Interval all, Found found) {
-    Sizes(lead.wideSlope, beat.curve);
-    FindEdges(beat, beat.curve, all.on, all.off, found);
-    const Place on = Rounded(all.on + kOwnWeight * (found.edges.on - all.on) + kLeadOnsetLag);
-    const Place off = Rounded(all.off + kOwnWeight * (found.edges.off - all.off) - kLeadOffsetLead);
-    return {std::min(on, found.peak), std::max(off, found.peak + 1)};
-}
-
 }  // namespace
 
-WaveBoundaries FindP(const Beat& beat, const WaveBoundaries& qrs, const WaveBoundaries& t) {
-    const Place qrsOn = qrs.global.on;
-    const Place previousT = t.global.Present() && beat.rr > 0 ? std::max(1, t.global.off - beat.rr) : 1;
-    Found found{.from = std::max(qrsOn - kSearch, previousT), .qrsOn = qrsOn, .peak = 0, .edges = {}};
-    if (qrsOn - found.from < kShortestSearch) {
+PByRules FindP(const Beat& beat, Interval qrs, Place tOff) {
+    const Trace& curve = beat.wideVelocity;
+    const Place previousT = tOff > 0 && beat.rr > 0 ? std::max(1, tOff - beat.rr) : 1;
+    const Place from = std::max(qrs.on - kSearch, previousT);
+    const Place to = qrs.on - kClearOfQrs;
+    if (qrs.on - from < kShortestSearch) {
         return {};
     }
-    found.peak = FindPeak(beat, found.from, qrsOn);
-    if (found.peak == 0) {
+    const Place peak = FindPeak(beat, from, qrs.on);
+    if (peak == 0) {
         return {};
     }
-    FindEdges(beat, beat.wideVelocity, std::max(1, found.from - kClearOfWave), qrsOn, found);
-    if (!StandsOut(beat, found, previousT)) {
-        return {};
-    }
-    WaveBoundaries p;
-    p.global.on = Rounded(found.edges.on - kOnsetLead);
-    p.global.off = std::clamp(Rounded(qrsOn + kOwnOffset * (found.edges.off - qrsOn) - kOffsetLead),
-                              found.peak + 1, qrsOn - 1);
-    for (std::size_t code = 0; code < beat.leads.size(); ++code) {
-        if (beat.leads[code].present) {
-            p.leads[code] = FindInLead(beat, beat.leads[code], p.global, found);
-        }
-    }
+    const Place rise = LargestPlace(curve, std::max(from, peak - kHalfWidth), peak + 1);
+    const Place fall = LargestPlace(curve, peak, std::min(to, peak + kHalfWidth) + 1);
+    const double least = kNoiseFactor * Quantile(beat, Between(curve, from, qrs.on), 0.1);
+    const Place onset = LastAbove(curve, rise, -1, std::max(kOnsetPart * At(curve, rise), least), kOnsetQuiet,
+                                  std::max(1, from - kClearOfWave));
+    const Place offset =
+        LastAbove(curve, fall, +1, std::max(kOffsetPart * At(curve, fall), least), kOffsetQuiet, qrs.on);
+    const auto line = Between(curve, previousT, onset - kClearOfWave);
+    const double noise =
+        static_cast<int>(line.size()) < kShortestLine ? 1 : std::max(kLeastLine, Median(beat, line));
+    PByRules p;
+    p.clearness = std::min(At(curve, rise), At(curve, fall)) / (kSteeperThanLine * noise);
+    p.all.on = Rounded(onset - kOnsetLead);
+    p.all.off =
+        std::clamp(Rounded(qrs.on + kOwnOffset * (offset - qrs.on) - kOffsetLead), peak + 1, qrs.on - 1);
     return p;
 }
 

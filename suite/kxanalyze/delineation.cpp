@@ -1,0 +1,189 @@
+#include "suite/kxanalyze/delineation.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+
+#include "suite/kxanalyze/curve.h"
+#include "suite/kxanalyze/network_input.h"
+#include "suite/kxanalyze/rules.h"
+
+namespace kx::analysis {
+namespace {
+
+// How far from the rules the network is believed, ms.
+constexpr int kBelievedQrs = 40;
+constexpr int kBelievedP = 60;
+constexpr int kBelievedT = 80;
+// Between the ends of the QRS complex that the two see, where they are near to one another.
+constexpr double kRulesWeight = 0.5;
+// The leads' ends follow one that was moved so far.
+constexpr double kLeadShare = 0.5;
+// Of two T ends far from one another the one is taken that is nearer to a QT interval of 400 ms at one second
+// (L. S. Fridericia, Acta Med. Scand. 53, 469-486, 1920).
+constexpr double kQtAtOneSecond = 400;
+constexpr int kAssumedRr = 900;
+// Whether there is a P wave is for both to say: the logarithm of its clearness to the rules counts so many
+// times beside the network's logarithm of the odds.
+constexpr double kClearnessWeight = 4;
+// A lead's point so far from those of the other leads is theirs, ms.
+constexpr std::array<double, kLeadPoints> kApart = {90, 90, 60, 60, 120, 100};
+// A wave that begins or ends so near to the end of the block is not wholly in it, ms.
+constexpr int kEdge = 6;
+// The shortest waves and the least distances between them, ms.
+constexpr int kShortestP = 20;
+constexpr int kShortestQrs = 20;
+constexpr int kShortestT = 40;
+constexpr int kBetween = 2;
+
+// The points of the network, as it gives them.
+enum LeadPoint : std::size_t { kPOnPoint, kPOffPoint, kQrsOnPoint, kQrsOffPoint, kTOnPoint, kTOffPoint };
+constexpr std::size_t kGlobalTOffPoint = 4;
+
+void Add(const NetworkOutput& output, NetworkOutput& mean) {
+    for (std::size_t point = 0; point < mean.global.size(); ++point) {
+        mean.global[point] += output.global[point] / kNetworks;
+    }
+    for (std::size_t lead = 0; lead < mean.leads.size(); ++lead) {
+        for (std::size_t point = 0; point < kLeadPoints; ++point) {
+            mean.leads[lead][point] += output.leads[lead][point] / kNetworks;
+        }
+    }
+    mean.pWave += output.pWave / kNetworks;
+}
+
+// The place of a point, which is ms from the centre of the complex.
+Place PlaceOf(const Beat& beat, double ms) {
+    return std::clamp(Rounded(beat.centre + ms), 1, beat.length - 1);
+}
+
+// An end of the complex: between what the two see when they agree, else what the rules see.
+Place JoinQrsPoint(Place network, Place rules) {
+    return std::abs(network - rules) > kBelievedQrs ? rules
+                                                    : Rounded(network + kRulesWeight * (rules - network));
+}
+
+Place JoinTOff(const Beat& beat, Place qrsOn, Place network, Place rules) {
+    if (std::abs(network - rules) <= kBelievedT) {
+        return network;
+    }
+    const double expected = qrsOn + kQtAtOneSecond * std::cbrt((beat.rr > 0 ? beat.rr : kAssumedRr) / 1000.0);
+    return std::fabs(network - expected) <= std::fabs(rules - expected) ? network : rules;
+}
+
+Place JoinPPoint(Place network, Place rules) {
+    return rules != 0 && std::abs(network - rules) > kBelievedP ? rules : network;
+}
+
+// One point of every lead. shift: by how much the point of all leads was moved from where the network saw it.
+template <Place Interval::*kEnd>
+void TakeLeads(const Beat& beat, const NetworkOutput& output, LeadPoint point, double shift,
+               WaveBoundaries& wave) {
+    LeadValues values;
+    std::size_t n = 0;
+    for (const BeatLead& lead : beat.leads) {
+        if (lead.present) {
+            values.Add(output.leads[n++][point]);
+        }
+    }
+    const double middle = Median(beat, values);
+    n = 0;
+    for (std::size_t code = 0; code < beat.leads.size(); ++code) {
+        if (beat.leads[code].present) {
+            const double own = output.leads[n++][point];
+            wave.leads[code].*kEnd =
+                PlaceOf(beat, shift + (std::fabs(own - middle) > kApart[point] ? middle : own));
+        }
+    }
+}
+
+WaveBoundaries JoinQrs(const Beat& beat, const QrsByRules& rules, const NetworkOutput& output) {
+    WaveBoundaries qrs;
+    const Place on = PlaceOf(beat, output.global[kQrsOnPoint]),
+                off = PlaceOf(beat, output.global[kQrsOffPoint]);
+    qrs.global.on = rules.paced ? rules.all.on : JoinQrsPoint(on, rules.all.on);
+    qrs.global.off = JoinQrsPoint(off, rules.all.off);
+    qrs.global.off = std::max(qrs.global.off, std::min(qrs.global.on + kShortestQrs, beat.length - 1));
+    TakeLeads<&Interval::on>(beat, output, kQrsOnPoint, kLeadShare * (qrs.global.on - on), qrs);
+    TakeLeads<&Interval::off>(beat, output, kQrsOffPoint, kLeadShare * (qrs.global.off - off), qrs);
+    return qrs;
+}
+
+WaveBoundaries JoinT(const Beat& beat, Place rules, const WaveBoundaries& qrs, const NetworkOutput& output) {
+    WaveBoundaries t;
+    if (rules == 0) {
+        return t;
+    }
+    const Place off = PlaceOf(beat, output.global[kGlobalTOffPoint]);
+    t.global.off = JoinTOff(beat, qrs.global.on, off, rules);
+    if (t.global.off >= beat.length - kEdge || t.global.off < qrs.global.off + kShortestT) {
+        return {};
+    }
+    TakeLeads<&Interval::on>(beat, output, kTOnPoint, 0, t);
+    TakeLeads<&Interval::off>(beat, output, kTOffPoint, t.global.off - off, t);
+    t.global.on = t.global.off;
+    for (const Interval& lead : t.leads) {
+        if (lead.Present()) {
+            t.global.on = std::clamp(lead.on, qrs.global.off, t.global.on);
+        }
+    }
+    return t;
+}
+
+WaveBoundaries JoinP(const Beat& beat, const PByRules& rules, const WaveBoundaries& qrs,
+                     const NetworkOutput& output) {
+    WaveBoundaries p;
+    if (output.pWave + kClearnessWeight * std::log(rules.clearness) <= 0) {
+        return p;
+    }
+    const Place on = PlaceOf(beat, output.global[kPOnPoint]), off = PlaceOf(beat, output.global[kPOffPoint]);
+    p.global = {JoinPPoint(on, rules.all.on), JoinPPoint(off, rules.all.off)};
+    p.global.off = std::min(p.global.off, qrs.global.on - kBetween);
+    if (p.global.on <= kEdge || p.global.off < p.global.on + kShortestP) {
+        return {};
+    }
+    TakeLeads<&Interval::on>(beat, output, kPOnPoint, p.global.on - on, p);
+    TakeLeads<&Interval::off>(beat, output, kPOffPoint, 0, p);
+    return p;
+}
+
+}  // namespace
+
+Delineation::Delineation(const TrainedNetworks& weights)
+    : networks_{Network(weights[0]), Network(weights[1])} {}
+
+void Delineation::Run(const Beat& beat) {
+    mean_ = {};
+    for (Network& network : networks_) {
+        network.Begin();
+    }
+    for (std::size_t code = 0; code < beat.leads.size(); ++code) {
+        if (beat.leads[code].present) {
+            FillInput(beat, beat.leads[code], input_);
+            for (Network& network : networks_) {
+                network.AddLead(input_, code);
+            }
+        }
+    }
+    for (Network& network : networks_) {
+        network.Conclude(output_);
+        Add(output_, mean_);
+    }
+}
+
+Waves Delineation::Of(const Beat& beat) {
+    Waves waves;
+    const QrsByRules qrs = FindQrs(beat);
+    if (!qrs.all.Present()) {
+        return waves;
+    }
+    const Place tOff = FindTOff(beat, qrs.all);
+    const PByRules p = FindP(beat, qrs.all, tOff);
+    Run(beat);
+    waves.qrs = JoinQrs(beat, qrs, mean_);
+    waves.t = JoinT(beat, tOff, waves.qrs, mean_);
+    waves.p = JoinP(beat, p, waves.qrs, mean_);
+    return waves;
+}
+
+}  // namespace kx::analysis

@@ -1,0 +1,35 @@
+// Where the waves of a beat begin and end, by the rules and the network together.
+#pragma once
+
+#include "suite/kxanalyze/boundaries.h"
+#include "suite/kxanalyze/network.h"
+
+namespace kx::analysis {
+
+// What the samples alone say, before anything placed by hand is taken in.
+struct Waves {
+    WaveBoundaries p;
+    WaveBoundaries qrs;
+    WaveBoundaries t;
+};
+
+// The boundaries are the networks', brought into the order of the waves. The rules (rules.h) guard them: a
+// global point that lies far from theirs is theirs. Memory is taken at the first beat and kept.
+class Delineation {
+  public:
+    // The tables of the networks outlive it.
+    explicit Delineation(const TrainedNetworks& weights);
+
+    // Needs a beat of ReadBeat. Without a QRS complex nothing is present.
+    Waves Of(const Beat& beat);
+
+  private:
+    void Run(const Beat& beat);
+
+    std::array<Network, kNetworks> networks_;
+    Rows input_;
+    NetworkOutput output_{};
+    NetworkOutput mean_{};  // of the networks
+};
+
+}  // namespace kx::analysis

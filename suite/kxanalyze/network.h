@@ -1,0 +1,80 @@
+// A small convolutional network that reads the leads of a beat together and says where their waves begin and
+// end.
+//
+// Every lead goes through the same layers, at 250, 125 and 62.5 places a second; there it is joined with the
+// mean and the maximum over all leads, so that any number of them works; then back up, beside the finer
+// layers. Each point is a distribution over the places. The idea of such a network for this task: V.
+// Moskalenko, N. Zolotykh, G. Osipov, doi 10.48550/arXiv.2001.04689; the joining of the leads and the points
+// of all leads together are what a median beat adds. tools/train_delineator.py trains it.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <vector>
+
+#include "kxdialogs.h"
+#include "suite/kxanalyze/network_weights.h"
+
+namespace kx::analysis {
+
+inline constexpr int kNetworkPlaces = 272;    // what the network sees: so many places,
+inline constexpr int kNetworkStepMs = 4;      // so many ms apart,
+inline constexpr int kNetworkBeforeMs = 440;  // the first so long before the centre of the complex
+inline constexpr std::size_t kNetworkInputs = 7;
+inline constexpr std::size_t kLeadPoints = 6;   // of a lead: P on, P off, QRS on, QRS off, T on, T off
+inline constexpr std::size_t kPointsOfAll = 5;  // of all leads: P on, P off, QRS on, QRS off, T off
+
+// Rows of one length, with room on both sides for the taps of a layer, where they are 0.
+class Rows {
+  public:
+    void Resize(std::size_t rows, int length);
+    float* operator[](std::size_t row) { return values_.data() + row * Pitch() + kRoom; }
+    const float* operator[](std::size_t row) const { return values_.data() + row * Pitch() + kRoom; }
+    std::size_t Count() const { return count_; }
+    int Length() const { return length_; }
+
+  private:
+    static constexpr std::size_t kRoom = 8;
+    std::size_t Pitch() const { return static_cast<std::size_t>(length_) + 2 * kRoom; }
+    std::size_t count_ = 0;
+    int length_ = 0;
+    std::vector<float> values_;
+};
+
+struct NetworkOutput {
+    // Medians of the distributions, ms from the centre of the complex; leads in the order in which they were
+    // added.
+    std::array<double, kPointsOfAll> global;
+    std::array<std::array<double, kLeadPoints>, KX_MEASURED_LEADS> leads;
+    double pWave;  // above 0: there is one
+};
+
+// A network in memory of its own, which it takes at its first run for so many leads and keeps.
+class Network {
+  public:
+    explicit Network(const NetworkWeights& weights);
+
+    // A beat: Begin, then its leads (codes 0 to 14; input: see network_input.h), then Conclude, which sets
+    // what the output says of them.
+    void Begin();
+    void AddLead(const Rows& input, std::size_t leadCode);
+    void Conclude(NetworkOutput& output);
+
+  private:
+    struct LeadRows {
+        Rows fine, middle, coarse;
+    };
+
+    void Apply(std::size_t layer, const Rows& in, Rows& out) const;
+    void Descend(const LeadRows& lead);
+
+    NetworkWeights weights_;
+    std::size_t count_ = 0;
+    std::array<LeadRows, KX_MEASURED_LEADS> leads_;
+    // Of the lead in work, by rate; what all leads have in common; the points.
+    Rows halved_, joined_, step_, raised_, middle_, raisedMiddle_, top_;
+    Rows pooled_, pooledTop_, global_;
+    Rows points_, globalPoints_;
+};
+
+}  // namespace kx::analysis

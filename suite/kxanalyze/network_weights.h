@@ -1,0 +1,29 @@
+// What the training of the network has found.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+namespace kx::analysis {
+
+// Layer after layer the weights as signed bytes, [output][input][tap]; of each output the factor that they
+// are multiplied by and the value that is added.
+struct NetworkWeights {
+    const std::int8_t* bytes;
+    const float* factors;
+    const float* biases;
+};
+
+// How many there are of each.
+extern const std::size_t kNetworkBytes;
+extern const std::size_t kNetworkOutputs;
+
+// Networks of the same form, trained from different beginnings: the mean of what they see is steadier.
+inline constexpr std::size_t kNetworks = 2;
+using TrainedNetworks = std::array<NetworkWeights, kNetworks>;
+
+// network_weights.cpp
+extern const TrainedNetworks kTrainedNetworks;
+
+}  // namespace kx::analysis
