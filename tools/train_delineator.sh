@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Trains the networks of kxanalyze again, from the recordings (KX_RECORDS): tools/train_delineator.sh. Hours on one core.
+# Trains the networks of kxanalyze again, from the recordings (KX_RECORDS): tools/train_delineator.sh. About an hour on one idle core.
 # Writes the tables of the cross-validation (bench/evaluation/folds), the source file of the shipped table
 # (suite/kxanalyze/network_weights.cpp) and the beats of its test (tests/unit/analyze/network_beats.txt). Nothing of it is
 # needed to build or to test; it needs Python with PyTorch, as the distribution packages them.
@@ -21,6 +21,6 @@ say "writing the beats ..."
 build/optimised/bench/evaluation/delineation_report "$records/ludb" --training "$out/beats"
 say "training; a table that is in $out is not made again ..."
 /usr/bin/python3 tools/delineator/train.py "$out/beats" "$out"
-cp "$out"/fold?.weights bench/evaluation/folds/
+cp "$out"/fold?.weights "$out/records.txt" bench/evaluation/folds/
 cp "$out/network_weights.cpp" suite/kxanalyze/
 cp "$out/network_beats.txt" tests/unit/analyze/

@@ -140,6 +140,7 @@ int ThinOut(Recording& recording) {
 }  // namespace
 
 const std::vector<Degradation> kDegradations = {
+    {"as they are", [](Recording&) { return 0; }},
     {"hum of 1 mV at 50 Hz", AddHum},
     {"white noise of 50 uV", AddNoise},
     {"baseline wander of 1 mV", AddWander},

@@ -1,4 +1,4 @@
-// Ten ways in which a recording can be worse than it should be.
+// Ways in which a recording can be worse than it should be; the first leaves it as it is.
 #pragma once
 
 #include <vector>

@@ -16,11 +16,12 @@ namespace {
 using namespace kx::evaluation;
 
 constexpr char kUsage[] =
-    "delineation_report FOLDER [--leads] [--records] [--degraded] [--training FOLDER]\n"
+    "delineation_report FOLDER [--leads] [--records] [--shipped] [--degraded] [--training FOLDER]\n"
     "  --leads     a table of each lead\n"
     "  --records   the errors of each record\n"
+    "  --shipped   by the network that is shipped, which has seen the records, not by those of the folds\n"
     "  --degraded  instead: how far the points move when the same records are degraded\n"
-    "  --training  instead: write the beats for tools/train_delineator.py\n";
+    "  --training  instead: write the beats for tools/delineator/train.py\n";
 
 [[noreturn]] void Fail(const std::string& text) {
     std::fprintf(stderr, "%s\n", text.c_str());
@@ -43,95 +44,78 @@ std::vector<MarkedRecord> ReadRecords(const char* folder, Scale scale) {
     return records;
 }
 
-// A network for every record: that of its fold, or the one that is shipped.
-class Networks {
-  public:
-    // folder: of the folds' tables; null for the shipped one.
-    explicit Networks(const char* folder) {
-        std::string error;
-        for (std::size_t fold = 0; folder && fold < kFolds; ++fold) {
-            const auto file = std::filesystem::path(folder) / ("fold" + std::to_string(fold) + ".weights");
-            auto weights = FoldWeights::Read(file, error);
-            if (!weights) {
-                Fail(error);
-            }
-            weights_.push_back(std::move(*weights));
-        }
-        for (const FoldWeights& fold : weights_) {
-            tables_.push_back(fold.Networks());
-        }
-        for (std::size_t fold = 0; fold < kFolds; ++fold) {
-            workspaces_.push_back(std::make_unique<kx::analysis::Workspace>(
-                folder ? tables_[fold] : kx::analysis::kTrainedNetworks));
-        }
-    }
-    kx::analysis::Workspace& Of(std::size_t record) { return *workspaces_[FoldOf(record)]; }
-
-  private:
-    std::vector<FoldWeights> weights_;
-    std::vector<kx::analysis::TrainedNetworks> tables_;
-    std::vector<std::unique_ptr<kx::analysis::Workspace>> workspaces_;
-};
-
-std::vector<RecordErrors> JudgeAll(const std::vector<MarkedRecord>& records, Networks& networks) {
+std::vector<RecordErrors> JudgeAll(const std::vector<MarkedRecord>& records, FoldNetworks& networks) {
     std::vector<RecordErrors> errors;
-    for (std::size_t n = 0; n < records.size(); ++n) {
+    for (const MarkedRecord& record : records) {
         std::string refusal;
-        if (const auto measured = Measure(records[n].recording, networks.Of(n), refusal)) {
-            errors.push_back(Judge(records[n], *measured));
+        if (const auto measured = Measure(record.recording, networks.Of(record.number), refusal)) {
+            errors.push_back(Judge(record, *measured));
         } else {
-            std::printf("record %d is refused: %s\n", records[n].number, refusal.c_str());
+            std::printf("record %d is refused: %s\n", record.number, refusal.c_str());
         }
     }
     return errors;
 }
 
-void PrintDegraded(const std::vector<MarkedRecord>& records, Networks& networks) {
-    std::printf(
-        "How far the global points move when the same %zu records are degraded: mean / sd / 95th percentile "
-        "of the\n"
-        "absolute movement, ms; records refused; P waves lost and gained.\n%-26s",
-        records.size(), "");
-    for (std::size_t i = 0; i < kBoundaries; ++i) {
-        if (i != kTOn) {
-            std::printf(" %18s", kBoundaryNames[i]);
+// How far the points of all leads have moved from where they were measured in the whole recordings.
+struct Movements {
+    std::array<Errors, kBoundaries> moved;
+    int refused = 0, lost = 0, gained = 0, exchanged = 0;
+
+    void Add(const RecordErrors& before, const RecordErrors& after) {
+        lost += after.global[kPOn].missed - before.global[kPOn].missed > 0;
+        gained += after.global[kPOn].invented - before.global[kPOn].invented > 0;
+        for (std::size_t i = 0; i < kBoundaries; ++i) {
+            if (!after.global[i].values.empty() && !before.global[i].values.empty()) {
+                moved[i].values.push_back(after.global[i].values[0] - before.global[i].values[0]);
+            }
         }
     }
-    std::printf(" %8s %5s %5s\n", "refused", "P -", "P +");
-    const std::vector<RecordErrors> whole = JudgeAll(records, networks);
-    for (const Degradation& degradation : kDegradations) {
-        std::array<Errors, kBoundaries> moved;
-        int refused = 0, lost = 0, gained = 0;
-        for (std::size_t k = 0; k < records.size(); ++k) {
-            MarkedRecord record = records[k];
-            const int cutMs = degradation.apply(record.recording);
-            std::string refusal;
-            auto measured = Measure(record.recording, networks.Of(k), refusal);
-            if (!measured) {
-                ++refused;
-                continue;
-            }
-            for (int& beat : measured->beatsMs) {
-                beat += cutMs;
-            }
-            const RecordErrors errors = Judge(record, *measured);
-            lost += errors.global[kPOn].missed - whole[k].global[kPOn].missed > 0;
-            gained += errors.global[kPOn].invented - whole[k].global[kPOn].invented > 0;
-            for (std::size_t i = 0; i < kBoundaries; ++i) {
-                if (!errors.global[i].values.empty() && !whole[k].global[i].values.empty()) {
-                    moved[i].values.push_back(errors.global[i].values[0] - whole[k].global[i].values[0]);
-                }
-            }
-        }
-        std::printf("%-26s", degradation.name);
+
+    void Print(const char* name) const {
+        std::printf("| %s ", name);
         for (std::size_t i = 0; i < kBoundaries; ++i) {
             if (i != kTOn) {
-                std::printf(" %+6.1f/%5.1f/%5.1f", moved[i].Mean(), moved[i].Deviation(),
+                std::printf("| %+.1f, %.1f, %.0f ", moved[i].Mean(), moved[i].Deviation(),
                             moved[i].Percentile95());
             }
         }
-        std::printf(" %8d %5d %5d\n", refused, lost, gained);
+        std::printf("| %d | %d, %d | %d |\n", refused, lost, gained, exchanged);
         std::fflush(stdout);
+    }
+};
+
+Movements Degrade(const std::vector<MarkedRecord>& records, const Degradation& degradation,
+                  FoldNetworks& networks) {
+    Movements movements;
+    for (const MarkedRecord& whole : records) {
+        std::string refusal;
+        const auto before = Measure(whole.recording, networks.Of(whole.number), refusal);
+        MarkedRecord record = whole;
+        const int cutMs = degradation.apply(record.recording);
+        auto after = Measure(record.recording, networks.Of(record.number), refusal);
+        if (!before || !after) {
+            ++movements.refused;
+            continue;
+        }
+        for (int& beat : after->beatsMs) {
+            beat += cutMs;
+        }
+        movements.exchanged += after->electrodesExchanged;
+        movements.Add(Judge(record, *before), Judge(record, *after));
+    }
+    return movements;
+}
+
+void PrintDegraded(const std::vector<MarkedRecord>& records, FoldNetworks& networks) {
+    std::printf(
+        "How far the global points move when the same %zu records are degraded, ms: mean, standard "
+        "deviation, 95th\npercentile of the absolute movement. P: waves lost and gained.\n\n"
+        "| | P on | P off | QRS on | QRS off | T off | refused | P | electrodes remarked |\n"
+        "|---|---|---|---|---|---|---|---|---|\n",
+        records.size());
+    for (const Degradation& degradation : kDegradations) {
+        Degrade(records, degradation, networks).Print(degradation.name);
     }
 }
 
@@ -149,14 +133,8 @@ int main(int argc, char** argv) {
         std::fputs(kUsage, stderr);
         return 2;
     }
-    char** const folds = option("--folds");
-    Networks networks(folds && folds + 1 < argv + argc ? folds[1] : nullptr);
-    if (option("--degraded")) {
-        PrintDegraded(ReadRecords(argv[1], Scale::kTrue), networks);
-        return 0;
-    }
+    std::string error;
     if (char** const training = option("--training"); training && training + 1 < argv + argc) {
-        std::string error;
         for (const MarkedRecord& record : ReadRecords(argv[1], Scale::kTrue)) {
             if (!WriteTrainingBeats(training[1], record, error)) {
                 Fail(error);
@@ -164,10 +142,19 @@ int main(int argc, char** argv) {
         }
         return 0;
     }
-    const auto judged = JudgeAll(ReadRecords(argv[1], Scale::kTrue), networks);
+    const auto networks =
+        option("--shipped") ? std::make_unique<FoldNetworks>() : FoldNetworks::Read(KX_FOLDS, error);
+    if (!networks) {
+        Fail(error);
+    }
+    if (option("--degraded")) {
+        PrintDegraded(ReadRecords(argv[1], Scale::kTrue), *networks);
+        return 0;
+    }
+    const auto judged = JudgeAll(ReadRecords(argv[1], Scale::kTrue), *networks);
     PrintTable("All records, one unit = 1 uV", judged, option("--leads"));
     PrintTable("All records, by the gains of their headers",
-               JudgeAll(ReadRecords(argv[1], Scale::kHeader), networks), false);
+               JudgeAll(ReadRecords(argv[1], Scale::kHeader), *networks), false);
     if (option("--records")) {
         PrintRecords(judged);
     }

@@ -32,4 +32,37 @@ analysis::TrainedNetworks FoldWeights::Networks() const {
     return networks;
 }
 
+FoldNetworks::FoldNetworks() {
+    workspaces_.push_back(std::make_unique<analysis::Workspace>());
+}
+
+std::unique_ptr<FoldNetworks> FoldNetworks::Read(const std::filesystem::path& folder, std::string& error) {
+    auto networks = std::make_unique<FoldNetworks>();
+    for (std::size_t fold = 0; fold < kFolds; ++fold) {
+        auto weights = FoldWeights::Read(folder / ("fold" + std::to_string(fold) + ".weights"), error);
+        if (!weights) {
+            return nullptr;
+        }
+        networks->weights_.push_back(std::move(*weights));
+        networks->workspaces_.insert(
+            networks->workspaces_.end() - 1,
+            std::make_unique<analysis::Workspace>(networks->weights_.back().Networks()));
+    }
+    std::ifstream records(folder / "records.txt");
+    int record = 0;
+    for (std::size_t fold = 0; records >> record >> fold && fold < kFolds;) {
+        networks->folds_[record] = fold;
+    }
+    if (!records.eof()) {
+        error = (folder / "records.txt").string() + ": no list of records and folds";
+        return nullptr;
+    }
+    return networks;
+}
+
+analysis::Workspace& FoldNetworks::Of(int record) {
+    const auto found = folds_.find(record);
+    return found == folds_.end() ? *workspaces_.back() : *workspaces_[found->second];
+}
+
 }  // namespace kx::evaluation

@@ -1,5 +1,6 @@
 #include "bench/evaluation/judge.h"
 
+#include "host/recording/electrodes.h"
 #include "host/recording/median_beat.h"
 #include "tests/unit/analyze/synthetic_beat.h"
 
@@ -18,7 +19,8 @@ std::optional<MeasuredRecord> Measure(const recording::Recording& recording, ana
         refusal = workspace.Refusal();
         return std::nullopt;
     }
-    return MeasuredRecord{beat->beatsMs, MeasuredPlaces(episode.Set())};
+    return MeasuredRecord{beat->beatsMs, MeasuredPlaces(episode.Set()),
+                          recording::FindExchangedElectrodes(*beat, episode.Set()) != nullptr};
 }
 
 RecordErrors Judge(const MarkedRecord& record, const MeasuredRecord& measured) {

@@ -16,6 +16,7 @@ namespace kx::evaluation {
 struct MeasuredRecord {
     std::vector<int> beatsMs;  // as the workstation reports them
     BeatPlaces places;
+    bool electrodesExchanged = false;  // as the workstation remarks
 };
 std::optional<MeasuredRecord> Measure(const recording::Recording& recording, analysis::Workspace& workspace,
                                       std::string& refusal);

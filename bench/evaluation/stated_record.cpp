@@ -31,7 +31,8 @@ bool StatedRecord::IsDiagnosed(std::string_view beginning) const {
     });
 }
 
-std::optional<StatedRecord> StateRecord(const fs::path& header, std::string& error) {
+std::optional<StatedRecord> StateRecord(const fs::path& header, analysis::Workspace& workspace,
+                                        std::string& error) {
     const auto recording = recording::ReadWfdb(header, {.unitsPerMv = kUnitsPerMv}, error);
     if (!recording) {
         return std::nullopt;
@@ -42,7 +43,7 @@ std::optional<StatedRecord> StateRecord(const fs::path& header, std::string& err
     }
     TestRecord test;
     EpisodeRecord* episode = recording::FillTestRecord(test, *recording, *beat);
-    if (episode == nullptr || analysis::MeasureEpisode(episode) == 0) {
+    if (episode == nullptr || analysis::MeasureEpisode(episode, workspace) == 0) {
         error = header.string() + ": the median beat cannot be measured";
         return std::nullopt;
     }
@@ -56,7 +57,8 @@ std::optional<StatedRecord> StateRecord(const fs::path& header, std::string& err
     return record;
 }
 
-std::vector<StatedRecord> StateRecords(const fs::path& folder, std::vector<std::string>& errors) {
+std::vector<StatedRecord> StateRecords(const fs::path& folder, FoldNetworks& networks,
+                                       std::vector<std::string>& errors) {
     std::map<int, fs::path> headers;
     std::error_code failure;
     for (const fs::directory_entry& entry : fs::directory_iterator(folder, failure)) {
@@ -70,7 +72,7 @@ std::vector<StatedRecord> StateRecords(const fs::path& folder, std::vector<std::
     std::vector<StatedRecord> records;
     for (const auto& [number, header] : headers) {
         std::string error;
-        if (auto record = StateRecord(header, error)) {
+        if (auto record = StateRecord(header, networks.Of(number), error)) {
             records.push_back(std::move(*record));
         } else {
             errors.push_back(error);

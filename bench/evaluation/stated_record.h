@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "bench/evaluation/fold_weights.h"
 #include "host/recording/median_beat.h"
 #include "include/kxdialogs.h"
 
@@ -25,10 +26,12 @@ struct StatedRecord {
 
 // The record whose header is given, read with one unit as one microvolt, measured and interpreted. Nothing,
 // and one line in `error`, when it cannot be read or measured.
-std::optional<StatedRecord> StateRecord(const std::filesystem::path& header, std::string& error);
+std::optional<StatedRecord> StateRecord(const std::filesystem::path& header, analysis::Workspace& workspace,
+                                        std::string& error);
 
-// The records of a folder whose names are numbers, ascending by number; those that fail are reported in
-// `errors`.
-std::vector<StatedRecord> StateRecords(const std::filesystem::path& folder, std::vector<std::string>& errors);
+// The records of a folder whose names are numbers, each measured by a network that has not seen it, ascending
+// by number; those that fail are reported in `errors`.
+std::vector<StatedRecord> StateRecords(const std::filesystem::path& folder, FoldNetworks& networks,
+                                       std::vector<std::string>& errors);
 
 }  // namespace kx::evaluation

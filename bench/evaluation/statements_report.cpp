@@ -10,8 +10,14 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "statements_report FOLDER\n");
         return 2;
     }
+    std::string failure;
+    const auto networks = kx::evaluation::FoldNetworks::Read(KX_FOLDS, failure);
+    if (!networks) {
+        std::fprintf(stderr, "%s\n", failure.c_str());
+        return 1;
+    }
     std::vector<std::string> errors;
-    const auto records = kx::evaluation::StateRecords(argv[1], errors);
+    const auto records = kx::evaluation::StateRecords(argv[1], *networks, errors);
     for (const std::string& error : errors) {
         std::fprintf(stderr, "%s\n", error.c_str());
     }

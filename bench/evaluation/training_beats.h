@@ -1,4 +1,4 @@
-// The beats of marked recordings as tools/train_delineator.py reads them.
+// The beats of marked recordings as tools/delineator/train.py reads them.
 #pragma once
 
 #include <filesystem>

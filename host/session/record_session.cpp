@@ -10,6 +10,7 @@
 #include "host/recording/aecg/aecg_writer.h"
 #include "host/recording/csv/samples_csv.h"
 #include "host/recording/ecg_block.h"
+#include "host/recording/electrodes.h"
 #include "host/recording/median_beat.h"
 #include "host/recording/open_recording.h"
 #include "host/recording/synthetic.h"
@@ -72,8 +73,11 @@ std::unique_ptr<RecordSession> RecordSession::Open(const RecordRequest& request,
     session->beatsMs_ = beat.beatsMs;
     session->rPeakMs_ = kx::recording::kAlignmentMs;
     session->title_ = request.path.empty() ? L"Tracciato di esempio" : FromUtf8(recording.name);
-    for (const std::string& remark : recording.remarks)
-        session->remarks_.push_back(FromUtf8(remark));
+    for (const auto* remarks : {&recording.remarks, &beat.remarks})
+        for (const std::string& remark : *remarks)
+            session->remarks_.push_back(FromUtf8(remark));
+    if (const char* exchanged = kx::recording::FindExchangedElectrodes(beat, session->episode_->measurements))
+        session->remarks_.push_back(FromUtf8(exchanged));
     return session;
 }
 

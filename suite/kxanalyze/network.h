@@ -5,7 +5,7 @@
 // mean and the maximum over all leads, so that any number of them works; then back up, beside the finer
 // layers. Each point is a distribution over the places. The idea of such a network for this task: V.
 // Moskalenko, N. Zolotykh, G. Osipov, doi 10.48550/arXiv.2001.04689; the joining of the leads and the points
-// of all leads together are what a median beat adds. tools/train_delineator.py trains it.
+// of all leads together are what a median beat adds. tools/delineator/train.py trains it.
 #pragma once
 
 #include <array>

@@ -1,6 +1,6 @@
 """Trains the network that reads beats: for each fold of the cross-validation on the other records, then on all of them.
 
-    tools/train_delineator.sh            everything again, from the recordings; hours on one core
+    tools/train_delineator.sh            everything again, from the recordings; about an hour on one core
     train.py BEATS OUT [NAME ...]        the named tables alone: fold0 to fold4, all
 
 BEATS: the folder that `delineation_report --training` has written. OUT: where the tables of weights go, NAME.weights,
@@ -114,6 +114,8 @@ def main():
     torch.set_num_threads(1)
     records = beats.read_records(beats_folder)
     os.makedirs(out, exist_ok=True)
+    with open(os.path.join(out, "records.txt"), "w", encoding="ascii") as file:
+        file.writelines(f"{record.number} {n % FOLDS}\n" for n, record in enumerate(records))
     for name in names:
         file = os.path.join(out, f"{name}.weights")
         if os.path.exists(file):

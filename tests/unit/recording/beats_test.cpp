@@ -110,8 +110,11 @@ TEST(MedianBeat, IsTheBeatWithoutItsDisturbances) {
         EXPECT_EQ(beat.KeptCount(), beat.kept.size() - 1) << row.name;
         EXPECT_EQ(beat.kept.size(), beat.beatsMs.size()) << row.name;
     }
-    const MedianBeat alone = Made(MakeSyntheticRecording({.seconds = 1}));  // one beat, cut at both ends of its window
+    const MedianBeat alone = Made(MakeSyntheticRecording({.seconds = 1.05}));  // one beat, cut at both ends of its window
     EXPECT_TRUE(alone.KeptCount() == 1 && alone.rrMs == 0);
+    std::string error;
+    EXPECT_FALSE(MakeMedianBeat(MakeSyntheticRecording({.seconds = 0.9}), error));  // and its T wave cut
+    EXPECT_NE(error.find("no beat is whole"), std::string::npos) << error;
 }
 
 // Three beats made ventricular, wide, upside down and large, and one that a gap touches are not in the median.
