@@ -23,8 +23,8 @@ double ReadEverySample(const KxEpisodeRecord& episode) {
 constexpr double kLargestStepNs = 1e6;
 constexpr double kLargestFirstNs = 15e6;
 
-// A step compares every sample with those that were measured, and finds the components of every lead between its
-// markers.
+// A step compares every sample with those that were measured, and finds the components of every lead between
+// its markers.
 constexpr double kLargestRatio = 12;
 
 }  // namespace

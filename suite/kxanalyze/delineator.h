@@ -64,11 +64,11 @@ class Workspace {
 //   qrsOn, each 0 when one of its points is absent. qtc: Fridericia, QT / (RR / 1 s)^(1/3) (Acta Med. Scand.
 //   53, 469-486, 1920); qtcBazett: QT / (RR / 1 s)^(1/2). Both need `rrInterval`, which is the caller's (one
 //   beat does not tell it) and is kept; both are 0 when it is 0. Axes: direction of the wave in leads I and
-//   aVF, aVF scaled by 2 / sqrt(3) because its augmented lead vector is shorter; of P and T by the net area, of
-//   QRS by height less depth, as readers take it (the area turns with the broad late S of a bundle branch
-//   block); degrees, -179 to 180; 0 when there is no wave or one of the leads is missing. stLevel[k]: level 10 k ms after the J
-//   point, which is the global QRS offset. intrinsicoidDeflection: from the global QRS onset to the peak of
-//   the lead's last R or R' wave; 0 without one.
+//   aVF, aVF scaled by 2 / sqrt(3) because its augmented lead vector is shorter; of P and T by the net area,
+//   of QRS by height less depth, as readers take it (the area turns with the broad late S of a bundle branch
+//   block); degrees, -179 to 180; 0 when there is no wave or one of the leads is missing. stLevel[k]: level
+//   10 k ms after the J point, which is the global QRS offset. intrinsicoidDeflection: from the global QRS
+//   onset to the peak of the lead's last R or R' wave; 0 without one.
 // Kept as they are: both flag words, rrInterval, the three report field values, all reserved words,
 // everything outside the measurement set. `episodeTime` takes the episode's endTimeMs.
 //

@@ -4,12 +4,13 @@ import numpy as np
 
 import network
 
-SOURCE_HEAD = """// Made by tools/train_delineator.sh, not by hand. The weights were learned from the beats and the cardiologists'
-// marks of 160 records of the Lobachevsky University Electrocardiography Database 1.0.1 (A. I. Kalyakulina, I. I.
-// Yusipov, V. A. Moskalenko, A. V. Nikolskiy, K. A. Kosonogov, G. V. Osipov, N. Yu. Zolotykh, M. V. Ivanchenko, "LUDB:
-// A New Open-Access Validation Tool for Electrocardiogram Delineation Algorithms", IEEE Access 8, 186181-186190, 2020,
-// doi 10.1109/ACCESS.2020.3029211; PhysioNet, doi 10.13026/eegm-h675), which is made available under the Open Data
-// Commons Attribution License 1.0 (opendatacommons.org/licenses/by/1-0).
+SOURCE_HEAD = """// Made by tools/train_delineator.sh, not by hand. The weights were learned from the beats and the
+// cardiologists' marks of 160 records of the Lobachevsky University Electrocardiography Database 1.0.1 (A. I.
+// Kalyakulina, I. I. Yusipov, V. A. Moskalenko, A. V. Nikolskiy, K. A. Kosonogov, G. V. Osipov, N. Yu.
+// Zolotykh, M. V. Ivanchenko, "LUDB: A New Open-Access Validation Tool for Electrocardiogram Delineation
+// Algorithms", IEEE Access 8, 186181-186190, 2020, doi 10.1109/ACCESS.2020.3029211; PhysioNet,
+// doi 10.13026/eegm-h675), which is made available under the Open Data Commons Attribution License 1.0
+// (opendatacommons.org/licenses/by/1-0).
 #include "suite/kxanalyze/network_weights.h"
 
 // clang-format off

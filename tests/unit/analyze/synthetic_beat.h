@@ -35,8 +35,7 @@ class Episode {
   public:
     explicit Episode(const SyntheticBeat& beat);
     // Leads of any contents, all of the same length.
-    Episode(const std::vector<std::vector<std::int16_t>>& leads, std::uint32_t rate,
-            std::uint32_t resolutionNv);
+    Episode(const std::vector<std::vector<std::int16_t>>& leads, std::uint32_t rate, std::uint32_t resolutionNv);
 
     KxEpisodeRecord* operator->() { return record_.get(); }
     KxEpisodeRecord* Get() { return record_.get(); }
@@ -47,8 +46,7 @@ class Episode {
     void LayOut(std::size_t leads, std::size_t samplesPerLead);
 
     std::unique_ptr<KxEpisodeRecord> record_;
-    std::unique_ptr<std::int16_t[]>
-        samples_;  // exactly as many as the record says, so that the sanitizer sees one more
+    std::unique_ptr<std::int16_t[]> samples_;  // exactly as many as the record says, so that the sanitizer sees one more
 };
 
 // How much each of the twelve leads shows of the beat: a frontal axis of about 40 degrees.
