@@ -20,6 +20,8 @@ std::optional<PageFormat> PageFormatOf(std::string_view file) {
         return PageFormat::kBmp;
     if (HasExtension(file, ".png"))
         return PageFormat::kPng;
+    if (HasExtension(file, ".pdf"))
+        return PageFormat::kPdf;
     return std::nullopt;
 }
 
@@ -30,6 +32,10 @@ std::optional<ExportFormat> ExportFormatOf(std::string_view file) {
         return ExportFormat::kSamples;
     if (HasExtension(file, ".html"))
         return ExportFormat::kTable;
+    if (HasExtension(file, ".pdf"))
+        return ExportFormat::kPdf;
+    if (HasExtension(file, ".png"))
+        return ExportFormat::kPng;
     return std::nullopt;
 }
 

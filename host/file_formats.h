@@ -10,7 +10,7 @@ namespace kxhost {
 bool HasExtension(std::string_view file, std::string_view extension);
 
 // The files that a page can be printed into.
-enum class PageFormat { kPcl, kBmp, kPng };
+enum class PageFormat { kPcl, kBmp, kPng, kPdf };
 
 // By the extension of a file's name, in either case; none for any other.
 std::optional<PageFormat> PageFormatOf(std::string_view file);
@@ -18,8 +18,8 @@ std::optional<PageFormat> PageFormatOf(std::string_view file);
 // The reviewed test as HL7 aECG, or the samples of its recording as CSV.
 enum class SignalFormat { kAecg, kCsv };
 
-// What a test of the archive can be written as: one of those, or the table of its wave amplitudes.
-enum class ExportFormat { kAecg, kSamples, kTable };
+// What a test can be written as: one of those, the table of its wave amplitudes, or the page of its tracing.
+enum class ExportFormat { kAecg, kSamples, kTable, kPdf, kPng };
 std::optional<ExportFormat> ExportFormatOf(std::string_view file);
 
 }  // namespace kxhost

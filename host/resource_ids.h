@@ -16,7 +16,7 @@
 #define IDM_FILE_PRINT 107
 #define IDM_FILE_SAVE 108
 #define IDM_FILE_IMPORT 109
-#define IDM_FILE_EXPORT_SIGNAL 100
+#define IDM_FILE_EXPORT 100
 
 /* One command per tab, in tab order. */
 #define IDM_VIEW_FIRST_PANE 110
@@ -50,5 +50,6 @@
 #define IDC_PRINT_LEAD 1102
 #define IDC_PRINT_PAPER 1103
 #define IDC_PRINT_TO_FILE 1104
+#define IDC_PRINT_BY_DRIVER 1105
 
 #endif

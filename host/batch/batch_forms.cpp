@@ -6,6 +6,7 @@
 #include "host/batch/standard_output.h"
 #include "host/printing/page_output.h"
 #include "host/printing/print_page.h"
+#include "host/printing/tracing_output.h"
 #include "host/report/measurement_listing.h"
 #include "host/report/report_listing.h"
 #include "host/report/statement_listing.h"
@@ -38,7 +39,8 @@ void WriteSizes(const PageSizes& sizes) {
 }
 
 std::unique_ptr<PageImage> Draw(const RecordSession& session, const PrintSettings& settings) {
-    return DrawPage(DescribePage(session.Test(), settings.lead), settings.paper);
+    return settings.lead ? DrawPage(DescribePage(session.Test(), *settings.lead), settings.paper)
+                         : DrawTracingUpright(DescribeTracing(session.Test()));
 }
 
 }  // namespace
@@ -127,6 +129,13 @@ int RunExpand(const Expand& command, const AnalysisClient& analysis) {
 
 int RunPrintToFile(const PrintToFile& command, const AnalysisClient& analysis) {
     const auto session = RecordSession::Open(command.record, analysis);
+    if (!command.settings.lead &&
+        (command.format == PageFormat::kPdf || command.format == PageFormat::kPng)) {
+        if (!SaveTracing(DescribeTracing(session->Test()), command.format, PathFromUtf8(command.file),
+                         session->Title()))
+            throw RecordError(command.file + ": the page could not be written");
+        return 0;
+    }
     const auto page = Draw(*session, command.settings);
     const PageSizes sizes = SizesOf(*page);
     if (!SavePage(*page, command.settings.paper, command.format, PathFromUtf8(command.file)))
@@ -137,6 +146,13 @@ int RunPrintToFile(const PrintToFile& command, const AnalysisClient& analysis) {
 
 int RunPrintToPrinter(const PrintToPrinter& command, const AnalysisClient& analysis) {
     const auto session = RecordSession::Open(command.record, analysis);
+    if (command.byDriver) {
+        std::wstring reason;
+        if (!PrintTracing(DescribeTracing(session->Test()), FromUtf8(command.printer), session->Title(),
+                          reason))
+            throw RecordError(command.printer + ": " + ToUtf8(reason));
+        return 0;
+    }
     const auto page = Draw(*session, command.settings);
     const PageSizes sizes = SizesOf(*page);
     kx::SystemServices services(nullptr);

@@ -46,12 +46,13 @@ struct Setting {
 };
 
 constexpr std::string_view kWindow = "-";
+constexpr std::string_view kWholeTracing = "tracing";  // in the place of a lead
 constexpr std::string_view kJsonForm = "--measure";
 
 const Setting kSettings[] = {
     {"--units-per-mv",
      {"--measure", "--interpret", "--export-aecg", "--export-csv", "--shot", "--fields", "--expand",
-      "--table", "--print", "--print-to", "--import", kWindow}},
+      "--table", "--print", "--print-to", "--print-by-driver", "--import", kWindow}},
     {"--size", {"--shot"}},
     {"--paper", {"--print", "--print-to"}},
     {"--archive", {"--import", "--list", "--export", "--shot", kWindow}}};
@@ -159,7 +160,7 @@ Command MakeExport(const RecordRequest&, const Words& words, Place file) {
         return Wrong("not the number of a test", number);
     const auto format = ExportFormatOf(*file);
     if (!format)
-        return Wrong("neither a .xml nor a .csv nor a .html file", *file);
+        return Wrong("none of .xml, .csv, .html, .pdf, .png", *file);
     return ExportTest{static_cast<unsigned>(*id), std::string(*file), *format, ArchiveOf(words)};
 }
 
@@ -212,14 +213,15 @@ Command MakeExportTable(const RecordRequest& record, const Words& words, Place) 
 // The lead by its name, in any case, and the paper.
 std::optional<UsageError> ParsePrintSettings(const Words& words, std::string_view leadName,
                                              PrintSettings& settings) {
-    const auto lead = LeadOf(leadName);
-    if (!lead)
+    settings.lead = LeadOf(leadName);
+    if (!settings.lead && leadName != kWholeTracing)
         return Wrong("unknown lead", leadName);
-    settings.lead = *lead;
     if (const std::string_view* name = words.Value("--paper")) {
         const auto paper = PaperOf(*name);
         if (!paper)
             return Wrong("neither A4 nor Letter", *name);
+        if (!settings.lead && *paper != Paper::kA4)
+            return UsageError{"the tracing is printed on A4"};
         settings.paper = *paper;
     }
     return std::nullopt;
@@ -229,15 +231,21 @@ Command MakePrintToFile(const RecordRequest& record, const Words& words, Place l
     PrintToFile command{record, {}, std::string(*words.Value("--print")), {}};
     const auto format = PageFormatOf(command.file);
     if (!format)
-        return Wrong("neither a .pcl nor a .bmp nor a .png file", command.file);
+        return Wrong("neither a .pcl nor a .bmp nor a .png nor a .pdf file", command.file);
     command.format = *format;
     if (const auto error = ParsePrintSettings(words, *lead, command.settings))
         return *error;
+    if (command.format == PageFormat::kPdf && command.settings.lead)
+        return Wrong("a .pdf file holds the whole tracing, not one lead", *lead);
     return command;
 }
 
+Command MakePrintByDriver(const RecordRequest& record, const Words& words, Place) {
+    return PrintToPrinter{record, {}, std::string(*words.Value("--print-by-driver")), true};
+}
+
 Command MakePrintToPrinter(const RecordRequest& record, const Words& words, Place lead) {
-    PrintToPrinter command{record, {}, std::string(*words.Value("--print-to"))};
+    PrintToPrinter command{record, {}, std::string(*words.Value("--print-to")), false};
     if (const auto error = ParsePrintSettings(words, *lead, command.settings))
         return *error;
     return command;
@@ -254,6 +262,7 @@ constexpr Form kForms[] = {
     {"--table", true, kOne, nullptr, false, MakeExportTable},
     {"--print", true, kOne, "lead", false, MakePrintToFile},
     {"--print-to", true, kOne, "lead", false, MakePrintToPrinter},
+    {"--print-by-driver", true, kOne, nullptr, false, MakePrintByDriver},
     {"--import", false, kMany, nullptr, false, MakeImport},
     {"--list", false, kNone, "filter", true, MakeList},
     {"--export", true, kNone, "file", false, MakeExport},

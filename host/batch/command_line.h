@@ -70,7 +70,7 @@ struct ExportTable {
 };
 
 struct PrintSettings {
-    unsigned lead = 0;  // 0 to 11
+    std::optional<unsigned> lead;  // 0 to 11; none: the whole tracing, on A4 across
     Paper paper = Paper::kA4;
 };
 
@@ -84,7 +84,8 @@ struct PrintToFile {
 struct PrintToPrinter {
     RecordRequest record;
     PrintSettings settings;
-    std::string printer;  // UTF-8
+    std::string printer;    // UTF-8
+    bool byDriver = false;  // the whole tracing alone; else PCL 5 past the driver
 };
 
 struct ImportRecords {

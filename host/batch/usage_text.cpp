@@ -11,8 +11,8 @@ std::string_view UsageText() {
       takes recordings into the archive
   kxhost --list [FILTER] [--archive FILE]
       prints the tests of the archive
-  kxhost --export ID FILE.xml|FILE.csv|FILE.html [--archive FILE]
-      writes a test of the archive: HL7 annotated ECG, its samples, or the table of the wave amplitudes
+  kxhost --export ID FILE.xml|FILE.csv|FILE.html|FILE.pdf|FILE.png [--archive FILE]
+      writes a test of the archive: HL7 annotated ECG, its samples, the table of the wave amplitudes, the page of its tracing
   kxhost --measure RECORD... [--json] [--units-per-mv N]
       prints the beats and the measurements of the median beat
   kxhost --export-aecg RECORD FILE [--units-per-mv N]
@@ -29,8 +29,12 @@ std::string_view UsageText() {
       writes the table of the wave amplitudes
   kxhost --print FILE.pcl|FILE.bmp|FILE.png RECORD LEAD [--paper A4|Letter] [--units-per-mv N]
       writes the page of one lead, as a printer is sent it or as a picture
+  kxhost --print FILE.pdf|FILE.png|FILE.pcl|FILE.bmp RECORD tracing [--units-per-mv N]
+      writes the page of the whole tracing, A4 across at its true size
   kxhost --print-to PRINTER RECORD LEAD [--paper A4|Letter] [--units-per-mv N]
-      prints it
+      prints it, as PCL 5 past the printer's driver; LEAD may be "tracing"
+  kxhost --print-by-driver PRINTER RECORD [--units-per-mv N]
+      prints the page of the whole tracing through the printer's driver
   kxhost --shot FILE.png RECORD PANE [--units-per-mv N] [--size WxH] [--archive FILE]
       writes a picture of one pane, or of the whole window
   kxhost --version
@@ -40,7 +44,7 @@ RECORD  a file of SCP-ECG, of a DICOM waveform or of HL7 aECG, told by what it h
         recording, with or without its extension; in its place --builtin takes the built-in synthetic recording
 PANE    worklist, tracing, general, qrs, p, t, hypertrophy, interpretation, table, report, or window for the whole workstation window
 LEAD    I, II, III, aVR, aVL, aVF, V1 to V6
-PRINTER the name of a local printer that understands PCL 5
+PRINTER the name of a local printer; without its driver it has to understand PCL 5
 CODES   field codes of the report templates, as 1,2,48-59; all by default
 FILTER  words of a patient's name or id, a date, or a state (originale, riletto, confermato): all of them must be there
 ID      the number of a test, as --list prints it
@@ -75,7 +79,7 @@ the twelve leads in microvolts.
 
 --table replaces the file as a whole or leaves it as it was. A .csv file has cells separated by semicolons, in microvolts.
 
---print and --print-to draw the page for A4 unless --paper says otherwise, 300 dots an inch, one bit a dot, and print
+--print and --print-to draw the page of a lead for A4 unless --paper says otherwise, 300 dots an inch, one bit a dot, and print
 the size of these bits: "rawBytes<TAB>N" as they are, "packedBytes<TAB>N" as the printer is sent them.
 
 The batch forms show no message and wait for nobody. Exit code: 0 done; 1 it could not be done, one line on standard

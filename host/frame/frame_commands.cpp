@@ -83,8 +83,8 @@ void FrameWindow::OnCommand(int id) {
         case IDM_FILE_SAVE_EPISODE:
             OnSaveEpisode();
             break;
-        case IDM_FILE_EXPORT_SIGNAL:
-            OnExportSignal();
+        case IDM_FILE_EXPORT:
+            OnExport();
             break;
         case IDM_FILE_EXPORT_TABLE:
             OnExportTable();
@@ -172,9 +172,7 @@ void FrameWindow::OnEditReport(uint32_t mode) {
 
 // The page of the pane that is shown.
 void FrameWindow::OnHelp() {
-    const auto selected =
-        static_cast<std::size_t>(std::max<LRESULT>(SendMessageW(tabs_, TCM_GETCURSEL, 0, 0), 0));
-    if (!OpenHelpPage(Window(), kPanes[selected].helpPage))
+    if (!OpenHelpPage(Window(), RowOf(ShownPane()).helpPage))
         Say(L"La guida non si apre: manca un visualizzatore, e manca la cartella help accanto al programma.",
             MB_ICONINFORMATION);
 }

@@ -137,21 +137,26 @@ void FrameWindow::OnExportTable() {
         Say(L"La tabella non può essere salvata.\n\n" + file->wstring(), MB_ICONERROR);
 }
 
-void FrameWindow::OnExportSignal() {
+void FrameWindow::OnExport() {
     if (!session_)
         return;
     const auto file =
-        AskFileToSave(Window(), L"Esporta tracciato",
-                      L"ECG annotato HL7 (*.xml)\0*.xml\0Campioni per fogli di calcolo (*.csv)\0*.csv\0",
+        AskFileToSave(Window(), L"Esporta",
+                      L"ECG annotato HL7 (*.xml)\0*.xml\0Campioni per fogli di calcolo (*.csv)\0*.csv\0"
+                      L"Pagina PDF del tracciato (*.pdf)\0*.pdf\0"
+                      L"Pagina PNG del tracciato, 300 dpi (*.png)\0*.png\0"
+                      L"Tabella delle ampiezze (*.html)\0*.html\0",
                       L"xml", session_->Title(), session_->Folder());
     if (!file)
         return;
-    const std::string name = ToUtf8(file->wstring());
-    if (!HasExtension(name, ".xml") && !HasExtension(name, ".csv"))
-        Say(L"Il nome del file deve finire in .xml o in .csv.\n\n" + file->wstring(), MB_ICONERROR);
-    else if (!session_->SaveSignal(*file,
-                                   HasExtension(name, ".xml") ? SignalFormat::kAecg : SignalFormat::kCsv))
-        Say(L"Il tracciato non può essere esportato.\n\n" + file->wstring(), MB_ICONERROR);
+    const auto format = ExportFormatOf(ToUtf8(file->wstring()));
+    if (!format)
+        Say(L"Il nome del file deve finire in .xml, .csv, .pdf, .png o .html.\n\n" + file->wstring(),
+            MB_ICONERROR);
+    else if (session_->Export(*file, *format))
+        ShowNote(L"esportato: " + file->filename().wstring());
+    else
+        Say(L"L'esame non può essere esportato.\n\n" + file->wstring(), MB_ICONERROR);
 }
 
 void FrameWindow::OnSavePicture() {

@@ -182,11 +182,15 @@ void FrameWindow::ShowNote(std::wstring text) {
     ShowStatus();
 }
 
+PaneKind FrameWindow::ShownPane() const {
+    const auto selected = SendMessageW(tabs_, TCM_GETCURSEL, 0, 0);
+    return kPanes[static_cast<std::size_t>(std::max<LRESULT>(selected, 0))].kind;
+}
+
 void FrameWindow::ShowPane() {
     if (!note_.empty())
         ShowNote({});
-    const auto selected = SendMessageW(tabs_, TCM_GETCURSEL, 0, 0);
-    const PaneKind kind = kPanes[static_cast<std::size_t>(std::max<LRESULT>(selected, 0))].kind;
+    const PaneKind kind = ShownPane();
     if (kind == PaneKind::Worklist) {
         paneHost_->OpenWorklist();
     } else if (session_) {

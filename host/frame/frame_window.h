@@ -16,8 +16,8 @@
 #include "host/frame/host_window.h"
 #include "host/frame/log_pane.h"
 #include "host/frame/patient_strip.h"
+#include "host/frame/print_dialog.h"
 #include "host/panes/pane_host.h"
-#include "host/printing/print_page_layout.h"
 #include "host/session/record_session.h"
 #include "host/suite/library_client.h"
 #include "host/windows/ui_metrics.h"
@@ -71,8 +71,11 @@ class FrameWindow final : public HostWindow, private WorklistActions {
     void ImportFilesForUser() override;
     void TakeSession(std::unique_ptr<RecordSession> opened);
     void OnExportTable();
-    void OnExportSignal();
+    void OnExport();
     void OnPrint();
+    void PrintLead(const PrintChoice& choice);
+    void PrintWholeTracing(const PrintChoice& choice);
+    void SayPrinterRefuses(const std::wstring& printer, const std::wstring& reason) const;
     void OnSavePicture();
     // Before the menu opens: what there is to undo or do again.
     void ShowEditing() const;
@@ -82,6 +85,8 @@ class FrameWindow final : public HostWindow, private WorklistActions {
 
     void CreateChildren();
     void Layout();
+    // The chosen tab's.
+    PaneKind ShownPane() const;
     void ShowPane();
     void ShowRecord();
     void ShowStatus();
@@ -108,8 +113,7 @@ class FrameWindow final : public HostWindow, private WorklistActions {
     std::unique_ptr<LogPane> log_;
     Snapshot shown_;
     std::wstring note_;
-    unsigned printedLead_ = KX_LEAD_II;  // what printing begins with, unless the pane shows a lead
-    Paper printedPaper_ = Paper::kA4;
+    PrintChoice printed_{KX_LEAD_II, Paper::kA4, true, {}};  // what printing begins with, unless the pane shows a lead
     std::unique_ptr<RecordSession> session_;
     // Last, so that the pane goes before the record that it shows.
     std::unique_ptr<PaneHost> paneHost_;

@@ -43,7 +43,10 @@ void Fill(HWND dialog, const Question& question) {
     Select(dialog, IDC_PRINT_PRINTER, DefaultPrinter(question.printers));
     for (unsigned lead = 0; lead < KX_STANDARD_LEADS; ++lead)
         Add(dialog, IDC_PRINT_LEAD, kx::StandardLeadName(lead));
-    Select(dialog, IDC_PRINT_LEAD, question.choice.lead);
+    SendDlgItemMessageW(dialog, IDC_PRINT_LEAD, CB_ADDSTRING, 0,
+                        reinterpret_cast<LPARAM>(L"Tracciato intero"));
+    Select(dialog, IDC_PRINT_LEAD, question.choice.lead.value_or(KX_STANDARD_LEADS));
+    CheckDlgButton(dialog, IDC_PRINT_BY_DRIVER, question.choice.byDriver ? BST_CHECKED : BST_UNCHECKED);
     for (const Paper paper : {Paper::kA4, Paper::kLetter})
         Add(dialog, IDC_PRINT_PAPER, NameOf(paper));
     Select(dialog, IDC_PRINT_PAPER, static_cast<std::size_t>(question.choice.paper));
@@ -54,8 +57,19 @@ void Fill(HWND dialog, const Question& question) {
     }
 }
 
+// The whole tracing has one paper, a lead one way.
+void ShowWhatApplies(HWND dialog) {
+    const bool whole = Selected(dialog, IDC_PRINT_LEAD) == KX_STANDARD_LEADS;
+    EnableWindow(GetDlgItem(dialog, IDC_PRINT_PAPER), !whole);
+    EnableWindow(GetDlgItem(dialog, IDC_PRINT_BY_DRIVER), whole);
+    if (whole)
+        Select(dialog, IDC_PRINT_PAPER, static_cast<std::size_t>(Paper::kA4));
+}
+
 void Take(HWND dialog, bool toFile, Question& question) {
-    question.choice.lead = static_cast<unsigned>(std::max(Selected(dialog, IDC_PRINT_LEAD), 0));
+    const auto lead = static_cast<unsigned>(std::max(Selected(dialog, IDC_PRINT_LEAD), 0));
+    question.choice.lead = lead < KX_STANDARD_LEADS ? std::optional(lead) : std::nullopt;
+    question.choice.byDriver = IsDlgButtonChecked(dialog, IDC_PRINT_BY_DRIVER) == BST_CHECKED;
     question.choice.paper = Selected(dialog, IDC_PRINT_PAPER) == 1 ? Paper::kLetter : Paper::kA4;
     const auto printer = static_cast<std::size_t>(Selected(dialog, IDC_PRINT_PRINTER));
     question.choice.printer.reset();
@@ -67,12 +81,16 @@ INT_PTR CALLBACK Procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lPar
     if (message == WM_INITDIALOG) {
         SetWindowLongPtrW(dialog, DWLP_USER, lParam);
         Fill(dialog, *reinterpret_cast<const Question*>(lParam));
+        ShowWhatApplies(dialog);
         return TRUE;
     }
     if (message != WM_COMMAND)
         return FALSE;
     auto* question = reinterpret_cast<Question*>(GetWindowLongPtrW(dialog, DWLP_USER));
     switch (LOWORD(wParam)) {
+        case IDC_PRINT_LEAD:
+            ShowWhatApplies(dialog);
+            return TRUE;
         case IDOK:
         case IDC_PRINT_TO_FILE:
             Take(dialog, LOWORD(wParam) == IDC_PRINT_TO_FILE, *question);

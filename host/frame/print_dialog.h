@@ -12,8 +12,9 @@
 namespace kxhost {
 
 struct PrintChoice {
-    unsigned lead = 0;
+    std::optional<unsigned> lead;  // none: the whole tracing, on A4
     Paper paper = Paper::kA4;
+    bool byDriver = true;                // of the whole tracing; a lead goes to the printer as PCL 5
     std::optional<std::string> printer;  // in the system's code page; none: into a file
 };
 

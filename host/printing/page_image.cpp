@@ -24,7 +24,7 @@ PageImage::PageImage(int width, int height)
                                    &bits, nullptr, 0));
     if (!dc_ || !bitmap_)
         throw std::runtime_error("there is not enough memory for the page");
-    bits_ = static_cast<const std::uint8_t*>(bits);
+    bits_ = static_cast<std::uint8_t*>(bits);
     ownBitmap_ = SelectObject(dc_.get(), bitmap_.get());
     PatBlt(dc_.get(), 0, 0, width, height, WHITENESS);
 }
@@ -33,6 +33,22 @@ HBITMAP PageImage::TakeBitmap() {
     SelectObject(dc_.get(), ownBitmap_);
     GdiFlush();
     return bitmap_.get();
+}
+
+// White is set already: black dots alone are carried over.
+std::unique_ptr<PageImage> PageImage::TurnedRight() const {
+    auto turned = std::make_unique<PageImage>(height_, width_);
+    for (int y = 0; y < height_; ++y) {
+        const auto row = Row(y);
+        const int x = height_ - 1 - y;
+        const auto place = static_cast<std::size_t>(x / 8);
+        const auto clear = static_cast<std::uint8_t>(~(0x80 >> x % 8));
+        for (int down = 0; down < width_; ++down) {
+            if ((row[static_cast<std::size_t>(down / 8)] & 0x80 >> down % 8) == 0)
+                turned->bits_[static_cast<std::size_t>(width_ - 1 - down) * turned->stride_ + place] &= clear;
+        }
+    }
+    return turned;
 }
 
 std::span<const std::uint8_t> PageImage::Row(int y) const {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <span>
 
 #include "host/printing/print_page_layout.h"
@@ -22,6 +23,9 @@ class PageImage {
     // For those who need the bitmap selected nowhere; nothing is drawn after that.
     HBITMAP TakeBitmap();
 
+    // The same page a quarter turn to the right.
+    std::unique_ptr<PageImage> TurnedRight() const;
+
     // A row from the top, its bytes without the padding; the most significant bit is the leftmost dot. Bits
     // behind the width belong to no dot.
     std::span<const std::uint8_t> Row(int y) const;
@@ -35,7 +39,7 @@ class PageImage {
     UniqueBitmap bitmap_;
     UniqueMemoryDc dc_;  // before the bitmap, which it holds
     HGDIOBJ ownBitmap_ = nullptr;
-    const std::uint8_t* bits_ = nullptr;  // the bitmap's
+    std::uint8_t* bits_ = nullptr;  // the bitmap's
 };
 
 }  // namespace kxhost

@@ -6,9 +6,9 @@
 
 #include "host/frame/patient_strip.h"
 #include "host/windows/text_conversion.h"
-#include "lib/text_field.h"
 #include "lib/fiducial_markers.h"
 #include "lib/measurement_table.h"
+#include "lib/text_field.h"
 
 namespace kxhost {
 namespace {

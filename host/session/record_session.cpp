@@ -7,6 +7,7 @@
 #include <optional>
 #include <random>
 
+#include "host/printing/tracing_output.h"
 #include "host/recording/aecg/aecg_writer.h"
 #include "host/recording/csv/samples_csv.h"
 #include "host/recording/ecg_block.h"
@@ -184,8 +185,12 @@ bool RecordSession::Export(const std::filesystem::path& file, ExportFormat forma
             return SaveSignal(file, SignalFormat::kAecg);
         case ExportFormat::kSamples:
             return SaveSignal(file, SignalFormat::kCsv);
-        default:
+        case ExportFormat::kTable:
             return SaveTable(file, TableFormat::kHtml);
+        default:
+            return SaveTracing(DescribeTracing(test_),
+                               format == ExportFormat::kPdf ? PageFormat::kPdf : PageFormat::kPng, file,
+                               title_);
     }
 }
 

@@ -42,8 +42,10 @@ std::string Describe(const Command& command) {
         std::string operator()(const PrintToFile& c) const {
             return "print " + c.file + " as " + std::to_string(static_cast<int>(c.format)) + " of " + Of(c.record) + Of(c.settings);
         }
-        std::string operator()(const PrintToPrinter& c) const { return "print on " + c.printer + " of " + Of(c.record) + Of(c.settings); }
-        static std::string Of(const PrintSettings& s) { return " lead " + std::to_string(s.lead) + " " + NameOf(s.paper); }
+        std::string operator()(const PrintToPrinter& c) const { return std::string(c.byDriver ? "print by the driver on " : "print on ") + c.printer + " of " + Of(c.record) + Of(c.settings); }
+        static std::string Of(const PrintSettings& s) {
+            return (s.lead ? " lead " + std::to_string(*s.lead) : " tracing") + " " + NameOf(s.paper);
+        }
         std::string operator()(const ImportRecords& c) const {
             std::string text = "import into " + c.archive;
             for (const RecordRequest& record : c.records)
@@ -108,6 +110,9 @@ TEST(CommandLine, UnderstandsEveryForm) {
         {{"--print", "x.BMP", "--builtin", "avr", "--paper", "letter"}, "print x.BMP as 1 of <builtin> lead 3 Letter"},
         {{"--paper", "A4", "--print-to", "Laser 1", "a", "I"}, "print on Laser 1 of a lead 0 A4"},
         {{"--size", "64x4096", "--shot", "f.png", "a", "p"}, "shot f.png of a p 64x4096"},
+        {{"--print", "x.pdf", "a", "tracing"}, "print x.pdf as 3 of a tracing A4"},
+        {{"--print-to", "p", "a", "tracing"}, "print on p of a tracing A4"},
+        {{"--print-by-driver", "p", "a"}, "print by the driver on p of a tracing A4"},
     };
     for (const auto& row : rows)
         EXPECT_EQ(Describe(ParseCommandLine(row.words)), row.expected) << testing::PrintToString(row.words);
@@ -126,7 +131,7 @@ TEST(CommandLine, SaysWhatItDoesNotUnderstand) {
         {{"--list", "--units-per-mv", "5"}, "--units-per-mv belongs to --measure"},
         {{"--export", "7"}, "no file given"},
         {{"--export", "0", "x.xml"}, "not the number of a test: 0"},
-        {{"--export", "7", "x.doc"}, "neither a .xml nor a .csv nor a .html file: x.doc"},
+        {{"--export", "7", "x.doc"}, "none of .xml, .csv, .html, .pdf, .png: x.doc"},
         {{"--measure", "a", "--archive", "x"}, "--archive belongs to --import"},
         {{"--builtin", "a"}, "one word too many: a"},
         {{"--measure"}, "no recording given (a path, or --builtin)"},
@@ -157,7 +162,9 @@ TEST(CommandLine, SaysWhatItDoesNotUnderstand) {
         {{"--table", "x.csv", "a", "b"}, "one word too many: b"},
         {{"--print", "x.pcl", "a"}, "no lead given"},
         {{"--print", "x.pcl", "V5"}, "no lead given"},
-        {{"--print", "x.pdf", "a", "V5"}, "neither a .pcl nor a .bmp nor a .png file: x.pdf"},
+        {{"--print", "x.gif", "a", "V5"}, "neither a .pcl nor a .bmp nor a .png nor a .pdf file: x.gif"},
+        {{"--print", "x.pdf", "a", "V5"}, "a .pdf file holds the whole tracing, not one lead: V5"},
+        {{"--print", "x.pcl", "a", "tracing", "--paper", "letter"}, "the tracing is printed on A4"},
         {{"--print", "x.pcl", "a", "V7"}, "unknown lead: V7"},
         {{"--print", "x.pcl", "a", "V5", "--paper", "A3"}, "neither A4 nor Letter: A3"},
         {{"--print-to", "p", "a", ""}, "unknown lead: "},

@@ -225,6 +225,54 @@ TEST_F(HostPrintTest, APrinterThatIsNotThereAndAFileThatCannotBeWrittenAreErrors
     }
 }
 
+// The bytes of a PNG picture's chunk; empty when it has none of that name.
+std::string ChunkOf(const std::string& png, const char* name) {
+    const std::size_t place = png.find(name);
+    return place == png.npos ? std::string() : png.substr(place + 4, static_cast<unsigned char>(png.at(place - 1)));
+}
+
+TEST_F(HostPrintTest, TheWholeTracingIsOneSheetByEveryWay) {
+    const auto print = [](const std::vector<std::wstring>& to) {
+        std::vector<std::wstring> arguments = to;
+        arguments.push_back(L"--builtin");
+        if (to[0] != L"--print-by-driver")
+            arguments.push_back(L"tracing");
+        return RunHost(arguments);
+    };
+    const auto file = [this](const wchar_t* name) { return (folder_ / name).wstring(); };
+    for (const wchar_t* name : {L"t.pdf", L"t.png", L"t.pcl", L"t.bmp"})
+        EXPECT_EQ(print({L"--print", file(name)}).exitCode, 0u) << fs::path(name).string();
+    EXPECT_EQ(Read(file(L"t.pdf")).substr(0, 5), "%PDF-");
+    const std::string png = Read(file(L"t.png"));
+    EXPECT_EQ(ChunkOf(png, "pHYs"), std::string("\0\0\x2E\x23\0\0\x2E\x23\1", 9)) << "11811 dots a metre are 300 an inch";
+    EXPECT_EQ(ChunkOf(png, "IHDR").substr(0, 8), std::string("\0\0\x0D\xB4\0\0\x09\xB0", 8)) << "297 by 210 mm";
+    // Upright for the printer: the paper's lines along the sheet's long side stand every 5 mm across it.
+    const Dots dots = ReadBmp(Read(file(L"t.bmp")));
+    const auto blackInColumn = [&](std::size_t x) {
+        std::size_t black = 0;
+        for (const auto& row : dots)
+            black += row[x];
+        return black;
+    };
+    const std::size_t bottom = dots[0].size() + 75 - static_cast<std::size_t>(std::lround(156 * 300 / 25.4)) - 1;
+    for (int mm = 0; mm <= 125; mm += 5) {
+        const std::size_t x = bottom + static_cast<std::size_t>(std::lround(mm * 300 / 25.4));
+        EXPECT_GT(std::max(blackInColumn(x), std::max(blackInColumn(x - 1), blackInColumn(x + 1))), 2900u) << mm;
+    }
+
+    RawPrinter printer;
+    ASSERT_FALSE(printer.Name().empty());
+    const std::wstring name(printer.Name().begin(), printer.Name().end());
+    EXPECT_EQ(print({L"--print-to", name}).exitCode, 0u);
+    EXPECT_TRUE(printer.Printed() == Read(file(L"t.pcl")));
+    const HostResult driven = print({L"--print-by-driver", name});
+    EXPECT_EQ(driven.exitCode, 0u) << driven.error;
+    EXPECT_NE(printer.Printed().find("%!PS"), std::string::npos) << "the test's printer has a PostScript driver";
+    const HostResult refused = print({L"--print-by-driver", L"no such printer"});
+    EXPECT_EQ(refused.exitCode, 1u);
+    EXPECT_EQ(Lines(refused.error).size(), 1u) << refused.error;
+}
+
 // Of its first part; the messages of a status bar itself do not cross to another program.
 std::wstring StatusText(HWND frame) {
     wchar_t text[512] = {};
@@ -239,11 +287,17 @@ TEST_F(HostPrintTest, TheWindowPrintsTheLeadThatIsShown) {
     ASSERT_FALSE(printer.Name().empty());
     const OpenHost host({});
     ASSERT_NE(host.Frame(), nullptr);
-    SendMessageW(host.Frame(), WM_COMMAND, IDM_VIEW_FIRST_PANE + 2, 0);
     const auto openDialog = [&] {
         PostMessageW(host.Frame(), WM_COMMAND, IDM_FILE_PRINT, 0);
         return host.WaitForMessageBox();
     };
+    constexpr int kWholeTracing = 12;
+    const HWND whole = openDialog();
+    ASSERT_NE(whole, nullptr);
+    EXPECT_EQ(Chosen(whole, IDC_PRINT_LEAD), kWholeTracing) << "the tracing is shown";
+    SendMessageW(whole, WM_COMMAND, IDCANCEL, 0);
+    ASSERT_TRUE(WaitUntil([&] { return !host.HasMessageBox(); }));
+    SendMessageW(host.Frame(), WM_COMMAND, IDM_VIEW_FIRST_PANE + 2, 0);
     const HWND left = openDialog();
     ASSERT_NE(left, nullptr);
     constexpr int kV6 = 11;  // what the general pane begins with
