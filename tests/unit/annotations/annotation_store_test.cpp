@@ -2,22 +2,21 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstring>
 #include <functional>
-#include <iterator>
 #include <random>
-#include <vector>
 
+#include "lib/dbclient/test_record.h"
+#include "tests/unit/collected_reports.h"
 #include "tests/unit/watched_memory.h"
 
+namespace kx::test {
 namespace {
 
-using kx::AnnotationStore;
-using kx::LeadBeat;
+using Times = std::vector<std::uint32_t>;
 
-std::vector<std::uint32_t> Times(const AnnotationStore& store) {
-    std::vector<std::uint32_t> times;
+Times TimesOf(const AnnotationStore& store) {
+    Times times;
     for (std::uint32_t i = 0; i < store.Count(); ++i) {
         times.push_back(store.Time(i));
     }
@@ -34,30 +33,17 @@ struct NormalBeats : AnnotationStore {
 };
 
 TEST(AnnotationStore, BeginsAsModulesOfTheSuiteReadIt) {
-    if (sizeof(void*) != 4) {
-        GTEST_SUCCEED();
-        return;
-    }
     AnnotationStore store(5);
     store.AppendBeat(4, 77, 1500, 2);
     store.SetHeartRate(0, 61);
     store.SetSampling(500, 2440);
-    KxAnnotationStore seen;
-    std::memcpy(&seen, static_cast<const void*>(&store), sizeof seen);
-    EXPECT_EQ(5u, seen.capacity);
-    ASSERT_EQ(1u, seen.count);
-    EXPECT_EQ(1500u, seen.entries[0].timeMs);
-    EXPECT_EQ(1, seen.entries[0].label);
-    EXPECT_EQ(4, seen.entries[0].subLabel);
-    EXPECT_EQ(61, seen.entries[0].heartRate);
-    EXPECT_EQ(1, seen.modified);
-    EXPECT_EQ(500u, seen.sampleRate);
-    EXPECT_EQ(2440u, seen.resolutionNv);
+    const KxAnnotationStore& seen = store;
+    EXPECT_TRUE(seen.capacity == 5 && seen.count == 1 && seen.modified == 1 && seen.sampleRate == 500 && seen.resolutionNv == 2440);
+    const KxAnnotation expected{1500, 1, 4, 61};
+    EXPECT_EQ(std::memcmp(&seen.entries[0], &expected, sizeof expected), 0);
     for (std::uint32_t slot = 0; slot < KX_BEAT_LEADS; ++slot) {
         ASSERT_EQ(slot >= 17, seen.leadBeats[slot] != nullptr) << slot;
-        if (slot >= 17) {
-            EXPECT_EQ(slot == 18 ? 77 : 0, seen.leadBeats[slot][0].leadValue) << slot;
-        }
+        EXPECT_TRUE(slot < 17 || seen.leadBeats[slot][0].leadValue == (slot == 18 ? 77 : 0)) << slot;
     }
 }
 
@@ -74,8 +60,7 @@ TEST(AnnotationStore, IsNewAndEmptyInEachForm) {
         store.SetLabel(0, 2, true);
         for (std::uint32_t slot = 0; slot < 22; ++slot) {
             const bool exists = slot - firstSlot[form] < slots[form];
-            EXPECT_EQ(exists ? 1 : 0, store.Value(slot, 0, &LeadBeat::leadValue))
-                << form << ", slot " << slot;
+            EXPECT_EQ(exists ? 1 : 0, store.Value(slot, 0, &LeadBeat::leadValue)) << form << ", slot " << slot;
         }
     }
 }
@@ -83,21 +68,13 @@ TEST(AnnotationStore, IsNewAndEmptyInEachForm) {
 TEST(AnnotationStore, AnswersWhatDoesNotExist) {
     NormalBeats store(2, 800);
     for (const std::uint32_t i : {2u, 3u, UINT32_MAX}) {
-        EXPECT_EQ(0u, store.Time(i));
-        EXPECT_EQ(47, store.Label(i));
-        EXPECT_EQ(47, store.LabelInLead(i, 17));
-        EXPECT_EQ(-1, store.SubLabel(i));
-        EXPECT_EQ(0, store.HeartRate(i));
-        EXPECT_EQ(0u, store.Width(i));
-        EXPECT_EQ(0, store.QrsDurationMs(i));
-        EXPECT_EQ(0u, store.LeadMask(i));
         std::uint32_t slot = 9;
-        EXPECT_EQ(0, store.StrongestLead(i, &slot));
-        EXPECT_EQ(0u, slot);
+        EXPECT_TRUE(store.Time(i) == 0 && store.Label(i) == 47 && store.LabelInLead(i, 17) == 47 && store.SubLabel(i) == -1) << i;
+        EXPECT_TRUE(store.HeartRate(i) == 0 && store.Width(i) == 0 && store.QrsDurationMs(i) == 0 && store.LeadMask(i) == 0) << i;
+        EXPECT_TRUE(store.StrongestLead(i, &slot) == 0 && slot == 0) << i;
         for (const auto& set : std::vector<std::function<void()>>{
-                 [&] { store.SetTime(i, 1); }, [&] { store.SetLabel(i, 1, true); },
-                 [&] { store.SetSubLabel(i, 1); }, [&] { store.SetHeartRate(i, 1); },
-                 [&] { store.SetSubLabelAndLeadValue(i, 1, 1); }, [&] { store.SetWidth(i, 9); },
+                 [&] { store.SetTime(i, 1); }, [&] { store.SetLabel(i, 1, true); }, [&] { store.SetSubLabel(i, 1); },
+                 [&] { store.SetHeartRate(i, 1); }, [&] { store.SetSubLabelAndLeadValue(i, 1, 1); }, [&] { store.SetWidth(i, 9); },
                  [&] { store.SetLeadWidth(17, i, 9); }, [&] { store.SetValue(17, i, &LeadBeat::offset1, 3); },
                  [&] { store.SetValue(UINT32_MAX, 0, &LeadBeat::offset1, 3); }}) {
             store.ClearModified();
@@ -110,7 +87,7 @@ TEST(AnnotationStore, AnswersWhatDoesNotExist) {
         store.RemoveRange(i, UINT32_MAX);
         EXPECT_FALSE(store.IsModified());
     }
-    EXPECT_EQ((std::vector<std::uint32_t>{0, 800}), Times(store));
+    EXPECT_EQ((Times{0, 800}), TimesOf(store));
     AnnotationStore nothing(0);
     EXPECT_FALSE(nothing.Append(1, 0));
     EXPECT_FALSE(nothing.MarkSegment(0, 1));
@@ -191,78 +168,55 @@ TEST(AnnotationStore, ReadsMillisecondsAndMicrovolts) {
     EXPECT_EQ(-6442451, store.AmplitudeMicrovolts(17, 0, &LeadBeat::amplitude5));
 }
 
-// ---- adding and removing, against a list of whole beats
-
-struct ModelBeat {
-    std::uint32_t time;
-    std::uint8_t label;
-    std::int16_t tag[3];  // value8 in slots 17 to 19
-};
-
-void ExpectSame(const std::vector<ModelBeat>& model, const AnnotationStore& store, int step) {
-    ASSERT_EQ(model.size(), store.Count()) << "step " << step;
-    for (std::uint32_t i = 0; i < store.Count(); ++i) {
-        ASSERT_EQ(model[i].time, store.Time(i)) << "step " << step << ", entry " << i;
-        ASSERT_EQ(model[i].label, store.Label(i)) << "step " << step << ", entry " << i;
-        for (std::uint32_t channel = 0; channel < 3; ++channel) {
-            ASSERT_EQ(model[i].tag[channel], store.Value(17 + channel, i, &LeadBeat::value8))
-                << "step " << step << ", entry " << i << ", channel " << channel;
-        }
-    }
-}
-
+// Adding and removing, against a list of whole beats.
 TEST(AnnotationStore, KeepsBeatsInOrderOfTimeThroughInsertionsAndRemovals) {
-    std::mt19937 random(42);
-    const auto upTo = [&random](std::uint32_t most) {
-        return std::uniform_int_distribution<std::uint32_t>(0, most)(random);
+    struct Beat {
+        std::uint32_t time;
+        std::uint8_t label;
+        std::int16_t tag[3];  // value8 in slots 17 to 19
+        bool operator==(const Beat&) const = default;
     };
+    std::mt19937 random(42);
+    const auto upTo = [&random](std::uint32_t most) { return static_cast<std::uint32_t>(random() % (std::uint64_t{most} + 1)); };
     AnnotationStore store(0);
-    std::vector<ModelBeat> model;
+    std::vector<Beat> model;
     std::int16_t tag = 0;
     for (int step = 0; step < 6000; ++step) {
-        const std::uint32_t action = upTo(99);
+        const std::uint32_t action = upTo(99), chosen = upTo(static_cast<std::uint32_t>(model.size()));
+        const auto label = static_cast<std::uint8_t>(upTo(3));
         if (action < 65) {
             const std::uint32_t t = upTo(1) == 0 ? upTo(50) : upTo(UINT32_MAX);
-            const auto label = static_cast<std::uint8_t>(upTo(3));
-            const auto before =
-                std::find_if(model.begin(), model.end(), [t](const ModelBeat& b) { return b.time >= t; });
+            const auto before = std::ranges::lower_bound(model, t, {}, &Beat::time);
             const auto index = static_cast<std::uint32_t>(before - model.begin());
-            ModelBeat beat{t, label, {}};
+            Beat beat{t, label, {}};
             ASSERT_EQ(index, store.Insert(label, t)) << step;
             for (std::uint32_t channel = 0; channel < 3; ++channel) {
-                ASSERT_EQ(0, store.Value(17 + channel, index, &LeadBeat::value8))
-                    << "a new beat is not measured yet";
-                beat.tag[channel] = ++tag;
-                store.SetValue(17 + channel, index, &LeadBeat::value8, tag);
+                ASSERT_EQ(0, store.Value(17 + channel, index, &LeadBeat::value8)) << "a new beat is not measured yet";
+                store.SetValue(17 + channel, index, &LeadBeat::value8, beat.tag[channel] = ++tag);
             }
             model.insert(before, beat);
-        } else if (action < 80 && !model.empty()) {
-            const std::uint32_t i = upTo(static_cast<std::uint32_t>(model.size()) - 1);
-            if (action % 2 == 0) {
-                store.RemoveAt(i);
-                model.erase(model.begin() + i);
-            } else {
-                const ModelBeat wanted = model[i];
-                ASSERT_TRUE(store.Remove(wanted.label, wanted.time));
-                model.erase(std::find_if(model.begin(), model.end(), [&](const ModelBeat& b) {
-                    return b.time == wanted.time && b.label == wanted.label;
-                }));
-            }
+        } else if (action < 72 && chosen < model.size()) {
+            store.RemoveAt(chosen);
+            model.erase(model.begin() + chosen);
+        } else if (action < 80 && chosen < model.size()) {
+            const auto alike = [wanted = model[chosen]](const Beat& b) { return b.time == wanted.time && b.label == wanted.label; };
+            ASSERT_TRUE(store.Remove(model[chosen].label, model[chosen].time));
+            model.erase(std::ranges::find_if(model, alike));
         } else if (action == 80) {
-            const auto label = static_cast<std::uint8_t>(upTo(3));
-            const auto gone = [label](const ModelBeat& b) { return b.label == label; };
-            EXPECT_EQ(std::count_if(model.begin(), model.end(), gone), store.CountOfLabel(label));
+            EXPECT_EQ(std::ranges::count(model, label, &Beat::label), store.CountOfLabel(label));
             store.RemoveLabel(label);
-            std::erase_if(model, gone);
-        } else if (action == 81 && !model.empty()) {
-            const std::uint32_t from = upTo(static_cast<std::uint32_t>(model.size()) - 1),
-                                to = from + upTo(12);
-            store.RemoveRange(from, to);
-            model.erase(model.begin() + from,
-                        model.begin() + std::min<std::ptrdiff_t>(to + 1, std::ssize(model)));
+            std::erase_if(model, [label](const Beat& b) { return b.label == label; });
+        } else if (action == 81) {
+            const auto size = static_cast<std::uint32_t>(model.size()), to = chosen + upTo(12);
+            store.RemoveRange(chosen, to);
+            model.erase(model.begin() + chosen, model.begin() + std::min(to + 1, size));
         }
-        ExpectSame(model, store, step);
-        ASSERT_FALSE(HasFatalFailure());
+        std::vector<Beat> held;
+        for (std::uint32_t i = 0; i < store.Count(); ++i) {
+            const auto value = [&](std::uint32_t slot) { return static_cast<std::int16_t>(store.Value(slot, i, &LeadBeat::value8)); };
+            held.push_back({store.Time(i), static_cast<std::uint8_t>(store.Label(i)), {value(17), value(18), value(19)}});
+        }
+        ASSERT_TRUE(held == model) << step;
     }
     EXPECT_FALSE(store.Remove(9, 9));
     EXPECT_GT(store.Capacity(), 100u);
@@ -300,12 +254,12 @@ TEST(AnnotationStore, MarksSegmentsAndExtendsTheOpenOne) {
     AnnotationStore store(5);
     ASSERT_TRUE(store.Append(1, 100));
     ASSERT_TRUE(store.MarkSegment(200, 300));
-    EXPECT_EQ((std::vector<std::uint32_t>{100, 200, 300}), Times(store));
+    EXPECT_EQ((Times{100, 200, 300}), TimesOf(store));
     EXPECT_EQ(-3, store.SubLabel(1));
     EXPECT_EQ(-2, store.SubLabel(2));
     EXPECT_EQ(15, store.Label(1));
     ASSERT_TRUE(store.InsertSegment(400, 500));
-    EXPECT_EQ((std::vector<std::uint32_t>{100, 200, 500}), Times(store)) << "the segment was still open";
+    EXPECT_EQ((Times{100, 200, 500}), TimesOf(store)) << "the segment was still open";
     ASSERT_TRUE(store.Append(1, 600));
     EXPECT_FALSE(store.MarkSegment(700, 800)) << "both must fit";
     EXPECT_EQ(4u, store.Count());
@@ -314,7 +268,7 @@ TEST(AnnotationStore, MarksSegmentsAndExtendsTheOpenOne) {
     ordered.Append(1, 100);
     ordered.Append(1, 400);
     ASSERT_TRUE(ordered.InsertSegment(200, 200));
-    EXPECT_EQ((std::vector<std::uint32_t>{100, 200, 200, 400}), Times(ordered));
+    EXPECT_EQ((Times{100, 200, 200, 400}), TimesOf(ordered));
     EXPECT_EQ(-3, ordered.SubLabel(1));
     EXPECT_EQ(-2, ordered.SubLabel(2));
     AnnotationStore tight(4);
@@ -324,30 +278,24 @@ TEST(AnnotationStore, MarksSegmentsAndExtendsTheOpenOne) {
 }
 
 TEST(AnnotationStore, TellsTheHeartRateFromNormalBeatsAround) {
-    struct Row {
+    const struct {
         const char* name;
-        std::vector<std::uint32_t> times;
+        Times times;
         std::vector<std::uint8_t> labels;
         std::uint32_t at;
         std::uint16_t rate;
-    };
-    const Row rows[] = {
-        {"steady", {0, 800, 1600, 2400, 3200, 4000, 4800, 5600}, {1, 1, 1, 1, 1, 1, 1, 1}, 3, 75},
-        {"three to each side",
-         {0, 1000, 2000, 3000, 4000, 5000, 6000, 6001},
-         {1, 1, 1, 1, 1, 1, 1, 1},
-         3,
-         60},
-        {"first", {0, 500, 1000, 1500, 9000}, {1, 1, 1, 1, 1}, 0, 120},
-        {"last", {0, 7000, 7500, 8000, 8500}, {1, 1, 1, 1, 1}, 4, 120},
-        {"up to the beat that is not normal", {0, 1000, 1500, 2000, 9000}, {1, 5, 1, 5, 1}, 2, 120},
-        {"rounded", {0, 700}, {1, 1}, 0, 86},  // 85.7
-        {"not a normal beat", {0, 800, 1600}, {1, 5, 1}, 1, 9},
-        {"alone", {500}, {1}, 0, 9},
-        {"no time between", {500, 500, 500}, {1, 1, 1}, 1, 9},
-        {"out of order", {500, 400}, {1, 1}, 0, 9},
-        {"beyond 16 bits", {0, 0, 1}, {1, 1, 1}, 1, 65535}};
-    for (const Row& row : rows) {
+    } rows[] = {{"steady", {0, 800, 1600, 2400, 3200, 4000, 4800, 5600}, {1, 1, 1, 1, 1, 1, 1, 1}, 3, 75},
+                {"three to each side", {0, 1000, 2000, 3000, 4000, 5000, 6000, 6001}, {1, 1, 1, 1, 1, 1, 1, 1}, 3, 60},
+                {"first", {0, 500, 1000, 1500, 9000}, {1, 1, 1, 1, 1}, 0, 120},
+                {"last", {0, 7000, 7500, 8000, 8500}, {1, 1, 1, 1, 1}, 4, 120},
+                {"up to the beat that is not normal", {0, 1000, 1500, 2000, 9000}, {1, 5, 1, 5, 1}, 2, 120},
+                {"rounded", {0, 700}, {1, 1}, 0, 86},  // 85.7
+                {"not a normal beat", {0, 800, 1600}, {1, 5, 1}, 1, 9},
+                {"alone", {500}, {1}, 0, 9},
+                {"no time between", {500, 500, 500}, {1, 1, 1}, 1, 9},
+                {"out of order", {500, 400}, {1, 1}, 0, 9},
+                {"beyond 16 bits", {0, 0, 1}, {1, 1, 1}, 1, 65535}};
+    for (const auto& row : rows) {
         AnnotationStore store(static_cast<std::uint32_t>(row.times.size()));
         for (std::size_t i = 0; i < row.times.size(); ++i) {
             store.Append(row.labels[i], row.times[i]);
@@ -373,14 +321,14 @@ TEST(AnnotationStore, IsClearedAndFilledAgainWithoutOldBeats) {
 TEST(AnnotationStore, ChangesNothingWhenMemoryIsShort) {
     NormalBeats store(5, 100);
     for (int allocationsLeft = 0; allocationsLeft < 4; ++allocationsLeft) {
-        const kx::test::FailingMemory failing(allocationsLeft);
+        const FailingMemory failing(allocationsLeft);
         EXPECT_EQ(std::nullopt, store.Insert(1, 50)) << allocationsLeft;
         EXPECT_EQ(5u, store.Capacity());
-        EXPECT_EQ((std::vector<std::uint32_t>{0, 100, 200, 300, 400}), Times(store));
+        EXPECT_EQ((Times{0, 100, 200, 300, 400}), TimesOf(store));
         EXPECT_FALSE(store.IsModified());
     }
     for (int allocationsLeft = 0; allocationsLeft < 4; ++allocationsLeft) {
-        const kx::test::FailingMemory failing(allocationsLeft);
+        const FailingMemory failing(allocationsLeft);
         AnnotationStore partial(2);
         EXPECT_EQ(allocationsLeft > 0, partial.Append(1, 100));
         EXPECT_EQ(allocationsLeft > 0, partial.Insert(1, 50).has_value());
@@ -391,4 +339,29 @@ TEST(AnnotationStore, ChangesNothingWhenMemoryIsShort) {
     }
 }
 
+// The sanitizer sees a store that is freed twice or never.
+TEST(RecordAnnotations, AreMadeReplacedAndFreedWithTheRecord) {
+    TestRecord test;
+    CollectedReports reports;
+    EXPECT_TRUE(test.Annotations() == nullptr && test.Annotations2() == nullptr && !test.SetCurrentAnnotation(0, reports));
+    ASSERT_TRUE(test.CreateAnnotations(4)->AppendBeat(0, 1, 100, 0b111) && test.CreateAnnotations2(2, false) != nullptr);
+    EXPECT_EQ(1u, test.Annotations()->Count());
+    EXPECT_EQ(0u, test.CreateAnnotations(3, true)->Count());
+    EXPECT_EQ(0u, test.CreateAnnotations2(3)->Count());
+    auto made = std::make_unique<AnnotationStore>(9);
+    AnnotationStore* const address = made.get();
+    EXPECT_EQ(address, test.ReplaceAnnotations(std::move(made)));
+    EXPECT_TRUE(test.ReplaceAnnotations2(nullptr) == nullptr && test.Annotations2() == nullptr);
+    EXPECT_TRUE(test.SetCurrentAnnotation(0, reports)) << "also of an empty store";
+    EXPECT_FALSE(test.IsModified());
+    test.Annotations()->Append(1, 100);
+    test.Annotations()->Append(1, 200);
+    EXPECT_TRUE(test.SetCurrentAnnotation(1, reports) && test.IsModified());
+    EXPECT_FALSE(test.SetCurrentAnnotation(2, reports) || test.SetCurrentAnnotation(UINT32_MAX, reports));
+    EXPECT_EQ(1u, test.currentAnnotation);
+    const std::string source = "..\\lib\\dbclient\\c_test: ann ";
+    EXPECT_EQ((std::vector<std::string>{source + "NULL", source + "too large", source + "too large"}), reports.texts);
+}
+
 }  // namespace
+}  // namespace kx::test

@@ -1,8 +1,5 @@
 // Any bytes as the record of a host and as what it points to: every text of it ends within its buffer, and
 // reading changes nothing.
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
 #include <cstring>
 #include <memory>
 #include <vector>
@@ -11,21 +8,17 @@
 #include "lib/dbclient/summary_text.h"
 #include "lib/dbclient/test_list_entry.h"
 #include "lib/dbclient/test_record.h"
+#include "tests/fuzz/targets.h"
 #include "tests/rig/plain_locale.h"
 
+namespace kx::fuzz {
 namespace {
 
 // Above every code of a field. An input is asked for one code in eight.
 constexpr int kCodesEnd = 760;
 constexpr int kCodeStep = 8;
 
-void Require(bool holds) {
-    if (!holds) {
-        std::abort();
-    }
-}
-
-class OneList final : public kx::ResourceTexts {
+class OneList final : public ResourceTexts {
   public:
     std::size_t LoadText(std::uint32_t, char* buffer, std::size_t size) const override {
         constexpr char kList[] = "0^...^1^Uomo^2^Donna";
@@ -36,44 +29,35 @@ class OneList final : public kx::ResourceTexts {
 };
 
 // The input over and over: a short one reaches every field.
-class Bytes {
-  public:
-    Bytes(const std::uint8_t* data, std::size_t size) : data_(data), size_(size) {}
+struct Source {
+    Bytes input;
+    std::size_t at = 0;
 
-    void Fill(void* object, std::size_t count) {
-        for (auto* to = static_cast<std::uint8_t*>(object); count > 0; --count, ++at_) {
-            *to++ = data_[at_ % size_];
+    template <class... Objects>
+    void Fill(Objects&... objects) {
+        (FillBytes(&objects, sizeof objects), ...);
+    }
+    void FillBytes(void* object, std::size_t count) {
+        for (auto* to = static_cast<std::uint8_t*>(object); count > 0; --count, ++at) {
+            *to++ = input[at % input.size()];
         }
     }
     template <class T>
     T Take() {
         T value;
-        Fill(&value, sizeof value);
+        Fill(value);
         return value;
     }
-
-  private:
-    const std::uint8_t* data_;
-    std::size_t size_;
-    std::size_t at_ = 0;
 };
 
 // A record and what its pointers lead to, all of it the host's.
 struct HostTest {
-    explicit HostTest(Bytes& bytes) {
-        bytes.Fill(points, sizeof points);
-        bytes.Fill(&values, sizeof values);
+    explicit HostTest(Source& bytes) {
+        bytes.Fill(points, values);
         values.points = points;
-        bytes.Fill(&test, offsetof(KxTestRecord, buffer7584));
-        bytes.Fill(&episode, offsetof(KxEpisodeRecord, samples));
-        bytes.Fill(&episode.measurements, sizeof episode.measurements);
-        bytes.Fill(&stage, sizeof stage);
-        bytes.Fill(&reading, sizeof reading);
-        bytes.Fill(&holter, sizeof holter);
-        bytes.Fill(&summary, sizeof summary);
-        bytes.Fill(&spirometry, sizeof spirometry);
-        bytes.Fill(entries, sizeof entries);
-        bytes.Fill(&history.count, sizeof history.count);
+        bytes.FillBytes(&test, offsetof(KxTestRecord, buffer7584));
+        bytes.FillBytes(&episode, offsetof(KxEpisodeRecord, samples));
+        bytes.Fill(episode.measurements, stage, reading, holter, summary, spirometry, entries, history.count);
         history.entries = entries;
         test.episodeCount = bytes.Take<std::uint32_t>();
         test.episodes[0] = &episode;
@@ -96,7 +80,7 @@ struct HostTest {
     template <class... Records>
     static void Mark(bool understood, Records&... records) {
         if (understood) {
-            ((records.size = sizeof records, records.mark = kx::kMarkOf<Records>), ...);
+            ((records.size = sizeof records, records.mark = kMarkOf<Records>), ...);
         }
     }
 
@@ -107,47 +91,47 @@ struct HostTest {
     KxHolterData holter;
     KxHolterSummary summary;
     KxSpirometry spirometry;
-    KxHistoryEntry entries[kx::kHistoryCapacity];
+    KxHistoryEntry entries[kHistoryCapacity];
     KxHistory history{};
     KxSeriesPoint points[2];
     KxValueSeries values{};
 };
 
-void RenderEverything(const kx::TestRecord& test, Bytes& bytes, std::vector<char>& buffer) {
+void RenderEverything(const TestRecord& test, Source& bytes, std::vector<char>& buffer) {
     const OneList texts;
-    const kx::test::PlainLocale locale;
-    kx::SummaryRequest request(texts, locale);
+    const test::PlainLocale locale;
+    SummaryRequest request(texts, locale);
     request.timeMs = bytes.Take<std::int32_t>();
     request.eventClass = bytes.Take<std::uint8_t>();
     request.eventValue = bytes.Take<std::int32_t>();
     request.eventHeartRate = bytes.Take<std::int32_t>();
-    request.amplitudeUnit = static_cast<kx::AmplitudeUnit>(bytes.Take<std::uint8_t>() % 4);
+    request.amplitudeUnit = static_cast<AmplitudeUnit>(bytes.Take<std::uint8_t>() % 4);
     request.stTimeMs = bytes.Take<std::int32_t>();
     for (int code = bytes.Take<std::uint8_t>() % kCodeStep - 1; code < kCodesEnd; code += kCodeStep) {
-        kx::FieldText(test, code, buffer.data(), buffer.size(), request);
+        FieldText(test, code, buffer.data(), buffer.size(), request);
         Require(std::memchr(buffer.data(), '\0', buffer.size()) != nullptr);
     }
     char text[sizeof test.text332];
     std::memcpy(text, test.text332, sizeof text);
     text[sizeof text - 1] = '\0';
-    Require(kx::ExpandPlaceholders(test, text, buffer.data(), buffer.size()));
+    Require(ExpandPlaceholders(test, text, buffer.data(), buffer.size()));
     Require(std::memchr(buffer.data(), '\0', buffer.size()) != nullptr);
 }
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    if (size == 0) {
-        return 0;
+void RecordTexts(Bytes input) {
+    if (input.empty()) {
+        return;
     }
-    Bytes bytes(data, size);
+    Source bytes{input};
     std::vector<char> buffer(1 + bytes.Take<std::uint16_t>() % 700u);
     const auto host = std::make_unique<HostTest>(bytes);
     const auto before = std::make_unique<KxTestRecord>(host->test);
-    RenderEverything(*kx::TestRecord::Of(&host->test), bytes, buffer);
+    RenderEverything(*TestRecord::Of(&host->test), bytes, buffer);
     Require(std::memcmp(before.get(), &host->test, sizeof *before) == 0);
-
-    const auto listed = std::make_unique<kx::TestListEntry>(*kx::TestRecord::Of(&host->test));
+    const auto listed = std::make_unique<TestListEntry>(*TestRecord::Of(&host->test));
     Require(listed->SameTest(listed.get()) && !listed->IsNewerThan(listed.get()));
-    return 0;
 }
+
+}  // namespace kx::fuzz
