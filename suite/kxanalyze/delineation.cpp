@@ -15,19 +15,22 @@ namespace {
 constexpr int kBelievedQrs = 40;
 constexpr int kBelievedP = 60;
 constexpr int kBelievedT = 80;
-// Between the ends of the QRS complex that the two see, where they are near to one another.
-constexpr double kRulesWeight = 0.5;
+// Where between the ends of the QRS complex that the network (0) and the rules (1) see, when they are near to
+// one another: the rules are steadier where the complex begins.
+constexpr double kOnsetByRules = 0.75;
+constexpr double kOffsetByRules = 0.25;
 // The leads' ends follow one that was moved so far.
 constexpr double kLeadShare = 0.5;
+// The T wave of all leads ends where that of all but the outermost of the leads has ended, and so much later,
+// ms: steadier than the network's own point of all leads.
+constexpr double kLateQuantile = 0.9;
+constexpr double kTOffLag = 4;
 // Of two T ends far from one another the one is taken that is nearer to a QT interval of 400 ms at one second
 // (L. S. Fridericia, Acta Med. Scand. 53, 469-486, 1920).
 constexpr double kQtAtOneSecond = 400;
 constexpr int kAssumedRr = 900;
-// Whether there is a P wave is for both to say: the logarithm of its clearness to the rules counts so many
-// times beside the network's logarithm of the odds.
-constexpr double kClearnessWeight = 4;
 // A lead's point so far from those of the other leads is theirs, ms.
-constexpr std::array<double, kLeadPoints> kApart = {90, 90, 60, 60, 120, 100};
+constexpr std::array<double, kLeadPoints> kApart = {90, 90, 60, 60, 120, 60};
 // A wave that begins or ends so near to the end of the block is not wholly in it, ms.
 constexpr int kEdge = 6;
 // The shortest waves and the least distances between them, ms.
@@ -38,7 +41,6 @@ constexpr int kBetween = 2;
 
 // The points of the network, as it gives them.
 enum LeadPoint : std::size_t { kPOnPoint, kPOffPoint, kQrsOnPoint, kQrsOffPoint, kTOnPoint, kTOffPoint };
-constexpr std::size_t kGlobalTOffPoint = 4;
 
 void Add(const NetworkOutput& output, NetworkOutput& mean) {
     for (std::size_t point = 0; point < mean.global.size(); ++point) {
@@ -58,9 +60,8 @@ Place PlaceOf(const Beat& beat, double ms) {
 }
 
 // An end of the complex: between what the two see when they agree, else what the rules see.
-Place JoinQrsPoint(Place network, Place rules) {
-    return std::abs(network - rules) > kBelievedQrs ? rules
-                                                    : Rounded(network + kRulesWeight * (rules - network));
+Place JoinQrsPoint(Place network, Place rules, double byRules) {
+    return std::abs(network - rules) > kBelievedQrs ? rules : Rounded(network + byRules * (rules - network));
 }
 
 Place JoinTOff(const Beat& beat, Place qrsOn, Place network, Place rules) {
@@ -75,24 +76,33 @@ Place JoinPPoint(Place network, Place rules) {
     return rules != 0 && std::abs(network - rules) > kBelievedP ? rules : network;
 }
 
-// One point of every lead. shift: by how much the point of all leads was moved from where the network saw it.
+// One point of the leads that are present, ms from the centre of the complex.
+LeadValues SettledPoints(const Beat& beat, const NetworkOutput& output, LeadPoint point) {
+    LeadValues own;
+    std::size_t count = 0;
+    for (const BeatLead& lead : beat.leads) {
+        if (lead.present) {
+            own.Add(output.leads[count++][point]);
+        }
+    }
+    const double middle = Median(beat, own);
+    LeadValues settled;
+    for (const double value : std::span<const double>(own)) {
+        settled.Add(std::fabs(value - middle) > kApart[point] ? middle : value);
+    }
+    return settled;
+}
+
+// Puts them in their places. shift: by how much the point of all leads was moved from where the network saw
+// it.
 template <Place Interval::*kEnd>
 void TakeLeads(const Beat& beat, const NetworkOutput& output, LeadPoint point, double shift,
                WaveBoundaries& wave) {
-    LeadValues values;
-    std::size_t n = 0;
-    for (const BeatLead& lead : beat.leads) {
-        if (lead.present) {
-            values.Add(output.leads[n++][point]);
-        }
-    }
-    const double middle = Median(beat, values);
-    n = 0;
+    const LeadValues values = SettledPoints(beat, output, point);
+    auto value = std::span<const double>(values).begin();
     for (std::size_t code = 0; code < beat.leads.size(); ++code) {
         if (beat.leads[code].present) {
-            const double own = output.leads[n++][point];
-            wave.leads[code].*kEnd =
-                PlaceOf(beat, shift + (std::fabs(own - middle) > kApart[point] ? middle : own));
+            wave.leads[code].*kEnd = PlaceOf(beat, shift + *value++);
         }
     }
 }
@@ -101,8 +111,8 @@ WaveBoundaries JoinQrs(const Beat& beat, const QrsByRules& rules, const NetworkO
     WaveBoundaries qrs;
     const Place on = PlaceOf(beat, output.global[kQrsOnPoint]),
                 off = PlaceOf(beat, output.global[kQrsOffPoint]);
-    qrs.global.on = rules.paced ? rules.all.on : JoinQrsPoint(on, rules.all.on);
-    qrs.global.off = JoinQrsPoint(off, rules.all.off);
+    qrs.global.on = rules.paced ? rules.all.on : JoinQrsPoint(on, rules.all.on, kOnsetByRules);
+    qrs.global.off = JoinQrsPoint(off, rules.all.off, kOffsetByRules);
     qrs.global.off = std::max(qrs.global.off, std::min(qrs.global.on + kShortestQrs, beat.length - 1));
     TakeLeads<&Interval::on>(beat, output, kQrsOnPoint, kLeadShare * (qrs.global.on - on), qrs);
     TakeLeads<&Interval::off>(beat, output, kQrsOffPoint, kLeadShare * (qrs.global.off - off), qrs);
@@ -114,7 +124,8 @@ WaveBoundaries JoinT(const Beat& beat, Place rules, const WaveBoundaries& qrs, c
     if (rules == 0) {
         return t;
     }
-    const Place off = PlaceOf(beat, output.global[kGlobalTOffPoint]);
+    const double late = Quantile(beat, SettledPoints(beat, output, kTOffPoint), kLateQuantile);
+    const Place off = PlaceOf(beat, late + kTOffLag);
     t.global.off = JoinTOff(beat, qrs.global.on, off, rules);
     if (t.global.off >= beat.length - kEdge || t.global.off < qrs.global.off + kShortestT) {
         return {};
@@ -133,7 +144,8 @@ WaveBoundaries JoinT(const Beat& beat, Place rules, const WaveBoundaries& qrs, c
 WaveBoundaries JoinP(const Beat& beat, const PByRules& rules, const WaveBoundaries& qrs,
                      const NetworkOutput& output) {
     WaveBoundaries p;
-    if (output.pWave + kClearnessWeight * std::log(rules.clearness) <= 0) {
+    // For both to say: what the network takes for the odds of a wave, and how clear one is to the rules.
+    if (output.pWave + std::log(rules.clearness) <= 0) {
         return p;
     }
     const Place on = PlaceOf(beat, output.global[kPOnPoint]), off = PlaceOf(beat, output.global[kPOffPoint]);
