@@ -6,6 +6,7 @@
 #define IDR_MENU 2
 #define IDR_ACCELERATORS 3
 #define IDD_PRINT 4
+#define IDD_TEXT 5
 
 #define IDM_FILE_OPEN 101
 #define IDM_FILE_BUILTIN 102
@@ -51,5 +52,6 @@
 #define IDC_PRINT_PAPER 1103
 #define IDC_PRINT_TO_FILE 1104
 #define IDC_PRINT_BY_DRIVER 1105
+#define IDC_TEXT 1106
 
 #endif

@@ -20,12 +20,9 @@ void RequireArchive(const ArchiveClient& archive) {
 }
 
 std::string LineOf(const ArchivedLine& line) {
-    const auto text = [](const std::string& field) {
-        return '\t' + ToUtf8(FromRecordText(field.substr(0, field.find_last_not_of(" ,") + 1)));
-    };
-    return std::to_string(line.key.id) + '\t' + ToUtf8(DateText(line.time)) + text(line.name) +
-           text(line.patientId) + '\t' + ToUtf8(TestTypeText(line.testType)) + '\t' +
-           ToUtf8(StateText(line.stateFlags)) + '\n';
+    return std::to_string(line.key.id) + '\t' + ToUtf8(DateText(line.time)) + '\t' +
+           ToUtf8(NameText(line.name)) + '\t' + ToUtf8(FromRecordText(line.patientId)) + '\t' +
+           ToUtf8(TestTypeText(line.testType)) + '\t' + ToUtf8(StateText(line.stateFlags)) + '\n';
 }
 
 }  // namespace

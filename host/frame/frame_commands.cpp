@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <exception>
 
+#include "host/frame/command_line_help.h"
 #include "host/frame/frame_window.h"
 #include "host/resource_ids.h"
 #include "host/windows/help_page.h"
@@ -128,7 +129,7 @@ void FrameWindow::OnCommand(int id) {
             OnEditReport(1);
             break;
         case IDM_HELP_COMMAND_LINE:
-            Say(FromUtf8(UsageText()), MB_ICONINFORMATION);
+            ShowCommandLineHelp(Window());
             break;
         case IDM_HELP_TOPIC:
             OnHelp();
@@ -178,7 +179,8 @@ void FrameWindow::OnHelp() {
 }
 
 void FrameWindow::OnAbout() {
-    Say(L"Stazione ECG\n\nUna piccola stazione di lavoro che apre tracciati WFDB e mostra i pannelli di "
+    Say(L"Stazione ECG\n\nUna piccola stazione di lavoro che apre tracciati WFDB, SCP-ECG, DICOM e HL7 aECG "
+        L"e mostra i pannelli di "
         L"revisione di "
         L"kxdialogs.dll: l'esempio vivo per chi integra la libreria.\n\nNon è un dispositivo medico.",
         MB_ICONINFORMATION);

@@ -45,10 +45,8 @@ void FrameWindow::OnPrint() {
     kx::SystemServices services(nullptr);
     PrintChoice first = printed_;
     first.printer.reset();
-    if (ShownPane() == PaneKind::Tracing)
-        first.lead.reset();
-    else if (paneHost_->Pane() != nullptr)
-        first.lead = LeadShownIn(paneHost_->Pane()).value_or(first.lead.value_or(KX_LEAD_II));
+    if (paneHost_->Pane() != nullptr)
+        first.lead = LeadShownIn(paneHost_->Pane());
     const auto choice = AskHowToPrint(Window(), ListPrinters(services), first);
     if (!choice)
         return;

@@ -113,7 +113,8 @@ class FrameWindow final : public HostWindow, private WorklistActions {
     std::unique_ptr<LogPane> log_;
     Snapshot shown_;
     std::wstring note_;
-    PrintChoice printed_{KX_LEAD_II, Paper::kA4, true, {}};  // what printing begins with, unless the pane shows a lead
+    PrintChoice printed_{
+        KX_LEAD_II, Paper::kA4, true, {}};  // what printing begins with; the lead is the pane's
     std::unique_ptr<RecordSession> session_;
     // Last, so that the pane goes before the record that it shows.
     std::unique_ptr<PaneHost> paneHost_;

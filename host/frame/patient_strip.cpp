@@ -28,8 +28,10 @@ COLORREF LabelColour() {
 // Lengths at 96 dots per inch.
 constexpr int kMargin = 12;
 constexpr int kAccentWidth = 5;
-constexpr int kCellWidth = 74;
-constexpr int kWideCellWidth = 104;  // for two numbers
+// A cell's width, and that of one with two numbers; the second of each where the window is narrow.
+constexpr int kCellWidths[] = {74, 62};
+constexpr int kWideCellWidths[] = {104, 96};
+constexpr int kNarrow = 1000;
 
 template <std::size_t N>
 std::wstring FieldText(const char (&field)[N]) {
@@ -111,11 +113,11 @@ PatientTexts DescribePatient(const KxTestRecord& test, const KxMeasurementSet* s
     if (texts.name.empty())
         texts.name = id.empty() ? L"Paziente senza nome" : id;
     else if (!id.empty())
-        texts.details = L"ID " + id + L"   ·   ";
+        texts.details = L"ID " + id + L"  ·  ";
     texts.details += SexText(test.sex);
     if (test.ageDays != 0)
-        texts.details += L"   ·   " + AgeText(test.ageDays);
-    texts.details += L"   ·   " + DateText(test.acquisitionTime);
+        texts.details += L"  ·  " + AgeText(test.ageDays);
+    texts.details += L"  ·  " + DateText(test.acquisitionTime);
 
     static constexpr const wchar_t* kLabels[PatientTexts::kMeasurements] = {
         L"FC", L"P", L"PR", L"QRS", L"QT / QTc", L"Asse QRS", L"Asse P / T"};
@@ -159,10 +161,17 @@ int PatientStrip::Height() const {
            metrics_.Scale(24);
 }
 
+int PatientStrip::CellWidth(std::size_t cell) const {
+    RECT area;
+    GetClientRect(Window(), &area);
+    const int narrow = area.right < metrics_.Scale(kNarrow) ? 1 : 0;
+    return metrics_.Scale(cell == 4 || cell == 6 ? kWideCellWidths[narrow] : kCellWidths[narrow]);
+}
+
 int PatientStrip::WidthOfMeasurements() const {
     int width = 0;
     for (std::size_t i = 0; i < PatientTexts::kMeasurements; ++i)
-        width += metrics_.Scale(i == 4 || i == 6 ? kWideCellWidth : kCellWidth);
+        width += CellWidth(i);
     return width;
 }
 
@@ -171,7 +180,7 @@ void PatientStrip::DrawMeasurements(HDC dc, const RECT& area) const {
     const int top = static_cast<int>(area.top + area.bottom) / 2 - labelHeight - metrics_.Scale(1);
     RECT cell{area.right - WidthOfMeasurements(), top, 0, top + labelHeight};
     for (std::size_t i = 0; i < texts_.measurements.size(); ++i) {
-        cell.right = cell.left + metrics_.Scale(i == 4 || i == 6 ? kWideCellWidth : kCellWidth);
+        cell.right = cell.left + CellWidth(i);
         RECT label = cell;
         label.left += metrics_.Scale(8);
         RECT rule{cell.left, cell.top, cell.left + 1, cell.bottom + labelHeight + metrics_.Scale(4)};

@@ -44,6 +44,7 @@ class PatientStrip final : public HostWindow {
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     void OnPaint();
     void Draw(HDC dc, const RECT& area) const;
+    int CellWidth(std::size_t cell) const;
     void DrawMeasurements(HDC dc, const RECT& area) const;
 
     const UiMetrics& metrics_;

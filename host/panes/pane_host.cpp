@@ -11,6 +11,9 @@ namespace kxhost {
 namespace {
 
 constexpr WPARAM kChangeNotice = 1024;
+// Of the workstation's own panes, at 96 dots per inch.
+constexpr int kLeastOwnWidth = 700;
+constexpr int kLeastOwnHeight = 260;
 
 int LengthOf(const RECT& area, int bar) {
     return static_cast<int>(bar == SB_HORZ ? area.right - area.left : area.bottom - area.top);
@@ -80,6 +83,10 @@ bool PaneHost::Show(HWND pane) {
     RECT area;
     GetClientRect(pane_, &area);
     natural_ = {area.right, area.bottom};
+    least_ = natural_;
+    if (own_)
+        least_ = {std::min<LONG>(natural_.cx, metrics_.Scale(kLeastOwnWidth)),
+                  std::min<LONG>(natural_.cy, metrics_.Scale(kLeastOwnHeight))};
     SetWindowPos(pane_, nullptr, 0, 0, static_cast<int>(natural_.cx), static_cast<int>(natural_.cy),
                  SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
     scrolled_ = {};
@@ -93,7 +100,7 @@ void PaneHost::Close() {
         DestroyWindow(pane_);
     pane_ = nullptr;
     own_.reset();
-    natural_ = {};
+    natural_ = least_ = {};
     scrolled_ = {};
     Place();
 }
@@ -128,8 +135,8 @@ void PaneHost::Place() {
     const int barHeight = GetSystemMetrics(SM_CYHSCROLL);
     int width = LengthOf(area, SB_HORZ);
     int height = LengthOf(area, SB_VERT);
-    const int needsWidth = static_cast<int>(natural_.cx);
-    const int needsHeight = static_cast<int>(natural_.cy);
+    const int needsWidth = static_cast<int>(least_.cx);
+    const int needsHeight = static_cast<int>(least_.cy);
     const bool down = needsHeight > height || (needsWidth > width && needsHeight > height - barHeight);
     const bool across = needsWidth > width - (down ? barWidth : 0);
     width -= down ? barWidth : 0;

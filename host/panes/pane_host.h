@@ -71,6 +71,8 @@ class PaneHost final : public HostWindow {
     HWND pane_ = nullptr;
     std::unique_ptr<HostWindow> own_;  // when the pane is the workstation's
     SIZE natural_{};
+    SIZE
+        least_{};  // what is scrolled when there is less room; a pane of the workstation lays itself out anew
     POINT scrolled_{};
     bool placing_ = false;  // showing a bar changes the window's size, which would place the pane again
     std::wstring message_;

@@ -14,6 +14,7 @@ constexpr int kBarHeight = 32;
 constexpr int kMargin = 6;
 constexpr int kComboWidth = 96;
 constexpr int kWhatWidth = 250;
+constexpr int kInfoWidth = 330;
 constexpr int kComboDrop = 140;
 
 constexpr std::array<const wchar_t*, 3> kArrangements{L"3 x 4 + ritmo", L"6 x 2", L"12 x 1"};
@@ -95,7 +96,12 @@ void TracingPane::Layout() const {
     for (const HWND combo : {arrangement_, speed_, gain_})
         place(combo, metrics_.Scale(kComboWidth), metrics_.Scale(kComboDrop));
     const int lineHeight = bar - margin;
-    place(what_, metrics_.Scale(kWhatWidth), lineHeight);
+    // In a narrow window what is measured takes the place of what is shown.
+    const int room = static_cast<int>(area.right) - left - margin;
+    const bool both = room >= metrics_.Scale(kWhatWidth + kInfoWidth) || GetWindowTextLengthW(info_) == 0;
+    ShowWindow(what_, both ? SW_SHOWNA : SW_HIDE);
+    if (both)
+        place(what_, std::min(metrics_.Scale(kWhatWidth), std::max(room, 0)), lineHeight);
     place(info_, std::max(static_cast<int>(area.right) - left - margin, 0), lineHeight);
     if (paper_)
         SetWindowPos(paper_->Window(), nullptr, 0, bar, static_cast<int>(area.right),
@@ -103,7 +109,10 @@ void TracingPane::Layout() const {
 }
 
 void TracingPane::ShowInfo(const std::wstring& text) const {
+    const bool was = GetWindowTextLengthW(info_) != 0;
     SetWindowTextW(info_, text.c_str());
+    if (was == text.empty())
+        Layout();
 }
 
 void TracingPane::OnChoice(HWND combo) {

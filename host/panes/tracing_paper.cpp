@@ -268,14 +268,14 @@ void TracingPaper::OnMouseMove(POINT at) {
 void TracingPaper::OnButtonUp(POINT at) {
     if (GetCapture() != Window())
         return;
+    const bool wasDrag = dragging_;  // the loss of the capture ends it
     ReleaseCapture();
-    if (!dragging_) {
+    if (!wasDrag) {
         const auto point =
             PointAt(layout_, scale_, static_cast<int>(at.x), static_cast<int>(at.y) + scrolledRows_);
         if (point)
             TellBeatAt(point->ms);
     }
-    dragging_ = false;
 }
 
 void TracingPaper::TellBeatAt(double ms) {

@@ -46,7 +46,7 @@ std::wstring Calipers::Text() const {
     wchar_t text[96];
     const auto rate = BeatsPerMinute();
     if (rate)
-        std::swprintf(text, std::size(text), L"%.0f ms   %.0f/min   %+.2f mV", std::abs(Ms()), *rate,
+        std::swprintf(text, std::size(text), L"%.0f ms   %.0f bpm   %+.2f mV", std::abs(Ms()), *rate,
                       Millivolts());
     else
         std::swprintf(text, std::size(text), L"0 ms   %+.2f mV", Millivolts());

@@ -27,7 +27,7 @@ class Calipers {
     double Millivolts() const { return legs_[1].millivolts - legs_[0].millivolts; }
     // None for legs at the same time.
     std::optional<double> BeatsPerMinute() const;
-    // "812 ms   74/min   -0,32 mV", decimals with a comma.
+    // "812 ms   74 bpm   -0,32 mV", decimals with a comma.
     std::wstring Text() const;
 
   private:

@@ -3,6 +3,8 @@
 #include <array>
 #include <cwchar>
 
+#include "host/windows/text_conversion.h"
+
 namespace kxhost {
 
 std::wstring DateText(const KxDateTime& time) {
@@ -12,6 +14,10 @@ std::wstring DateText(const KxDateTime& time) {
     std::swprintf(text, std::size(text), L"%02d/%02d/%04d %02d:%02d", time.day, time.month, time.year,
                   time.hour, time.minute);
     return text;
+}
+
+std::wstring NameText(const std::string& name) {
+    return FromRecordText(name.substr(0, name.find_last_not_of(" ,") + 1));
 }
 
 const wchar_t* StateText(std::uint32_t flags) {

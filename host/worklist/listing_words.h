@@ -10,6 +10,8 @@ namespace kxhost {
 
 // "25/11/2026 10:20"; "..." for a time that is not known.
 std::wstring DateText(const KxDateTime& time);
+// A name of the list ("last, first middle") without what is missing of it.
+std::wstring NameText(const std::string& name);
 // Of the list's state flags: originale, riletto, confermato, esterno, as the search takes them.
 const wchar_t* StateText(std::uint32_t flags);
 // Empty for a kind that has no name.

@@ -15,11 +15,12 @@ namespace {
 enum { kDateColumn, kNameColumn, kIdColumn, kTypeColumn, kStateColumn };
 
 // Lengths at 96 dots per inch.
-constexpr int kNaturalWidth = 690;
+constexpr int kNaturalWidth = 740;
 constexpr int kNaturalHeight = 380;
 constexpr int kMargin = 10;
 constexpr int kGap = 6;
 constexpr int kSearchWidth = 240;
+constexpr int kLeastSearchWidth = 100;
 constexpr int kStateWidth = 110;
 constexpr int kImportWidth = 110;
 constexpr std::array kWidths{140, 220, 130, 130, 110};
@@ -89,7 +90,11 @@ void WorklistPane::Layout() const {
         SetWindowPos(control, nullptr, left, margin, width, line, SWP_NOZORDER | SWP_NOACTIVATE);
         left += width + gap;
     };
-    place(search_, metrics_.Scale(kSearchWidth));
+    // In a narrow window the search gives way first.
+    const int buttons = metrics_.Scale(kStateWidth * static_cast<int>(kStates) + kImportWidth) +
+                        gap * static_cast<int>(kStates + 1);
+    const int room = static_cast<int>(area.right) - 2 * margin - buttons;
+    place(search_, std::clamp(room, metrics_.Scale(kLeastSearchWidth), metrics_.Scale(kSearchWidth)));
     for (const HWND state : states_)
         place(state, metrics_.Scale(kStateWidth));
     place(import_, metrics_.Scale(kImportWidth));
@@ -159,7 +164,7 @@ const std::wstring& WorklistPane::Cell(const ArchivedLine& line, int column) {
         case kDateColumn:
             return cell_ = DateText(line.time);
         case kNameColumn:
-            return cell_ = FromRecordText(line.name.size() > 3 ? line.name : std::string("..."));
+            return cell_ = NameText(line.name);
         case kIdColumn:
             return cell_ = FromRecordText(line.patientId);
         case kTypeColumn:
@@ -178,7 +183,7 @@ void WorklistPane::OpenChosen() {
 void WorklistPane::DeleteChosen() {
     if (const ArchivedLine* line = Chosen()) {
         const ArchivedLine copy = *line;
-        actions_.DeleteArchivedTest(copy.key, FromRecordText(copy.name) + L" (" + DateText(copy.time) + L")");
+        actions_.DeleteArchivedTest(copy.key, NameText(copy.name) + L" (" + DateText(copy.time) + L")");
     }
 }
 

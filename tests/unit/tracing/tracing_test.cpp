@@ -56,7 +56,7 @@ TEST(Calipers, MeasureBetweenTwoLegsAndNeverAcrossLeads) {
     EXPECT_FALSE(calipers.Take(100, 1000));
     calipers.Begin({1000, 0.5, KX_LEAD_II});
     calipers.MoveTo({1812, 0.18, KX_LEAD_II});
-    EXPECT_EQ(calipers.Text(), L"812 ms   74/min   -0,32 mV");
+    EXPECT_EQ(calipers.Text(), L"812 ms   74 bpm   -0,32 mV");
     calipers.MoveTo({2000, 3.0, KX_LEAD_V1});
     EXPECT_NEAR(calipers.Ms(), 1000, 1e-9);
     EXPECT_NEAR(calipers.Millivolts(), -0.32, 1e-9);
@@ -66,7 +66,7 @@ TEST(Calipers, MeasureBetweenTwoLegsAndNeverAcrossLeads) {
     EXPECT_EQ(calipers.Leg(0).ms, 0);
     calipers.TakeOther();
     calipers.Nudge(50'000, 0, 10'000);
-    EXPECT_EQ(calipers.Text(), L"10000 ms   6/min   -0,34 mV");
+    EXPECT_EQ(calipers.Text(), L"10000 ms   6 bpm   -0,34 mV");
     EXPECT_FALSE(calipers.Take(5000, 5));
     calipers.PutAway();
     EXPECT_FALSE(calipers.AreOut());

@@ -94,6 +94,35 @@ TEST_F(HostKeysTest, TheKeysMoveTheMarkersOfThePaneAndTheStripShowsIt) {
     EXPECT_FALSE(host_.HasMessageBox());
 }
 
+// By the pointer and by the keys; what it says stands in the pane's last text.
+TEST_F(HostKeysTest, TheCalipersMeasureOnTheTracing) {
+    const HWND paper = FindWindowExW(host_.Pane(), nullptr, L"KxTracingPaper", nullptr);
+    ASSERT_NE(paper, nullptr);
+    const auto said = [&] {
+        HWND last = nullptr;
+        for (HWND text = nullptr; (text = FindWindowExW(host_.Pane(), text, L"Static", nullptr)) != nullptr;)
+            last = text;
+        return TextOf(last);
+    };
+    const auto drag = [&](int fromX, int toX, int y) {
+        SendMessageW(paper, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(fromX, y));
+        for (const int x : {fromX, (fromX + toX) / 2, toX})
+            SendMessageW(paper, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(x, y));
+        SendMessageW(paper, WM_LBUTTONUP, 0, MAKELPARAM(toX, y));
+    };
+    // 189 dots of 96 an inch are 50 mm: at 25 mm/s two seconds.
+    drag(100, 289, 60);
+    EXPECT_EQ(said(), L"2000 ms   30 bpm   +0,00 mV");
+    host_.Strike(VK_RIGHT);
+    EXPECT_TRUE(WaitUntil([&] { return said() == L"2002 ms   30 bpm   +0,00 mV"; })) << fs::path(said()).string();
+    host_.Strike(VK_UP, true);
+    EXPECT_TRUE(WaitUntil([&] { return said() == L"2002 ms   30 bpm   +0,10 mV"; })) << fs::path(said()).string();
+    host_.Strike(VK_ESCAPE);
+    EXPECT_TRUE(WaitUntil([&] { return said().empty(); }));
+    drag(150, 150, 60);
+    EXPECT_EQ(said().substr(0, 8), L"Battito ");
+}
+
 TEST_F(HostKeysTest, EveryPaneThatIsChosenHasTheKeyboard) {
     // By their accelerators, whatever had the keyboard before.
     for (int tab = IDM_VIEW_LAST_PANE - IDM_VIEW_FIRST_PANE; tab >= 0; --tab) {
