@@ -293,7 +293,7 @@ void WriteSubObjects(const TestRecord& test, Writer& out) {
     }
     out.Fixed(Tag("PRSU"), Understood(test.pressureSummary));
     for (std::uint32_t i = 0; i < test.RawBlockCount(); ++i) {
-        out.Fixed(Tag("RAWB"), test.RawBlock(i));
+        out.Fixed(Tag("RAWB"), test.RawBlock(static_cast<int>(i)));
     }
     out.Fixed(Tag("HOLD"), Understood(test.holterData));
     out.Fixed(Tag("HOLS"), Understood(test.holterSummary));

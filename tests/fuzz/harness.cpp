@@ -18,6 +18,7 @@ const Target* TargetOf(std::string_view name) {
     return found == std::end(kTargets) ? nullptr : found;
 }
 
+#ifndef KX_FUZZ_TARGET
 using Input = std::vector<std::uint8_t>;
 
 // Changed inputs for all files together, so that a file more does not make the test longer.
@@ -39,6 +40,8 @@ void Feed(const Target& target, const Input& file, std::size_t rounds, std::mt19
         target.run(changed);
     }
 }
+
+#endif
 
 }  // namespace
 }  // namespace kx::fuzz
