@@ -107,15 +107,28 @@ int main() {
         archive.List({}, kArchiveNewestFirst, 0, 64);
     });
     {
+        // On the list that is shown, as one types; and once more behind another program's save.
         Archive archive(file, log);
+        Archive other(file, log);
+        archive.List({}, kArchiveNewestFirst, 0, 64);
         for (const char* words : {"paziente4711", "1099999", "2020-01-01", "originale nome77"}) {
             ArchiveFilter filter{};
             std::strcpy(filter.words, words);
             PrintWait("archive_search", kSearchTargetMs, [&] {
                 archive.Count(filter);
-                archive.List(filter, kArchiveByName, 0, 64);
+                archive.List(filter, kArchiveNewestFirst, 0, 64);
             });
         }
+        int saves = kTests;
+        PrintWait("archive_save_and_search", kSearchTargetMs, [&] {
+            other.Add(MakeRow(saves++, 16), {});
+            archive.List({}, kArchiveNewestFirst, 0, 64);
+        });
+        ArchiveOrder order = kArchiveNewestFirst;
+        PrintWait("archive_sorts_list_of_100000", kListTargetMs, [&] {
+            order = order == kArchiveByName ? kArchiveById : kArchiveByName;
+            archive.List({}, order, 0, 64);
+        });
     }
     {
         Archive archive(folder / "saves.kxdb", log);

@@ -66,12 +66,14 @@ Archive& ArchiveService::Opened() {
         std::filesystem::create_directories(settings.file.parent_path(), failed);
         archive_ = std::make_unique<Archive>(settings.file, log_);
         if (archive_->IsNew()) {
+            std::vector<StaffRow> people;
             for (const TechnicianRecord& one : settings.staff.technicians) {
-                archive_->SaveStaff({0, 0, false, Role::kTechnician, BytesOf(one)});
+                people.push_back({0, 0, false, Role::kTechnician, BytesOf(one)});
             }
             for (const PhysicianRecord& one : settings.staff.physicians) {
-                archive_->SaveStaff({0, 0, false, Role::kPhysician, BytesOf(one)});
+                people.push_back({0, 0, false, Role::kPhysician, BytesOf(one)});
             }
+            archive_->AddStaff(std::move(people));
         }
     }
     return *archive_;

@@ -187,6 +187,18 @@ std::vector<StaffRow> Archive::Staff(Role role) {
     return staff;
 }
 
+void Archive::AddStaff(std::vector<StaffRow> people) {
+    Write([&](ArchiveFile& file) {
+        std::int64_t id = file.NextStaffId();
+        const std::int64_t sequence = file.Sequence() + 1;
+        for (StaffRow& person : people) {
+            person.id = id++;
+            person.sequence = sequence;
+            file.Put(person);
+        }
+    });
+}
+
 std::optional<StaffRow> Archive::SaveStaff(StaffRow row) {
     bool done = false;
     Write([&](ArchiveFile& file) {

@@ -16,6 +16,7 @@
 #include "lib/modules/archive_records.h"
 #include "lib/reporter.h"
 #include "suite/kxdb/archive/archive_file.h"
+#include "suite/kxdb/archive/catalogue.h"
 
 namespace kx::db {
 
@@ -52,27 +53,28 @@ class Archive {
                                  std::int64_t capacity);
 
     std::vector<StaffRow> Staff(Role role);
+    // New people, in one transaction; their ids are given here.
+    void AddStaff(std::vector<StaffRow> people);
     // A row with id 0 is added, another replaced or deleted; none when there is no such person of that role.
     std::optional<StaffRow> SaveStaff(StaffRow row);
 
   private:
     using Work = std::function<void(ArchiveFile&)>;
-    struct Match {
-        std::int64_t id;
-        std::uint8_t state;
-        std::uint8_t type;
-    };
-    // The tests that the last search found, as long as nobody saves.
+    // A search; the tests that the last one found stand in matches_.
     struct Search {
-        std::string sql;
-        std::vector<std::string> words;
+        std::vector<std::string> words;  // folded
+        std::int64_t from = 0;           // of the time, and the first outside
+        std::int64_t to = 0;
         std::int64_t sequence = -1;
         ArchiveOrder order = kArchiveNewestFirst;
-        std::vector<Match> matches;
+
+        bool operator==(const Search&) const = default;
     };
 
-    static bool Passes(const ArchiveFilter& filter, const Match& match);
-    const std::vector<Match>& Matches(ArchiveFile& file, const ArchiveFilter& filter, ArchiveOrder order);
+    static bool Passes(const ArchiveFilter& filter, const Catalogue::Row& match);
+    // Places in the catalogue's rows.
+    const std::vector<std::uint32_t>& Matches(ArchiveFile& file, const ArchiveFilter& filter,
+                                              ArchiveOrder order);
 
     SaveResult Replace(TestRow row, const Saver& saver);
     // Runs `work` on the file, which is mended from its copy and asked again when it proves damaged.
@@ -93,7 +95,9 @@ class Archive {
     std::optional<ArchiveFile>
         copy_;  // none while it cannot be written: the log says so, the next save tries again
     bool isNew_ = false;
+    Catalogue catalogue_;
     Search search_;
+    std::vector<std::uint32_t> matches_;
 };
 
 }  // namespace kx::db

@@ -1,6 +1,6 @@
-// The lists of the archive: filters as SQL over the indexes, and the rows of one page.
+// The lists of the archive: filters over the catalogue, and the rows of one page.
 #include <algorithm>
-#include <array>
+#include <limits>
 #include <sstream>
 
 #include "suite/kxdb/archive/archive.h"
@@ -12,8 +12,9 @@ namespace {
 
 constexpr std::int64_t kDay = 1'000'000;  // of yyyymmddhhmmss
 
-std::string DayOf(std::uint16_t year, std::uint16_t monthDay, int days) {
-    return std::to_string((std::int64_t{year} * 10'000 + monthDay + days) * kDay);
+// The limit of a day as a time.
+std::int64_t DayOf(std::uint16_t year, std::uint16_t monthDay, int days) {
+    return (std::int64_t{year} * 10'000 + monthDay + days) * kDay;
 }
 
 std::string_view WordsOf(const ArchiveFilter& filter) {
@@ -21,60 +22,51 @@ std::string_view WordsOf(const ArchiveFilter& filter) {
     return field.substr(0, field.find('\0'));
 }
 
-// By ArchiveOrder; a tie is settled the same way in every page.
-constexpr std::array kOrders{"time DESC, id DESC", "time, id", "name, time, id", "patient, time, id"};
-
 }  // namespace
 
-bool Archive::Passes(const ArchiveFilter& filter, const Match& match) {
+bool Archive::Passes(const ArchiveFilter& filter, const Catalogue::Row& match) {
     return (filter.states == 0 || (filter.states >> match.state & 1) != 0) &&
            (filter.testTypes == 0 || (filter.testTypes >> match.type & 1) != 0);
 }
 
-// Lists and counts of one search differ by states and types alone while somebody types: the index is read
-// once for all.
-const std::vector<Archive::Match>& Archive::Matches(ArchiveFile& file, const ArchiveFilter& filter,
-                                                    ArchiveOrder order) {
-    const auto index = static_cast<std::size_t>(order) < kOrders.size() ? static_cast<std::size_t>(order) : 0;
-    std::string sql = "SELECT id, state, type FROM tests WHERE deleted = 0";
-    if (filter.fromYear != 0) {
-        sql += " AND time >= " + DayOf(filter.fromYear, filter.fromMonthDay, 0);
-    }
-    if (filter.toYear != 0) {
-        sql += " AND time < " + DayOf(filter.toYear, filter.toMonthDay, 1);
-    }
-    std::vector<std::string> words;
+// Lists and counts of one search differ by states and types alone while somebody types: the words are looked
+// for once for all.
+const std::vector<std::uint32_t>& Archive::Matches(ArchiveFile& file, const ArchiveFilter& filter,
+                                                   ArchiveOrder order) {
+    catalogue_.Update(file, order);
+    Search search;
     std::istringstream text(Folded(WordsOf(filter)));
     for (std::string word; text >> word;) {
-        words.push_back(word);
-        sql += " AND instr(words, ?) > 0";
+        search.words.push_back(word);
     }
-    sql += std::string(" ORDER BY ") + kOrders[index];
-    const std::int64_t sequence = file.Sequence();
-    if (search_.sql == sql && search_.words == words && search_.sequence == sequence) {
-        return search_.matches;
+    search.from = filter.fromYear != 0 ? DayOf(filter.fromYear, filter.fromMonthDay, 0) : 0;
+    search.to = filter.toYear != 0 ? DayOf(filter.toYear, filter.toMonthDay, 1)
+                                   : std::numeric_limits<std::int64_t>::max();
+    search.sequence = catalogue_.Sequence();
+    search.order = catalogue_.Order();
+    if (search == search_) {
+        return matches_;
     }
-    search_ = Search{{}, {}, -1, order, {}};
-    Statement statement = file.Connection().Prepare(sql);
-    for (std::size_t i = 0; i < words.size(); ++i) {
-        statement.Bind(static_cast<int>(i) + 1, std::string_view(words[i]));
+    matches_.clear();
+    const std::vector<Catalogue::Row>& rows = catalogue_.Rows();
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        const std::string_view words = catalogue_.Words(rows[i]);
+        if (rows[i].time >= search.from && rows[i].time < search.to &&
+            std::all_of(search.words.begin(), search.words.end(),
+                        [words](const std::string& word) { return words.find(word) != words.npos; })) {
+            matches_.push_back(static_cast<std::uint32_t>(i));
+        }
     }
-    while (statement.Step()) {
-        search_.matches.push_back({statement.Number(0), static_cast<std::uint8_t>(statement.Number(1)),
-                                   static_cast<std::uint8_t>(statement.Number(2))});
-    }
-    search_.sql = std::move(sql);
-    search_.words = std::move(words);
-    search_.sequence = sequence;
-    return search_.matches;
+    search_ = std::move(search);
+    return matches_;
 }
 
 std::int64_t Archive::Count(const ArchiveFilter& filter) {
     std::int64_t count = 0;
     Read([&](ArchiveFile& file) {
-        const std::vector<Match>& matches = Matches(file, filter, search_.order);
+        const auto& matches = Matches(file, filter, catalogue_.Order());
         count = std::count_if(matches.begin(), matches.end(),
-                              [&](const Match& match) { return Passes(filter, match); });
+                              [&](std::uint32_t match) { return Passes(filter, catalogue_.Rows()[match]); });
     });
     return count;
 }
@@ -85,7 +77,8 @@ std::vector<ListingRow> Archive::List(const ArchiveFilter& filter, ArchiveOrder 
     Read([&](ArchiveFile& file) {
         rows.clear();
         std::int64_t skip = first;
-        for (const Match& match : Matches(file, filter, order)) {
+        for (const std::uint32_t place : Matches(file, filter, order)) {
+            const Catalogue::Row& match = catalogue_.Rows()[place];
             if (static_cast<std::int64_t>(rows.size()) == capacity) {
                 break;
             }

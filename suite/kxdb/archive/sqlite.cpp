@@ -95,9 +95,14 @@ std::int64_t Statement::Number(int column) const {
 }
 
 std::string Statement::Text(int column) const {
+    return std::string(TextView(column));
+}
+
+std::string_view Statement::TextView(int column) const {
     const auto* text = sqlite3_column_text(statement_.get(), column);
     const auto length = static_cast<std::size_t>(sqlite3_column_bytes(statement_.get(), column));
-    return text != nullptr ? std::string(reinterpret_cast<const char*>(text), length) : std::string();
+    return text != nullptr ? std::string_view(reinterpret_cast<const char*>(text), length)
+                           : std::string_view();
 }
 
 std::string_view Statement::Block(int column) const {

@@ -42,7 +42,8 @@ class Statement {
 
     std::int64_t Number(int column) const;
     std::string Text(int column) const;
-    // Valid until the next step.
+    // These are valid until the next step.
+    std::string_view TextView(int column) const;
     std::string_view Block(int column) const;
 
   private:

@@ -150,6 +150,46 @@ TEST_F(ArchiveTest, ListsByWordsStatesDatesAndPages) {
     EXPECT_EQ(archive.Count(day), 0);
 }
 
+// What a list keeps in memory is what stands in the file, whoever saved since.
+TEST_F(ArchiveTest, AListThatIsOpenFollowsEverySave) {
+    Archive shown = Open();
+    Archive other = Open();
+    std::mt19937 random(7);
+    std::vector<ListingRow> tests;
+    const auto ids = [](Archive& archive, ArchiveOrder order, const char* words) {
+        ArchiveFilter filter{};
+        std::strcpy(filter.words, words);
+        std::vector<std::int64_t> found;
+        for (const ListingRow& row : archive.List(filter, order, 0, 1000))
+            found.push_back(row.id);
+        EXPECT_EQ(archive.Count(filter), static_cast<std::int64_t>(found.size()));
+        return found;
+    };
+    for (int step = 0; step < 120; ++step) {
+        Archive& saver = random() % 2 == 0 ? shown : other;
+        TestRow row = RowOf((random() % 2 == 0 ? "rossi " : "verdi ") + std::to_string(random() % 7), 20'261'125'000'000 + random() % 5);
+        if (tests.size() < 5 || random() % 3 != 0) {
+            tests.push_back(saver.Add(row, {}).stored);
+        } else {
+            ListingRow& chosen = tests[random() % tests.size()];
+            row.listing.id = chosen.id;
+            row.listing.revision = chosen.revision;
+            const bool deleted = random() % 3 == 0;
+            const SaveResult saved = deleted ? saver.Delete(chosen.id, chosen.revision, {}) : saver.Update(row, {});
+            EXPECT_EQ(saved.answer, kArchiveDone);
+            chosen = saved.stored;
+            if (deleted) {
+                std::erase_if(tests, [&](const ListingRow& test) { return test.id == saved.stored.id; });
+            }
+        }
+        const auto order = static_cast<ArchiveOrder>(step / 8 % 4);
+        const char* words = step % 2 == 0 ? "" : "rossi";
+        Archive fresh = Open();
+        ASSERT_EQ(ids(shown, order, words), ids(fresh, order, words)) << step;
+        EXPECT_EQ(ids(shown, order, "").size(), tests.size()) << step;
+    }
+}
+
 TEST_F(ArchiveTest, EverySaveSurvivesAFlippedByteOrACutOfEitherFile) {
     std::map<std::int64_t, std::int64_t> saved;
     {

@@ -82,7 +82,7 @@ std::wstring ProductFolder() {
     return (std::filesystem::path(name).parent_path().parent_path() / L"bin").wstring();
 }
 
-HostResult RunHost(const std::vector<std::wstring>& arguments, const std::wstring& program) {
+HostResult RunHost(const std::vector<std::wstring>& arguments, const std::wstring& program, const std::function<bool()>& killNow) {
     SayThereIsNoWindowManager();
     const std::wstring file = program.empty() ? ProductFolder() + L"\\kxhost.exe" : program;
     Pipe output;
@@ -103,8 +103,10 @@ HostResult RunHost(const std::vector<std::wstring>& arguments, const std::wstrin
     error.CloseWrite();
     // A program that hangs closes its ends of the pipes only when it is ended.
     std::thread watch([&] {
-        if (WaitForSingleObject(process.hProcess, kLongestRunMs) == WAIT_TIMEOUT) {
-            TerminateProcess(process.hProcess, MAXDWORD);
+        const ULONGLONG began = GetTickCount64();
+        while (WaitForSingleObject(process.hProcess, killNow ? 0 : kLongestRunMs) == WAIT_TIMEOUT) {
+            if ((killNow && killNow()) || GetTickCount64() - began >= kLongestRunMs)
+                TerminateProcess(process.hProcess, MAXDWORD);
         }
     });
     std::thread errors([&] { result.error = error.ReadAll(); });

@@ -3,6 +3,7 @@
 
 #include <windows.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -18,8 +19,8 @@ struct HostResult {
 std::wstring ProductFolder();
 
 // Runs kxhost.exe to its end (a minute at most) with both handles redirected. program: in place of the
-// product's own.
-HostResult RunHost(const std::vector<std::wstring>& arguments, const std::wstring& program = {});
+// product's own. killNow: asked all the time while it runs; true ends it on the spot.
+HostResult RunHost(const std::vector<std::wstring>& arguments, const std::wstring& program = {}, const std::function<bool()>& killNow = {});
 
 std::vector<std::string> Lines(const std::string& text);
 
