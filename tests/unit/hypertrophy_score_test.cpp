@@ -7,40 +7,36 @@
 
 #include "dialogs/hypertrophy/value_range.h"
 
+namespace kx::test {
 namespace {
 
-using kx::HypertrophyScore;
-using Fill = std::function<void(KxMeasurementSet&)>;
+using Set = KxMeasurementSet;
+using Fill = std::function<void(Set&)>;
 
 HypertrophyScore Score(const Fill& fill) {
-    KxMeasurementSet set{};
+    Set set{};
     fill(set);
-    return kx::ScoreHypertrophy(set);
+    return ScoreHypertrophy(set);
 }
 
 Fill Wave(int lead, std::int16_t KxLeadMeasurements::*field, std::int16_t value) {
-    return [=](KxMeasurementSet& set) { set.leads[lead].*field = value; };
+    return [=](Set& set) { set.leads[lead].*field = value; };
 }
-
 Fill Axes(std::int16_t qrs, std::int16_t t) {
-    return [=](KxMeasurementSet& set) { set.qrsAxis = qrs, set.tAxis = t; };
+    return [=](Set& set) { set.qrsAxis = qrs, set.tAxis = t; };
 }
-
-Fill Times(std::uint16_t qrs, std::uint16_t v3, std::uint16_t v5, std::uint16_t v6) {
-    return [=](KxMeasurementSet& set) {
-        set.qrsDuration = qrs;
-        set.leads[KX_LEAD_V3].intrinsicoidDeflection = v3;
-        set.leads[KX_LEAD_V5].intrinsicoidDeflection = v5;
-        set.leads[KX_LEAD_V6].intrinsicoidDeflection = v6;
-    };
+Fill Late(int lead, std::uint16_t ms) {
+    return [=](Set& set) { set.leads[lead].intrinsicoidDeflection = ms; };
 }
-
+Fill Qrs(std::uint16_t ms) {
+    return [=](Set& set) { set.qrsDuration = ms; };
+}
 Fill P(std::int16_t aP1, std::int16_t aP2, std::uint16_t duration) {
-    return [=](KxMeasurementSet& set) { set.leads[KX_LEAD_V1].aP1 = aP1, set.leads[KX_LEAD_V1].aP2 = aP2, set.pDuration = duration; };
+    return [=](Set& set) { set.leads[KX_LEAD_V1].aP1 = aP1, set.leads[KX_LEAD_V1].aP2 = aP2, set.pDuration = duration; };
 }
 
 TEST(HypertrophyVoltages, TakeTheLargerOfBothWavesAndTheDepthOfS) {
-    const HypertrophyScore both = Score([](KxMeasurementSet& set) {
+    const HypertrophyScore both = Score([](Set& set) {
         set.leads[KX_LEAD_V5].aR = 700, set.leads[KX_LEAD_V5].aR1 = 900, set.leads[KX_LEAD_V6].aR = 400;
         set.leads[KX_LEAD_V1].aS = -300, set.leads[KX_LEAD_V1].aS1 = -1100;
         set.leads[KX_LEAD_AVL].aR = 1200, set.leads[KX_LEAD_AVL].aR1 = 200;
@@ -49,7 +45,7 @@ TEST(HypertrophyVoltages, TakeTheLargerOfBothWavesAndTheDepthOfS) {
     EXPECT_TRUE(both.rV5 == 900 && both.rV6 == 400 && both.sV1 == 1100 && both.rAvl == 1200 && both.sV3 == 1300);
     EXPECT_EQ(both.sokolowLyon, 2000);
     EXPECT_EQ(both.cornell, 2500);
-    const HypertrophyScore extreme = Score([](KxMeasurementSet& set) {
+    const HypertrophyScore extreme = Score([](Set& set) {
         set.leads[KX_LEAD_V1].aS = INT16_MIN;
         set.leads[KX_LEAD_V6].aR1 = INT16_MAX;
         set.leads[KX_LEAD_V3].aS = 50, set.leads[KX_LEAD_V3].aS1 = 80;
@@ -88,12 +84,13 @@ TEST(HypertrophyPoints, AreGivenAtTheirLimits) {
         {"361 becomes 1", Axes(181, -180), "00000"},
         {"-180 is not folded", Axes(-180, 0), "03000"},
         {"far off axes end too", Axes(INT16_MAX, INT16_MIN), "00000"},  // 65535 - 364 * 180 = 15
-        {"QRS 89, V3 49, V6 49", Times(89, 49, 0, 49), "00000"},
-        {"QRS 90", Times(90, 0, 0, 0), "00010"},
-        {"V3 50", Times(0, 50, 0, 0), "00010"},
-        {"V6 50", Times(0, 0, 0, 50), "00010"},
-        {"V5 is not asked", Times(0, 0, 80, 0), "00000"},
-        {"durations are unsigned", Times(0xFFFF, 0xFFFF, 0, 0), "00020"},
+        {"QRS 89", Qrs(89), "00000"},
+        {"QRS 90", Qrs(90), "00010"},
+        {"V3 49", Late(KX_LEAD_V3, 49), "00000"},
+        {"V3 50", Late(KX_LEAD_V3, 50), "00010"},
+        {"V6 49", Late(KX_LEAD_V6, 49), "00000"},
+        {"V6 50, unsigned", Late(KX_LEAD_V6, 0xFFFF), "00010"},
+        {"V5 is not asked", Late(KX_LEAD_V5, 80), "00000"},
         {"single P -2101, 40 ms", P(-2101, 0, 40), "00003"},
         {"single P -2101, 39 ms", P(-2101, 0, 39), "00000"},
         {"single P -2100", P(-2100, 0, 40), "00000"},
@@ -122,25 +119,26 @@ TEST(HypertrophyPoints, AreGivenAtTheirLimits) {
 TEST(ValueRange, ColoursEveryBound) {
     const struct {
         const char* name;
-        kx::ValueRange range;
+        ValueRange range;
         std::int32_t green, olive;  // the largest values
     } rows[] = {
-        {"amplitude", kx::kSingleAmplitudeRange, 1000, 2000},
-        {"Sokolow-Lyon", kx::kSokolowLyonRange, 2000, 3500},
-        {"Cornell, male", kx::CornellRange(KX_SEX_MALE), 1500, 2800},
-        {"Cornell, female", kx::CornellRange(KX_SEX_FEMALE), 1500, 2000},
-        {"Cornell, other code", kx::CornellRange(7), 1500, 2800},
-        {"points", kx::kCriterionPointsRange, 0, 1},
-        {"total", kx::kTotalPointsRange, 4, 5},
+        {"amplitude", kSingleAmplitudeRange, 1000, 2000},
+        {"Sokolow-Lyon", kSokolowLyonRange, 2000, 3500},
+        {"Cornell, male", CornellRange(KX_SEX_MALE), 1500, 2800},
+        {"Cornell, female", CornellRange(KX_SEX_FEMALE), 1500, 2000},
+        {"Cornell, other code", CornellRange(7), 1500, 2800},
+        {"points", kCriterionPointsRange, 0, 1},
+        {"total", kTotalPointsRange, 4, 5},
     };
-    constexpr kx::PackedColor kRed = 0x0000FF, kOlive = 0x008080, kGreen = 0x008000;
+    constexpr PackedColor kRed = 0x0000FF, kOlive = 0x008080, kGreen = 0x008000;
     for (const auto& row : rows) {
-        const kx::PackedColor colors[] = {row.range.ColorOf(-1),        row.range.ColorOf(0),
-                                          row.range.ColorOf(row.green), row.range.ColorOf(row.green + 1),
-                                          row.range.ColorOf(row.olive), row.range.ColorOf(row.olive + 1)};
-        const kx::PackedColor expected[] = {kRed, kGreen, kGreen, kOlive, kOlive, kRed};
+        const PackedColor colors[] = {row.range.ColorOf(-1),        row.range.ColorOf(0),
+                                      row.range.ColorOf(row.green), row.range.ColorOf(row.green + 1),
+                                      row.range.ColorOf(row.olive), row.range.ColorOf(row.olive + 1)};
+        const PackedColor expected[] = {kRed, kGreen, kGreen, kOlive, kOlive, kRed};
         EXPECT_TRUE(std::equal(std::begin(colors), std::end(colors), std::begin(expected))) << row.name;
     }
 }
 
 }  // namespace
+}  // namespace kx::test

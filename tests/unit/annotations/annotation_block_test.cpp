@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "lib/annotation_store.h"
-#include "tests/unit/collected_reports.h"
+#include "tests/rig/recorded_reports.h"
 #include "tests/unit/watched_memory.h"
 
 namespace kx::test {
@@ -14,9 +14,10 @@ namespace {
 using Bytes = std::vector<std::uint8_t>;
 using Lines = std::vector<std::string>;
 
-constexpr char kTooSmall[] = "..\\lib\\system: ann too small";
-constexpr char kInvalid[] = "..\\lib\\system: an invalid";
-constexpr char kVersion[] = "..\\lib\\system: invalid version";
+constexpr char kTooSmall[] = "oem ..\\lib\\system 512 ann too small";
+constexpr char kInvalid[] = "oem ..\\lib\\system 506 an invalid";
+constexpr char kNoEntries[] = "oem ..\\lib\\system 518 an invalid";
+constexpr char kVersion[] = "oem ..\\lib\\system 524 invalid version";
 
 void Put(Bytes& bytes, std::size_t at, std::uint32_t value) {
     for (std::size_t k = 0; k < 4; ++k) {
@@ -44,14 +45,14 @@ Bytes Serialized(const AnnotationStore& store) {
 TEST(AnnotationBlock, ComesBackAsItWasWritten) {
     for (const std::uint32_t count : {1u, 2u, 77u}) {
         const Bytes block = MakeBlock(count);
-        CollectedReports reports;
+        RecordedReports reports;
         AnnotationStore read(count + 3), rebuilt(1);
         ASSERT_TRUE(read.Read(block.data(), block.size(), reports) && rebuilt.Rebuild(block.data(), block.size(), false)) << count;
         EXPECT_TRUE(!read.IsModified() && read.SampleRate() == 500 && read.ResolutionNv() == 2440);
         EXPECT_EQ(count, rebuilt.Capacity());
         EXPECT_EQ(block, Serialized(read)) << count;
         EXPECT_EQ(block, Serialized(rebuilt)) << count;
-        EXPECT_EQ(Lines(), reports.texts);
+        EXPECT_EQ(Lines(), reports.Take());
     }
 }
 
@@ -85,10 +86,10 @@ TEST(AnnotationBlock, StandsAtItsOffsets) {
 
 TEST(AnnotationBlock, IsReadUpToTheCapacity) {
     const Bytes block = MakeBlock(5);
-    CollectedReports reports;
+    RecordedReports reports;
     AnnotationStore all(5), three(3);
     ASSERT_TRUE(all.Read(block.data(), block.size(), reports) && three.Read(block.data(), block.size(), reports));
-    EXPECT_EQ(Lines{kTooSmall}, std::exchange(reports.texts, {}));
+    EXPECT_EQ(Lines{kTooSmall}, reports.Take());
     all.RemoveRange(3, 4);
     EXPECT_EQ(3u, three.Capacity());
     EXPECT_EQ(Serialized(all), Serialized(three));
@@ -107,18 +108,18 @@ TEST(AnnotationBlock, IsRefusedAndReported) {
     } rows[] = {{4, 2, 0xFF000001, {kVersion}},
                 {4, 2, 0, {kVersion}},
                 {4, 6, 0xFF000001, {kTooSmall, kVersion}},
-                {0, 2, 0xFF000002, {kTooSmall, kInvalid}},
-                {0, 0, 0xFF000002, {kInvalid}}};
+                {0, 2, 0xFF000002, {kTooSmall, kNoEntries}},
+                {0, 0, 0xFF000002, {kNoEntries}}};
     for (const auto& row : rows) {
         SCOPED_TRACE(&row - rows);
         const Bytes block = MakeBlock(row.count, row.version);
-        CollectedReports reports;
+        RecordedReports reports;
         AnnotationStore store(row.capacity);
         const bool room = store.Append(5, 1234);
         EXPECT_FALSE(store.Read(block.data(), block.size(), reports));
-        EXPECT_EQ(row.reports, std::exchange(reports.texts, {}));
+        EXPECT_EQ(row.reports, reports.Take());
         EXPECT_FALSE(store.ReadEntries(block.data(), block.size(), reports));
-        EXPECT_EQ(row.reports, std::exchange(reports.texts, {}));
+        EXPECT_EQ(row.reports, reports.Take());
         EXPECT_TRUE(store.Count() == (room ? 1u : 0u) && store.Time(0) == (room ? 1234u : 0u));
         EXPECT_EQ(500u, store.SampleRate()) << "taken from the block all the same";
     }
@@ -131,23 +132,23 @@ TEST(AnnotationBlock, IsNeverReadBeyondItsEnd) {
     for (std::size_t size = 0; size < whole.size(); ++size) {
         for (const Bytes& source : {whole, huge}) {
             const Bytes block(source.begin(), source.begin() + static_cast<std::ptrdiff_t>(size));  // a sanitizer sees one byte more
-            CollectedReports reports;
+            RecordedReports reports;
             AnnotationStore store(9);
             store.Append(5, 1234);
             ASSERT_FALSE(store.Read(block.data(), size, reports) || store.ReadEntries(block.data(), size, reports) ||
                          store.Rebuild(block.data(), size, true))
                 << size;
-            ASSERT_EQ((Lines{kInvalid, kInvalid}), reports.texts) << size;
+            ASSERT_EQ((Lines{kInvalid, kInvalid}), reports.Take()) << size;
             ASSERT_TRUE(store.Time(0) == 1234 && store.SampleRate() == 240 && store.IsModified()) << "nothing changed, " << size;
         }
     }
-    CollectedReports reports;
+    RecordedReports reports;
     AnnotationStore store(9);
     // Another version may count its bytes otherwise: it is told before a length that does not fit.
     EXPECT_FALSE(store.Read(older.data(), older.size() - 1, reports));
-    EXPECT_EQ(Lines{kVersion}, std::exchange(reports.texts, {}));
+    EXPECT_EQ(Lines{kVersion}, reports.Take());
     EXPECT_FALSE(store.Read(nullptr, 4096, reports) || store.Rebuild(nullptr, 4096, false));
-    EXPECT_EQ(Lines{kInvalid}, reports.texts);
+    EXPECT_EQ(Lines{kInvalid}, reports.Take());
 }
 
 TEST(AnnotationBlock, RebuildsAnyStore) {

@@ -236,10 +236,6 @@ TEST(InterpretationResult, HoldsTextCodeAndFlags) {
     result.SetCode("ABCDE");
     EXPECT_STREQ(result.code, "ABC");
     EXPECT_EQ(std::strlen(result.text), 1023u);
-    result.SetText("short");
-    char text[4];
-    result.Text(text, sizeof text);
-    EXPECT_STREQ(text, "sho");
     result.SetResultTime(50);
     EXPECT_TRUE(result.IsBetween(50, 50) && !result.IsBetween(51, 100) && !result.IsBetween(0, 49));
     result.flags = 0xFFFFFFFCu;
@@ -254,54 +250,6 @@ TEST(InterpretationResult, HoldsTextCodeAndFlags) {
     EXPECT_EQ(std::strlen(whole), 1023u);
     result.Code(whole, sizeof whole);
     EXPECT_STREQ(whole, "zzz");
-}
-
-// Each access by its offset in the set and its flag: nothing else changes.
-TEST(MeasurementSet, MarkersAndTheirFlagsChangeNothingElse) {
-    using Set = MeasurementSet;
-    struct Marker {
-        std::size_t offset;
-        std::uint16_t flag;
-        void (*write)(Set&, int, std::uint16_t);
-        void (*setManual)(Set&, int, bool);
-        bool (*isManual)(const Set&, int);
-        std::uint32_t (*read)(const Set&, int);
-    };
-#define KX_LEAD(name)                                                                                                               \
-    [](auto& s, int l, auto v) { s.SetLead##name##Marker(l, v); }, [](auto& s, int l, bool on) { s.SetLead##name##Manual(l, on); }, \
-        [](auto& s, int l) { return s.IsLead##name##Manual(l); }, [](auto& s, int l) { return s.Lead##name##Marker(l); }
-#define KX_GLOBAL(name)                                                                                   \
-    [](auto& s, int, auto v) { s.Set##name(v); }, [](auto& s, int, bool on) { s.Set##name##Manual(on); }, \
-        [](auto& s, int) { return s.Is##name##Manual(); }, [](auto& s, int) { return s.name(); }
-    const Marker markers[] = {
-        {84, 0x001, KX_LEAD(POn)},     {86, 0x002, KX_LEAD(PPrimeOn)}, {88, 0x004, KX_LEAD(POff)},     {90, 0x008, KX_LEAD(QOn)},
-        {92, 0x010, KX_LEAD(ROn)},     {94, 0x020, KX_LEAD(SOn)},      {96, 0x040, KX_LEAD(RPrimeOn)}, {98, 0x080, KX_LEAD(SPrimeOn)},
-        {100, 0x100, KX_LEAD(QrsOff)}, {62, 0x200, KX_LEAD(TOn)},      {64, 0x400, KX_LEAD(TPrimeOn)}, {66, 0x800, KX_LEAD(TOff)},
-        {8, 0x01, KX_GLOBAL(POn)},     {38, 0x02, KX_GLOBAL(POff)},    {40, 0x04, KX_GLOBAL(QrsOn)},   {42, 0x08, KX_GLOBAL(QrsOff)},
-        {46, 0x10, KX_GLOBAL(TOff)},
-    };
-#undef KX_LEAD
-#undef KX_GLOBAL
-    for (const Marker& marker : markers) {
-        const bool global = marker.offset < 50;
-        for (const int lead : {0, 7, 14}) {
-            SCOPED_TRACE(testing::Message() << marker.offset << " in lead " << lead);
-            Set set, expected;
-            KxLeadMeasurements& block = expected.leads[global ? 0 : lead];
-            std::memset(reinterpret_cast<char*>(&block) + marker.offset, 0xFF, 2);
-            marker.write(set, lead, 0xFFFF);
-            EXPECT_EQ(std::memcmp(&set, &expected, sizeof set), 0);
-            EXPECT_EQ(marker.read(set, lead), 0xFFFFu);
-            const auto flags = global ? &KxLeadMeasurements::globalManualFlags : &KxLeadMeasurements::markerFlags;
-            set.leads[global ? 0 : lead].*flags = 0xFFFF;
-            for (const bool on : {false, true}) {
-                marker.setManual(set, lead, on);
-                block.*flags = static_cast<std::uint16_t>(on ? 0xFFFF : 0xFFFF & ~marker.flag);
-                EXPECT_EQ(std::memcmp(&set, &expected, sizeof set), 0);
-                EXPECT_EQ(marker.isManual(set, lead), on);
-            }
-        }
-    }
 }
 
 }  // namespace

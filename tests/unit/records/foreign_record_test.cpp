@@ -45,23 +45,20 @@ void ReadEverything(TestRecord& test) {
             EXPECT_TRUE(size == 0 || std::strlen(text) < size);
             (test.*getter)(nullptr, size);
         }
+        for (const auto getter : {&TestRecord::ReportStateText, &TestRecord::ReportStateAndAuthorText}) {
+            (test.*getter)(texts, text, size);
+        }
         test.SexText(texts, text, size);
         test.RaceText(texts, text, size);
         test.ClinicalFlagText(texts, 0, text, size);
         test.ClinicalDateText(text, size, locale);
-        test.ReportStateText(texts, text, size);
-        test.ReportStateAndAuthorText(texts, text, size);
         EXPECT_LE(std::strlen(test.InterpretationText(text, size)), 4095u);
     }
-    EXPECT_LE(std::strlen(test.OriginalBy()), 63u);
-    EXPECT_LE(std::strlen(test.OverreadBy()), 63u);
-    EXPECT_LE(std::strlen(test.ConfirmedBy()), 38u);
+    EXPECT_TRUE(std::strlen(test.OriginalBy()) <= 63 && std::strlen(test.OverreadBy()) <= 63 && std::strlen(test.ConfirmedBy()) <= 38);
     test.LastChangeTime();
-    for (const std::uint32_t index : {0u, 255u, 256u, 0xFFFFFFFFu}) {
-        EXPECT_EQ(test.Episode(index), nullptr) << index;
-        EXPECT_EQ(test.Stage(static_cast<int>(index)), nullptr) << index;
-        EXPECT_EQ(test.Pressure(static_cast<int>(index)), nullptr) << index;
-        EXPECT_EQ(test.RawBlock(index), nullptr) << index;
+    for (const int i : {0, 255, 256, -2}) {
+        EXPECT_TRUE(test.Stage(i) == nullptr && test.Pressure(i) == nullptr && test.RawBlock(i) == nullptr) << i;
+        EXPECT_EQ(test.Episode(static_cast<std::uint32_t>(i)), nullptr) << i;
     }
     EXPECT_EQ(test.LongestEpisodeBetween(0, 1000), nullptr);
     const auto entry = std::make_unique<TestListEntry>(test);
@@ -81,10 +78,10 @@ TEST(ForeignRecord, IsChangedInPlaceAndNowhereElse) {
     const auto host = Filled(0xFF);
     TestRecord& test = *TestRecord::Of(host.get());
     const std::string longText(10000, 'x');
-    test.SetPatientId(longText.c_str());
-    test.SetConfirmedBy(longText.c_str());
-    test.SetOverreadBy(longText.c_str());
-    test.SetOriginalBy(longText.c_str());
+    for (const auto set :
+         {&TestRecord::SetPatientId, &TestRecord::SetConfirmedBy, &TestRecord::SetOverreadBy, &TestRecord::SetOriginalBy}) {
+        (test.*set)(longText.c_str());
+    }
     test.SetDevice(longText.c_str(), longText.c_str(), longText.c_str());
     test.SetPatientName("a", "b", "c");
     const DateTime time(2013, 11, 5);

@@ -8,7 +8,7 @@
 #include <random>
 #include <string>
 
-#include "tests/unit/collected_reports.h"
+#include "tests/rig/recorded_reports.h"
 #include "tests/unit/records/text_table.h"
 #include "tests/unit/suite/ecg_cases.h"
 
@@ -28,7 +28,7 @@ const KxAnnotationStore* AsShared(const kx::AnnotationStore& store) { return rei
 // First-degree block, left axis, left voltage: one number, one negative number, two numbers.
 const std::string kThreeFindings = "pr=214 axis=-40 V1=0,200,2250 ";
 
-kx::test::CollectedReports reports;
+kx::test::RecordedReports reports;
 
 const kx::test::TextTable kTexts = TableTexts({{30036, "Sinus rhythm."},
                                                {30042, "AV 1 (PR %d ms)."},
@@ -42,7 +42,7 @@ TEST(Interpreter, WritesOneStatementALine) {
     const auto beats = kx::test::SteadyBeats();
     KxInterpretationResult result;
     std::memset(&result, 0x5A, sizeof result);
-    reports.texts.clear();
+    reports.Take();
     ASSERT_TRUE(Interpret(&set, AsShared(beats), kTexts, &result, reports));
     EXPECT_STREQ("Sinus rhythm.\r\nAV 1 (PR 214 ms).\r\nAxis -40, 100% left\r\nSokolow-Lyon 3.6 mV %d %s %\r\nECG Boderline", result.text);
     EXPECT_EQ(sizeof result, result.size);
@@ -50,12 +50,13 @@ TEST(Interpreter, WritesOneStatementALine) {
     EXPECT_STREQ("BOR", result.code);
     EXPECT_EQ(3u, result.flags);
     EXPECT_EQ(4u, result.extra);
-    EXPECT_TRUE(reports.texts.empty());
+    EXPECT_TRUE(reports.Take().empty());
 
     ASSERT_TRUE(Interpret(&set, nullptr, TableTexts({{30036, "Sinus rhythm."}}), &result, reports));
     EXPECT_STREQ("Sinus rhythm.\r\n30042\r\n30026\r\n30073\r\n30133", result.text);
-    ASSERT_EQ(4u, reports.texts.size());
-    EXPECT_EQ("kxinterp: no text of statement 30042", reports.texts[0]);
+    const auto reported = reports.Take();
+    ASSERT_EQ(4u, reported.size());
+    EXPECT_TRUE(reported[0].ends_with("no text of statement 30042")) << reported[0];
 }
 
 TEST(Interpreter, KeepsTheHeavyStatementsWhenTheTextIsFull) {
