@@ -13,7 +13,9 @@ std::string Describe(const Command& command) {
         static std::string Of(const RecordRequest& r) {
             return (r.path.empty() ? "<builtin>" : r.path) + (r.unitsPerMv ? " @" + std::to_string(r.unitsPerMv) : "");
         }
-        std::string operator()(const OpenWorkstation& c) const { return "open " + Of(c.record) + (c.archive.empty() ? "" : " in " + c.archive); }
+        std::string operator()(const OpenWorkstation& c) const {
+            return "open " + Of(c.record) + (c.archive.empty() ? "" : " in " + c.archive);
+        }
         std::string operator()(const Measure& c) const {
             std::string text = c.json ? "measure as JSON" : "measure";
             for (const RecordRequest& record : c.records)
@@ -42,7 +44,9 @@ std::string Describe(const Command& command) {
         std::string operator()(const PrintToFile& c) const {
             return "print " + c.file + " as " + std::to_string(static_cast<int>(c.format)) + " of " + Of(c.record) + Of(c.settings);
         }
-        std::string operator()(const PrintToPrinter& c) const { return std::string(c.byDriver ? "print by the driver on " : "print on ") + c.printer + " of " + Of(c.record) + Of(c.settings); }
+        std::string operator()(const PrintToPrinter& c) const {
+            return std::string(c.byDriver ? "print by the driver on " : "print on ") + c.printer + " of " + Of(c.record) + Of(c.settings);
+        }
         static std::string Of(const PrintSettings& s) {
             return (s.lead ? " lead " + std::to_string(*s.lead) : " tracing") + " " + NameOf(s.paper);
         }
@@ -54,7 +58,8 @@ std::string Describe(const Command& command) {
         }
         std::string operator()(const ListTests& c) const { return "list " + c.filter + " of " + c.archive; }
         std::string operator()(const ExportTest& c) const {
-            return "export " + std::to_string(c.id) + " as " + std::to_string(static_cast<int>(c.format)) + " " + c.file + " of " + c.archive;
+            return "export " + std::to_string(c.id) + " as " + std::to_string(static_cast<int>(c.format)) + " " + c.file + " of " +
+                   c.archive;
         }
         std::string operator()(const ShowHelp&) const { return "help"; }
         std::string operator()(const UsageError& c) const { return "error: " + c.text; }
@@ -187,8 +192,9 @@ TEST(CommandLine, SaysWhatItDoesNotUnderstand) {
 
 TEST(CommandLine, HelpNamesEveryOptionAndPane) {
     const std::string usage(UsageText());
-    for (const char* option : {"--measure", "--shot", "--fields", "--expand", "--table", "--print", "--print-to", "--paper", "--builtin",
-                               "--size", "--units-per-mv", "--help", "window", "--json", "--version", "--export-aecg", "--export-csv", "--archive", "--import", "--list", "--export "})
+    for (const char* option : {"--measure", "--shot",        "--fields",     "--expand",       "--table",  "--print", "--print-to",
+                               "--paper",   "--builtin",     "--size",       "--units-per-mv", "--help",   "window",  "--json",
+                               "--version", "--export-aecg", "--export-csv", "--archive",      "--import", "--list",  "--export "})
         EXPECT_NE(usage.find(option), std::string::npos) << option;
     for (const PaneRow& row : kPanes)
         EXPECT_NE(usage.find(row.name), std::string::npos) << row.name;

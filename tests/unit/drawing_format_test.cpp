@@ -8,11 +8,9 @@
 #include "lib/bmp_format.h"
 #include "lib/windows/drawing_transform.h"
 
+namespace kx::test {
 namespace {
 
-using kx::BmpFault;
-using kx::BmpPicture;
-using kx::DrawingTransform;
 using Bytes = std::vector<std::byte>;
 
 void Put(Bytes& file, std::size_t at, std::size_t size, std::uint32_t value) {
@@ -23,9 +21,9 @@ void Put(Bytes& file, std::size_t at, std::size_t size, std::uint32_t value) {
 
 // A right file whose pixel bytes count up from 1.
 Bytes File(std::uint32_t width, std::uint32_t height, std::uint16_t bits) {
-    const auto rowSize = static_cast<std::uint32_t>(kx::BmpRowSize(width, bits));
-    kx::BmpHead head;
-    kx::MakeBmpHead(static_cast<std::int32_t>(width), static_cast<std::int32_t>(height), bits, rowSize, head);
+    const auto rowSize = static_cast<std::uint32_t>(BmpRowSize(width, bits));
+    BmpHead head;
+    MakeBmpHead(static_cast<std::int32_t>(width), static_cast<std::int32_t>(height), bits, rowSize, head);
     Bytes file(head.begin(), head.end());
     for (std::uint32_t i = 0; i < rowSize * height; ++i) {
         file.push_back(static_cast<std::byte>(i + 1));
@@ -70,7 +68,7 @@ TEST(BmpFormat, AFaultIsNamedByTheFirstThingThatIsWrong) {
         Bytes file = row.file;
         row.spoil(file);
         BmpPicture picture;
-        EXPECT_EQ(kx::ParseBmp(file, picture), row.fault) << row.name;
+        EXPECT_EQ(ParseBmp(file, picture), row.fault) << row.name;
     }
 }
 
@@ -82,9 +80,9 @@ TEST(BmpFormat, MonochromeRowsAreTurnedOverAndFillWords) {
     for (const auto& row : rows) {
         const Bytes file = File(row.width, row.height, 1);
         BmpPicture picture;
-        ASSERT_EQ(kx::ParseBmp(file, picture), BmpFault::kNone) << row.width;
+        ASSERT_EQ(ParseBmp(file, picture), BmpFault::kNone) << row.width;
         std::vector<int> bytes;
-        for (const std::byte value : kx::MonochromeRows(picture)) {
+        for (const std::byte value : MonochromeRows(picture)) {
             bytes.push_back(std::to_integer<int>(value));
         }
         EXPECT_EQ(bytes, row.expected) << "width " << row.width;
@@ -92,8 +90,8 @@ TEST(BmpFormat, MonochromeRowsAreTurnedOverAndFillWords) {
 }
 
 TEST(BmpFormat, TheHeadIsThatOfATwoColourPicture) {
-    kx::BmpHead head;
-    kx::MakeBmpHead(17, 5, 1, 4, head);
+    BmpHead head;
+    MakeBmpHead(17, 5, 1, 4, head);
     constexpr unsigned char kExpected[] = {
         'B', 'M', 82, 0, 0,    0,    0,    0, 0,    0,    62, 0, 0,    0,           // file: size, reserved, pixel offset
         40,  0,   0,  0, 17,   0,    0,    0, 5,    0,    0,  0, 1,    0,    1, 0,  // info: size, width, height, planes, bits
@@ -147,3 +145,4 @@ TEST(DrawingTransform, NoCoordinateIsTooLarge) {
 }
 
 }  // namespace
+}  // namespace kx::test

@@ -7,11 +7,12 @@
 #include <string>
 #include <vector>
 
+namespace kx::test {
 namespace {
 
 using namespace std::string_literals;
 
-using Names = char[kx::kNamesSize];
+using Names = char[kNamesSize];
 
 TEST(FileNameAt, FindsTheFileInEveryFormOfTheNamesBuffer) {
     const std::string deep = "C:\\" + std::string(250, 'd');
@@ -26,19 +27,18 @@ TEST(FileNameAt, FindsTheFileInEveryFormOfTheNamesBuffer) {
         {"C:\\data\\a.txt\0"s, true, {"C:\\data\\a.txt", nullptr}},
         {"", true, {nullptr, nullptr}},
         {"C:\\data\0a.txt\0"s, false, {"C:\\data", nullptr}},
-        {deep + "\0a\0ab\0"s, true, {deepest.c_str(), nullptr}},                // 255 characters are the most
-        {"x\0"s + std::string(kx::kNamesSize, 'x'), true, {nullptr, nullptr}},  // full to its end
+        {deep + "\0a\0ab\0"s, true, {deepest.c_str(), nullptr}},            // 255 characters are the most
+        {"x\0"s + std::string(kNamesSize, 'x'), true, {nullptr, nullptr}},  // full to its end
     };
     auto names = std::make_unique<Names[]>(1);
     for (const auto& row : rows) {
-        std::fill_n(names[0], kx::kNamesSize, '\0');
-        std::copy_n(row.names.begin(), std::min(row.names.size(), std::size_t{kx::kNamesSize}), names[0]);
-        char composed[kx::kComposedNameSize];
+        std::fill_n(names[0], kNamesSize, '\0');
+        std::copy_n(row.names.begin(), std::min(row.names.size(), std::size_t{kNamesSize}), names[0]);
+        char composed[kComposedNameSize];
         for (std::uint32_t index = 0; index < row.expected.size(); ++index) {
-            EXPECT_STREQ(kx::FileNameAt(names[0], row.multiSelect, index, composed), row.expected[index])
-                << row.names << ", index " << index;
+            EXPECT_STREQ(FileNameAt(names[0], row.multiSelect, index, composed), row.expected[index]) << row.names << ", index " << index;
         }
-        EXPECT_EQ(kx::FileNameAt(names[0], row.multiSelect, 0xFFFFFFFF, composed), nullptr);
+        EXPECT_EQ(FileNameAt(names[0], row.multiSelect, 0xFFFFFFFF, composed), nullptr);
     }
 }
 
@@ -59,33 +59,32 @@ TEST(ReadLineAt, EndsALineAtItsFeedOrTheReturnBeforeIt) {
         std::string lines;
         for (std::int32_t at = 0; at >= 0;) {
             char line[9] = "xxxxxxx";
-            at =
-                kx::ReadLineAt(row.content.data(), static_cast<std::uint32_t>(row.content.size()), static_cast<std::uint32_t>(at), line, 8);
+            at = ReadLineAt(row.content.data(), static_cast<std::uint32_t>(row.content.size()), static_cast<std::uint32_t>(at), line, 8);
             lines += std::string(line) + ">" + std::to_string(at) + " ";
         }
         EXPECT_EQ(lines, row.lines) << row.content;
     }
     char buffer[4];
-    EXPECT_EQ(kx::ReadLineAt("a\n", 2, 2, buffer, 4), -1);
-    EXPECT_EQ(kx::ReadLineAt("a\n", 2, 0xFFFFFFFF, buffer, 4), -1);
-    EXPECT_EQ(kx::ReadLineAt(nullptr, 2, 0, buffer, 4), -1);
-    EXPECT_EQ(kx::ReadLineAt("a\n", 2, 0, nullptr, 4), -1);
-    EXPECT_EQ(kx::ReadLineAt("a\n", 2, 0, buffer, -5), -1);
-    EXPECT_EQ(kx::ReadLineAt("a\n", 2, 0, buffer, 1), -1);  // room for the terminator alone
+    EXPECT_EQ(ReadLineAt("a\n", 2, 2, buffer, 4), -1);
+    EXPECT_EQ(ReadLineAt("a\n", 2, 0xFFFFFFFF, buffer, 4), -1);
+    EXPECT_EQ(ReadLineAt(nullptr, 2, 0, buffer, 4), -1);
+    EXPECT_EQ(ReadLineAt("a\n", 2, 0, nullptr, 4), -1);
+    EXPECT_EQ(ReadLineAt("a\n", 2, 0, buffer, -5), -1);
+    EXPECT_EQ(ReadLineAt("a\n", 2, 0, buffer, 1), -1);  // room for the terminator alone
     EXPECT_STREQ(buffer, "");
 }
 
 TEST(ContentEditing, RemovesAndInserts) {
     std::string content = "0123456789";
-    content.resize(kx::RemoveBytes(content.data(), 10, 2, 5));
+    content.resize(RemoveBytes(content.data(), 10, 2, 5));
     EXPECT_EQ(content, "0156789");
-    content.resize(kx::RemoveBytes(content.data(), 7, 6, 7));
+    content.resize(RemoveBytes(content.data(), 7, 6, 7));
     EXPECT_EQ(content, "015678");
     content.resize(9);
-    content.resize(kx::InsertBytes(content.data(), 6, 2, "234", 3));
+    content.resize(InsertBytes(content.data(), 6, 2, "234", 3));
     EXPECT_EQ(content, "012345678");
     content.resize(10);
-    content.resize(kx::InsertBytes(content.data(), 9, 9, "9", 1));
+    content.resize(InsertBytes(content.data(), 9, 9, "9", 1));
     EXPECT_EQ(content, "0123456789");
 }
 
@@ -94,10 +93,11 @@ TEST(DialogFilter, PutsZeroBytesForTheSeparatorsAndTwoAtTheEnd) {
     const std::pair<const char*, std::string> rows[] = {
         {"Testo^*.txt^Tutti^*.*", "Testo\0*.txt\0Tutti\0*.*"s}, {"", ""}, {nullptr, ""}, {whole.c_str(), std::string(254, 'x')}};
     for (const auto& [text, filter] : rows) {
-        std::string list(kx::kDialogTextSize, '?');
-        kx::MakeDialogFilter(text, *reinterpret_cast<char(*)[kx::kDialogTextSize]>(list.data()));
-        EXPECT_EQ(list, filter + std::string(kx::kDialogTextSize - filter.size(), '\0'));
+        std::string list(kDialogTextSize, '?');
+        MakeDialogFilter(text, *reinterpret_cast<char(*)[kDialogTextSize]>(list.data()));
+        EXPECT_EQ(list, filter + std::string(kDialogTextSize - filter.size(), '\0'));
     }
 }
 
 }  // namespace
+}  // namespace kx::test

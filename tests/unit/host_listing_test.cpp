@@ -155,22 +155,6 @@ TEST_F(Listing, TheTitleOfTheTableSaysWhoseAndWhen) {
     }
 }
 
-TEST(Names, OfFilesTellTheirFormat) {
-    const struct {
-        const char* file;
-        std::optional<TableFormat> format;
-    } rows[] = {{"C:\\a b\\\xC3\xA8.CSV", TableFormat::kCsv},
-                {"a.html", TableFormat::kHtml},
-                {"a.csv.Htm", TableFormat::kHtml},
-                {".csv", std::nullopt},
-                {"csv", std::nullopt},
-                {"a.txt", std::nullopt},
-                {"", std::nullopt}};
-    for (const auto& row : rows) {
-        EXPECT_EQ(TableFormatOf(row.file), row.format) << row.file;
-    }
-}
-
 TEST(StatementListing, FindsTheCodeBehindTheNumbersOfAStatement) {
     kx::test::TextTable statements;
     statements.texts = {{30005, "Rate > %d."}, {30026, "Axis %d"}, {30132, "Normal"}};

@@ -7,11 +7,8 @@
 #include "tests/rig/memory_file.h"
 #include "tests/rig/recorded_reports.h"
 
+namespace kx::test {
 namespace {
-
-using kx::HtmlDocument;
-using kx::test::MemoryFile;
-using kx::test::RecordedReports;
 
 constexpr char kFont[] = "<FONT style=FONT-SIZE:10pt FACE=\"Arial\" COLOR=#";
 
@@ -30,7 +27,7 @@ std::string HeaderCell(const std::string& text) {
 class Rows final : public HtmlDocument {
   public:
     using HtmlDocument::HtmlDocument;
-    void WriteRows(kx::ByteSink& file) override {
+    void WriteRows(ByteSink& file) override {
         BeginRow(file);
         Cell(file, "V1 <&> \xE0");
         Cell(file, "-1250", 0x0012AB, 0xFFFF0000);
@@ -130,3 +127,4 @@ TEST(HtmlDocument, FindsTagsBodiesAndElements) {
 }
 
 }  // namespace
+}  // namespace kx::test

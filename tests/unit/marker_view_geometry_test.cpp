@@ -6,14 +6,8 @@
 #include <string>
 #include <vector>
 
+namespace kx::test {
 namespace {
-
-using kx::BeatMeasure;
-using kx::DeviceMeasure;
-using kx::ScrollBarState;
-using kx::ScrollRequest;
-using kx::ViewGeometry;
-using kx::ViewSettings;
 
 // 4 pixels per mm across, 3 down.
 constexpr DeviceMeasure kDevice = {1024, 256, 768, 256};
@@ -124,7 +118,7 @@ TEST(ViewGeometry, AStepIsOneSampleOrWhatAMillisecondTells) {
     // What the owner hears of a step and sends back must not undo it.
     for (const int rate : {100, 250, 500, 999, 1000, 1001, 1024, 2000, 5000, 32000}) {
         const ViewGeometry geometry(kDevice, {2000, static_cast<std::uint32_t>(rate), 1000}, kSettings, 400, 300);
-        const auto heard = [rate](std::int32_t sample) { return kx::SamplesFromMs(kx::MsFromSamples(sample, rate), rate); };
+        const auto heard = [rate](std::int32_t sample) { return SamplesFromMs(MsFromSamples(sample, rate), rate); };
         for (std::int32_t position = 200; position < 1800; ++position) {
             ASSERT_GT(heard(geometry.Stepped(position, 1)), heard(position)) << rate << " Hz, " << position;
             ASSERT_LT(heard(geometry.Stepped(position, -1)), heard(position)) << rate << " Hz, " << position;
@@ -134,10 +128,10 @@ TEST(ViewGeometry, AStepIsOneSampleOrWhatAMillisecondTells) {
 
 TEST(HitsMarker, IsTheSameOnBothSides) {
     for (int x = 80; x <= 120; ++x) {
-        EXPECT_EQ(kx::HitsMarker(100, {24, 20}, 300, x, 279), std::abs(x - 100) <= 2) << x;
-        EXPECT_EQ(kx::HitsMarker(100, {24, 20}, 300, x, 280), std::abs(x - 100) <= 12) << x;
+        EXPECT_EQ(HitsMarker(100, {24, 20}, 300, x, 279), std::abs(x - 100) <= 2) << x;
+        EXPECT_EQ(HitsMarker(100, {24, 20}, 300, x, 280), std::abs(x - 100) <= 12) << x;
     }
-    EXPECT_FALSE(kx::HitsMarker(INT32_MAX, {24, 20}, 300, INT32_MIN, 299));
+    EXPECT_FALSE(HitsMarker(INT32_MAX, {24, 20}, 300, INT32_MIN, 299));
 }
 
 TEST(Scrolling, FollowsEveryRequestWithinItsRange) {
@@ -155,10 +149,10 @@ TEST(Scrolling, FollowsEveryRequestWithinItsRange) {
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(static_cast<int>(row.request));
-        EXPECT_EQ(kx::Scrolled(row.value, row.request, row.thumb, 1999, kx::kHorizontalSteps), row.percent);
-        EXPECT_EQ(kx::Scrolled(0, row.request, row.thumb, 1999, kx::kVerticalSteps), row.microvolts);
+        EXPECT_EQ(Scrolled(row.value, row.request, row.thumb, 1999, kHorizontalSteps), row.percent);
+        EXPECT_EQ(Scrolled(0, row.request, row.thumb, 1999, kVerticalSteps), row.microvolts);
     }
-    EXPECT_EQ(kx::Scrolled(7, ScrollRequest::kThumbTrack, 3, INT32_MAX, kx::kHorizontalSteps), 0);
+    EXPECT_EQ(Scrolled(7, ScrollRequest::kThumbTrack, 3, INT32_MAX, kHorizontalSteps), 0);
 }
 
 TEST(Readout, ShowsASignWhereverThereIsOne) {
@@ -173,8 +167,8 @@ TEST(Readout, ShowsASignWhereverThereIsOne) {
         {INT32_MAX, INT32_MIN, INT32_MIN, "2147483647 ms\r\n-2147483648 uV\r\n-2147483.64 uV/ms"},
     };
     for (const auto& row : rows) {
-        char text[kx::kReadoutSize];
-        kx::FormatReadout(text, row.ms, row.microvolts, row.slope);
+        char text[kReadoutSize];
+        FormatReadout(text, row.ms, row.microvolts, row.slope);
         EXPECT_STREQ(text, row.text);
     }
 }
@@ -196,9 +190,10 @@ TEST(ViewGeometry, AbsurdInputIsHarmless) {
             (void)geometry.Stepped(where, size);
             (void)geometry.PercentShowing(where);
             (void)geometry.SlopeHeight(where);
-            (void)kx::HitsMarker(geometry.ColumnOf(where), {24, 20}, size, mm, size);
+            (void)HitsMarker(geometry.ColumnOf(where), {24, 20}, size, mm, size);
         }
     }
 }
 
 }  // namespace
+}  // namespace kx::test

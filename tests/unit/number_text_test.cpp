@@ -8,6 +8,7 @@
 
 #include "lib/pick_list.h"
 
+namespace kx::test {
 namespace {
 
 constexpr std::int32_t kMost = std::numeric_limits<std::int32_t>::max();
@@ -21,16 +22,16 @@ std::string Text(void (*format)(char*, std::size_t, Arguments...), Arguments... 
 }
 
 TEST(NumberText, WritesNumbers) {
-    EXPECT_EQ(Text(kx::FormatNumber, kLeast), "-2147483648");
-    EXPECT_EQ(Text(kx::FormatUnsigned, std::uint32_t{4294967295}), "4294967295");
-    EXPECT_EQ(Text(kx::FormatHex, std::uint32_t{0xBEEF}), "BEEF");
-    EXPECT_EQ(Text(kx::FormatTenths, std::uint32_t{127}), "12.7");
-    EXPECT_EQ(Text(kx::FormatTenths, std::uint32_t{9}), "0.9");
-    EXPECT_EQ(Text(kx::FormatFixed, 1.25, 1), "1.2");
-    EXPECT_EQ(Text(kx::FormatFixed, 2.0, -3), "  2");
-    EXPECT_EQ(Text(kx::FormatFixed, 0.5, 99), "0.500000000000000");
+    EXPECT_EQ(Text(FormatNumber, kLeast), "-2147483648");
+    EXPECT_EQ(Text(FormatUnsigned, std::uint32_t{4294967295}), "4294967295");
+    EXPECT_EQ(Text(FormatHex, std::uint32_t{0xBEEF}), "BEEF");
+    EXPECT_EQ(Text(FormatTenths, std::uint32_t{127}), "12.7");
+    EXPECT_EQ(Text(FormatTenths, std::uint32_t{9}), "0.9");
+    EXPECT_EQ(Text(FormatFixed, 1.25, 1), "1.2");
+    EXPECT_EQ(Text(FormatFixed, 2.0, -3), "  2");
+    EXPECT_EQ(Text(FormatFixed, 0.5, 99), "0.500000000000000");
     char buffer[4] = {'x', 'x', 'x', 'x'};
-    kx::FormatNumber(buffer, 3, -1234);
+    FormatNumber(buffer, 3, -1234);
     EXPECT_EQ(std::string(buffer) + buffer[3], "-1x") << "cut to its buffer";
 }
 
@@ -55,7 +56,7 @@ TEST(NumberText, WritesScaledNumbers) {
                 {kMost, kLeast, 9, kMost, "-2147483646.000000000"},
                 {1, 10, 40, 1, "0.100000000"}};
     for (const auto& row : rows) {
-        EXPECT_EQ(Text(kx::FormatScaled, row.multiplier, row.divisor, row.decimals, row.value), row.text)
+        EXPECT_EQ(Text(FormatScaled, row.multiplier, row.divisor, row.decimals, row.value), row.text)
             << row.value << " * " << row.multiplier << " / " << row.divisor << ", " << row.decimals;
     }
 }
@@ -79,8 +80,8 @@ TEST(NumberText, ReadsNumbers) {
                 {"-2147483648", kLeast, 0},
                 {"2147483648", kMost, 0x47483648}};
     for (const auto& row : rows) {
-        EXPECT_EQ(kx::ParseNumber(row.text), row.number) << row.text;
-        EXPECT_EQ(kx::ParseHex(row.text), row.hex) << row.text;
+        EXPECT_EQ(ParseNumber(row.text), row.number) << row.text;
+        EXPECT_EQ(ParseHex(row.text), row.hex) << row.text;
     }
 }
 
@@ -97,8 +98,8 @@ TEST(PickList, ReadsPairsOfCodeAndText) {
                 {"99999999999^a^-99999999999^b", "2147483647=a -2147483648=b "}};
     for (const auto& row : rows) {
         std::string choices;
-        kx::PickList reader(row.list);
-        for (kx::PickListItem item; reader.Next(item);) {
+        PickList reader(row.list);
+        for (PickListItem item; reader.Next(item);) {
             choices.append(std::to_string(item.Code())).append("=").append(item.text).append(" ");
         }
         EXPECT_EQ(choices, row.choices) << row.list;
@@ -120,7 +121,7 @@ TEST(PickList, FindsTextByDigitOfCode) {
                 {"", 0, "?"}};
     for (const auto& row : rows) {
         std::string_view text = "?";
-        EXPECT_EQ(kx::FindByDigitCode(row.list, row.code, text), std::string_view(row.text) != "?") << row.list << " code " << row.code;
+        EXPECT_EQ(FindByDigitCode(row.list, row.code, text), std::string_view(row.text) != "?") << row.list << " code " << row.code;
         EXPECT_EQ(text, row.text) << row.list << " code " << row.code;
     }
 }
@@ -132,9 +133,9 @@ TEST(ListPieces, GivesPiecesByPlace) {
         const char* piece;
     } rows[] = {{"a^b^c", 0, "a"}, {"a^b^c", 2, "c"}, {"a^b^c", 3, ""}, {"", 0, ""}, {"a^^c^", 1, ""}, {"a^^c^", 2, "c"}};
     for (const auto& row : rows) {
-        EXPECT_EQ(kx::ListPiece(row.list, row.place), row.piece) << row.list << ' ' << row.place;
+        EXPECT_EQ(ListPiece(row.list, row.place), row.piece) << row.list << ' ' << row.place;
     }
-    kx::ListPieces pieces("a^");
+    ListPieces pieces("a^");
     std::string_view piece;
     EXPECT_TRUE(pieces.Next(piece) && pieces.Next(piece));
     EXPECT_EQ(piece, "");
@@ -142,3 +143,4 @@ TEST(ListPieces, GivesPiecesByPlace) {
 }
 
 }  // namespace
+}  // namespace kx::test

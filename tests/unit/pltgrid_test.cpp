@@ -5,7 +5,7 @@
 #include "lib/muldiv.h"
 #include "tests/unit/grid_picture.h"
 
-namespace kx {
+namespace kx::test {
 namespace {
 
 enum : GridColour { kPaper = 1, kMajor, kMinor, kFrame };
@@ -55,7 +55,7 @@ TEST(PaperGrid, HoldsWholeCellsAtEverySizeAndResolution) {
             for (const std::int32_t height : {1, 30, 97, 150}) {
                 const PaperGrid grid = Grid(dpi, width, height, width % 2 == 0 ? 0 : 1);
                 ASSERT_TRUE(grid.BitmapPixels());
-                test::GridPicture picture(*grid.BitmapPixels());
+                GridPicture picture(*grid.BitmapPixels());
                 EXPECT_EQ(picture.width, (width + 15) / 16 * 16);
                 EXPECT_EQ(picture.height, height + 1);
                 grid.Draw(picture, {kPaper, kMajor, kMinor});
@@ -77,7 +77,7 @@ TEST(PaperGrid, AnySpacingAndAnyAreaEnds) {
             PaperGrid grid = Grid(96, 50, 40, 1);
             grid.majorHorizontal = grid.minorVertical = major;
             grid.minorHorizontal = grid.majorVertical = minor;
-            test::GridPicture picture(*grid.BitmapPixels());
+            GridPicture picture(*grid.BitmapPixels());
             grid.Draw(picture, {kPaper, kMajor, kMinor});
             PaperGrid none{major, minor};
             none.frame = {major, minor, minor, major};
@@ -87,4 +87,4 @@ TEST(PaperGrid, AnySpacingAndAnyAreaEnds) {
 }
 
 }  // namespace
-}  // namespace kx
+}  // namespace kx::test

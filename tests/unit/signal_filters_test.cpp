@@ -15,17 +15,13 @@
 
 #include "dialogs/marker_view/trace/filtered_lead.h"
 
+namespace kx::test {
 namespace {
 
-using kx::BandPassFilter;
-using kx::DerivativeTrace;
-using kx::FilteredLead;
-using kx::kMissingSample;
-using kx::MovingAverageFilter;
 using Complex = std::complex<double>;
 using Samples = std::vector<std::int16_t>;
 
-static_assert(!std::has_virtual_destructor_v<kx::SampleFilter>);
+static_assert(!std::has_virtual_destructor_v<SampleFilter>);
 
 constexpr auto kMissing = static_cast<std::int16_t>(kMissingSample);
 
@@ -147,7 +143,7 @@ TEST(BandPassFilter, FiltersAnArrayBothWaysAroundMissingSamples) {
         }
         Samples impulse(3001, 0);
         impulse[1500] = 30000;
-        kx::FilterZeroPhase(filter, impulse);
+        FilterZeroPhase(filter, impulse);
         EXPECT_GT(impulse[1500], 500);
         for (std::size_t i = 0; i <= 1500; ++i) {
             ASSERT_NEAR(impulse[1500 - i], impulse[1500 + i], 8) << band.low << " Hz, " << i;
@@ -164,7 +160,7 @@ TEST(BandPassFilter, StaysDefinedWithoutABand) {
     for (const Band& row : rows) {
         BandPassFilter filter(row.low, row.high, row.rate, kMissingSample);
         Samples samples(3000, 32767);
-        kx::FilterZeroPhase(filter, samples);
+        FilterZeroPhase(filter, samples);
         filter.FilterForward(samples.data(), 3000);
         filter.FilterBackward(samples.data(), 3000);
         filter.FilterSample(INT32_MIN);
@@ -183,13 +179,13 @@ TEST(BandPassFilter, StaysDefinedWithoutABand) {
 
 TEST(FilteredLead, RunsEachFilterThereAndBackTheMainsFirst) {
     Samples beat = Noise(300, 500), expected = beat;
-    const auto filtered = [&beat](std::int32_t count, std::int32_t rate, const kx::SignalSettings& settings) {
+    const auto filtered = [&beat](std::int32_t count, std::int32_t rate, const SignalSettings& settings) {
         const auto result = FilteredLead(beat.data(), count, rate, settings);
         return result == nullptr ? Samples() : Samples(result.get(), result.get() + count);
     };
     MovingAverageFilter mains(60, 500, kMissingSample);
     BandPassFilter band(0.5, 40.0, 500, kMissingSample);
-    for (kx::SampleFilter* filter : {static_cast<kx::SampleFilter*>(&mains), static_cast<kx::SampleFilter*>(&band)}) {
+    for (SampleFilter* filter : {static_cast<SampleFilter*>(&mains), static_cast<SampleFilter*>(&band)}) {
         for (auto sample = expected.begin(); sample != expected.end(); ++sample) {
             *sample = static_cast<std::int16_t>(filter->FilterSample(*sample));
         }
@@ -244,3 +240,4 @@ TEST(DerivativeTrace, TellsTheSlopeOfALineInMicrovoltsPerMillisecond) {
 }
 
 }  // namespace
+}  // namespace kx::test

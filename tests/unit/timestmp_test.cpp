@@ -22,10 +22,9 @@ void PrintTo(const DateTime& time, std::ostream* stream) {
             << '.' << time.Milliseconds();
 }
 
+namespace test {
 namespace {
 
-using test::PictureLocale;
-using test::RecordedReports;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -151,12 +150,12 @@ TEST(DateTime, WritesTextsInTheUsersFormats) {
                 {&DateTime::LongDateAndTime, "7 marzo 2013, 14:05:09", "March 7, 2013, 2:05:09 PM"}};
     char text[64] = "before";
     for (const auto& row : rows) {
-        EXPECT_TRUE((time.*row.text)(text, sizeof text, test::Italian()));
+        EXPECT_TRUE((time.*row.text)(text, sizeof text, Italian()));
         EXPECT_STREQ(text, row.italian);
-        EXPECT_TRUE((time.*row.text)(text, sizeof text, test::American()));
+        EXPECT_TRUE((time.*row.text)(text, sizeof text, American()));
         EXPECT_STREQ(text, row.american);
     }
-    PictureLocale joined = test::American();
+    PictureLocale joined = American();
     joined.time = "h:mmtt";  // of this one the system would not take the marker off
     EXPECT_TRUE(time.ShortTimeNoMarker(text, sizeof text, joined));
     EXPECT_STREQ(text, "2:05");
@@ -164,7 +163,7 @@ TEST(DateTime, WritesTextsInTheUsersFormats) {
 
 TEST(DateTime, JoinsOnlyWhatFitsAndCanBeFormatted) {
     const DateTime time(2013, 9, 7, 14, 5, 9);
-    PictureLocale locale = test::Italian();
+    PictureLocale locale = Italian();
     char text[64] = "before";
     EXPECT_FALSE(time.DateAndTime(text, 17, locale));  // 10 + 5 + 3 are needed
     EXPECT_STREQ(text, "before");
@@ -193,12 +192,12 @@ TEST(DateTime, WritesTheTimeAfterWithItsDay) {
     };
     char text[32] = "before";
     for (const auto& row : rows) {
-        EXPECT_TRUE(row.from.TimeAfter(row.ms, text, sizeof text, test::Italian()));
+        EXPECT_TRUE(row.from.TimeAfter(row.ms, text, sizeof text, Italian()));
         EXPECT_STREQ(text, row.text);
-        EXPECT_TRUE(row.from.ShortTimeAfter(row.ms, text, sizeof text, test::Italian()));
+        EXPECT_TRUE(row.from.ShortTimeAfter(row.ms, text, sizeof text, Italian()));
         EXPECT_STREQ(text, row.shortText);
     }
-    EXPECT_FALSE(rows[0].from.TimeAfter(0, text, 12, test::Italian()));
+    EXPECT_FALSE(rows[0].from.TimeAfter(0, text, 12, Italian()));
     EXPECT_STREQ(text, "");
 }
 
@@ -210,7 +209,7 @@ PictureLocale By(PictureLocale locale, const char* shortDate) {
 constexpr char kBadCharacter[] = "oem ..\\..\\lib\\timestmp 697 Invalid format character";
 
 TEST(DateTime, ReadsDates) {
-    const PictureLocale italian = test::Italian(), american = test::American();
+    const PictureLocale italian = Italian(), american = American();
     const struct {
         PictureLocale locale;
         const char* text;
@@ -234,10 +233,10 @@ TEST(DateTime, ReadsDates) {
                 {By(american, "dd-MMM-yyyy"), "05-nov-2013", {2013, 11, 5}},
                 {By(italian, "dd-MMM-yyyy"), "05-DIC-2013", {2013, 12, 5}},
                 {By(american, "dd-MMM-yyyy"), "05-no", DateTime::None()},
-                {By(test::French(), "dd MMM yyyy"), "05 mai 2013", {2013, 5, 5}},
-                {By(test::French(), "dd MMM yyyy"), "05 jui 2013", DateTime::None()},
-                {By(test::French(), "d MMMM yyyy"), "7 F\xC9VRIER 2013", {2013, 2, 7}},
-                {By(test::French(), "d MMMM yyyy"), "7 f\xD7vrier 2013", DateTime::None(), {kBadCharacter}},
+                {By(French(), "dd MMM yyyy"), "05 mai 2013", {2013, 5, 5}},
+                {By(French(), "dd MMM yyyy"), "05 jui 2013", DateTime::None()},
+                {By(French(), "d MMMM yyyy"), "7 F\xC9VRIER 2013", {2013, 2, 7}},
+                {By(French(), "d MMMM yyyy"), "7 f\xD7vrier 2013", DateTime::None(), {kBadCharacter}},
                 {By(american, "MMMM d, yyyy"), "Wednesday 7, 2013", DateTime::None(), {kBadCharacter}},
                 {By(american, "MMMMM d, yyyy"), "May 7, 2013", DateTime::None(), {"oem ..\\..\\lib\\timestmp 655 Unexpected M format"}},
                 {By(american, "dddd, M/d/yyyy"), ", 3/7/2013", {2013, 3, 7}},
@@ -279,13 +278,13 @@ TEST(DateTime, ReadsTimes) {
                 {"HH:mm:ss", "02:05:09 AM", "02:05:09"},
                 {"HH:mm:ss", "02:05:09 pm"}};
     for (const auto& row : rows) {
-        PictureLocale locale = test::American();
+        PictureLocale locale = American();
         locale.time = row.format;
         RecordedReports reports;
         DateTime time(2013, 3, 7, 23, 58, 57, 56);
         EXPECT_TRUE(time.SetShortTime(row.text, reports, locale)) << row.text;
         char text[32];
-        ASSERT_TRUE(time.LongTime(text, sizeof text, test::Italian())) << row.text << " by " << row.format;
+        ASSERT_TRUE(time.LongTime(text, sizeof text, Italian())) << row.text << " by " << row.format;
         EXPECT_STREQ(text, row.expected) << row.text << " by " << row.format;
         EXPECT_TRUE(time.hundredths == 56 && time.DaysBetween(DateTime(2013, 3, 7)) == 0) << row.text;
         EXPECT_THAT(reports.Take(), IsEmpty()) << row.text;
@@ -301,7 +300,7 @@ struct ThrowingLocale final : LocaleFormats {
 };
 
 TEST(DateTime, ReportsALocaleThatCannotBeRead) {
-    PictureLocale none = test::Italian();
+    PictureLocale none = Italian();
     none.broken = true;
     RecordedReports reports;
     DateTime time(2013, 3, 7);
@@ -318,4 +317,5 @@ TEST(DateTime, ReportsALocaleThatCannotBeRead) {
 }
 
 }  // namespace
+}  // namespace test
 }  // namespace kx

@@ -32,24 +32,6 @@ struct NormalBeats : AnnotationStore {
     }
 };
 
-TEST(AnnotationStore, IsNewAndEmptyInEachForm) {
-    AnnotationStore forms[] = {AnnotationStore(3), AnnotationStore(3, false), AnnotationStore(3, true)};
-    const std::uint32_t firstSlot[] = {17, 0, 0}, slots[] = {3, 12, 0};
-    for (std::size_t form = 0; form < 3; ++form) {
-        AnnotationStore& store = forms[form];
-        EXPECT_FALSE(store.IsModified());
-        EXPECT_EQ(240u, store.SampleRate());
-        EXPECT_EQ(1220u, store.ResolutionNv());
-        ASSERT_TRUE(store.Append(1, 10));
-        EXPECT_TRUE(store.IsModified());
-        store.SetLabel(0, 2, true);
-        for (std::uint32_t slot = 0; slot < 22; ++slot) {
-            const bool exists = slot - firstSlot[form] < slots[form];
-            EXPECT_EQ(exists ? 1 : 0, store.Value(slot, 0, &LeadBeat::leadValue)) << form << ", slot " << slot;
-        }
-    }
-}
-
 TEST(AnnotationStore, AnswersWhatDoesNotExist) {
     NormalBeats store(2, 800);
     for (const std::uint32_t i : {2u, 3u, UINT32_MAX}) {
@@ -73,7 +55,8 @@ TEST(AnnotationStore, AnswersWhatDoesNotExist) {
         EXPECT_FALSE(store.IsModified());
     }
     EXPECT_EQ((Times{0, 800}), TimesOf(store));
-    AnnotationStore nothing(0);
+    AnnotationStore nothing(0), entries(3, true);
+    EXPECT_TRUE(entries.Append(1, 10) && entries.IsModified() && entries.Value(0, 0, &LeadBeat::leadValue) == 0);
     EXPECT_FALSE(nothing.Append(1, 0));
     EXPECT_FALSE(nothing.MarkSegment(0, 1));
 }
@@ -291,16 +274,6 @@ TEST(AnnotationStore, TellsTheHeartRateFromNormalBeatsAround) {
         EXPECT_EQ(row.rate, store.HeartRate(row.at)) << row.name;
         EXPECT_EQ(row.rate != 9, store.IsModified()) << row.name;
     }
-}
-
-TEST(AnnotationStore, IsClearedAndFilledAgainWithoutOldBeats) {
-    NormalBeats store(3, 800);
-    store.Clear();
-    EXPECT_EQ(0u, store.Count());
-    EXPECT_TRUE(store.IsModified());
-    EXPECT_EQ(0u, store.LeadMask(0));
-    ASSERT_TRUE(store.Append(1, 5));
-    EXPECT_EQ(0u, store.LeadMask(0)) << "the beat that stood there is gone";
 }
 
 TEST(AnnotationStore, ChangesNothingWhenMemoryIsShort) {

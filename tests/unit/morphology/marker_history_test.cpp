@@ -4,10 +4,8 @@
 
 #include "dialogs/morphology/rules/wave_rules.h"
 
+namespace kx::test {
 namespace {
-
-using kx::MarkerHistory;
-using kx::MarkerSnapshot;
 
 MarkerSnapshot State(std::uint16_t first, std::int32_t lead = 11) {
     MarkerSnapshot state;
@@ -17,7 +15,7 @@ MarkerSnapshot State(std::uint16_t first, std::int32_t lead = 11) {
 }
 
 TEST(MarkerField, KnowsWhetherItsValueIsTheReviewers) {
-    kx::MarkerField field;
+    MarkerField field;
     field.Bind(2, nullptr);
     field.SetManual(0);
     EXPECT_TRUE(field.IsManual());  // no automatic value, not even 0
@@ -85,27 +83,28 @@ TEST(MarkerSnapshot, RestoresAndComparesTheDialogsMarkersOnly) {
     block.pOnMarker = 10;
     block.pOffMarker = 20;
     block.markerFlags = 0xF009;
-    kx::MarkerStore store(kx::kPLayout, block);
+    MarkerStore store(kPLayout, block);
     const MarkerSnapshot before = MarkerSnapshot::Take(3, store);
-    kx::SeenMarkers seen;
-    seen.Take(kx::kPLayout, set, false);
+    SeenMarkers seen;
+    seen.Take(kPLayout, set, false);
     block.qOnMarker = 7;
     block.markerFlags = 0x8001;
-    kx::SeenMarkers now;
-    now.Take(kx::kPLayout, set, false);
+    SeenMarkers now;
+    now.Take(kPLayout, set, false);
     EXPECT_EQ(now, seen);
     block.pOnMarker = 30;
     block.markerFlags = 0x0006;
-    now.Take(kx::kPLayout, set, false);
+    now.Take(kPLayout, set, false);
     EXPECT_NE(now, seen);
     before.Restore(store);
     EXPECT_EQ(block.pOnMarker, 10);
     EXPECT_EQ(block.pOffMarker, 20);
     EXPECT_EQ(block.qOnMarker, 7);
     EXPECT_EQ(block.markerFlags, 0x0001);
-    kx::SeenMarkers global;
-    global.Take(kx::kPLayout, set, true);  // block 0 alone
+    SeenMarkers global;
+    global.Take(kPLayout, set, true);  // block 0 alone
     EXPECT_EQ(global.Of(3), MarkerSnapshot{});
 }
 
 }  // namespace
+}  // namespace kx::test

@@ -8,24 +8,21 @@
 #include "dialogs/morphology/rules/wave_rules.h"
 #include "tests/unit/morphology/rule_rig.h"
 
+namespace kx::test {
 namespace {
-
-using kx::MarkerEdit;
-using kx::test::RuleRig;
-using kx::test::Values;
 
 enum Kind : std::size_t { kGeneral, kQrs, kP, kT };
 
 struct Rules {
     const char* name;
-    const kx::MarkerLayout& layout;
+    const MarkerLayout& layout;
     void (*apply)(MarkerEdit&);
 };
 
-const Rules kRules[] = {{"general", kx::kGeneralLayout, [](MarkerEdit& edit) { kx::ApplyGeneralMarkers(edit, false); }},
-                        {"QRS", kx::kQrsLayout, kx::ApplyQrsMarkers},
-                        {"P", kx::kPLayout, kx::ApplyPMarkers},
-                        {"T", kx::kTLayout, kx::ApplyTMarkers}};
+const Rules kRules[] = {{"general", kGeneralLayout, [](MarkerEdit& edit) { ApplyGeneralMarkers(edit, false); }},
+                        {"QRS", kQrsLayout, ApplyQrsMarkers},
+                        {"P", kPLayout, ApplyPMarkers},
+                        {"T", kTLayout, ApplyTMarkers}};
 
 constexpr std::uint16_t kFive = 0x0F8;
 
@@ -128,43 +125,43 @@ struct Box {
     std::size_t calls;
 };
 
-template <kx::QrsMarker kComponent>
+template <QrsMarker kComponent>
 bool ClickQrs(MarkerEdit& edit, bool absent) {
-    return kx::ApplyQrsWaveBox(edit, kComponent, absent);
+    return ApplyQrsWaveBox(edit, kComponent, absent);
 }
 template <void (*kApply)(MarkerEdit&, bool)>
 bool Click(MarkerEdit& edit, bool absent) {
     kApply(edit, absent);
     return true;
 }
-constexpr auto kNoP = Click<kx::ApplyGeneralWaveBox>;
-constexpr auto kSecond = kx::ApplySecondComponentBox;
+constexpr auto kNoP = Click<ApplyGeneralWaveBox>;
+constexpr auto kSecond = ApplySecondComponentBox;
 
 const Box kBoxes[] = {
     {"P removed", kGeneral, kNoP, kBeat, true, true, {0, 0, 300, 400, 700}, 3, 1},
     {"P removed where only its offset is", kGeneral, kNoP, {0, 200, 300, 400, 700}, true, true, {0, 0, 300, 400, 700}, 3, 0},
     {"P given back", kGeneral, kNoP, {0, 0, 300, 400, 700}, false, true, {0, 0, 300, 400, 700}, 0, 1},
     {"P there already", kGeneral, kNoP, kBeat, false, true, kBeat, 0, 0},
-    {"Q removed", kQrs, ClickQrs<kx::kQOn>, kComplex, true, true, {0, 220, 240, 260, 280, 320}, kFive, 1},
-    {"Q removed without R", kQrs, ClickQrs<kx::kQOn>, {200, 0, 0, 0, 0, 320}, true, false, {200, 0, 0, 0, 0, 320}, 0, 0},
-    {"Q with room", kQrs, ClickQrs<kx::kQOn>, {0, 11, 0, 0, 0, 320}, false, true, {6, 11, 0, 0, 0, 320}, kFive, 1},
-    {"Q without room", kQrs, ClickQrs<kx::kQOn>, {0, 10, 0, 0, 0, 320}, false, false, {0, 10, 0, 0, 0, 320}, 0, 0},
-    {"Q with R at 1", kQrs, ClickQrs<kx::kQOn>, {0, 1, 0, 0, 0, 320}, false, false, {0, 1, 0, 0, 0, 320}, 0, 0},
-    {"Q alone behind the offset", kQrs, ClickQrs<kx::kQOn>, {0, 0, 0, 0, 0, 150}, false, true, {200, 0, 0, 0, 0, 150}, kFive, 1},
-    {"R removed", kQrs, ClickQrs<kx::kROn>, kComplex, true, true, {200, 0, 240, 260, 280, 320}, kFive, 1},
-    {"R removed without Q", kQrs, ClickQrs<kx::kROn>, {0, 220, 0, 0, 0, 320}, true, false, {0, 220, 0, 0, 0, 320}, 0, 0},
-    {"R behind Q", kQrs, ClickQrs<kx::kROn>, {200, 0, 0, 0, 0, 320}, false, true, {200, 210, 0, 0, 0, 320}, kFive, 1},
-    {"R alone", kQrs, ClickQrs<kx::kROn>, {0, 0, 0, 0, 0, 320}, false, true, {0, 200, 0, 0, 0, 320}, kFive, 1},
-    {"S removed", kQrs, ClickQrs<kx::kSOn>, {200, 220, 240, 0, 0, 320}, true, true, {200, 220, 0, 0, 0, 320}, kFive, 1},
-    {"S removed before R'", kQrs, ClickQrs<kx::kSOn>, kComplex, true, false, kComplex, 0, 0},
-    {"S behind R", kQrs, ClickQrs<kx::kSOn>, {200, 220, 0, 0, 0, 225}, false, true, {200, 220, 230, 0, 0, 225}, kFive, 1},
-    {"S without R", kQrs, ClickQrs<kx::kSOn>, {200, 0, 0, 0, 0, 320}, false, false, {200, 0, 0, 0, 0, 320}, 0, 0},
-    {"R' removed before S'", kQrs, ClickQrs<kx::kRPrimeOn>, kComplex, true, false, kComplex, 0, 0},
-    {"S' removed", kQrs, ClickQrs<kx::kSPrimeOn>, kComplex, true, true, {200, 220, 240, 260, 0, 320}, kFive, 1},
-    {"P wave removed", kP, Click<kx::ApplyPWaveBox>, kWave, true, true, {0, 0, 0}, 7, 1},
-    {"P wave restored", kP, Click<kx::ApplyPWaveBox>, {0, 0, 0}, false, true, {50, 0, 100}, 7, 1},
-    {"T wave removed", kT, Click<kx::ApplyTWaveBox>, kWave, true, true, {0, 0, 0}, 0xE00, 1},
-    {"T wave restored", kT, Click<kx::ApplyTWaveBox>, {0, 0, 0}, false, true, {450, 0, 500}, 0xE00, 1},
+    {"Q removed", kQrs, ClickQrs<kQOn>, kComplex, true, true, {0, 220, 240, 260, 280, 320}, kFive, 1},
+    {"Q removed without R", kQrs, ClickQrs<kQOn>, {200, 0, 0, 0, 0, 320}, true, false, {200, 0, 0, 0, 0, 320}, 0, 0},
+    {"Q with room", kQrs, ClickQrs<kQOn>, {0, 11, 0, 0, 0, 320}, false, true, {6, 11, 0, 0, 0, 320}, kFive, 1},
+    {"Q without room", kQrs, ClickQrs<kQOn>, {0, 10, 0, 0, 0, 320}, false, false, {0, 10, 0, 0, 0, 320}, 0, 0},
+    {"Q with R at 1", kQrs, ClickQrs<kQOn>, {0, 1, 0, 0, 0, 320}, false, false, {0, 1, 0, 0, 0, 320}, 0, 0},
+    {"Q alone behind the offset", kQrs, ClickQrs<kQOn>, {0, 0, 0, 0, 0, 150}, false, true, {200, 0, 0, 0, 0, 150}, kFive, 1},
+    {"R removed", kQrs, ClickQrs<kROn>, kComplex, true, true, {200, 0, 240, 260, 280, 320}, kFive, 1},
+    {"R removed without Q", kQrs, ClickQrs<kROn>, {0, 220, 0, 0, 0, 320}, true, false, {0, 220, 0, 0, 0, 320}, 0, 0},
+    {"R behind Q", kQrs, ClickQrs<kROn>, {200, 0, 0, 0, 0, 320}, false, true, {200, 210, 0, 0, 0, 320}, kFive, 1},
+    {"R alone", kQrs, ClickQrs<kROn>, {0, 0, 0, 0, 0, 320}, false, true, {0, 200, 0, 0, 0, 320}, kFive, 1},
+    {"S removed", kQrs, ClickQrs<kSOn>, {200, 220, 240, 0, 0, 320}, true, true, {200, 220, 0, 0, 0, 320}, kFive, 1},
+    {"S removed before R'", kQrs, ClickQrs<kSOn>, kComplex, true, false, kComplex, 0, 0},
+    {"S behind R", kQrs, ClickQrs<kSOn>, {200, 220, 0, 0, 0, 225}, false, true, {200, 220, 230, 0, 0, 225}, kFive, 1},
+    {"S without R", kQrs, ClickQrs<kSOn>, {200, 0, 0, 0, 0, 320}, false, false, {200, 0, 0, 0, 0, 320}, 0, 0},
+    {"R' removed before S'", kQrs, ClickQrs<kRPrimeOn>, kComplex, true, false, kComplex, 0, 0},
+    {"S' removed", kQrs, ClickQrs<kSPrimeOn>, kComplex, true, true, {200, 220, 240, 260, 0, 320}, kFive, 1},
+    {"P wave removed", kP, Click<ApplyPWaveBox>, kWave, true, true, {0, 0, 0}, 7, 1},
+    {"P wave restored", kP, Click<ApplyPWaveBox>, {0, 0, 0}, false, true, {50, 0, 100}, 7, 1},
+    {"T wave removed", kT, Click<ApplyTWaveBox>, kWave, true, true, {0, 0, 0}, 0xE00, 1},
+    {"T wave restored", kT, Click<ApplyTWaveBox>, {0, 0, 0}, false, true, {450, 0, 500}, 0xE00, 1},
     {"P' removed", kP, kSecond, kWave, true, true, {100, 0, 200}, 2, 1},
     {"P' in the middle", kP, kSecond, {100, 0, 201}, false, true, {100, 150, 201}, 2, 1},
     {"T' in a wave of 10 ms", kT, kSecond, {100, 0, 110}, false, true, {100, 105, 110}, 0x400, 1},
@@ -184,25 +181,25 @@ TEST(MorphologyRules, WaveBoxesRemoveInsertOrRefuse) {
 
 // The field of the offset goes behind a component inserted at it; the record's is the analysis's.
 TEST(MorphologyRules, AnInsertedComponentPushesTheOffsetsFieldAlone) {
-    for (const auto& [component, shown] : {std::pair{kx::kQOn, 225}, {kx::kROn, 220}}) {
-        RuleRig rig(kx::kQrsLayout, component == kx::kQOn ? Values{0, 220, 0, 0, 0, 215} : Values{200, 0, 0, 0, 0, 210});
-        const std::int32_t stored = rig.Stored()[kx::kQrsOff];
+    for (const auto& [component, shown] : {std::pair{kQOn, 225}, {kROn, 220}}) {
+        RuleRig rig(kQrsLayout, component == kQOn ? Values{0, 220, 0, 0, 0, 215} : Values{200, 0, 0, 0, 0, 210});
+        const std::int32_t stored = rig.Stored()[kQrsOff];
         rig.succeeds = false;
-        kx::ApplyQrsWaveBox(rig.Edit(), component, false);
-        EXPECT_EQ(rig.Shown()[kx::kQrsOff], shown);
-        EXPECT_EQ(rig.Stored()[kx::kQrsOff], stored);
+        ApplyQrsWaveBox(rig.Edit(), component, false);
+        EXPECT_EQ(rig.Shown()[kQrsOff], shown);
+        EXPECT_EQ(rig.Stored()[kQrsOff], stored);
     }
 }
 
 TEST(MorphologyRules, AnAbsentPWaveStaysAbsentWhileOthersMove) {
-    RuleRig rig(kx::kGeneralLayout, {0, 0, 300, 400, 700});
-    rig.Drag(kx::kGlobalQrsOn, 310);
-    kx::ApplyGeneralMarkers(rig.Edit(), true);
+    RuleRig rig(kGeneralLayout, {0, 0, 300, 400, 700});
+    rig.Drag(kGlobalQrsOn, 310);
+    ApplyGeneralMarkers(rig.Edit(), true);
     EXPECT_EQ(rig.Stored(), (Values{0, 0, 310, 400, 700}));
     EXPECT_EQ(rig.Flags(), 7);
-    RuleRig given(kx::kGeneralLayout, {0, 0, 300, 400, 700}, KX_MANUAL_P_ON | KX_MANUAL_P_OFF | KX_MANUAL_T_OFF);
+    RuleRig given(kGeneralLayout, {0, 0, 300, 400, 700}, KX_MANUAL_P_ON | KX_MANUAL_P_OFF | KX_MANUAL_T_OFF);
     given.found = {120, 210, 299, 399, 699};
-    kx::ApplyGeneralMarkers(given.Edit(), false);
+    ApplyGeneralMarkers(given.Edit(), false);
     EXPECT_EQ(given.Flags(), KX_MANUAL_T_OFF);
     EXPECT_EQ(given.Shown(), (Values{120, 210, 299, 399, 700}));
 }
@@ -230,10 +227,10 @@ TEST(MorphologyRules, SeveralMoves) {
         EXPECT_EQ(rig.measured, row.measured) << kRules[row.kind].name;
         EXPECT_EQ(rig.Shown(), rig.Stored()) << kRules[row.kind].name;
     }
-    RuleRig rig(kx::kQrsLayout, kComplex);
+    RuleRig rig(kQrsLayout, kComplex);
     rig.found = {1, 2, 3, 4, 5, 333};  // of them only the offset is not manual
-    rig.Drag(kx::kQrsOff, 400);
-    kx::ApplyQrsMarkers(rig.Edit());
+    rig.Drag(kQrsOff, 400);
+    ApplyQrsMarkers(rig.Edit());
     EXPECT_EQ(rig.Shown(), (Values{200, 220, 240, 260, 280, 333}));
 }
 
@@ -242,7 +239,7 @@ bool IsInOrder(Kind kind, const Values& values) {
     const std::int32_t gap = kind == kQrs ? 5 : 1;
     for (std::size_t i = 0, last = 0; i < values.size(); ++i) {
         const bool present = values[i] != 0;
-        const std::int32_t least = kind == kGeneral && i != kx::kGlobalQrsOff ? 0 : gap;
+        const std::int32_t least = kind == kGeneral && i != kGlobalQrsOff ? 0 : gap;
         if (i > 0 && present && values[i] < values[last] + least) {
             return false;
         }
@@ -294,3 +291,4 @@ TEST(MorphologyRules, AnyDragsInAnyOrderKeepTheOrder) {
 }
 
 }  // namespace
+}  // namespace kx::test

@@ -5,7 +5,7 @@
 #include <random>
 #include <vector>
 
-namespace kx {
+namespace kx::test {
 namespace {
 
 using Bytes = std::vector<std::uint8_t>;
@@ -109,4 +109,4 @@ TEST(PackBits, DecodesToTheRowWhateverItHolds) {
 }
 
 }  // namespace
-}  // namespace kx
+}  // namespace kx::test

@@ -6,7 +6,7 @@
 
 #include "tests/rig/memory_file.h"
 
-namespace kx {
+namespace kx::test {
 namespace {
 
 using namespace std::string_literals;
@@ -31,11 +31,11 @@ TEST(PclPage, WritesTheBytesOfEveryCommand) {
         {"row", [](Page& p) { return p.RasterRow(kRow, 5); }, "\x1B*b6W\x00\x01\xFE\x02\x00\x05"s},
     };
     for (const auto& c : cases) {
-        test::MemoryFile file;
+        MemoryFile file;
         PclPage page(file, 75, 150);
         EXPECT_TRUE(c.command(page)) << c.what;
         EXPECT_EQ(file.bytes, c.bytes) << c.what;
-        test::MemoryFile full;
+        MemoryFile full;
         full.room = c.bytes.size() - 1;
         PclPage refused(full, 75, 150);
         EXPECT_FALSE(c.command(refused)) << c.what << ", refused";
@@ -53,7 +53,7 @@ TEST(PclPage, PrintsTheClearBitsOfRowsOfAnyLengthAndNoneBehindThem) {
         InvertClearBits(reinterpret_cast<std::uint8_t*>(bits.data()), row.width, bits.size());
         EXPECT_EQ(bits, row.inverted) << row.width;
     }
-    test::MemoryFile file;
+    MemoryFile file;
     PclPage page(file, 0, 0);
     std::string bits = "\xFF\xFF\xFF\xC0"s, longRow(65536, '\xFE'), shortRow(1, '\xFC');
     const auto print = [&page](std::string& row, std::int32_t width, std::int32_t height) {
@@ -72,4 +72,4 @@ TEST(PclPage, PrintsTheClearBitsOfRowsOfAnyLengthAndNoneBehindThem) {
 }
 
 }  // namespace
-}  // namespace kx
+}  // namespace kx::test

@@ -174,19 +174,19 @@ TEST(Formats, DamagedFilesOpenNothingElse) {
 }
 
 TEST(LeadNames, AreKnownInEveryWayOfWriting) {
-    const std::vector<std::vector<const char*>> ways = {{"I", "i", "DI", "MDC_ECG_LEAD_I"},
-                                                        {"II", "Lead II (Einthoven)", "D2", " ii "},
-                                                        {"III", "ECG III"},
-                                                        {"aVR", "AVR", "-aVR"},
-                                                        {"aVL", "MDC_ECG_LEAD_AVL"},
-                                                        {"aVF", "avf"},
-                                                        {"V1", "C1"},
-                                                        {"V2"},
-                                                        {"V3"},
-                                                        {"V4", "MDC_ECG_ELEC_POTL_V4"},
-                                                        {"V5"},
-                                                        {"V6", "lead v6"}};
-    for (std::size_t lead = 0; lead < ways.size(); ++lead) {
+    const std::vector<const char*> ways[kLeadCount] = {{"I", "i", "DI", "MDC_ECG_LEAD_I"},
+                                                       {"II", "Lead II (Einthoven)", "D2", " ii "},
+                                                       {"III", "ECG III"},
+                                                       {"aVR", "AVR", "-aVR"},
+                                                       {"aVL", "MDC_ECG_LEAD_AVL"},
+                                                       {"aVF", "avf"},
+                                                       {"V1", "C1"},
+                                                       {"V2"},
+                                                       {"V3"},
+                                                       {"V4", "MDC_ECG_ELEC_POTL_V4"},
+                                                       {"V5"},
+                                                       {"V6", "lead v6"}};
+    for (std::size_t lead = 0; lead < kLeadCount; ++lead) {
         for (const std::string name : ways[lead]) {
             EXPECT_EQ(LeadOfName(name), (NamedLead{lead, name[0] == '-'})) << name;
         }

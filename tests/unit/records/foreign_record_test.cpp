@@ -13,7 +13,7 @@
 #include "tests/unit/picture_locale.h"
 #include "tests/unit/records/text_table.h"
 
-namespace kx {
+namespace kx::test {
 namespace {
 
 std::unique_ptr<KxTestRecord> Filled(int byte) {
@@ -30,9 +30,9 @@ std::unique_ptr<KxTestRecord> Filled(int byte) {
 }
 
 void ReadEverything(TestRecord& test) {
-    test::TextTable texts;
+    TextTable texts;
     texts.texts = {{913, "0^...^1^Uomo^2^Donna"}, {914, "a^b^c"}, {963, "0^x"}};
-    const test::PictureLocale locale = test::Italian();
+    const PictureLocale locale = Italian();
     std::vector<char> buffer(8192);
     char* text = buffer.data();
     for (const std::size_t size : {buffer.size(), std::size_t{16}, std::size_t{1}, std::size_t{0}}) {
@@ -123,8 +123,8 @@ TEST(ForeignRecord, ItsHistoryIsTheHosts) {
 // A host's own idea of a sub-record: whatever its bytes, no value of it is shown and none of what it might point
 // to is read.
 TEST(ForeignRecord, SubRecordsOfAnotherLayoutAreLeftAlone) {
-    test::TextTable texts;
-    const test::PictureLocale locale = test::Italian();
+    TextTable texts;
+    const PictureLocale locale = Italian();
     const SummaryRequest request(texts, locale);
     std::vector<char> expected(600), text(600);
     auto host = Filled(0);
@@ -152,8 +152,8 @@ TEST(ForeignRecord, SubRecordsOfAnotherLayoutAreLeftAlone) {
 }
 
 TEST(ForeignRecord, ValuesBeyondTheirLimitsAreNotGiven) {
-    test::TextTable texts;
-    const test::PictureLocale locale = test::Italian();
+    TextTable texts;
+    const PictureLocale locale = Italian();
     SummaryRequest request(texts, locale);
     request.timeMs = 100;
     auto host = Filled(0);
@@ -232,4 +232,4 @@ TEST(ForeignRecord, ItsEpisodeIsReadAndChangedInPlace) {
 }
 
 }  // namespace
-}  // namespace kx
+}  // namespace kx::test

@@ -10,7 +10,7 @@
 #include "lib/dbclient/sub_records.h"
 #include "lib/dbclient/test_record.h"
 
-namespace kx {
+namespace kx::test {
 namespace {
 
 template <class Record>
@@ -103,4 +103,4 @@ TEST(TestBlock, ABlockThatIsNotWholeIsRefused) {
 }
 
 }  // namespace
-}  // namespace kx
+}  // namespace kx::test

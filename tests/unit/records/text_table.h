@@ -10,7 +10,7 @@
 namespace kx::test {
 
 struct TextTable final : ResourceTexts {
-    std::map<std::uint32_t, std::string> texts;
+    TextTable(std::map<std::uint32_t, std::string> table = {}) : texts(std::move(table)) {}
 
     std::size_t LoadText(std::uint32_t id, char* buffer, std::size_t size) const override {
         const auto found = texts.find(id);
@@ -18,6 +18,8 @@ struct TextTable final : ResourceTexts {
         std::memcpy(buffer, text.c_str(), text.size() + 1);
         return text.size();
     }
+
+    std::map<std::uint32_t, std::string> texts;
 };
 
 }  // namespace kx::test

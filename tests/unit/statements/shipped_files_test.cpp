@@ -8,14 +8,12 @@
 #include <vector>
 
 #include "dialogs/statements/case_fold.h"
-#include "dialogs/statements/statement_matcher.h"
 #include "dialogs/statements/statement_reader.h"
 #include "dialogs/statements/statement_writer.h"
 #include "tests/rig/memory_file.h"
 
+namespace kx::test {
 namespace {
-
-using kx::StatementLibrary;
 
 struct Statement {
     std::string file;
@@ -27,7 +25,7 @@ std::vector<Statement> Statements(const std::string& file, const StatementLibrar
     std::vector<Statement> statements;
     for (std::size_t section = 0; section < StatementLibrary::kSections; ++section) {
         for (std::size_t entry = 0; entry < StatementLibrary::kEntries; ++entry) {
-            if (!kx::IsHidden(library.Text(section, entry))) {
+            if (!IsHidden(library.Text(section, entry))) {
                 statements.push_back({file, library.Text(section, entry), library.Code(section, entry)});
             }
         }
@@ -40,14 +38,14 @@ class ShippedFiles : public testing::Test {
     void SetUp() override {
         for (const char* name : {"resting", "stress", "hires", "holter", "abpm", "spiro"}) {
             std::ifstream stream(std::string(KX_SOURCE_DIR "/dialogs/statements/files/") + name + ".htm", std::ios::binary);
-            kx::test::MemoryFile file(std::string(std::istreambuf_iterator<char>(stream), {}));
+            MemoryFile file(std::string(std::istreambuf_iterator<char>(stream), {}));
             StatementLibrary library;
-            ASSERT_TRUE(kx::StatementReader(nullptr).Read(file, library));
+            ASSERT_TRUE(StatementReader(nullptr).Read(file, library));
             const std::vector<Statement> read = Statements(name, library);
             ASSERT_GE(read.size(), 15u) << name;
             all.insert(all.end(), read.begin(), read.end());
-            kx::test::MemoryFile written;
-            kx::WriteStatements(library, written);
+            MemoryFile written;
+            WriteStatements(library, written);
             EXPECT_EQ(written.bytes, file.bytes);  // so no text was cut and nothing stands outside the format
         }
     }
@@ -91,33 +89,10 @@ TEST_F(ShippedFiles, HaveCodesThatBeginNothingThatIsWritten) {
     }
     for (const Statement& statement : all) {
         for (const std::string& word : words) {
-            EXPECT_FALSE(kx::BeginsWithFolded(word, statement.code)) << statement.code << " in " << word;
-        }
-    }
-}
-
-TEST_F(ShippedFiles, GiveEachStatementByItsCode) {
-    for (const std::string line : {"", "Quadro invariato; "}) {
-        StatementLibrary library;
-        std::string file;
-        kx::StatementMatcher matcher;
-        for (const Statement& statement : all) {
-            if (statement.file != file) {
-                file = statement.file;
-                matcher = {};
-                for (const Statement& other : all) {
-                    if (other.file == file) {
-                        matcher.Add(other.text, other.code);
-                    }
-                }
-            }
-            ASSERT_EQ(matcher.Start(0, line + statement.code.substr(0, 1)), true) << statement.code;
-            matcher.Extend(line.size() + 1, statement.code[1]);
-            ASSERT_TRUE(matcher.Extend(line.size() + 2, statement.code[2])) << statement.code;
-            EXPECT_TRUE(matcher.IsExactCode()) << statement.code;
-            EXPECT_EQ(matcher.Match(0).text, statement.text);
+            EXPECT_FALSE(BeginsWithFolded(word, statement.code)) << statement.code << " in " << word;
         }
     }
 }
 
 }  // namespace
+}  // namespace kx::test

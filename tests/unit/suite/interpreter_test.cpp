@@ -12,34 +12,28 @@
 #include "tests/unit/records/text_table.h"
 #include "tests/unit/suite/ecg_cases.h"
 
+namespace kx::test {
 namespace {
 
-using kx::interp::Interpret;
-using kx::test::EcgWith;
+using interp::Interpret;
 
-kx::test::TextTable TableTexts(const std::map<std::uint32_t, std::string>& texts) {
-    kx::test::TextTable table;
-    table.texts = texts;
-    return table;
-}
-
-const KxAnnotationStore* AsShared(const kx::AnnotationStore& store) { return reinterpret_cast<const KxAnnotationStore*>(&store); }
+const KxAnnotationStore* AsShared(const AnnotationStore& store) { return reinterpret_cast<const KxAnnotationStore*>(&store); }
 
 // First-degree block, left axis, left voltage: one number, one negative number, two numbers.
 const std::string kThreeFindings = "pr=214 axis=-40 V1=0,200,2250 ";
 
-kx::test::RecordedReports reports;
+RecordedReports reports;
 
-const kx::test::TextTable kTexts = TableTexts({{30036, "Sinus rhythm."},
-                                               {30042, "AV 1 (PR %d ms)."},
-                                               {30026, "Axis %d, 100%% left"},
-                                               {30073, "Sokolow-Lyon %d.%d mV %d %s %"},
-                                               {30132, "ECG Nomale"},
-                                               {30133, "ECG Boderline"}});
+const TextTable kTexts({{30036, "Sinus rhythm."},
+                        {30042, "AV 1 (PR %d ms)."},
+                        {30026, "Axis %d, 100%% left"},
+                        {30073, "Sokolow-Lyon %d.%d mV %d %s %"},
+                        {30132, "ECG Nomale"},
+                        {30133, "ECG Boderline"}});
 
 TEST(Interpreter, WritesOneStatementALine) {
     const KxMeasurementSet set = EcgWith(kThreeFindings);
-    const auto beats = kx::test::SteadyBeats();
+    const auto beats = SteadyBeats();
     KxInterpretationResult result;
     std::memset(&result, 0x5A, sizeof result);
     reports.Take();
@@ -52,7 +46,7 @@ TEST(Interpreter, WritesOneStatementALine) {
     EXPECT_EQ(4u, result.extra);
     EXPECT_TRUE(reports.Take().empty());
 
-    ASSERT_TRUE(Interpret(&set, nullptr, TableTexts({{30036, "Sinus rhythm."}}), &result, reports));
+    ASSERT_TRUE(Interpret(&set, nullptr, TextTable({{30036, "Sinus rhythm."}}), &result, reports));
     EXPECT_STREQ("Sinus rhythm.\r\n30042\r\n30026\r\n30073\r\n30133", result.text);
     const auto reported = reports.Take();
     ASSERT_EQ(4u, reported.size());
@@ -68,7 +62,7 @@ TEST(Interpreter, KeepsTheHeavyStatementsWhenTheTextIsFull) {
             texts[code] = std::to_string(code) + std::string(length - 5, '.');
         }
         KxInterpretationResult result{};
-        ASSERT_TRUE(Interpret(&set, nullptr, TableTexts(texts), &result, reports));
+        ASSERT_TRUE(Interpret(&set, nullptr, TextTable(texts), &result, reports));
         const std::string text = result.text;
         EXPECT_TRUE(text.ends_with("\r\nECG non nomale")) << length;
         EXPECT_NE(std::string::npos, text.find("30076.")) << length;
@@ -106,16 +100,17 @@ TEST(Interpreter, SurvivesAnyNumbers) {
         std::generate(bytes, bytes + sizeof set,
                       [&] { return static_cast<std::uint8_t>(round % 3 == 0 || random() % 4 == 0 ? random() : 0); });
         set.size = sizeof set;
-        kx::AnnotationStore store(30, true);
+        AnnotationStore store(30, true);
         for (std::uint32_t i = 0; i < 30; ++i) {
             const auto t = static_cast<std::uint32_t>(random());
             store.Append(static_cast<std::uint8_t>(random() % 30), round % 2 == 0 ? t : i * 150 + t % 300);
         }
         KxInterpretationResult result{};
-        ASSERT_TRUE(Interpret(&set, AsShared(store), kx::test::TextTable(), &result, reports));
+        ASSERT_TRUE(Interpret(&set, AsShared(store), TextTable(), &result, reports));
         ASSERT_EQ('\0', result.text[sizeof result.text - 1]);
         ASSERT_NE('\0', result.text[0]);
     }
 }
 
 }  // namespace
+}  // namespace kx::test

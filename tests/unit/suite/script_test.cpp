@@ -17,15 +17,15 @@
 #include "tests/unit/records/text_table.h"
 #include "tests/unit/suite/stress_test.h"
 
+namespace kx::test {
 namespace {
 
-using kx::render::RunScript;
-using kx::test::RecordedReports;
+using render::RunScript;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::StartsWith;
 
-class TableValues final : public kx::render::ScriptValues {
+class TableValues final : public render::ScriptValues {
   public:
     std::string Field(int code) const override {
         static const std::map<int, std::string> kFields = {{1, "Anna Rossi"},
@@ -122,24 +122,24 @@ TEST(Script, NeverWritesBeyondItsBuffer) {
 }
 
 // The stress test's script that is shipped, over tests as the recorders leave them.
-std::string StressReport(const kx::TestRecord& test) {
+std::string StressReport(const TestRecord& test) {
     std::ifstream stream(KX_SOURCE_DIR "/suite/kxrender/stress.scr", std::ios::binary);
     const std::string script((std::istreambuf_iterator<char>(stream)), std::istreambuf_iterator<char>());
-    const kx::test::TextTable texts;
-    const kx::test::PictureLocale locale = kx::test::Italian();
-    kx::SummaryRequest request(texts, locale);
+    const TextTable texts;
+    const PictureLocale locale = Italian();
+    SummaryRequest request(texts, locale);
     request.revolutionsPerMinute = "giri/min";
     char buffer[4096];
     RecordedReports reports;
-    EXPECT_TRUE(RunScript(script, kx::render::TestValues(test, request), buffer, sizeof buffer, reports));
+    EXPECT_TRUE(RunScript(script, render::TestValues(test, request), buffer, sizeof buffer, reports));
     EXPECT_THAT(reports.Take(), IsEmpty());
     return buffer;
 }
 
 TEST(StressScript, ReportsTestsAndSaysWhatIsMissing) {
-    kx::TestRecord test, empty;
-    kx::test::FillTreadmillTest(test);
-    EXPECT_EQ(kx::test::kTreadmillReport, StressReport(test));
+    TestRecord test, empty;
+    FillTreadmillTest(test);
+    EXPECT_EQ(kTreadmillReport, StressReport(test));
     test.exerciseDevice = 1;
     test.peakSpeed = 6000;
     test.peakGradeOrLoad = 1250;
@@ -163,3 +163,4 @@ TEST(StressScript, ReportsTestsAndSaysWhatIsMissing) {
 }
 
 }  // namespace
+}  // namespace kx::test

@@ -13,12 +13,12 @@
 #include "suite/text_encoding.h"
 #include "tests/rig/recorded_reports.h"
 
+namespace kx::test {
 namespace {
 
 using namespace std::string_literals;
-using kx::db::ParseStaff;
-using kx::db::StaffList;
-using kx::test::RecordedReports;
+using db::ParseStaff;
+using db::StaffList;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::MatchesRegex;
@@ -82,17 +82,17 @@ TEST(StaffList, LeavesABrokenLineOutAndSaysSo) {
 }
 
 TEST(StaffList, ListsNeverMoreThanThereIsRoomFor) {
-    std::vector<kx::TechnicianRecord> records(3);
+    std::vector<TechnicianRecord> records(3);
     for (std::uint32_t first = 0; first <= 4; ++first) {
         for (std::uint32_t capacity = 0; capacity <= 4; ++capacity) {
-            std::vector<kx::TechnicianRecord> buffer(5);
+            std::vector<TechnicianRecord> buffer(5);
             std::memset(static_cast<void*>(buffer.data()), '-', 5 * sizeof buffer[0]);
             const std::uint32_t expected = first >= 3 ? 0 : std::min(capacity, 3 - first);
-            EXPECT_EQ(expected, kx::db::ListRecords(records, first, buffer.data(), capacity)) << first << ' ' << capacity;
+            EXPECT_EQ(expected, db::ListRecords(records, first, buffer.data(), capacity)) << first << ' ' << capacity;
             EXPECT_EQ('-', buffer[expected].lastName[0]) << first << ' ' << capacity;
         }
     }
-    EXPECT_EQ(0u, kx::db::ListRecords(records, UINT32_MAX, static_cast<kx::TechnicianRecord*>(nullptr), UINT32_MAX));
+    EXPECT_EQ(0u, db::ListRecords(records, UINT32_MAX, static_cast<TechnicianRecord*>(nullptr), UINT32_MAX));
 }
 
 TEST(TextEncoding, TellsUtf8FromWindows1252) {
@@ -111,7 +111,7 @@ TEST(TextEncoding, TellsUtf8FromWindows1252) {
         {"a\0b"s, "a\0b"s},
     };
     for (const auto& [file, text] : rows) {
-        EXPECT_EQ(text, kx::suite::ToWindows1252(file)) << file;
+        EXPECT_EQ(text, suite::ToWindows1252(file)) << file;
     }
 }
 
@@ -120,29 +120,30 @@ TEST(ReportLine, HasTimeKindAndATextMadeFitForOneLine) {
         {"", ""}, {"  a b  ", "a b"}, {"\r\n\t ", ""}, {"a\tb\x7F", "a b"}, {"a\r\nb.\r\n", "a  b."}, {"\xE0 perch\xE9", "\xE0 perch\xE9"}};
     for (const auto& [text, tidy] : rows) {
         std::string tidied = text;
-        kx::sys::TidyText(tidied.data());
+        sys::TidyText(tidied.data());
         EXPECT_STREQ(tidied.c_str(), tidy);
     }
-    char line[kx::sys::kLineSize];
-    const std::size_t length = kx::sys::ComposeLine(line, {2024, 5, 3, 4, 6, 7, 8}, "Sistema", "testo 100%");
+    char line[sys::kLineSize];
+    const std::size_t length = sys::ComposeLine(line, {2024, 5, 3, 4, 6, 7, 8}, "Sistema", "testo 100%");
     EXPECT_EQ(length, std::strlen(line));
     EXPECT_STREQ(line, "2024-05-03 04:06:07.008\tSistema\ttesto 100%");
-    EXPECT_EQ(kx::sys::ComposeLine(line, {2024, 5, 3, 4, 6, 7, 8}, "Sistema", std::string(2 * kx::sys::kLineSize, 'x').c_str()),
-              kx::sys::kLineSize - 1);
-    EXPECT_EQ(std::strlen(line), kx::sys::kLineSize - 1);
+    EXPECT_EQ(sys::ComposeLine(line, {2024, 5, 3, 4, 6, 7, 8}, "Sistema", std::string(2 * sys::kLineSize, 'x').c_str()),
+              sys::kLineSize - 1);
+    EXPECT_EQ(std::strlen(line), sys::kLineSize - 1);
 }
 
 TEST(PackVersion, PacksAByteForEachPartAndCarriesWhatIsMore) {
     const struct {
         std::uint32_t most, least, packed;
-    } rows[] = {{0x00000004, 0x00000006, kx::kMinimumModuleVersion},
+    } rows[] = {{0x00000004, 0x00000006, kMinimumModuleVersion},
                 {0x00010002, 0x00030004, 0x01020304},
                 {0x00000004, 0x00000200, 0x00040200},
                 {0x000000FF, 0x00FF0100, 0x01000000},
                 {0xFFFFFFFF, 0xFFFFFFFF, 0xFFFFFEFF}};
     for (const auto& row : rows) {
-        EXPECT_EQ(kx::PackVersion(row.most, row.least), row.packed) << std::hex << "of " << row.most << " " << row.least;
+        EXPECT_EQ(PackVersion(row.most, row.least), row.packed) << std::hex << "of " << row.most << " " << row.least;
     }
 }
 
 }  // namespace
+}  // namespace kx::test
