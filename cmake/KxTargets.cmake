@@ -74,10 +74,10 @@ function(kx_suite_module name)
     target_link_options(${name} PRIVATE -Wl,--enable-stdcall-fixup -Wl,--kill-at)
 endfunction()
 
-# kx_test(NAME SOURCES...): one GoogleTest program, run once as a whole; its cases are counted from the XML it writes.
-# What it links besides is the caller's to say. KX_TEST_HEADERS names the target whose compiled headers it shares.
+# kx_test_program(NAME SOURCES...): a GoogleTest program. What it links besides is the caller's to say. KX_TEST_HEADERS names
+# the target whose compiled headers it shares.
 set(KX_TEST_HEADERS kxtest)
-function(kx_test name)
+function(kx_test_program name)
     add_executable(${name} ${ARGN})
     kx_target(${name})
     kx_test_code(${name})
@@ -86,6 +86,11 @@ function(kx_test name)
     target_compile_definitions(${name} PRIVATE KX_RECORDS_DIR="${KX_RECORDS}" KX_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
     # Apart from the product's own binaries, so that a test may lay a module of its own beside itself.
     set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/test-bin")
+endfunction()
+
+# kx_test(NAME SOURCES...): such a program as a test, run once as a whole; its cases are counted from the XML it writes.
+function(kx_test name)
+    kx_test_program(${name} ${ARGN})
     # The results' path is relative: a Windows program does not take one without a drive for absolute.
     add_test(NAME ${name}
              COMMAND ${name} --gtest_brief=1 --gtest_output=xml:results/${name}.xml
