@@ -22,6 +22,8 @@ class TracingPaper final : public HostWindow {
     void SetArrangement(Arrangement arrangement);
     void SetSpeed(double mmPerSecond);
     void SetGain(double mmPerMv);
+    // The traces are drawn anew with the next painting.
+    void RedrawContent();
 
   private:
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
@@ -35,7 +37,6 @@ class TracingPaper final : public HostWindow {
     bool OnKey(WPARAM key);
 
     void Rebuild();
-    void RedrawContent();
     void ScrollTo(double startMs);
     void ShowCalipers();
     void TellBeatAt(double ms);

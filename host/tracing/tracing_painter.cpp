@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "lib/leads.h"
 #include "host/windows/win32_handles.h"
+#include "lib/leads.h"
 
 namespace kxhost {
 
@@ -78,7 +78,9 @@ void TracingPainter::Draw(HDC dc, const TracingLayout& layout, const TracingScal
         for (const TracingCell& cell : layout.cells) {
             if (cell.left == layout.gutter)
                 DrawPulse(dc, layout, cell, scale);
-            DrawTrace(dc, cell, scale);
+            const std::vector<POINT>& points = PointsOf(cell, scale);
+            if (points.size() > 1)
+                Polyline(dc, points.data(), static_cast<int>(points.size()));
         }
     }
     for (const TracingCell& cell : layout.cells) {
@@ -100,9 +102,10 @@ void TracingPainter::Draw(HDC dc, const TracingLayout& layout, const TracingScal
 
 // Several samples fall on one column when the paper is slow: the column then shows its first, lowest, highest
 // and last.
-void TracingPainter::DrawTrace(HDC dc, const TracingCell& cell, const TracingScale& scale) {
+const std::vector<POINT>& TracingPainter::PointsOf(const TracingCell& cell, const TracingScale& scale) {
+    points_.clear();
     if (cell.lead >= signal_.leads.size())
-        return;
+        return points_;
     const std::span<const std::int16_t> samples = signal_.leads[cell.lead];
     const double msPerSample = 1000.0 / signal_.sampleRate;
     const auto count = static_cast<long>(samples.size());
@@ -111,7 +114,6 @@ void TracingPainter::DrawTrace(HDC dc, const TracingCell& cell, const TracingSca
     const double pixelsPerUnit = signal_.unitMv[cell.lead] * scale.PixelsPerMv();
     const double pixelsPerSample = msPerSample * scale.PixelsPerMs();
     const double origin = cell.left + (double(first) * msPerSample - cell.startMs) * scale.PixelsPerMs();
-    points_.clear();
     struct Column {
         long x, first, lowest, highest, last;
     };
@@ -136,8 +138,7 @@ void TracingPainter::DrawTrace(HDC dc, const TracingCell& cell, const TracingSca
     }
     if (end > first)
         flush(column);
-    if (points_.size() > 1)
-        Polyline(dc, points_.data(), static_cast<int>(points_.size()));
+    return points_;
 }
 
 void TracingPainter::DrawPulse(HDC dc, const TracingLayout& layout, const TracingCell& cell,

@@ -26,10 +26,12 @@ class TracingPainter {
     static void DrawCalipers(HDC dc, const TracingLayout& layout, const TracingScale& scale,
                              const Calipers& calipers);
 
+    // The points of a cell's trace; valid until the next call.
+    const std::vector<POINT>& PointsOf(const TracingCell& cell, const TracingScale& scale);
+
     const std::vector<TracedBeat>& Beats() const { return beats_; }
 
   private:
-    void DrawTrace(HDC dc, const TracingCell& cell, const TracingScale& scale);
     void DrawPulse(HDC dc, const TracingLayout& layout, const TracingCell& cell,
                    const TracingScale& scale) const;
     void DrawTicks(HDC dc, const TracingCell& cell, const TracingScale& scale) const;
