@@ -6,7 +6,6 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdio>
-#include <limits>
 #include <vector>
 
 namespace kx::bench {
@@ -34,7 +33,6 @@ inline constexpr int kWarmUpRounds = 10;
 inline constexpr std::chrono::seconds kLongEnough{15};  // for one line; fewer rounds of what is slow will do
 inline constexpr double kRoundNs = 2e5;
 inline constexpr int kMostRepetitions = 1 << 22;
-inline constexpr double kNever = std::numeric_limits<double>::infinity();
 
 struct Measured {
     double floorNs = 0;  // per call
@@ -102,15 +100,18 @@ Measured Measure(Floor&& floor, Subject&& subject, Pause&& pause = {}) {
     return Middle(rounds);
 }
 
-// Nanoseconds a call takes, for what is held against a time and not against other work.
+// Nanoseconds a call takes in the middle one of the rounds, for what is held against a time and not against
+// other work.
 template <typename Subject>
 double MeasureAlone(Subject&& subject) {
     const int calls = RepetitionsOf(subject);
-    double fastest = kNever;
+    std::vector<double> rounds;
     for (int round = 0; round < kUndoneRounds; ++round) {
-        fastest = std::min(fastest, TimeCalls(subject, calls) / calls);
+        rounds.push_back(TimeCalls(subject, calls) / calls);
     }
-    return fastest;
+    const auto middle = rounds.begin() + kUndoneRounds / 2;
+    std::nth_element(rounds.begin(), middle, rounds.end());
+    return *middle;
 }
 
 // As Measure, for calls of milliseconds whose effect must be undone before the next: one call a round, after
