@@ -107,6 +107,11 @@ test | package)
     need "a second compiler for hosts" "command -v clang" clang
     need "the maker of import libraries for Microsoft's linker" "command -v llvm-dlltool" llvm
     ;;
+walkthrough)
+    need "a script's mouse and keyboard" "command -v xdotool" xdotool
+    need "pictures of a screen" "command -v import" imagemagick
+    need "a viewer of pages" "command -v gs" ghostscript
+    ;;
 lint) need "the linters" "command -v clang-format && command -v clang-tidy" clang-format clang-tidy ;;
 esac
 

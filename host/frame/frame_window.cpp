@@ -162,6 +162,8 @@ void FrameWindow::ShowChanges() {
 void FrameWindow::ShowStatus() {
     const wchar_t* texts[4] = {L"Nessun tracciato aperto", L"", L"", L""};
     std::wstring title;
+    if (!session_ && !note_.empty())
+        texts[0] = note_.c_str();
     if (session_) {
         title = session_->Title() + (note_.empty() ? L"" : L" - " + note_);
         texts[0] = title.c_str();

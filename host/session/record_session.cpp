@@ -17,6 +17,7 @@
 #include "host/recording/synthetic.h"
 #include "host/recording/test_builder.h"
 #include "host/windows/text_conversion.h"
+#include "host/worklist/listing_words.h"
 #include "lib/annotation_store.h"
 #include "lib/replacing_file.h"
 
@@ -102,7 +103,7 @@ std::unique_ptr<RecordSession> RecordSession::OpenArchived(const ArchiveClient& 
     session->test_.SortName(name, sizeof name);
     const std::string id(session->test_.patientId,
                          strnlen(session->test_.patientId, sizeof session->test_.patientId));
-    session->title_ = FromRecordText(std::strlen(name) > 3 ? std::string(name) : id);
+    session->title_ = std::strlen(name) > 3 ? NameText(name) : FromRecordText(id);
     session->TakeAsSaved();
     return session;
 }

@@ -25,6 +25,8 @@ constexpr int kStateWidth = 110;
 constexpr int kImportWidth = 110;
 constexpr std::array kWidths{140, 220, 130, 130, 110};
 
+constexpr UINT kOpenChosen = WM_APP;  // posted: the pane may end by it
+
 constexpr std::uint32_t kPage = 64;  // rows that are asked for at once
 constexpr std::size_t kCachedPages = 16;
 
@@ -59,10 +61,26 @@ SIZE WorklistPane::NaturalSize(const UiMetrics& metrics) {
     return {metrics.Scale(kNaturalWidth), metrics.Scale(kNaturalHeight)};
 }
 
+// From the search the arrow goes into the list, and Enter opens what is chosen there.
+LRESULT CALLBACK WorklistPane::SearchKeys(HWND search, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                          DWORD_PTR pane) noexcept {
+    auto* const self = reinterpret_cast<WorklistPane*>(pane);
+    if (message == WM_KEYDOWN && wParam == VK_DOWN) {
+        SetFocus(self->list_);
+        return 0;
+    }
+    if (message == WM_KEYDOWN && wParam == VK_RETURN) {
+        PostMessageW(self->Window(), kOpenChosen, 0, 0);
+        return 0;
+    }
+    return DefSubclassProc(search, message, wParam, lParam);
+}
+
 void WorklistPane::CreateChildren() {
     const HFONT font = metrics_.Message();
     search_ = MakeChild(Window(), L"EDIT", L"", ES_AUTOHSCROLL | WS_TABSTOP, WS_EX_CLIENTEDGE, font);
     SendMessageW(search_, EM_SETCUEBANNER, TRUE, reinterpret_cast<LPARAM>(L"Cerca nome, ID, data, stato"));
+    SetWindowSubclass(search_, SearchKeys, 0, reinterpret_cast<DWORD_PTR>(this));
     for (std::size_t i = 0; i < kStates; ++i)
         states_[i] =
             MakeChild(Window(), L"BUTTON", kStateNames[i],
@@ -244,6 +262,9 @@ LRESULT WorklistPane::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         case WM_SETFOCUS:
             SetFocus(search_);
+            return 0;
+        case kOpenChosen:
+            OpenChosen();
             return 0;
         case WM_COMMAND:
             OnCommand(reinterpret_cast<HWND>(lParam), HIWORD(wParam));

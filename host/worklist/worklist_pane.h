@@ -45,6 +45,8 @@ class WorklistPane final : public HostWindow {
     void Layout() const;
     void Search();
     void OpenChosen();
+    static LRESULT CALLBACK SearchKeys(HWND search, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
+                                       DWORD_PTR pane) noexcept;
     void DeleteChosen();
     kx::ArchiveFilter Filter(std::size_t state) const;
     // Null when there is no such row, or no longer.
