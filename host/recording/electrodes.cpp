@@ -13,6 +13,7 @@ namespace {
 constexpr double kOpposite = -0.4;  // correlation of two leads' QRS complexes
 constexpr double kAxisOfI = 0;
 constexpr double kAxisOfII = 60;
+constexpr double kAxisOfAvf = 90;
 
 // Of the QRS complexes in two leads, each against its level at the onset.
 double Correlation(const std::vector<std::int16_t>& a, const std::vector<std::int16_t>& b, std::size_t on,
@@ -36,14 +37,15 @@ const char* FindExchangedElectrodes(const MedianBeat& beat, const KxMeasurementS
     }
     const auto on = static_cast<std::size_t>(ToSamples(set.leads[0].qrsOn)),
                off = static_cast<std::size_t>(ToSamples(set.leads[0].qrsOff));
-    const auto isOpposite = [&](std::size_t lead, double axis) {
-        const double p = std::cos((set.pAxis - axis) * std::numbers::pi / 180);
-        return p < 0 && Correlation(beat.leads[lead], beat.leads[kLeadV1 + 5], on, off) < kOpposite;
+    const auto p = [&](double axis) { return std::cos((set.pAxis - axis) * std::numbers::pi / 180); };
+    const auto isOpposite = [&](std::size_t lead) {
+        return Correlation(beat.leads[lead], beat.leads[kLeadV1 + 5], on, off) < kOpposite;
     };
-    if (isOpposite(kLeadI, kAxisOfI)) {
+    // aVF is as it was when the arms are exchanged, and aVR in the other case.
+    if (p(kAxisOfAvf) >= 0 && p(kAxisOfI) < 0 && isOpposite(kLeadI)) {
         return "the electrodes of the right and the left arm seem to be exchanged";
     }
-    if (isOpposite(kLeadII, kAxisOfII)) {
+    if (p(kAxisOfAvf) < 0 && p(kAxisOfII) < 0 && isOpposite(kLeadII)) {
         return "the electrodes of the right arm and the left leg seem to be exchanged";
     }
     return nullptr;

@@ -34,23 +34,48 @@ void RemoveLine(Trace& trace) {
     }
 }
 
-// Each sample's median over the windows, without one of them when that is given.
-Window MedianWindow(const std::vector<Window>& windows, std::size_t without) {
-    Window median;
-    std::vector<float> values;
-    for (std::size_t lead = 0; lead < kLeadCount; ++lead) {
-        for (std::size_t k = 0; k < windows[0][lead].size(); ++k) {
-            values.clear();
-            for (std::size_t i = 0; i < windows.size(); ++i) {
-                if (i != without) {
-                    values.push_back(windows[i][lead][k]);
+// The values of each sample over the windows in order, so that leaving one out sorts nothing again:
+// recordings last up to half an hour.
+class Columns {
+  public:
+    explicit Columns(const std::vector<Window>& windows) : count_(windows.size()) {
+        for (std::size_t lead = 0; lead < kLeadCount; ++lead) {
+            sorted_[lead].resize(windows[0][lead].size());
+            for (std::size_t k = 0; k < sorted_[lead].size(); ++k) {
+                Trace& column = sorted_[lead][k];
+                for (const Window& window : windows) {
+                    column.push_back(window[lead][k]);
                 }
+                std::sort(column.begin(), column.end());
             }
-            median[lead].push_back(static_cast<float>(Median(values)));
         }
     }
-    return median;
-}
+
+    // Each sample's median, over all windows or without one of them.
+    Window Medians(const Window* without = nullptr) const {
+        Window medians;
+        for (std::size_t lead = 0; lead < kLeadCount; ++lead) {
+            for (std::size_t k = 0; k < sorted_[lead].size(); ++k) {
+                const Trace& column = sorted_[lead][k];
+                const std::size_t left =
+                    without ? static_cast<std::size_t>(
+                                  std::lower_bound(column.begin(), column.end(), (*without)[lead][k]) -
+                                  column.begin())
+                            : count_;
+                const std::size_t count = count_ - (without ? 1 : 0);
+                const auto at = [&](std::size_t n) { return double{column[n < left ? n : n + 1]}; };
+                const double upper = at(count / 2);
+                medians[lead].push_back(
+                    static_cast<float>(count % 2 != 0 ? upper : (upper + at(count / 2 - 1)) / 2));
+            }
+        }
+        return medians;
+    }
+
+  private:
+    std::size_t count_;
+    std::array<std::vector<Trace>, kLeadCount> sorted_;
+};
 
 double Product(const Window& a, const Window& b) {
     double product = 0;
@@ -110,7 +135,7 @@ std::optional<WavesBeforeBeats> Compare(const AtrialSignal& signal, std::ptrdiff
         return std::nullopt;
     }
     WavesBeforeBeats waves;
-    const Window median = MedianWindow(windows, windows.size());
+    const Window median = Columns(windows).Medians();
     waves.noise = NoiseOf(windows, median);
     waves.peak = PeakOf(median, waves.noise) + signal.qrsOnset - span;
     waves.before.resize(signal.beats.size());
@@ -121,10 +146,11 @@ std::optional<WavesBeforeBeats> Compare(const AtrialSignal& signal, std::ptrdiff
             }
         }
     }
+    const Columns columns(windows);
     std::size_t compared = 0;
     std::size_t same = 0;
     for (std::size_t i = 0; i < windows.size(); ++i) {
-        const Window others = MedianWindow(windows, i);
+        const Window others = columns.Medians(&windows[i]);
         const double scale = std::sqrt(Product(windows[i], windows[i]) * Product(others, others));
         const bool isSame = scale > 0 && Product(windows[i], others) > kSame * scale;
         waves.before[beats[i]] = isSame;
