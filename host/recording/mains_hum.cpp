@@ -82,10 +82,8 @@ bool RemoveHumOf(Recording& recording, int nominal) {
         return false;
     }
     // The mains are up to half a hertz away from what they should be; windows follow one another by a second.
-    const double stepSeconds =
-        static_cast<double>(
-            std::min<std::ptrdiff_t>(kWindow, static_cast<std::ptrdiff_t>(recording.SampleCount())) / 2) /
-        kWorkingRate;
+    const std::ptrdiff_t step = std::min(kWindow, static_cast<std::ptrdiff_t>(recording.SampleCount())) / 2;
+    const double stepSeconds = static_cast<double>(step) / kWorkingRate;
     const double hertz = nominal + std::arg(hum.turning) / (2 * std::numbers::pi * stepSeconds);
     bool any = false;
     for (Trace& lead : recording.leads) {

@@ -5,6 +5,8 @@
 #include <new>
 
 #include "host/recording/aligned_beats.h"
+#include "host/recording/lead_names.h"
+#include "host/recording/saturation.h"
 #include "host/recording/signal_math.h"
 
 namespace kx::recording {
@@ -100,13 +102,24 @@ std::string Refusal(const AlignedBeats& beats) {
     return {};
 }
 
+// The leads that can be averaged; what is left out is remarked.
+Recording Usable(const Recording& given, std::vector<std::string>& remarks) {
+    Recording usable = given;
+    for (const std::size_t lead : FindSaturatedLeads(given)) {
+        std::fill(usable.leads[lead].begin(), usable.leads[lead].end(), 0.0f);
+        remarks.push_back(std::string(kLeadNames[lead]) +
+                          " exceeds the range of the recorder and is left out of the median beat");
+    }
+    return usable;
+}
+
 std::optional<MedianBeat> Make(const Recording& given, std::string& error) {
-    const AlignedBeats beats = AlignBeats(given);
+    MedianBeat beat;
+    const AlignedBeats beats = AlignBeats(Usable(given, beat.remarks));
     error = Refusal(beats);
     if (!error.empty()) {
         return std::nullopt;
     }
-    MedianBeat beat;
     beat.rrMs = beats.rrMs;
     beat.dominant = beats.dominant;
     beat.kept = beats.kept;

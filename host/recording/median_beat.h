@@ -38,6 +38,7 @@ struct MedianBeat {
 };
 
 // The median beat over the beats of the dominant shape. Steps:
+// - leads that exceed the range of the recorder (saturation.h) are left out: they are 0 throughout;
 // - to kWorkingRate (resample.h); a mains hum is taken out (mains_hum.h); pacing spikes are bridged for every
 //   step but the last (spikes.h); beats by FindBeats;
 // - shapes: the QRS complexes of all leads together are compared by normalised cross-correlation within

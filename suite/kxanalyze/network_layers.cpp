@@ -119,7 +119,7 @@ void Pool::Conclude() {
 }
 
 double MedianPlace(const float* logits, int length) {
-    const double largest = double{*std::max_element(logits, logits + length)};
+    const auto largest = double{*std::max_element(logits, logits + length)};
     double sum = 0;
     for (int t = 0; t < length; ++t) {
         sum += Exp(double{logits[t]} - largest);

@@ -145,6 +145,22 @@ TEST(MedianBeat, LeavesOutBeatsOfAnotherShapeAndThoseThatAGapTouches) {
     }
 }
 
+TEST(MedianBeat, LeavesOutALeadThatExceedsTheRangeOfTheRecorder) {
+    Recording recording = MakeSyntheticRecording();
+    EXPECT_EQ(Made(recording).remarks, std::vector<std::string>());
+    auto& lead = recording.leads[kLeadV1 + 2];
+    const float highest = *std::max_element(lead.begin(), lead.end());
+    lead[700] = lead[701] = 2 * highest;  // a single disturbance is none
+    EXPECT_EQ(Made(recording).remarks, std::vector<std::string>());
+    for (float& value : lead) {
+        value = std::min(value, 0.4f * highest);
+    }
+    const MedianBeat beat = Made(recording);
+    ASSERT_EQ(beat.remarks.size(), 1u);
+    EXPECT_EQ(beat.remarks[0].find("V3 exceeds the range"), 0u) << beat.remarks[0];
+    EXPECT_EQ(beat.leads[kLeadV1 + 2], std::vector<std::int16_t>(kMedianBeatSamples));
+}
+
 TEST(SyntheticRecording, IsThatOfAHealthyAdultTheSameEveryTime) {
     const Recording recording = MakeSyntheticRecording();
     EXPECT_EQ(recording.leads, MakeSyntheticRecording().leads);
