@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "dialogs/activation_context.h"
+#include "dialogs/help_topic.h"
 #include "dialogs/marker_view/marker_view_class.h"
 #include "dialogs/service_session.h"
 #include "include/kxdialogs.h"
@@ -62,7 +63,7 @@ class DialogLibrary final : public LibraryModule {
     ServiceSession session_;
     MarkerViewClass markerViewClass_;  // the classes are unregistered before the session ends
     WindowClass completionPopupClass_;
-    const char* helpFile_ = "DLGHELP.CHM";
+    const char* helpFile_ = kHelpFile;
     ActivationContext controls_;
     std::vector<std::unique_ptr<Pane>> withoutWindow_;
 };

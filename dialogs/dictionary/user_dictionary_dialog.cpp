@@ -5,6 +5,7 @@
 #include <cstring>
 #include <utility>
 
+#include "dialogs/help_topic.h"
 #include "dialogs/resources/dictionary_ids.h"
 #include "dialogs/statements/interp_report.h"
 #include "dialogs/statements/statement_files.h"
@@ -174,6 +175,10 @@ INT_PTR UserDictionaryDialog::OnDialogCommand(WPARAM wParam) {
     }
     if (text_.box->IsChange(wParam) || code_.box->IsChange(wParam)) {
         TakeEdits();
+        return TRUE;
+    }
+    if (wParam == IDHELP) {
+        ShowHelpTopic(*this);
         return TRUE;
     }
     if (entry < buttons_.size()) {

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <new>
 
+#include "dialogs/help_topic.h"
 #include "dialogs/statements/interp_report.h"
 #include "dialogs/statements/statement_insertion.h"
 
@@ -208,6 +209,10 @@ INT_PTR StatementEditor::OnDialogCommand(WPARAM wParam) {
         return 1;
     }
     if (completion_->OnDialogCommand(wParam)) {
+        return 1;
+    }
+    if (wParam == IDHELP) {
+        ShowHelpTopic(*this);
         return 1;
     }
     if (wParam == MAKEWPARAM(kPanelButtonId, BN_CLICKED)) {

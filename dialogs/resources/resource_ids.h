@@ -48,4 +48,7 @@
 #define IDC_HYP_ATRIUM_POINTS 59021
 #define IDC_HYP_TOTAL_POINTS 59022
 
+/* strings: what is said where the help cannot be opened */
+#define IDS_NO_HELP 4116
+
 #endif

@@ -141,6 +141,9 @@ INT_PTR Dialog::DialogProc(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_CLOSE:
             OnClose();
             return FALSE;
+        case WM_HELP:
+            // F1; a pane that has no help leaves it to its host.
+            return OnDialogCommand(IDHELP);
         case WM_DEVICECHANGE:
             OnDeviceChange(static_cast<UINT>(wParam), lParam);
             return FALSE;
