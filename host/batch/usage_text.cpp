@@ -2,9 +2,9 @@
 #include "host/batch/command_line.h"
 
 namespace kxhost {
+namespace {
 
-std::string_view UsageText() {
-    return R"(usage:
+constexpr std::string_view kUsage = R"(usage:
   kxhost [RECORD | --builtin] [--archive FILE] [--units-per-mv N]
       opens the workstation window on its worklist, on a recording, or on the built-in synthetic one
   kxhost --import RECORD... [--archive FILE] [--units-per-mv N]
@@ -86,6 +86,11 @@ The batch forms show no message and wait for nobody. Exit code: 0 done; 1 it cou
 error says why; 2 the command line was not understood. The program is a Windows program without a console of its own:
 it writes to the redirected handles, else to the console that it was started from.
 )";
+
+}  // namespace
+
+std::string_view UsageText() {
+    return kUsage;
 }
 
 }  // namespace kxhost

@@ -87,7 +87,7 @@ void FrameWindow::PrintLead(const PrintChoice& choice) {
 }
 
 void FrameWindow::PrintWholeTracing(const PrintChoice& choice) {
-    const TracingPage page = DescribeTracing(session_->Test());
+    const TracingPage page = DescribeTracing(session_->Test(), paneHost_->TracingStartMs());
     if (choice.printer) {
         const std::wstring printer = FromSystemText(*choice.printer);
         std::wstring reason = kReasonInLog;

@@ -117,6 +117,11 @@ void PaneHost::FocusPane() const {
         SetFocus(first);
 }
 
+double PaneHost::TracingStartMs() const {
+    const auto* tracing = dynamic_cast<const TracingPane*>(own_.get());
+    return tracing != nullptr ? tracing->StartMs() : 0;
+}
+
 void PaneHost::ShowMessage(std::wstring text) {
     message_ = std::move(text);
     InvalidateRect(Window(), nullptr, TRUE);

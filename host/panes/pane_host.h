@@ -43,6 +43,8 @@ class PaneHost final : public HostWindow {
     // keeps to itself: one with markers always may.
     bool MayUndo() const;
     bool MayRedo() const;
+    // Where the tracing that is shown begins, ms of the recording; 0 when another pane is shown.
+    double TracingStartMs() const;
     // The size that the pane had by itself when it was opened; 0, 0 without a pane.
     SIZE NaturalSize() const { return natural_; }
 

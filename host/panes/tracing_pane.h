@@ -22,6 +22,9 @@ class TracingPane final : public HostWindow {
     TracingPane(HWND parent, const UiMetrics& metrics, const KxTestRecord& test);
     ~TracingPane();
 
+    // Of the recording, where the paper begins; 0 without a recording.
+    double StartMs() const { return paper_ ? paper_->StartMs() : 0; }
+
     // What it is made at, before it is given the room there is.
     static SIZE NaturalSize(const UiMetrics& metrics);
 

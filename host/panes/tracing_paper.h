@@ -22,6 +22,8 @@ class TracingPaper final : public HostWindow {
     void SetArrangement(Arrangement arrangement);
     void SetSpeed(double mmPerSecond);
     void SetGain(double mmPerMv);
+    // Of the recording, where the view begins.
+    double StartMs() const { return startMs_; }
     // The traces are drawn anew with the next painting.
     void RedrawContent();
 
