@@ -1,3 +1,4 @@
+// Bitmaps, their files and their hatches.
 #include "lib/windows/bitmap.h"
 
 #include <gtest/gtest.h>
@@ -13,12 +14,11 @@
 #include "lib/modules/module_instance.h"
 #include "tests/rig/gui_objects.h"
 #include "tests/rig/recorded_reports.h"
-#include "tests/windows/drawing/canvas.h"
+#include "tests/windows/framework/canvas.h"
 
+namespace kx::test {
 namespace {
 
-using kx::Bitmap;
-using kx::test::RecordedReports;
 using Bytes = std::vector<unsigned char>;
 using Lines = std::vector<std::string>;
 
@@ -46,12 +46,12 @@ class BitmapFile : public testing::Test {
 
     std::string path_;
     RecordedReports reports_;
-    kx::ModuleInstance module_;
+    ModuleInstance module_;
 };
 
 Bytes File(int width, int height, std::uint16_t bits, const Bytes& pixels) {
-    kx::BmpHead head;
-    kx::MakeBmpHead(width, height, bits, static_cast<std::uint32_t>(kx::BmpRowSize(width, bits)), head);
+    BmpHead head;
+    MakeBmpHead(width, height, bits, static_cast<std::uint32_t>(BmpRowSize(width, bits)), head);
     Bytes file;
     for (const std::byte value : head) {
         file.push_back(std::to_integer<unsigned char>(value));
@@ -82,7 +82,7 @@ TEST_F(BitmapFile, LoadsColoursInTheDepthOfTheScreen) {
     const Bitmap bitmap = Bitmap::LoadBmpFile(&module_, path_.c_str(), reports_);
     ASSERT_TRUE(bitmap);
     EXPECT_GT(bitmap.BitsPerPixel(), 1);
-    kx::MemoryContext memory;
+    MemoryContext memory;
     memory.SelectBitmap(bitmap);
     EXPECT_EQ(GetPixel(memory.Handle(), 0, 1), RGB(3, 2, 1));
     EXPECT_EQ(GetPixel(memory.Handle(), 1, 0), RGB(12, 11, 10));
@@ -176,3 +176,4 @@ TEST(Bitmap, HatchesRepeatTheirPatternAtAScale) {
 }
 
 }  // namespace
+}  // namespace kx::test
