@@ -26,7 +26,7 @@ struct WindowRow {
     Result declined;   // when it answers no, or 0
 };
 
-const LPARAM kPoint = MAKELPARAM(static_cast<WORD>(-3), 70);
+const LPARAM kPoint = MAKELPARAM(static_cast<WORD>(-3), static_cast<WORD>(-70));
 RECT g_area{11, 12, 13, 14};
 const LPARAM kArea = reinterpret_cast<LPARAM>(&g_area);
 WINDOWPOS g_unmoved{nullptr, nullptr, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE | 0x1800};  // nor its client area
@@ -41,14 +41,14 @@ const WindowRow kWindowRows[] = {
     {WM_KEYUP, VK_F5, 1, "OnKeyUp 116 1", kZero, kDefault},
     {WM_SETFOCUS, 0, 0, "OnSetFocus", kDefault, kDefault},
     {WM_KILLFOCUS, 0, 0, "OnKillFocus", kDefault, kDefault},
-    {WM_LBUTTONDOWN, MK_LBUTTON | MK_SHIFT, kPoint, "OnLButtonDown 5 -3 70", kZero, kZero},
-    {WM_LBUTTONUP, 0, kPoint, "OnLButtonUp 0 -3 70", kZero, kZero},
-    {WM_LBUTTONDBLCLK, 1, kPoint, "OnLButtonDblClk 1 -3 70", kZero, kZero},
-    {WM_RBUTTONDOWN, 2, kPoint, "OnRButtonDown 2 -3 70", kZero, kZero},
-    {WM_RBUTTONUP, 0, kPoint, "OnRButtonUp 0 -3 70", kZero, kZero},
-    {WM_RBUTTONDBLCLK, 2, kPoint, "OnRButtonDblClk 2 -3 70", kZero, kZero},
-    {WM_MOUSEMOVE, MK_LBUTTON | MK_RBUTTON, kPoint, "OnMouseMove -3 70 1", kZero, kZero},
-    {WM_MOUSEMOVE, MK_RBUTTON, kPoint, "OnMouseMove -3 70 0", kZero, kZero},
+    {WM_LBUTTONDOWN, MK_LBUTTON | MK_SHIFT, kPoint, "OnLButtonDown 5 -3 -70", kZero, kZero},
+    {WM_LBUTTONUP, 0, kPoint, "OnLButtonUp 0 -3 -70", kZero, kZero},
+    {WM_LBUTTONDBLCLK, 1, kPoint, "OnLButtonDblClk 1 -3 -70", kZero, kZero},
+    {WM_RBUTTONDOWN, 2, kPoint, "OnRButtonDown 2 -3 -70", kZero, kZero},
+    {WM_RBUTTONUP, 0, kPoint, "OnRButtonUp 0 -3 -70", kZero, kZero},
+    {WM_RBUTTONDBLCLK, 2, kPoint, "OnRButtonDblClk 2 -3 -70", kZero, kZero},
+    {WM_MOUSEMOVE, MK_LBUTTON | MK_RBUTTON, kPoint, "OnMouseMove -3 -70 1", kZero, kZero},
+    {WM_MOUSEMOVE, MK_RBUTTON, kPoint, "OnMouseMove -3 -70 0", kZero, kZero},
     {WM_EXITSIZEMOVE, 0, 0, "OnExitSizeMove", kZero, kZero},
     {WM_CLOSE, 0, 0, "OnClose", kZero, kZero},
     {WM_DESTROY, 0, 0, "OnDestroy", kZero, kZero},
@@ -65,7 +65,7 @@ const WindowRow kWindowRows[] = {
     {WM_CTLCOLORSTATIC, 3, 4, "OnCtlColorStatic 3 4", kAnswer, kZero},
     {WM_GETDLGCODE, 0, 0, "OnGetDlgCode", kAnswer, kDefault},
     {WM_DEVICECHANGE, 7, 0, "OnDeviceChange 7 0", kDefault, kDefault},
-    {WM_NCHITTEST, 0, kPoint, "OnNcHitTest 0 -3 70", kAnswer, kZero},
+    {WM_NCHITTEST, 0, kPoint, "OnNcHitTest 0 -3 -70", kAnswer, kZero},
     {WM_SETCURSOR, 5, MAKELPARAM(HTCLIENT, WM_MOUSEMOVE), "OnSetCursor 5 1", kZero, kDefault},
     {WM_WINDOWPOSCHANGED, 0, kUnmoved, "OnWindowPosChanged", kZero, kDefault},
     {WM_MOVING, 0, kArea, "OnMoving 11", kDefault, kDefault},

@@ -1,7 +1,6 @@
-// Each method of a binding calls the export of its name with its own arguments in order and returns the
-// result.
+// The binding of sibling modules: every export of their table by its method, and what a binding makes of a module that is
+// missing, too old or without the export. Besides, the resources and the version record of a module: here this program's.
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <functional>
 
@@ -10,159 +9,254 @@
 #include "lib/modules/interpretation_engine.h"
 #include "lib/modules/render_services.h"
 #include "lib/modules/system_services.h"
-#include "tests/windows/modules/spy.h"
+#include "lib/modules/version_info.h"
+#include "tests/rig/recorded_reports.h"
+#include "tests/rig/suite.h"
+#include "tests/rig/suite_exports.h"
 
+namespace kx::test {
 namespace {
 
-using kxtest::Reports;
-using kxtest::Spy;
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::IsEmpty;
 
 // Wider than 31 bits, so that a result is seen to pass whole.
 constexpr std::uint32_t kAnswer = 0xFEDC1234;
+constexpr const char* kTexts[] = {"primo", "secondo", "terzo"};
 
-template <class Binding>
-struct Row {
-    const char* expected;
-    std::function<std::uint32_t(Binding&)> call;
+// What numbers and addresses are taken from: an owner is looked at.
+std::uint32_t g_places[8];
+std::uint32_t Place(std::size_t index) { return static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(&g_places[index])); }
+
+// A number that stands for itself and for an address.
+struct Number {
+    std::uint32_t value;
+    template <class T>
+    operator T*() const {
+        return Address<T>(value);
+    }
+    operator std::uint32_t() const { return value; }
 };
 
-template <class Binding>
-void ExpectCalls(Binding& binding, const Spy& spy, const std::vector<Row<Binding>>& rows) {
-    for (const auto& row : rows) {
-        spy.Reset(kAnswer);
-        EXPECT_EQ(row.call(binding), kAnswer) << row.expected;
-        EXPECT_EQ(spy.Calls(), row.expected);
-        EXPECT_STREQ(binding.ErrorText(), "") << row.expected;
+template <char kKind>
+auto Argument(std::size_t index) {
+    if constexpr (kKind == 't') {
+        return kTexts[index];
+    } else {
+        return Number{Place(index)};
     }
 }
 
-template <class Pointer>
-Pointer* Address(std::uint32_t value) {
-    return reinterpret_cast<Pointer*>(value);
-}
+template <std::size_t kSize>
+struct Kinds {
+    char text[kSize];
+    // NOLINTNEXTLINE(google-explicit-constructor): a literal becomes one
+    constexpr Kinds(const char (&kinds)[kSize]) { std::copy(kinds, kinds + kSize, text); }
+};
 
-TEST(SystemServices, PassesEveryExportItsArguments) {
-    using S = kx::SystemServices;
-    const Spy spy("kxsys.dll");
-    S services(nullptr);
-    auto* const owner = Address<kx::Window>(1001);
-    ExpectCalls<S>(services, spy,
-                   {{"DISPLAY(1,2);", [](S& s) { return s.DISPLAY(1, 2); }},
-                    {"LOGMEMORYERROR(qrsmrph,740);", [](S& s) { return s.LOGMEMORYERROR("qrsmrph", 740); }},
-                    {"LOGEXCEPTION(TableDialog);", [](S& s) { return s.LOGEXCEPTION("TableDialog"); }},
-                    {"LOGINFORMATION(a);", [](S& s) { return s.LOGINFORMATION("a"); }},
-                    {"SHOWINFORMATION(1001,b);", [=](S& s) { return s.SHOWINFORMATION(owner, "b"); }},
-                    {"LOGSYSTEMERROR(c);", [](S& s) { return s.LOGSYSTEMERROR("c"); }},
-                    {"SHOWSYSTEMERROR(1001,d);", [=](S& s) { return s.SHOWSYSTEMERROR(owner, "d"); }},
-                    {"LOGOEMMESSAGE(e);", [](S& s) { return s.LOGOEMMESSAGE("e"); }},
-                    {"LOGOEMERROR(hyptrphy,422,no Wpar or tst);",
-                     [](S& s) { return s.LOGOEMERROR("hyptrphy", 422, "no Wpar or tst"); }},
-                    {"INQUIRE(1001,f,3);", [=](S& s) { return s.INQUIRE(owner, "f", 3); }},
-                    {"LOGSERVICESTART(g);", [](S& s) { return s.LOGSERVICESTART("g"); }},
-                    {"LOGSERVICESTOP(h);", [](S& s) { return s.LOGSERVICESTOP("h"); }},
-                    {"LOGTHREADSTART(4294967295);", [](S& s) { return s.LOGTHREADSTART(0xFFFFFFFF); }},
-                    {"LOGTHREADSTOP(5);", [](S& s) { return s.LOGTHREADSTOP(5); }},
-                    {"LOGCOMWRITE(6,7);", [](S& s) { return s.LOGCOMWRITE(6, 7); }},
-                    {"LOGCOMREAD(8,9);", [](S& s) { return s.LOGCOMREAD(8, 9); }},
-                    {"SENDEMAIL(10,11);", [](S& s) { return s.SENDEMAIL(10, 11); }}});
-}
-
-class StringIds : public testing::Test {
+class Bindings : public testing::Test {
   protected:
-    void TearDown() override { library_.instance.Free(); }
-    kx::LibraryModule library_{LoadLibraryA("kxresources.dll")};
-    Spy spy_{"kxsys.dll"};
-    kx::SystemServices services_{&library_};
+    // Calls the method with the arguments that the export's kinds ask for; it is to pass them on, and the answer back.
+    template <Kinds kKinds, class Binding, class Method>
+    void Check(const char* name, Binding& binding, const Method& method) {
+        std::string heard;
+        suite_.On(name, [&heard](SpyingSuite::Arguments arguments) {
+            for (std::size_t i = 0; kKinds.text[i] != '\0'; ++i) {
+                heard += (kKinds.text[i] == 't' ? Address<char>(arguments[i]) : std::to_string(arguments[i])) + " ";
+            }
+            return kAnswer;
+        });
+        std::string passed;
+        for (std::size_t i = 0; kKinds.text[i] != '\0'; ++i) {
+            passed += (kKinds.text[i] == 't' ? kTexts[i] : std::to_string(Place(i))) + " ";
+        }
+        [&]<std::size_t... kIndex>(std::index_sequence<kIndex...>) {
+            EXPECT_EQ(method(binding, Argument<kKinds.text[kIndex]>(kIndex)...), kAnswer) << name;
+        }
+        (std::make_index_sequence<sizeof kKinds.text - 1>());
+        EXPECT_EQ(heard, passed) << name;
+        EXPECT_EQ(suite_.Calls(name), 1) << name;
+        EXPECT_STREQ(binding.ErrorText(), "") << name;
+    }
+
+    SpyingSuite suite_;
+    LibraryModule library_{GetModuleHandleA(nullptr)};
+    RecordedReports reports_;
 };
 
-TEST_F(StringIds, StandForTheTextTheyName) {
-    using S = kx::SystemServices;
-    auto* const owner = Address<kx::Window>(1001);
-    constexpr std::uint32_t kText = 100;
-    constexpr std::uint32_t kNoText = 999;
-    ExpectCalls<S>(
-        services_, spy_,
-        {{"LOGSERVICESTART(Ampiezza pi\xF9 alta);", [](S& s) { return s.LOGSERVICESTART(kText); }},
-         {"INQUIRE(1001,Ampiezza pi\xF9 alta,4);", [=](S& s) { return s.INQUIRE(owner, kText, 4); }},
-         {"LOGINFORMATION();", [](S& s) { return s.LOGINFORMATION(kNoText); }}});
+TEST_F(Bindings, PassEveryExportOfTheTableItsArguments) {
+    SystemServices system(nullptr);
+    DatabaseServices database;
+    RenderServices render;
+    InterpretationEngine interpreter;
+    AnalysisEngine analysis;
+#define CALL_OF(object, name, kinds)                                       \
+    Check<kinds>(#name, object, [this](auto& binding, auto... arguments) { \
+        if constexpr (requires { binding.name(arguments...); }) {          \
+            return binding.name(arguments...);                             \
+        } else {                                                           \
+            return binding.name(reports_, arguments...);                   \
+        }                                                                  \
+    });
+#define SYSTEM(name, count, kinds) CALL_OF(system, name, kinds)
+#define DATABASE(name, count, kinds) CALL_OF(database, name, kinds)
+#define RENDER(name, count, kinds) CALL_OF(render, name, kinds)
+#define INTERPRETER(name, count, kinds) CALL_OF(interpreter, name, kinds)
+#define ANALYSIS(name, count, kinds) CALL_OF(analysis, name, kinds)
+    KX_SYS_EXPORTS(SYSTEM)
+    KX_DB_EXPORTS(DATABASE)
+    KX_RENDER_EXPORTS(RENDER)
+    KX_INTERP_EXPORTS(INTERPRETER)
+    KX_ANALYZE_EXPORTS(ANALYSIS)
+    EXPECT_THAT(reports_.Take(), IsEmpty());
 }
 
-TEST_F(StringIds, CutTheTextAt255Characters) {
-    constexpr std::uint32_t kLongText = 101;
-    std::string whole;
+TEST_F(Bindings, PassATextForAStringsId) {
+    constexpr std::uint32_t kText = 100, kLongText = 101, kNoText = 999;
+    std::string longText;
     for (int i = 0; i < 10; ++i) {
-        whole += "0123456789abcdefghijABCDEFGHIJ";
+        longText += "0123456789abcdefghijABCDEFGHIJ";
     }
-    spy_.Reset(0);
-    services_.LOGINFORMATION(kLongText);
-    EXPECT_EQ(spy_.Calls(), "LOGINFORMATION(" + whole.substr(0, 255) + ");");
+    SystemServices services(&library_);
+    suite_.TakeReports();
+    services.LOGSERVICESTART(kText);
+    services.INQUIRE(nullptr, kText, 4);
+    services.LOGINFORMATION(kNoText);
+    services.LOGOEMMESSAGE(kLongText);
+    EXPECT_THAT(suite_.TakeReports(), ElementsAre("LOGSERVICESTART \"Ampiezza pi\xF9 alta\"", "INQUIRE \"\" \"Ampiezza pi\xF9 alta\" 4",
+                                                  "LOGINFORMATION \"\"", "LOGOEMMESSAGE \"" + longText.substr(0, 255) + "\""));
 }
 
-TEST(DatabaseServices, PassesEveryExportItsArguments) {
-    using D = kx::DatabaseServices;
-    const Spy spy("kxdb.dll");
-    D database;
-    static Reports reports;
-    auto* const r = Address<void>(1001);
-    ExpectCalls<D>(database, spy,
-                   {{"TEST_ADD(1001);", [=](D& d) { return d.TEST_ADD(r); }},
-                    {"TEST_FETCH(1001);", [=](D& d) { return d.TEST_FETCH(r); }},
-                    {"TEST_LIST(1,2,3,4,5);", [](D& d) { return d.TEST_LIST(1, 2, 3, 4, 5); }},
-                    {"PHYS_ADD(1001);", [=](D& d) { return d.PHYS_ADD(r); }},
-                    {"PHYS_LIST(7,1001,1024);", [=](D& d) { return d.PHYS_LIST(7, r, 1024); }},
-                    {"QUEUE_ADD(1001);", [=](D& d) { return d.QUEUE_ADD(r); }},
-                    {"QUEUE_LIST(7,1001,8);", [=](D& d) { return d.QUEUE_LIST(7, r, 8); }},
-                    {"RPT_ADD(1001);", [=](D& d) { return d.RPT_ADD(r); }},
-                    {"RPT_FETCH(1001);", [=](D& d) { return d.RPT_FETCH(r); }},
-                    {"RPT_LIST(7,1001,8);", [=](D& d) { return d.RPT_LIST(7, r, 8); }},
-                    {"CONFIG();", [](D& d) { return d.CONFIG(); }},
-                    {"RESET();", [](D& d) { return d.RESET(reports); }},
-                    {"CLIN_ADD(1001);", [=](D& d) { return d.CLIN_ADD(r); }},
-                    {"CLIN_LIST(1001,8);", [=](D& d) { return d.CLIN_LIST(r, 8); }},
-                    {"TECH_ADD(1001);", [=](D& d) { return d.TECH_ADD(r); }},
-                    {"TECH_LIST(1001,1024);", [=](D& d) { return d.TECH_LIST(r, 1024); }}});
-    EXPECT_TRUE(reports.texts.empty());
+class Binding : public ModuleBinder {
+  public:
+    Binding() : ModuleBinder("kxsys.dll", kMinimumModuleVersion) {}
+    using ModuleBinder::Call;
+    using ModuleBinder::CallOrReport;
+};
+
+TEST_F(Bindings, KeepTheirFirstFailureUntilItIsReportedAndCallNothingMeanwhile) {
+    const char* const kOld = "kxsys.dll V = 40005, (V40006)";
+    const struct {
+        const char* name;
+        Sibling kind;
+        const char* atStart;  // how the failure's text ends
+        int starts;
+        const char* export_;
+        std::uint32_t answer;
+        const char* failure;  // after the call
+        std::uint32_t again;  // the answer after the report
+    } rows[] = {
+        {"current", Sibling::kSpying, "", 1, "LOGEXCEPTION", 77, "", 77},
+        {"no such export", Sibling::kSpying, "", 1, "NOSUCHEXPORT", 0, " (NOSUCHEXPORT)", 77},
+        {"without exports", Sibling::kWithoutExports, "", 1, "LOGEXCEPTION", 0, " (LOGEXCEPTION)", 0},
+        {"too old", Sibling::kOutdated, kOld, 0, "LOGEXCEPTION", 0, kOld, 0},
+        {"missing", Sibling::kMissing, " (kxsys.dll)", 0, "LOGEXCEPTION", 0, " (kxsys.dll)", 0},
+    };
+    suite_.On("LOGEXCEPTION", [](SpyingSuite::Arguments) { return 77u; });
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        suite_.Lay("kxsys.dll", row.kind);
+        const int starts = suite_.Calls("LIBSTART");
+        const int stops = suite_.Calls("LIBSTOP");
+        {
+            Binding binding;
+            EXPECT_EQ(suite_.Calls("LIBSTART") - starts, row.starts);
+            EXPECT_THAT(binding.ErrorText(), EndsWith(row.atStart));
+            EXPECT_EQ(*row.atStart == '\0', *binding.ErrorText() == '\0');
+            EXPECT_EQ(binding.Call(row.export_, "x"), row.answer);
+            const std::string text = binding.ErrorText();
+            EXPECT_THAT(text, EndsWith(row.failure));
+            EXPECT_EQ(text.find('\r'), std::string::npos);
+            EXPECT_TRUE(*row.failure != ' ' || text.size() > std::strlen(row.failure)) << "the system's message is missing";
+            if (!text.empty()) {
+                SetLastError(4711);
+                EXPECT_EQ(binding.Call("LOGEXCEPTION", "x"), 0u);
+                EXPECT_EQ(GetLastError(), 4711u) << "there was a lookup";
+                EXPECT_EQ(binding.ErrorText(), text) << "the first failure is the one that is kept";
+                binding.ReportError(reports_);
+                EXPECT_THAT(reports_.Take(), ElementsAre("system " + text));
+                EXPECT_STREQ(binding.ErrorText(), "");
+            }
+            EXPECT_EQ(binding.Call("LOGEXCEPTION", "x"), row.again);
+        }
+        EXPECT_EQ(suite_.Calls("LIBSTOP") - stops, row.starts);
+        EXPECT_EQ(GetModuleHandleA("kxsys.dll") != nullptr, row.kind == Sibling::kOutdated) << "a refused module stays mapped";
+    }
 }
 
-TEST(RenderServices, PassesEveryExportItsArguments) {
-    using R = kx::RenderServices;
-    const Spy spy("kxrender.dll");
-    R render;
-    ExpectCalls<R>(render, spy,
-                   {{"RENDEROUTPUT(1,2,3,4,5);", [](R& r) { return r.RENDEROUTPUT(1, 2, 3, 4, 5); }},
-                    {"CREATEIMAGE(1,2,3,4,5,6);", [](R& r) { return r.CREATEIMAGE(1, 2, 3, 4, 5, 6); }},
-                    {"CREATETEXT(script,2002,4096,4004,5,6);",
-                     [](R& r) {
-                         return r.CREATETEXT("script", Address<char>(2002), 4096, Address<KxTestRecord>(4004),
-                                             5, 6);
-                     }},
-                    {"CREATEIMAGEEX(1,2,3,4);", [](R& r) { return r.CREATEIMAGEEX(1, 2, 3, 4); }}});
+TEST_F(Bindings, ReportAnExportOnceThatReportsItsAbsence) {
+    Binding binding;
+    suite_.On("LOGEXCEPTION", [](SpyingSuite::Arguments) { return 9u; });
+    EXPECT_EQ(binding.CallOrReport(reports_, "LOGEXCEPTION", "x"), 9u);
+    EXPECT_THAT(reports_.Take(), IsEmpty());
+    EXPECT_EQ(binding.CallOrReport(reports_, "NOSUCHEXPORT"), 0u);
+    EXPECT_THAT(reports_.Take(), ElementsAre(EndsWith(" (NOSUCHEXPORT)")));
+    EXPECT_STREQ(binding.ErrorText(), "");
 }
 
-TEST(InterpretationEngine, PassesItsExportItsArguments) {
-    using I = kx::InterpretationEngine;
-    const Spy spy("kxinterp.dll");
-    I interpreter;
-    ExpectCalls<I>(interpreter, spy, {{"INTERPRET(1001,2002,3003,4,5,6);", [](I& i) {
-                                           return i.INTERPRET(Address<KxMeasurementSet>(1001),
-                                                              Address<KxInterpretationResult>(2002),
-                                                              Address<void>(3003), 4, 5, 6);
-                                       }}});
+TEST_F(Bindings, GiveTextsThatAreCutAndAlwaysTerminated) {
+    const struct {
+        std::uint32_t id;
+        std::size_t size;
+        const char* expected;
+    } rows[] = {{100, 64, "Ampiezza pi\xF9 alta"},
+                {100, 18, "Ampiezza pi\xF9 alta"},
+                {100, 17, "Ampiezza pi\xF9 alt"},
+                {100, 1, ""},
+                {999, 64, ""}};
+    for (const auto& row : rows) {
+        char buffer[65];
+        std::fill(std::begin(buffer), std::end(buffer), '#');
+        EXPECT_EQ(library_.instance.LoadText(row.id, buffer, row.size), std::strlen(row.expected)) << row.id << " " << row.size;
+        EXPECT_STREQ(buffer, row.expected) << row.id << " " << row.size;
+        EXPECT_EQ(buffer[row.size], '#') << "written beyond " << row.size;
+    }
+    EXPECT_EQ(library_.instance.LoadText(100, nullptr, 10), 0u);
+    char untouched = '#';
+    EXPECT_EQ(library_.instance.LoadText(100, &untouched, 0), 0u);
+    EXPECT_EQ(untouched, '#');
+    // Without a module nothing is found in the program itself, nor of the system's own.
+    const ModuleInstance none;
+    SetLastError(0);
+    EXPECT_EQ(none.GetProc("RIG_SUITE_CALL"), nullptr);
+    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_MOD_NOT_FOUND));
+    EXPECT_EQ(none.LoadCursorById(32512), nullptr);
 }
 
-TEST(AnalysisEngine, PassesEveryExportItsArguments) {
-    using A = kx::AnalysisEngine;
-    const Spy spy("kxanalyze.dll");
-    A engine;
-    static Reports reports;
-    auto* const episode = Address<KxEpisodeRecord>(1001);
-    ExpectCalls<A>(engine, spy,
-                   {{"ATTACHPIPE(7);", [](A& a) { return a.ATTACHPIPE(7); }},
-                    {"TEMPLATERESET(8);", [](A& a) { return a.TEMPLATERESET(8); }},
-                    {"MEASUREEPISODE(1001);", [=](A& a) { return a.MEASUREEPISODE(episode); }},
-                    {"UPDATEDETECTION(1001);", [=](A& a) { return a.UPDATEDETECTION(episode); }},
-                    {"REMOVEPIPE();", [](A& a) { return a.REMOVEPIPE(reports); }}});
-    EXPECT_TRUE(reports.texts.empty());
+TEST_F(Bindings, ReportTheSystemsMessageOrElseTheCode) {
+    SetLastError(0);
+    EXPECT_EQ(ModuleInstance::LogLastSystemError(reports_), 0u);
+    EXPECT_THAT(reports_.Take(), IsEmpty());
+    for (const DWORD code : {DWORD{ERROR_FILE_NOT_FOUND}, DWORD{ERROR_BAD_EXE_FORMAT}, DWORD{0x20000001}}) {
+        SetLastError(code);
+        ModuleInstance::LogLastSystemError(reports_);
+    }
+    // Nothing can be inserted into the second one's message.
+    EXPECT_THAT(reports_.Take(), ElementsAre(testing::Not(testing::HasSubstr("E = ")), "system E = 193", "system E = 536870913"));
+}
+
+TEST_F(Bindings, ReadTheVersionRecordOfAModuleInAnyFolder) {
+    const VersionInfo info(library_.instance.Handle());
+    EXPECT_EQ(info.PackedVersion(), 0x04000006u);
+    const char* const fields[] = {info.ProductName(),    info.InternalName(), info.FileDescription(),
+                                  info.ProductVersion(), info.FileVersion(),  info.CompanyName()};
+    EXPECT_THAT(fields,
+                ElementsAre(testing::StrEq("Risorse di prova"), testing::StrEq("resources"), testing::StrEq("Perch\xE9 cos\xEC \xE8"),
+                            testing::StrEq("4.0.0.6 prodotto"), testing::StrEq("4.0.0.6 file"), testing::StrEq("Casa di prova")));
+    // A folder that only Unicode can write.
+    const std::wstring folder = L"modules-\u0141\u00F3d\u017A-\u65E5";
+    CreateDirectoryW(folder.c_str(), nullptr);
+    const std::wstring file = folder + L"\\copy.dll";
+    const std::string spy = Beside("kxdb.dll");
+    ASSERT_TRUE(CopyFileW(std::wstring(spy.begin(), spy.end()).c_str(), file.c_str(), FALSE));
+    HMODULE const copy = LoadLibraryW(file.c_str());
+    ASSERT_NE(copy, nullptr);
+    EXPECT_EQ(VersionInfo(copy).PackedVersion(), kMinimumModuleVersion);
+    FreeLibrary(copy);
+    DeleteFileW(file.c_str());
+    RemoveDirectoryW(folder.c_str());
 }
 
 }  // namespace
+}  // namespace kx::test

@@ -1,3 +1,4 @@
+// Printing through the real spooler, to a printer whose port is a file.
 #include "lib/spooler.h"
 
 #include <gtest/gtest.h>
@@ -10,12 +11,11 @@
 
 #include "lib/modules/system_services.h"
 #include "tests/rig/raw_printer.h"
-#include "tests/windows/dialogs/library_under_test.h"
+#include "tests/rig/suite.h"
 
-namespace kx {
+namespace kx::test {
 namespace {
 
-using test::RawPrinter;
 using namespace std::string_literals;
 
 struct BitmapDeleter {
@@ -24,16 +24,15 @@ struct BitmapDeleter {
 };
 using OwnBitmap = std::unique_ptr<HBITMAP, BitmapDeleter>;
 
-// Reports arrive in the kxsys.dll that the library under test lays.
 class SpoolerTest : public testing::Test {
   protected:
     std::vector<std::string> Log() {
-        std::vector<std::string> lines = library_.TakeLog();
+        std::vector<std::string> lines = suite_.TakeReports();
         std::erase_if(lines, [](const std::string& line) { return line == "LIBSTART" || line == "LIBSTOP"; });
         return lines;
     }
 
-    test::LibraryUnderTest library_{test::SystemModule::kCurrent};
+    SpyingSuite suite_;
     SystemServices services_{nullptr};
 };
 
@@ -86,8 +85,7 @@ TEST_F(SpoolerTest, PrintsADibSectionFromTheTopDown) {
             RGBQUAD colours[2];
         } info = {{sizeof info.header, 17, height, 1, 1, BI_RGB, 0, 0, 0, 0, 0}, {{}, {255, 255, 255, 0}}};
         void* pixels = nullptr;
-        const OwnBitmap bitmap(CreateDIBSection(nullptr, reinterpret_cast<const BITMAPINFO*>(&info),
-                                                DIB_RGB_COLORS, &pixels, nullptr, 0));
+        const OwnBitmap bitmap(CreateDIBSection(nullptr, reinterpret_cast<const BITMAPINFO*>(&info), DIB_RGB_COLORS, &pixels, nullptr, 0));
         ASSERT_NE(bitmap.get(), nullptr);
         const std::uint8_t top[] = {0x7F, 0xFF, 0x80, 0}, bottom[] = {0xFF, 0xFF, 0x00, 0};
         std::memcpy(pixels, height < 0 ? top : bottom, 4);
@@ -121,14 +119,11 @@ TEST_F(SpoolerTest, StaysQuietAfterOneReportWithoutAPrinter) {
     PclSpooler spooler("no such printer", "page", &services_, 0);
     // The system's message ends its line itself.
     const std::vector<std::string> opening = Log();
-    EXPECT_EQ(std::count_if(opening.begin(), opening.end(),
-                            [](const std::string& line) { return line.find("LOGSYSTEMERROR ") == 0; }),
-              1)
+    EXPECT_EQ(std::count_if(opening.begin(), opening.end(), [](const std::string& line) { return line.find("LOGSYSTEMERROR ") == 0; }), 1)
         << testing::PrintToString(opening);
-    EXPECT_FALSE(spooler.IsOpen() || spooler.StartPage() || spooler.Write("x", 1) || spooler.Reset() ||
-                 spooler.FormFeed() || spooler.Portrait() || spooler.Landscape() ||
-                 spooler.BeginRaster(0, 0, 300) || spooler.RasterRow(row, 1) || spooler.EndRaster() ||
-                 spooler.EndPage() || spooler.PrintBitmap(bitmap.get(), 0, 0, 300, 300));
+    EXPECT_FALSE(spooler.IsOpen() || spooler.StartPage() || spooler.Write("x", 1) || spooler.Reset() || spooler.FormFeed() ||
+                 spooler.Portrait() || spooler.Landscape() || spooler.BeginRaster(0, 0, 300) || spooler.RasterRow(row, 1) ||
+                 spooler.EndRaster() || spooler.EndPage() || spooler.PrintBitmap(bitmap.get(), 0, 0, 300, 300));
     EXPECT_TRUE(Log().empty());
     EXPECT_FALSE(spooler.PrinterComment(comment, sizeof comment));
     EXPECT_STREQ(comment, "untouched");
@@ -146,9 +141,7 @@ TEST_F(SpoolerTest, TellsOfADocumentThatIsLostAtItsEnd) {
     EXPECT_FALSE(spooler.IsOpen());
     EXPECT_FALSE(spooler.Finish()) << "a second time";
     const std::vector<std::string> lines = Log();
-    EXPECT_EQ(std::count_if(lines.begin(), lines.end(),
-                            [](const std::string& line) { return line.find("LOGSYSTEMERROR ") == 0; }),
-              1)
+    EXPECT_EQ(std::count_if(lines.begin(), lines.end(), [](const std::string& line) { return line.find("LOGSYSTEMERROR ") == 0; }), 1)
         << testing::PrintToString(lines);
 }
 
@@ -177,9 +170,7 @@ TEST_F(SpoolerTest, ClosesThePrinterThatRefusesTheDocument) {
     }
     EXPECT_EQ(printer.Printed(), "");
     const std::vector<std::string> lines = Log();
-    EXPECT_EQ(std::count_if(lines.begin(), lines.end(),
-                            [](const std::string& line) { return line.find("LOGSYSTEMERROR ") == 0; }),
-              1)
+    EXPECT_EQ(std::count_if(lines.begin(), lines.end(), [](const std::string& line) { return line.find("LOGSYSTEMERROR ") == 0; }), 1)
         << testing::PrintToString(lines);
 }
 
@@ -214,4 +205,4 @@ TEST_F(SpoolerTest, ListsThePrintersThatFit) {
 }
 
 }  // namespace
-}  // namespace kx
+}  // namespace kx::test

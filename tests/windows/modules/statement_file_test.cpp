@@ -8,14 +8,11 @@
 #include "dialogs/statements/statement_files.h"
 #include "lib/replacing_file.h"
 #include "tests/rig/recorded_reports.h"
-#include "tests/windows/files/temp_folder.h"
+#include "tests/windows/modules/temp_folder.h"
 
+namespace kx::test {
 namespace {
 
-using kx::StatementLibrary;
-using kx::test::LockedFile;
-using kx::test::ReadBytes;
-using kx::test::WriteBytes;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -32,11 +29,11 @@ class StatementFileTest : public testing::Test {
         library.SetCode(0, 0, "as");
     }
     std::string Path(const char* name = "resting.htm") { return folder.Named(name); }
-    bool Write(const std::string& path) { return kx::WriteStatementFile(path.c_str(), library, &log); }
-    bool Read(const std::string& path) { return kx::ReadStatementFile(path.c_str(), library, &log); }
+    bool Write(const std::string& path) { return WriteStatementFile(path.c_str(), library, &log); }
+    bool Read(const std::string& path) { return ReadStatementFile(path.c_str(), library, &log); }
 
-    kx::test::TempFolder folder;
-    kx::test::RecordedReports log;
+    TempFolder folder;
+    RecordedReports log;
     StatementLibrary library;
 };
 
@@ -49,7 +46,7 @@ TEST_F(StatementFileTest, WritesANewFileAndReplacesAnOldOne) {
     EXPECT_EQ(folder.Listing(), "resting.htm");
 
     StatementLibrary again;
-    EXPECT_TRUE(kx::ReadStatementFile(Path().c_str(), again, &log));
+    EXPECT_TRUE(ReadStatementFile(Path().c_str(), again, &log));
     EXPECT_STREQ(again.Text(0, 0), "Attivit\xE0 sinusale");
     EXPECT_STREQ(again.Code(0, 0), "as");
     EXPECT_THAT(log.Take(), IsEmpty());
@@ -71,7 +68,7 @@ TEST_F(StatementFileTest, LeavesEverythingAsItWasWhenItCannotReplace) {
     }
     EXPECT_EQ(ReadBytes(Path("locked.htm")), kOld);
     EXPECT_EQ(ReadBytes(Path("readonly.htm")), kOld);
-    EXPECT_FALSE(kx::WriteStatementFile(nullptr, library, nullptr));
+    EXPECT_FALSE(WriteStatementFile(nullptr, library, nullptr));
 }
 
 TEST_F(StatementFileTest, AFileThatSomebodyReadsIsNotPulledAway) {
@@ -86,7 +83,7 @@ TEST_F(StatementFileTest, AFileThatSomebodyReadsIsNotPulledAway) {
 }
 
 // A disk that is full after a number of bytes.
-class FullDisk final : public kx::ReplacingFile {
+class FullDisk final : public ReplacingFile {
   public:
     FullDisk(const std::string& path, std::uint32_t room) : ReplacingFile(path.c_str()), room_(room) {}
 
@@ -128,7 +125,7 @@ TEST_F(StatementFileTest, ReportsWhatCannotBeReadAndLeavesTheLibraryEmpty) {
         EXPECT_STREQ(library.Title(0), "X") << name;
         EXPECT_THAT(log.Take(), ElementsAre("oem interp 299 no read")) << name;
     }
-    EXPECT_FALSE(kx::ReadStatementFile(nullptr, library, nullptr));
+    EXPECT_FALSE(ReadStatementFile(nullptr, library, nullptr));
 }
 
 TEST_F(StatementFileTest, ReadsWhateverIsInTheFile) {
@@ -153,3 +150,4 @@ TEST_F(StatementFileTest, ReadsWhateverIsInTheFile) {
 }
 
 }  // namespace
+}  // namespace kx::test

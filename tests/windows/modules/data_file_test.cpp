@@ -7,16 +7,11 @@
 
 #include "lib/fileutil.h"
 #include "tests/rig/recorded_reports.h"
-#include "tests/windows/files/temp_folder.h"
+#include "tests/windows/modules/temp_folder.h"
 
+namespace kx::test {
 namespace {
 
-using kx::DataFile;
-using kx::test::LockedFile;
-using kx::test::ReadBytes;
-using kx::test::RecordedReports;
-using kx::test::TempFolder;
-using kx::test::WriteBytes;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::MatchesRegex;
@@ -47,8 +42,8 @@ TEST_F(DataFileTest, ReportsEachOperationThatHasNoName) {
     EXPECT_FALSE(file.MoveTo(0, Path().c_str()));
     EXPECT_FALSE(file.CopyNamedTo(0, Path().c_str()));
     EXPECT_FALSE(file.SetName(nullptr));
-    EXPECT_FALSE(file.SetName(std::string(kx::kNamesSize - 1, 'x').c_str()));
-    EXPECT_TRUE(file.SetName(std::string(kx::kNamesSize - 2, 'x').c_str()));
+    EXPECT_FALSE(file.SetName(std::string(kNamesSize - 1, 'x').c_str()));
+    EXPECT_TRUE(file.SetName(std::string(kNamesSize - 2, 'x').c_str()));
 }
 
 TEST_F(DataFileTest, CreatesWritesAndReadsBack) {
@@ -200,3 +195,4 @@ TEST_F(DataFileTest, IsNotReadWhileItIsWritten) {
 }
 
 }  // namespace
+}  // namespace kx::test

@@ -1,4 +1,4 @@
-#include "tests/windows/files/temp_folder.h"
+#include "tests/windows/modules/temp_folder.h"
 
 #include <windows.h>
 
@@ -14,9 +14,7 @@ namespace fs = std::filesystem;
 
 TempFolder::TempFolder() {
     static std::atomic<int> count{0};
-    path_ = (fs::temp_directory_path() /
-             ("kx_files_" + std::to_string(GetCurrentProcessId()) + "_" + std::to_string(++count)))
-                .string();
+    path_ = (fs::temp_directory_path() / ("kx_files_" + std::to_string(GetCurrentProcessId()) + "_" + std::to_string(++count))).string();
     fs::create_directories(path_);
 }
 

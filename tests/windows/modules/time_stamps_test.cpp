@@ -1,5 +1,5 @@
-// The time stamps over the system's own formatting. The user's formats are set for the length of a test and
-// put back, so this program must not run beside others.
+// The time stamps over the system's own formatting. The user's formats are set for the length of a test and put back, so this
+// program must not run beside others.
 #include <gtest/gtest.h>
 #include <windows.h>
 
@@ -9,7 +9,7 @@
 #include "lib/timestmp.h"
 #include "tests/unit/collected_reports.h"
 
-namespace kx {
+namespace kx::test {
 namespace {
 
 // One of the user's formats, changed until the end of the scope.
@@ -77,13 +77,12 @@ TEST(DateTimeOnWindows, FormatsByTheUsersLocale) {
 
 // What the system writes the parsers read back.
 TEST(DateTimeOnWindows, ReadsBackWhatItWrites) {
-    const DateTime times[] = {
-        {2013, 3, 7, 14, 5, 9}, {1999, 12, 31, 0, 0, 0}, {1824, 2, 29, 23, 59, 59}, {2004, 5, 17, 9, 30, 1}};
+    const DateTime times[] = {{2013, 3, 7, 14, 5, 9}, {1999, 12, 31, 0, 0, 0}, {1824, 2, 29, 23, 59, 59}, {2004, 5, 17, 9, 30, 1}};
     for (const Formats& formats : {kItalian, kAmerican, kGerman, kNamedMonth}) {
         const ChangedFormat date(LOCALE_SSHORTDATE, formats.date);
         const ChangedFormat clock(LOCALE_STIMEFORMAT, formats.time);
         for (const DateTime& time : times) {
-            test::CollectedReports reports;
+            CollectedReports reports;
             DateTime read = DateTime::None();
             const std::string dateText = Text(time, &DateTime::ShortDate);
             const std::string timeText = Text(time, &DateTime::LongTime);
@@ -92,8 +91,7 @@ TEST(DateTimeOnWindows, ReadsBackWhatItWrites) {
             // Midnight in twelve hours reads 12: the text does not tell it from noon by its marker.
             const bool midnight = time.Hour() == 0 && formats.time == kAmerican.time;
             const DateTime expected = midnight ? DateTime(time.Year(), time.Month(), time.Day(), 12) : time;
-            EXPECT_EQ(read.MillisecondsSince(expected), 0)
-                << dateText << ' ' << timeText << " by " << formats.date;
+            EXPECT_EQ(read.MillisecondsSince(expected), 0) << dateText << ' ' << timeText << " by " << formats.date;
             EXPECT_EQ(reports.Only(), "") << dateText;
         }
     }
@@ -159,4 +157,4 @@ TEST(DateTimeOnWindows, IsNowWhenMade) {
 }
 
 }  // namespace
-}  // namespace kx
+}  // namespace kx::test

@@ -9,14 +9,10 @@
 
 #include "lib/fileutil.h"
 #include "tests/rig/recorded_reports.h"
-#include "tests/windows/files/temp_folder.h"
+#include "tests/windows/modules/temp_folder.h"
 
+namespace kx::test {
 namespace {
-
-using kx::DataFile;
-using kx::test::ReadBytes;
-using kx::test::TempFolder;
-using kx::test::WriteBytes;
 
 constexpr char kTitle[] = "Scelta del file di prova";
 
@@ -80,18 +76,17 @@ class FileDialogTest : public testing::Test {
     FileDialogTest() {
         WriteBytes(folder.Named("a.txt"), "1");
         WriteBytes(folder.Named("b.txt"), "2");
-        owner = CreateWindowExA(0, "STATIC", "owner", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 700, 500,
-                                nullptr, nullptr, GetModuleHandleA(nullptr), nullptr);
+        owner = CreateWindowExA(0, "STATIC", "owner", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 700, 500, nullptr, nullptr,
+                                GetModuleHandleA(nullptr), nullptr);
     }
     ~FileDialogTest() override { DestroyWindow(owner); }
 
     bool Open(const char* name, bool multiSelect) {
-        return file.ChooseOpen(owner, kTitle, folder.Path().c_str(), name, "Testo^*.txt^Tutti i file^*.*",
-                               &log, multiSelect);
+        return file.ChooseOpen(owner, kTitle, folder.Path().c_str(), name, "Testo^*.txt^Tutti i file^*.*", &log, multiSelect);
     }
 
     TempFolder folder;
-    kx::test::RecordedReports log;
+    RecordedReports log;
     DataFile file;
     HWND owner;
 };
@@ -141,3 +136,4 @@ TEST_F(FileDialogTest, TakesSeveralFiles) {
 }
 
 }  // namespace
+}  // namespace kx::test
