@@ -6,7 +6,6 @@
 #include "host/recording/baseline.h"
 #include "host/recording/beat_classes.h"
 #include "host/recording/beat_finder.h"
-#include "host/recording/mains_hum.h"
 #include "host/recording/median_beat.h"
 #include "host/recording/signal_math.h"
 #include "host/recording/spikes.h"
@@ -135,7 +134,7 @@ std::vector<bool> MissingSamples(const Recording& recording) {
 AlignedBeats AlignBeats(const Recording& given) {
     AlignedBeats beats;
     beats.recording = ResampleToWorkingRate(given);
-    beats.humHz = RemoveMainsHum(beats.recording);
+    beats.hum = RemoveMainsHum(beats.recording);
     beats.heart = beats.recording;
     const Places spikes = FindSpikes(beats.recording);
     BridgeSpikes(beats.heart, spikes);

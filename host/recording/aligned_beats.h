@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <vector>
 
+#include "host/recording/mains_hum.h"
 #include "host/recording/recording.h"
 
 namespace kx::recording {
@@ -19,8 +20,8 @@ struct AlignedBeats {
     Places places;
     std::vector<bool> dominant;
     std::vector<bool> kept;
-    int rrMs = 0;   // median RR interval; 0 when none is known
-    int humHz = 0;  // of the mains hum that was removed, 0 when there was none
+    int rrMs = 0;  // median RR interval; 0 when none is known
+    MainsHum hum;  // that was removed
 };
 
 // The steps before the median; see median_beat.h.

@@ -73,19 +73,20 @@ void Subtract(Trace& lead, const std::vector<Phasor>& phasors, double hertz) {
     }
 }
 
-bool RemoveHumOf(Recording& recording, int nominal) {
+// Returns its amplitude in the lead that had most of it, 0 when there is none.
+double RemoveHumOf(Recording& recording, int nominal) {
     Hum hum;
     for (const Trace& lead : recording.leads) {
         hum.Add(FindPhasors(lead, nominal));
     }
     if (!hum.IsSteady()) {
-        return false;
+        return 0;
     }
     // The mains are up to half a hertz away from what they should be; windows follow one another by a second.
     const std::ptrdiff_t step = std::min(kWindow, static_cast<std::ptrdiff_t>(recording.SampleCount())) / 2;
     const double stepSeconds = static_cast<double>(step) / kWorkingRate;
     const double hertz = nominal + std::arg(hum.turning) / (2 * std::numbers::pi * stepSeconds);
-    bool any = false;
+    double largest = 0;
     for (Trace& lead : recording.leads) {
         const std::vector<Phasor> phasors = FindPhasors(lead, hertz);
         const auto [lowest, highest] = std::minmax_element(lead.begin(), lead.end());
@@ -95,24 +96,24 @@ bool RemoveHumOf(Recording& recording, int nominal) {
         }
         if (mean > kPartOfRange * double{*highest - *lowest}) {
             Subtract(lead, phasors, hertz);
-            any = true;
+            largest = std::max(largest, mean);
         }
     }
-    return any;
+    return largest;
 }
 
 }  // namespace
 
-int RemoveMainsHum(Recording& recording) {
+MainsHum RemoveMainsHum(Recording& recording) {
     if (static_cast<std::ptrdiff_t>(recording.SampleCount()) < kShortest) {
-        return 0;
+        return {};
     }
     for (const int hertz : {50, 60}) {
-        if (RemoveHumOf(recording, hertz)) {
-            return hertz;
+        if (const double microvolts = RemoveHumOf(recording, hertz); microvolts > 0) {
+            return {hertz, microvolts};
         }
     }
-    return 0;
+    return {};
 }
 
 }  // namespace kx::recording

@@ -25,6 +25,8 @@ std::int16_t Saturated(double microvolts) {
 // alignment point.
 constexpr std::ptrdiff_t kCoreFrom = -300;
 constexpr std::ptrdiff_t kCoreTo = 530;
+// Microvolts. Less hum than a quarter of a millimetre on paper is nothing to a reader.
+constexpr double kRemarkedHum = 25;
 // So many beats of which no two look alike have no representative.
 constexpr std::size_t kManyBeats = 4;
 
@@ -141,8 +143,8 @@ std::optional<MedianBeat> Make(const Recording& given, std::string& error) {
     for (std::size_t i = 0; i < beat.beatsMs.size(); ++i) {
         beat.rhythm.beats[i].ms = beat.beatsMs[i];
     }
-    if (beats.humHz > 0) {
-        beat.remarks.push_back("a mains hum of " + std::to_string(beats.humHz) + " Hz was taken out");
+    if (beats.hum.microvolts >= kRemarkedHum) {
+        beat.remarks.push_back("a mains hum of " + std::to_string(beats.hum.hertz) + " Hz was taken out");
     }
     return beat;
 }
