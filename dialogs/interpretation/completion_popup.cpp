@@ -92,6 +92,7 @@ bool CompletionPopup::Open() {
     if (IsOpen()) {
         return true;
     }
+    Close();  // the window of a former try that found no memory for its list: it would outlive this object
     const ActivationScope controls(library_.Controls());
     if (Create(kCompletionPopupClass, "", library_.instance.Handle(), this,
                WS_POPUP | WS_BORDER | WS_CLIPCHILDREN, WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE, 0, 0, 0, 0)) {

@@ -88,6 +88,20 @@ TEST_P(Resources, OpenedAndClosedLeavesNothing) {
     EXPECT_EQ(suite_.Uses("kxanalyze.dll") + suite_.Uses("kxdb.dll") + suite_.Uses("kxinterp.dll"), 0);
 }
 
+BOOL CALLBACK CountPopup(HWND window, LPARAM found) {
+    char name[32] = "";
+    GetClassNameA(window, name, sizeof name);
+    *reinterpret_cast<int*>(found) += std::string(name) == "CompletionPopup";
+    return TRUE;
+}
+
+// The windows of the library's completion that this thread still has.
+int CountPopups() {
+    int count = 0;
+    EnumThreadWindows(GetCurrentThreadId(), CountPopup, reinterpret_cast<LPARAM>(&count));
+    return count;
+}
+
 TEST(ResourcesOfTyping, AKeystrokeThatRunsOutIsTyped) {
     SpyingSuite suite;
     LibraryMemory memory(LibraryMemory::Kind::kFenced);
@@ -108,6 +122,7 @@ TEST(ResourcesOfTyping, AKeystrokeThatRunsOutIsTyped) {
         }
         kx::test::Pump();
         EXPECT_EQ(memory.Held(), before) << allocations;
+        EXPECT_EQ(CountPopups(), 0) << allocations;
     }
 }
 
