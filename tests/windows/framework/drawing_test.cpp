@@ -1,7 +1,6 @@
 // The drawing surface, its smooth lines and the grid, on a bitmap that is looked at.
 #include "lib/pltgrid.h"
 #include "lib/windows/smooth_polyline.h"
-#include "tests/rig/gui_objects.h"
 #include "tests/rig/recorded_reports.h"
 #include "tests/unit/grid_picture.h"
 #include "tests/windows/framework/canvas.h"
@@ -96,26 +95,6 @@ TEST(Surface, WithoutAHandleDrawsNothing) {
     EXPECT_EQ(dc.TextExtent("x", 1).cx, 0);
     EXPECT_EQ(dc.PixelsPerInchX(), 0);
     dc.DrawSmoothPolyline(&point, 1, kRed, 1, 0);
-}
-
-TEST(Surface, OfEveryKindGivesBackWhatItTakes) {
-    const auto useAll = [] {
-        WindowContext screen(nullptr);
-        MemoryContext memory(screen);
-        MemoryContext ofScreen;
-        PrinterContext printer(CreateCompatibleDC(nullptr));
-        EXPECT_NE(printer.Handle(), nullptr);
-        memory.SetPen(PS_SOLID, 1, kRed);
-        ofScreen.SetDotBrush();
-        screen.SetSolidBrush(kRed);
-        screen.SetSolidBrush(kWhite);
-    };
-    useAll();
-    const GuiObjects before = CountGuiObjects();
-    for (int i = 0; i < 60; ++i) {
-        useAll();
-    }
-    EXPECT_LE(CountGuiObjects().gdi, before.gdi + 4);
 }
 
 // The first column of the canvas without ink; -1: none.
