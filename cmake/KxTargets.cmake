@@ -45,6 +45,15 @@ function(kx_target name)
     endif()
 endfunction()
 
+# kx_guarded(NAME): code that becomes part of the DLL checks the end of its stack frames: a text that is longer than its buffer
+# ends the program instead of going where the text says.
+function(kx_guarded name)
+    if(WIN32)
+        target_compile_options(${name} PRIVATE -fstack-protector-strong)
+        target_link_options(${name} PUBLIC -fstack-protector-strong)
+    endif()
+endfunction()
+
 # kx_source_package(NAME RESULT): sets RESULT to the folder of the distribution's source package NAME, which ./kx setup
 # unpacks outside the checkout (source_package in tools/setup.sh).
 function(kx_source_package name result)

@@ -18,6 +18,7 @@ PARTS = [
     ("pugixml", "pugixml", "MIT", ["kxhost.exe"]),
     ("libstdc++", "g++-mingw-w64-i686-posix", "GPL-3.0-only WITH GCC-exception-3.1", ["*"]),
     ("libgcc", "g++-mingw-w64-i686-posix", "GPL-3.0-only WITH GCC-exception-3.1", ["*"]),
+    ("libssp", "g++-mingw-w64-i686-posix", "GPL-3.0-only WITH GCC-exception-3.1", ["*"]),
     ("winpthreads", "mingw-w64-i686-dev", "MIT AND BSD-3-Clause-Clear", ["*"]),
     ("mingw-w64 runtime", "mingw-w64-i686-dev", "ZPL-2.1", ["*"]),
 ]
