@@ -1,14 +1,12 @@
 // Measurement of a median beat: where its waves begin and end, and every value that follows from that.
 //
-// Method. Nothing is measured in microvolts, so that gains do not matter: slopes are taken in units of each
-// lead's own noise and joined over the leads. A boundary is where that curve leaves the quiet line beside the
-// wave, sought from the line inwards, so that no step over the line into the next wave is possible; the T
-// wave is the deflection nearest to where the rate expects one, its end where the tangent of its fall meets
-// the line; a P wave is one that is steeper than the line before it. Pacing spikes are bridged first.
-//
-// The few constants, and the few milliseconds by which a reader sees a boundary beside the place where a
-// curve passes its threshold, were set on recordings marked by cardiologists; `./kx evaluate` prints how far
-// the boundaries lie from their marks.
+// Method. Nothing is measured in microvolts, so that gains do not matter. Pacing spikes are bridged first.
+// Rules (rules.h) take slopes in units of each lead's own noise, join them over the leads and seek a boundary
+// where that curve leaves the quiet line beside the wave, from the line inwards, so that no step over the
+// line into the next wave is possible. Small networks (network.h) read all leads together. delineation.h
+// joins the two: the rules guard the networks. docs/measurement.md says how, and how far the boundaries lie
+// from cardiologists' marks;
+// `./kx evaluate` prints it.
 #pragma once
 
 #include <cstddef>

@@ -67,7 +67,7 @@ class LayerWeights {
     LayerWeights(const NetworkWeights& weights, LayerName name);
 
     float At(std::size_t output, std::size_t input, int tap) const {
-        const std::size_t taps = static_cast<std::size_t>(layer_.taps);
+        const auto taps = static_cast<std::size_t>(layer_.taps);
         return factors_[output] *
                static_cast<float>(
                    bytes_[(output * layer_.inputs + input) * taps + static_cast<std::size_t>(tap)]);
