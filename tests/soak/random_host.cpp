@@ -231,6 +231,7 @@ void RandomHost::ChangeStatementFile() {
 
 void RandomHost::EndSomething() {
     RememberShown();
+    ++endings_;
     const HWND pane = AnyPane();
     switch (random_.Below(6)) {
         case 0:
@@ -251,6 +252,7 @@ void RandomHost::EndSomething() {
             DestroyWindow(pane);
             break;
     }
+    --endings_;
 }
 
 void RandomHost::MayEndInside() {
@@ -258,7 +260,7 @@ void RandomHost::MayEndInside() {
     if (inside_ < 4 && random_.OneIn(30)) {
         ++counts_.endsInside;
         EndSomething();
-    } else if (inside_ < 3 && random_.OneIn(20)) {
+    } else if (endings_ == 0 && inside_ < 3 && random_.OneIn(20)) {  // what is typed into a pane that goes is no statement
         Note("messages inside");
         Pump();
     }

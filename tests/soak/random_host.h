@@ -79,6 +79,7 @@ class RandomHost {
     std::uint32_t options_[4] = {};
     UINT_PTR timer_ = 0;
     int inside_ = 0;      // calls of modules and notices that are being answered
+    int endings_ = 0;     // that are on their way
     int modalTicks_ = 0;  // since a modal dialog came up
 };
 
