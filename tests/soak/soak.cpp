@@ -2,6 +2,7 @@
 // step, and at the end what was done. A failure is the seed's: the same seed fails again.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 
@@ -42,13 +43,15 @@ void UseEverythingOnce() {
 TEST(Soak, ARandomHostBreaksNothing) {
     std::setvbuf(stdout, nullptr, _IONBF, 0);
     const unsigned seed = Setting("KX_SOAK_SEED", 1);
-    const unsigned episodes = Setting("KX_SOAK_EPISODES", 6);
+    const unsigned episodes = Setting("KX_SOAK_EPISODES", 8);
     SpyingSuite suite;
     LibraryMemory memory(LibraryMemory::Kind::kFenced);
     UseEverythingOnce();
     SoakCounts counts;
-    GuiObjects objects{};
-    DWORD handles = 0;
+    GuiObjects most{};
+    GuiObjects least{~0ul, ~0ul};
+    DWORD mostHandles = 0;
+    DWORD leastHandles = ~0ul;
     for (unsigned episode = 0; episode < episodes && !HasFailure(); ++episode) {
         std::printf("seed %u episode %u\n", seed, episode);
         SCOPED_TRACE("seed " + std::to_string(seed) + " episode " + std::to_string(episode));
@@ -63,16 +66,21 @@ TEST(Soak, ARandomHostBreaksNothing) {
             suite.Lay(module, Sibling::kSpying);
         }
         EXPECT_LE(memory.Held(), before) << "blocks that nobody gave back";
-        if (episode == 2) {
-            objects = CountGuiObjects();
-            handles = Handles();
+        // Slots of what was given back stand empty by chance: a leak is more in every one of the later episodes than in any
+        // of the first.
+        const GuiObjects now = CountGuiObjects();
+        if (episode < episodes / 2) {
+            most = {std::max(most.gdi, now.gdi), std::max(most.user, now.user)};
+            mostHandles = std::max(mostHandles, Handles());
+        } else {
+            least = {std::min(least.gdi, now.gdi), std::min(least.user, now.user)};
+            leastHandles = std::min(leastHandles, Handles());
         }
     }
-    if (episodes > 4 && !HasFailure()) {
-        const GuiObjects left = CountGuiObjects();
-        EXPECT_LE(left.gdi, objects.gdi + 8);
-        EXPECT_LE(left.user, objects.user + 8);
-        EXPECT_LE(Handles(), handles + 8);
+    if (episodes > 1 && !HasFailure()) {
+        EXPECT_LE(least.gdi, most.gdi + 4);
+        EXPECT_LE(least.user, most.user + 4);
+        EXPECT_LE(leastHandles, mostHandles + 4);
     }
     std::printf("counts: %u %ld %ld %ld %ld %ld\n", episodes, counts.steps, counts.panes, counts.modalDialogs, counts.endsInside,
                 counts.statements);
