@@ -41,6 +41,7 @@ class UserDictionaryDialog final : public Dialog {
     HBRUSH OnCtlColorStatic(HDC context, HWND control) override;
     // Writes the file. When that fails the user is told so, and the dialog stays open with its edits.
     bool OnOK() override;
+    const char* ReportName() const noexcept override { return "UserDictionaryDialog"; }
 
   private:
     static constexpr std::size_t kNone = static_cast<std::size_t>(-1);

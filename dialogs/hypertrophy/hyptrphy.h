@@ -32,6 +32,7 @@ class HypertrophyDialog final : public Pane {
     bool OnInitDialog() override;
     // The colours of the value labels.
     HBRUSH OnCtlColorStatic(HDC dc, HWND control) override;
+    const char* ReportName() const noexcept override { return "HypertrophyDialog"; }
 
   private:
     friend struct HypertrophyDialogLayout;

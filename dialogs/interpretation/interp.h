@@ -52,6 +52,7 @@ class InterpretationDialog final : public Pane {
     // The entry selected in the comment library, without its code; nothing when none was selected yet.
     void InsertLibraryEntry();
     void InsertAutomaticText();
+    const char* ReportName() const noexcept override { return "InterpretationDialog"; }
 
   private:
     static constexpr int kStatementSize = sizeof(KxTestRecord::interpretationText);

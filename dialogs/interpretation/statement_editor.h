@@ -40,6 +40,7 @@ class StatementEditor final : public Dialog {
     bool OnOK() override;
     bool OnCancel() override;
     void OnEnd() override;
+    const char* ReportName() const noexcept override { return "StatementEditor"; }
 
   private:
     static constexpr std::size_t kTextSize = sizeof(KxTestRecord::interpretationText);

@@ -11,6 +11,7 @@ class GeneralMorphDialog final : public MorphDialog {
   public:
     GeneralMorphDialog(const DialogLibrary& library, Window* parent, TestRecord* test,
                        SystemServices* services);
+    const char* ReportName() const noexcept override { return "GeneralMorphDialog"; }
 };
 
 }  // namespace kx

@@ -9,6 +9,7 @@ namespace kx {
 class PMorphDialog final : public MorphDialog {
   public:
     PMorphDialog(const DialogLibrary& library, Window* parent, TestRecord* test, SystemServices* services);
+    const char* ReportName() const noexcept override { return "PMorphDialog"; }
 };
 
 }  // namespace kx

@@ -9,6 +9,7 @@ namespace kx {
 class QrsMorphDialog final : public MorphDialog {
   public:
     QrsMorphDialog(const DialogLibrary& library, Window* parent, TestRecord* test, SystemServices* services);
+    const char* ReportName() const noexcept override { return "QrsMorphDialog"; }
 };
 
 }  // namespace kx

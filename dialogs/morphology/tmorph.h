@@ -9,6 +9,7 @@ namespace kx {
 class TMorphDialog final : public MorphDialog {
   public:
     TMorphDialog(const DialogLibrary& library, Window* parent, TestRecord* test, SystemServices* services);
+    const char* ReportName() const noexcept override { return "TMorphDialog"; }
 };
 
 }  // namespace kx

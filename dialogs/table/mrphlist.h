@@ -26,6 +26,7 @@ class TableDialog final : public Pane {
     // False, reported, when the list could not be made.
     bool OnInitDialog() override;
     bool OnDialogNotify(UINT_PTR id, NMHDR* header, LRESULT& result) override;
+    const char* ReportName() const noexcept override { return "TableDialog"; }
 
   private:
     bool FillList();

@@ -118,6 +118,8 @@ class Dialog : public Window {
 
     // Behind the slots that the suite knows.
     virtual ~Dialog() = default;
+    // The class's name, a constant: the context of a report of an exception.
+    virtual const char* ReportName() const noexcept = 0;
 
   protected:
     // The last act of the ending: gives up the object, and with it all that it holds. Default: nothing, the

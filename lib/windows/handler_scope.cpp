@@ -1,10 +1,9 @@
 #include "lib/windows/handler_scope.h"
 
 #include <algorithm>
-#include <cstdio>
-#include <cstring>
 #include <iterator>
 
+#include "lib/windows/dialog.h"
 #include "lib/windows/window.h"
 #include "lib/windows/window_class.h"
 
@@ -37,18 +36,10 @@ void DeleteRetired() {
     }
 }
 
-bool IsDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
 }  // namespace
 
 HandlerScope::HandlerScope(Window& object, Reporter* reporter) noexcept
-    : object_(&object),
-      parent_(object.Parent()),
-      type_(&typeid(object)),
-      reporter_(reporter),
-      outer_(g_innermost) {
+    : object_(&object), parent_(object.Parent()), reporter_(reporter), outer_(g_innermost) {
     g_innermost = this;
 }
 
@@ -60,13 +51,16 @@ HandlerScope::~HandlerScope() {
 }
 
 void HandlerScope::Exception() const noexcept {
-    char name[64];
-    ClassName(type_->name(), name, sizeof name);
+    char name[64] = "Window";
+    const auto* const dialog = dynamic_cast<const Dialog*>(object_);
+    if (dialog == nullptr) {
+        GetClassNameA(object_->Handle(), name, sizeof name);
+    }
     // The object's reporter may have gone with the library.
     Reporter* const reporter =
         reporter_ != nullptr && !IsRetired(*object_) ? reporter_ : class_registry::AnyReporter();
     if (reporter != nullptr) {
-        reporter->LOGEXCEPTION(name);
+        reporter->LOGEXCEPTION(dialog != nullptr ? dialog->ReportName() : name);
     }
 }
 
@@ -94,41 +88,6 @@ void RetireWindow(Window& object, void (*destroy)(Window& object)) noexcept {
 bool IsRetired(const Window& object) noexcept {
     return std::any_of(g_retired, g_retired + g_retiredCount,
                        [&object](const Retired& retired) { return retired.object == &object; });
-}
-
-// Two forms are read: "class kx::MarkerView", and the mangled one, where each name stands behind its length:
-// "N2kx10MarkerViewE", "10MarkerView".
-void ClassName(const char* typeName, char* buffer, std::size_t size) noexcept {
-    const char* last = "Window";
-    std::size_t length = std::strlen(last);
-    if (std::strchr(typeName, ' ') != nullptr || std::strchr(typeName, ':') != nullptr) {
-        const char* const end = typeName + std::strlen(typeName);
-        const char* start = end;
-        while (start != typeName && start[-1] != ':' && start[-1] != ' ') {
-            --start;
-        }
-        last = start;
-        length = static_cast<std::size_t>(end - start);
-    } else {
-        const char* at = typeName;
-        while (*at != '\0') {
-            if (!IsDigit(*at)) {
-                ++at;
-                continue;
-            }
-            std::size_t count = 0;
-            for (; IsDigit(*at); ++at) {
-                count = count * 10 + static_cast<std::size_t>(*at - '0');
-            }
-            if (count == 0 || count > std::strlen(at)) {
-                break;
-            }
-            last = at;
-            length = count;
-            at += count;
-        }
-    }
-    std::snprintf(buffer, size, "%.*s", static_cast<int>(length), last);
 }
 
 }  // namespace kx

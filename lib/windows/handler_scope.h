@@ -4,9 +4,6 @@
 
 #include <windows.h>
 
-#include <cstddef>
-#include <typeinfo>
-
 #include "lib/reporter.h"
 
 namespace kx {
@@ -27,7 +24,8 @@ class HandlerScope {
     HandlerScope(const HandlerScope&) = delete;
     HandlerScope& operator=(const HandlerScope&) = delete;
 
-    // LOGEXCEPTION with the name of the object's class.
+    // LOGEXCEPTION with the name that a dialog gives itself, of any other object with its window's class. To
+    // be called while the exception is handled: the object is still there.
     void Exception() const noexcept;
 
   private:
@@ -35,7 +33,6 @@ class HandlerScope {
 
     const Window* object_;
     const Window* parent_;  // compared only: it may be the host's object
-    const std::type_info* type_;
     Reporter* reporter_;
     HandlerScope* outer_;
 };
@@ -53,9 +50,5 @@ template <class Object>
 void Retire(Object& object) noexcept {
     RetireWindow(object, [](Window& retired) { delete static_cast<Object*>(&retired); });
 }
-
-// The last name in a type's name as the compiler gives it ("kx::MarkerView" gives "MarkerView"), cut at size
-// - 1 characters; "Window" when it cannot be told.
-void ClassName(const char* typeName, char* buffer, std::size_t size) noexcept;
 
 }  // namespace kx

@@ -1,5 +1,7 @@
 // The procedure of every control that is subclassed: its wrapper, or a ControlWatch, sees the control's
-// messages before the control does. There is no other way in which this library watches a window.
+// messages before the control does. No other procedure is put before a control's. Windows that may be the
+// host's, whose user data is its own, are watched by the system's subclassing
+// (StatementCompletion::WatchSurroundings).
 #pragma once
 
 #include <windows.h>

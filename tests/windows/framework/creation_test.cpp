@@ -122,7 +122,7 @@ TEST_F(Bonds, OfAWindowWhoseCreationThrowsAreUndone) {
     ThrowingAtCreation window;
     EXPECT_FALSE(window.Create("KxFramework", "", kModule, &window, WS_POPUP, 0, 0, 0, 10, 10));
     EXPECT_EQ(window.Handle(), nullptr);
-    EXPECT_THAT(Reports(), ElementsAre("LOGEXCEPTION \"ThrowingAtCreation\""));
+    EXPECT_THAT(Reports(), ElementsAre("LOGEXCEPTION \"KxFramework\""));
 }
 
 TEST_F(Bonds, EndWithTheObject) {

@@ -198,6 +198,8 @@ class RecordingDialog final : public Noting<RecordingDialog, Dialog> {
     }
     void OnDialogHotKey(int id, LPARAM lParam) override { Note("OnDialogHotKey", id, lParam); }
 
+    const char* ReportName() const noexcept override { return "RecordingDialog"; }
+
     bool passesCommands = false;
 };
 

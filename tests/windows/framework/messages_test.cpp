@@ -132,12 +132,12 @@ TEST_F(WindowMessages, AreReportedWhenTheirHandlerThrows) {
         }
         EXPECT_EQ(window.SendMsg(row.message, row.wParam, row.lParam), 0) << row.call;
         EXPECT_THAT(window.TakeCalls(), ElementsAre(row.call));
-        EXPECT_THAT(Reports(), ElementsAre("LOGEXCEPTION \"RecordingWindow\"")) << row.call;
+        EXPECT_THAT(Reports(), ElementsAre("LOGEXCEPTION \"KxFramework\"")) << row.call;
     }
     // The painting that failed is over: it does not come again.
     window.Invalidate();
     window.Update();
-    EXPECT_THAT(Reports(), testing::Each("LOGEXCEPTION \"RecordingWindow\""));
+    EXPECT_THAT(Reports(), testing::Each("LOGEXCEPTION \"KxFramework\""));
     window.calls.clear();
     window.Update();
     EXPECT_THAT(window.TakeCalls(), IsEmpty());
