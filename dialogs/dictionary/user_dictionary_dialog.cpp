@@ -8,7 +8,7 @@
 #include "dialogs/help_topic.h"
 #include "dialogs/resources/dictionary_ids.h"
 #include "dialogs/statements/interp_report.h"
-#include "dialogs/statements/statement_files.h"
+#include "dialogs/statements/statement_merge.h"
 #include "lib/windows/held_control.h"
 
 namespace kx {
@@ -72,7 +72,9 @@ UserDictionaryDialog::UserDictionaryDialog(const LibraryModule& library, Window*
                                            SystemServices* services)
     : Dialog(library, owner, nullptr, services),
       path_(path),
-      fileRead_(ReadStatementFile(path, dictionary_, &Reports())) {}
+      stamp_(StampOf(path)),
+      fileRead_(ReadStatementFile(path, dictionary_, &Reports())),
+      asRead_(dictionary_.Copy()) {}
 
 bool UserDictionaryDialog::Run() {
     return RunModal(IDD_USER_DICTIONARY, this) == 1;
@@ -81,12 +83,14 @@ bool UserDictionaryDialog::Run() {
 // ---- building
 
 bool UserDictionaryDialog::OnInitDialog() {
-    if (!WrapControls()) {
-        Reports().LOGMEMORYERROR(kInterpSource, kNoControlLine);
-        return false;
-    }
-    if (!MakeReason() || !MakeButtons()) {
-        Reports().LOGMEMORYERROR(kInterpSource, kNoButtonLine);
+    std::uint32_t line = kNoControlLine;
+    try {
+        HoldControls();
+        line = kNoButtonLine;
+        MakeReason();
+        MakeButtons();
+    } catch (...) {
+        Reports().LOGMEMORYERROR(kInterpSource, line);
         return false;
     }
     FitHeight();
@@ -95,20 +99,16 @@ bool UserDictionaryDialog::OnInitDialog() {
     return true;
 }
 
-bool UserDictionaryDialog::WrapControls() {
-    sections_ = std::make_unique<ComboBox>(*Library(), this, IDC_DICT_SECTION, kHeld);
-    text_.box = std::make_unique<EditBox>(this, IDC_DICT_TEXT);
-    code_.box = std::make_unique<EditBox>(this, IDC_DICT_CODE);
-    if (sections_->Handle() == nullptr || text_.box->Handle() == nullptr || code_.box->Handle() == nullptr) {
-        return false;
-    }
+void UserDictionaryDialog::HoldControls() {
+    Hold(sections_, *Library(), this, IDC_DICT_SECTION, kHeld);
+    Hold(text_.box, this, IDC_DICT_TEXT);
+    Hold(code_.box, this, IDC_DICT_CODE);
     // What would not be kept cannot be typed.
     text_.box->SendMsg(EM_LIMITTEXT, StatementLibrary::kTextSize - 1);
     code_.box->SendMsg(EM_LIMITTEXT, StatementLibrary::kCodeSize - 1);
-    return true;
 }
 
-bool UserDictionaryDialog::MakeButtons() {
+void UserDictionaryDialog::MakeButtons() {
     buttonFont_.reset(CreateFontA(kFontHeight, 0, 0, 0, kFontWeight, FALSE, FALSE, FALSE, ANSI_CHARSET,
                                   OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY,
                                   VARIABLE_PITCH | FF_SWISS, "MS Shell Dlg"));
@@ -118,27 +118,22 @@ bool UserDictionaryDialog::MakeButtons() {
     HWND previous = code_.box->Handle();
     for (std::size_t i = 0; i < buttons_.size(); ++i) {
         const auto id = kFirstButtonId + static_cast<std::uint32_t>(i);
-        buttons_[i] = std::make_unique<EntryButton>(
-            Library()->instance, this, id, ButtonArea(i, static_cast<int>(edit.right)), i == 0, font);
+        Hold(buttons_[i], Library()->instance, this, id, ButtonArea(i, static_cast<int>(edit.right)), i == 0,
+             font);
         const HWND button = buttons_[i]->Handle();
-        if (button == nullptr) {
-            return false;
-        }
         // Tab goes from the edits to the statements before it comes to OK.
         SetWindowPos(button, previous, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
         previous = button;
     }
-    return true;
 }
 
-bool UserDictionaryDialog::MakeReason() {
+void UserDictionaryDialog::MakeReason() {
     RECT area = kReasonArea;
     MapDialogRect(Handle(), &area);
-    reason_ = std::make_unique<ChildControl>(0, "STATIC", Library()->instance, this, kReasonId, area.left,
-                                             area.top, area.right - area.left, area.bottom - area.top,
-                                             WholeStyle{WS_CHILD | WS_VISIBLE | SS_LEFT | SS_NOPREFIX});
+    Hold(reason_, 0u, "STATIC", Library()->instance, this, kReasonId, area.left, area.top,
+         area.right - area.left, area.bottom - area.top,
+         WholeStyle{WS_CHILD | WS_VISIBLE | SS_LEFT | SS_NOPREFIX});
     reason_->SetFont(text_.box->GetFont(), false);
-    return reason_->Handle() != nullptr;
 }
 
 // The rows are as high in pixels at every resolution, the template is not.
@@ -331,12 +326,21 @@ bool UserDictionaryDialog::OnOK() {
 }
 
 bool UserDictionaryDialog::WriteFile() {
+    const bool exists = FileExists(path_);
     // A file that is there but could not be read holds statements that this dialog does not know.
-    if (!fileRead_ && FileExists(path_)) {
+    bool isKnown = fileRead_ || !exists;
+    StatementLibrary merged;
+    const bool isOthers = exists && fileRead_ && StampOf(path_.c_str()) != stamp_;
+    if (isOthers) {
+        // Somebody else has saved it meanwhile.
+        isKnown = ReadStatementFile(path_.c_str(), merged, &Reports()) &&
+                  MergeStatements(asRead_, dictionary_, merged);
+    }
+    if (!isKnown) {
         Reports().LOGOEMERROR(kInterpSource, kNoWriteLine, "no write");
         return false;
     }
-    return WriteStatementFile(path_.c_str(), dictionary_, &Reports());
+    return WriteStatementFile(path_.c_str(), isOthers ? merged : dictionary_, &Reports());
 }
 
 std::size_t UserDictionaryDialog::CurrentSection() const {

@@ -10,6 +10,7 @@
 #include <string>
 
 #include "dialogs/dictionary/entry_button.h"
+#include "dialogs/statements/statement_files.h"
 #include "dialogs/statements/statement_library.h"
 #include "dialogs/statements/statement_writer.h"
 #include "lib/modules/library_module.h"
@@ -21,8 +22,9 @@
 
 namespace kx {
 
-// Edits a copy of the file in memory: nothing is written before OK, which replaces the file as a whole. The
-// object is its caller's and is used for one run.
+// Edits a copy of the file in memory: nothing is written before OK, which replaces the file as a whole. What
+// another workstation has saved in between stays: the edits are then done to its file. The object is its
+// caller's and is used for one run.
 class UserDictionaryDialog final : public Dialog {
   public:
     static constexpr std::uint32_t kFirstButtonId = 100;
@@ -55,9 +57,9 @@ class UserDictionaryDialog final : public Dialog {
         void Show(const char* text);
     };
 
-    bool WrapControls();
-    bool MakeButtons();
-    bool MakeReason();
+    void HoldControls();
+    void MakeButtons();
+    void MakeReason();
     void FitHeight();
     void FillSections();
 
@@ -76,7 +78,9 @@ class UserDictionaryDialog final : public Dialog {
 
     std::string path_;
     StatementLibrary dictionary_;
+    FileStamp stamp_;  // of the file before it was read
     bool fileRead_;
+    StatementLibrary asRead_;
     // Its own writing into the edits is no typing.
     bool filling_ = false;
 

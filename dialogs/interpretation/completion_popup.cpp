@@ -6,6 +6,7 @@
 #include "dialogs/interpretation/staff_names.h"
 #include "dialogs/statements/interp_report.h"
 #include "lib/windows/device_context.h"
+#include "lib/windows/held_control.h"
 
 namespace kx {
 namespace {
@@ -92,18 +93,16 @@ bool CompletionPopup::Open() {
     if (IsOpen()) {
         return true;
     }
-    Close();  // the window of a former try that found no memory for its list: it would outlive this object
     const ActivationScope controls(library_.Controls());
     if (Create(kCompletionPopupClass, "", library_.instance.Handle(), this,
                WS_POPUP | WS_BORDER | WS_CLIPCHILDREN, WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE, 0, 0, 0, 0)) {
-        auto list = std::make_unique<CompletionList>(library_, this);
-        if (list->Handle() != nullptr) {
-            listWatch_.emplace(list->Handle(), *this, static_cast<ControlWatcher&>(*this));
-            list_ = std::move(list);
+        try {
+            Hold(list_, library_, this);
+            listWatch_.emplace(list_->Handle(), *this, static_cast<ControlWatcher&>(*this));
             return true;
+        } catch (...) {
+            Close();  // a window without its list would outlive the object: the next one takes its place
         }
-        list.reset();
-        Close();
     }
     log_.LOGMEMORYERROR(kInterpSource, kNoWindowLine);
     return false;

@@ -10,7 +10,7 @@
 
 #include "dialogs/dialog_library.h"
 #include "dialogs/interpretation/comment_library_tree.h"
-#include "dialogs/interpretation/pane_layout.h"
+#include "dialogs/pane_layout.h"
 #include "dialogs/interpretation/stage_pickers.h"
 #include "dialogs/interpretation/statement_completion.h"
 #include "lib/dbclient/test_record.h"

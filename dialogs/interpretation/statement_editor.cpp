@@ -7,6 +7,7 @@
 #include "dialogs/help_topic.h"
 #include "dialogs/statements/interp_report.h"
 #include "dialogs/statements/statement_insertion.h"
+#include "lib/windows/held_control.h"
 
 namespace kx {
 namespace {
@@ -99,7 +100,9 @@ bool StatementEditor::OnInitDialog() {
         return false;
     }
     TakeArea();
-    if (!MakeControls()) {
+    try {
+        MakeControls();
+    } catch (...) {
         Reports().LOGMEMORYERROR(kInterpSource, kNoControlLine);
         return false;
     }
@@ -119,17 +122,12 @@ void StatementEditor::TakeArea() {
                  SWP_NOZORDER | SWP_FRAMECHANGED);
 }
 
-bool StatementEditor::MakeControls() {
-    const int editWidth = Width() - kButtonWidth;
-    edit_ = std::make_unique<EditBox>(library_.instance, this, kEditId, 0, 0, editWidth, Height());
-    ok_ = MakeButton(IDOK, "OK", 0, BS_DEFPUSHBUTTON);
-    cancel_ = MakeButton(IDCANCEL, "X", kButtonHeight, BS_PUSHBUTTON);
+void StatementEditor::MakeControls() {
+    Hold(edit_, library_.instance, this, kEditId, 0, 0, Width() - kButtonWidth, Height());
+    MakeButton(ok_, IDOK, "OK", 0, BS_DEFPUSHBUTTON);
+    MakeButton(cancel_, IDCANCEL, "X", kButtonHeight, BS_PUSHBUTTON);
     if (mode_ == Mode::kStatement) {
-        panelButton_ = MakeButton(kPanelButtonId, kOpenPanel, Height() - kButtonHeight, BS_PUSHBUTTON);
-    }
-    if (edit_->Handle() == nullptr || ok_->Handle() == nullptr || cancel_->Handle() == nullptr ||
-        (panelButton_ != nullptr && panelButton_->Handle() == nullptr)) {
-        return false;
+        MakeButton(panelButton_, kPanelButtonId, kOpenPanel, Height() - kButtonHeight, BS_PUSHBUTTON);
     }
     const auto style = static_cast<DWORD>(GetWindowLongPtrA(edit_->Handle(), GWL_STYLE));
     edit_->SetStyles(style | ES_WANTRETURN, WS_EX_CLIENTEDGE);
@@ -143,17 +141,14 @@ bool StatementEditor::MakeControls() {
     if (panelButton_ != nullptr) {
         completion_->SetOpenListener([this](bool open) { panelButton_->Enable(!open); });
     }
-    return true;
 }
 
-std::unique_ptr<ChildControl> StatementEditor::MakeButton(std::uint32_t id, const char* text, int y,
-                                                          DWORD style) {
-    auto button = std::make_unique<ChildControl>(0, "BUTTON", library_.instance, this, id,
-                                                 Width() - kButtonWidth, y, kButtonWidth, kButtonHeight,
-                                                 WholeStyle{WS_CHILD | WS_VISIBLE | WS_TABSTOP | style});
-    button->SetFont(GetFont(), false);
-    button->SetText(text);
-    return button;
+void StatementEditor::MakeButton(std::unique_ptr<ChildControl>& place, std::uint32_t id, const char* text,
+                                 int y, DWORD style) {
+    Hold(place, 0u, "BUTTON", library_.instance, this, id, Width() - kButtonWidth, y, kButtonWidth,
+         kButtonHeight, WholeStyle{WS_CHILD | WS_VISIBLE | WS_TABSTOP | style});
+    place->SetFont(GetFont(), false);
+    place->SetText(text);
 }
 
 std::unique_ptr<char[]> StatementEditor::ReadContent() const {
@@ -260,6 +255,10 @@ bool StatementEditor::OnOK() {
         return true;
     }
     completion_->Close();
+    // With its window the host may have freed the record; the next tick would see it.
+    if (IsWindow(host_) == FALSE) {
+        return EndCancel();
+    }
     // What could not be stored is still in the edit.
     if (changed_ && !(mode_ == Mode::kPhysician ? StorePhysician() : StoreStatement())) {
         return true;
@@ -292,8 +291,9 @@ void StatementEditor::TogglePanel() {
 void StatementEditor::OpenPanel() {
     const int left = Width() - kButtonWidth;
     const RECT band{left, 0, left + kPanelWidth, Height()};
-    panel_ = std::make_unique<CommentLibraryTree>(library_, this, kPanelId, band, testType_, Reports());
-    if (panel_->Handle() == nullptr) {
+    try {
+        Hold(panel_, library_, this, kPanelId, band, testType_, Reports());
+    } catch (...) {
         panel_.reset();
         Reports().LOGMEMORYERROR(kInterpSource, kNoPanelLine);
         return;

@@ -50,8 +50,9 @@ class StatementEditor final : public Dialog {
     int Height() const { return static_cast<int>(area_.bottom - area_.top); }
 
     void TakeArea();
-    bool MakeControls();
-    std::unique_ptr<ChildControl> MakeButton(std::uint32_t id, const char* text, int y, DWORD style);
+    void MakeControls();
+    void MakeButton(std::unique_ptr<ChildControl>& place, std::uint32_t id, const char* text, int y,
+                    DWORD style);
     // Shows what the record holds, taken before the first message to a control; null, reported, when there is
     // no memory for it.
     std::unique_ptr<char[]> ReadContent() const;

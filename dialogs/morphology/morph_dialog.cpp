@@ -1,7 +1,7 @@
 // morph_dialog: building the pane, its toolbar and its size.
 #include "dialogs/morphology/morph_dialog.h"
 
-#include <algorithm>
+#include <iterator>
 
 #include "dialogs/dialog_library.h"
 #include "dialogs/marker_view/marker_view_messages.h"
@@ -14,7 +14,7 @@ namespace {
 constexpr int kFirstLead = KX_LEAD_V6;
 constexpr std::int32_t kFirstLowEdge = 10;  // thousandths of a Hz
 constexpr std::int32_t kMainsOff = 0;
-constexpr LONG kMarginUnits = 7;  // dialog units around the controls
+constexpr GrowthRow kGrowth[] = {{IDC_MORPH_VIEW, 0, 0, 100, 100}};
 
 // In the order of MorphDialog::Combo. The lead has no message of its own.
 struct ComboRow {
@@ -47,9 +47,9 @@ constexpr CheckRow kCheckRows[] = {
 
 }  // namespace
 
-void MarkerControls::Adopt(Window* dialog, const MarkerRow& row) {
-    Hold(edit_, dialog, row.edit);
-    Hold(manual_, dialog, row.manualBox, kHeld);
+void MarkerControls::Hold(Window* dialog, const MarkerRow& row) {
+    kx::Hold(edit_, dialog, row.edit);
+    kx::Hold(manual_, dialog, row.manualBox, kHeld);
 }
 
 void MarkerControls::Show(std::int32_t ms, bool manual) {
@@ -66,8 +66,12 @@ MorphDialog::MorphDialog(const DialogLibrary& library, Window* parent, TestRecor
 
 void MorphDialog::Open() {
     if (beat_ != nullptr) {
+        const HWND parent = ParentHandle();
         engine_ = std::make_shared<AnalysisEngine>();
-        CreateModeless(table_.templateId, this);
+        // A module that dispatches messages while it is loaded may have ended the host's window.
+        if (IsWindow(parent) != FALSE) {
+            CreateModeless(table_.templateId, this);
+        }
     }
     if (Handle() == nullptr) {
         Reports().LOGMEMORYERROR(table_.reports.source, table_.reports.noEpisodeLine);
@@ -94,7 +98,7 @@ bool MorphDialog::OnInitDialog() {
 
 void MorphDialog::Build() {
     view_ = GetDlgItem(Handle(), IDC_MORPH_VIEW);
-    AdoptControls();
+    HoldControls();
     AddMarkers();
     keys_.Watch(*this, view_);
     Load(false);
@@ -102,15 +106,10 @@ void MorphDialog::Build() {
     seenBeat_ = SumOfBeat();
     ConfigureView();
     FillToolbar();
-
-    RECT margin{0, 0, kMarginUnits, kMarginUnits};
-    MapDialogRect(Handle(), &margin);
-    viewMargin_ = {margin.right, margin.bottom};
-    const RECT area = ViewArea();
-    smallestView_ = {area.right - area.left, area.bottom - area.top};
+    layout_.emplace(Handle(), kGrowth, std::size(kGrowth));
 }
 
-void MorphDialog::AdoptControls() {
+void MorphDialog::HoldControls() {
     if (View(MV_ATTACHOWNER, reinterpret_cast<LPARAM>(static_cast<Window*>(this))) == 0) {
         throw MissingControl();
     }
@@ -137,7 +136,7 @@ void MorphDialog::AddMarkers() {
         }
     }
     for (std::size_t slot = 0; slot < table_.markers.size(); ++slot) {
-        markerControls_[slot].Adopt(this, table_.markers[slot]);
+        markerControls_[slot].Hold(this, table_.markers[slot]);
         fields_[slot].Bind(static_cast<std::uint32_t>(slot), &markerControls_[slot]);
     }
 }
@@ -272,25 +271,9 @@ void MorphDialog::ShowInForce(std::size_t combo) {
     }
 }
 
-RECT MorphDialog::ViewArea() const {
-    RECT area{};
-    ::GetWindowRect(view_, &area);
-    MapWindowPoints(nullptr, Handle(), reinterpret_cast<POINT*>(&area), 2);
-    return area;
-}
-
-// The view fills the pane to its margins. In a pane that is too small it keeps its first size, as the other
-// controls do, and is cut off.
 void MorphDialog::OnSize(UINT sizeType, int width, int height) {
-    if (sizeType == SIZE_MINIMIZED || smallestView_.cx == 0) {
-        return;
-    }
-    const RECT area = ViewArea();
-    const int fillWidth = static_cast<int>(std::max(smallestView_.cx, width - viewMargin_.cx - area.left));
-    const int fillHeight = static_cast<int>(std::max(smallestView_.cy, height - viewMargin_.cy - area.top));
-    if (fillWidth != area.right - area.left || fillHeight != area.bottom - area.top) {
-        SetWindowPos(view_, nullptr, static_cast<int>(area.left), static_cast<int>(area.top), fillWidth,
-                     fillHeight, SWP_NOZORDER | SWP_NOACTIVATE);
+    if (layout_ && sizeType != SIZE_MINIMIZED) {
+        layout_->Place(width, height);
     }
 }
 

@@ -14,10 +14,12 @@
 
 #include <array>
 #include <memory>
+#include <optional>
 
 #include "dialogs/morphology/morph_table.h"
 #include "dialogs/morphology/pane_keys.h"
 #include "dialogs/morphology/rules/marker_history.h"
+#include "dialogs/pane_layout.h"
 #include "lib/dbclient/test_record.h"
 #include "lib/modules/analysis_engine.h"
 #include "lib/windows/check_box.h"
@@ -33,7 +35,7 @@ class DialogLibrary;
 class MarkerControls final : public MarkerDisplay {
   public:
     // Throws when one of the controls is missing.
-    void Adopt(Window* dialog, const MarkerRow& row);
+    void Hold(Window* dialog, const MarkerRow& row);
     void Show(std::int32_t ms, bool manual) override;
 
   private:
@@ -72,13 +74,12 @@ class MorphDialog : public Pane, private Redetection {
 
     // ---- morph_dialog.cpp: building the pane
     void Build();
-    void AdoptControls();
+    void HoldControls();
     void AddMarkers();
     void ConfigureView();
     void FillToolbar();
     LRESULT View(UINT message, LPARAM value) const { return SendMessageA(view_, message, 0, value); }
     INT_PTR OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
-    RECT ViewArea() const;
     void OnComboCommand(std::size_t combo, WORD notification);
     void Choose(std::size_t combo, std::int32_t code);
     void ShowInForce(std::size_t combo);
@@ -100,6 +101,13 @@ class MorphDialog : public Pane, private Redetection {
     void Refresh();
     void RefreshReset(bool anyManual);
     void Redetect() override;
+    // Every module may dispatch messages while it works, and these may end the pane: out of the rules as
+    // well, for the record may be gone with it.
+    void LeaveIfEnded() const {
+        if (HasEnded()) {
+            throw PaneEnded();
+        }
+    }
     // Runs rules as one change of the markers by `source`. Rules: a function of a MarkerEdit&.
     template <class Rules>
     void Change(std::uint32_t source, Rules rules);
@@ -145,8 +153,7 @@ class MorphDialog : public Pane, private Redetection {
     Step step_ = Step::kNone;
     std::uint32_t returned_ = 0;  // notification of a marker that the step has moved onto its automatic value
     Measured measured_ = Measured::kNotAsked;
-    SIZE viewMargin_{};  // from the view to the pane's right and lower edge, pixels
-    SIZE smallestView_{};
+    std::optional<PaneLayout> layout_;
     bool built_ = false;  // before that, messages mean nothing
     PaneKeys keys_;
 };

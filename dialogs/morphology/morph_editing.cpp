@@ -135,21 +135,23 @@ void MorphDialog::RefreshReset(bool anyManual) {
 void MorphDialog::Redetect() {
     if (engine_ == nullptr) {
         engine_ = std::make_shared<AnalysisEngine>();
+        LeaveIfEnded();
     }
-    const std::shared_ptr<AnalysisEngine> engine = engine_;
+    std::shared_ptr<AnalysisEngine> engine = engine_;
     SetLastError(ERROR_SUCCESS);  // what the binding reports is this call's
     const bool isMeasured = engine->UPDATEDETECTION(beat_) != 0;
-    if (HasEnded()) {
-        throw PaneEnded();  // out of the rules as well: the record may be gone with the pane
-    }
+    LeaveIfEnded();
     if (!isMeasured) {
         const bool isBound = *engine->ErrorText() == '\0';
         engine->ReportError(Reports());
         if (!isBound) {
             engine_.reset();
+            engine.reset();
         }
+        LeaveIfEnded();
         measured_ = Measured::kFailed;
         Reports().LOGOEMERROR(table_.reports.source, table_.reports.redetectionLine, "UpdateDetection");
+        LeaveIfEnded();
         return;
     }
     measured_ = Measured::kDone;

@@ -51,6 +51,12 @@ void StatementLibrary::SetCode(std::size_t section, std::size_t entry, std::stri
     }
 }
 
+StatementLibrary StatementLibrary::Copy() const {
+    StatementLibrary copy;
+    *copy.sections_ = *sections_;
+    return copy;
+}
+
 void StatementLibrary::Clear() {
     for (Section& section : *sections_) {
         section.title[0] = '\0';

@@ -41,6 +41,7 @@ class StatementLibrary {
     void SetCode(std::size_t section, std::size_t entry, std::string_view code);
     void SetEntry(std::size_t section, std::size_t entry, std::string_view text, std::string_view code);
     void Clear();
+    StatementLibrary Copy() const;
 
   private:
     struct Entry {

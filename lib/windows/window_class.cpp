@@ -20,6 +20,15 @@ const char* ResourceName(std::uint32_t id) {
     return id == 0 ? nullptr : MAKEINTRESOURCEA(static_cast<WORD>(id));
 }
 
+// A class that the module has registered before is still there while a window of it is, of an earlier use that
+// ended in the middle of making it: it serves as well.
+bool IsRegistered(const WNDCLASSEXA& wanted) {
+    WNDCLASSEXA found{};
+    found.cbSize = sizeof found;
+    return GetClassInfoExA(wanted.hInstance, wanted.lpszClassName, &found) != FALSE &&
+           found.lpfnWndProc == wanted.lpfnWndProc;
+}
+
 }  // namespace
 
 WindowClass::WindowClass(const LibraryModule* library, const char* name, std::uint32_t menuId,
@@ -35,7 +44,7 @@ WindowClass::WindowClass(const LibraryModule* library, const char* name, std::ui
     description.hCursor = LoadCursorA(nullptr, reinterpret_cast<const char*>(IDC_ARROW));
     description.lpszMenuName = ResourceName(menuId);
     description.lpszClassName = name;
-    if (RegisterClassExA(&description) != 0) {
+    if (RegisterClassExA(&description) != 0 || IsRegistered(description)) {
         class_registry::Add(this, name);
     }
 }

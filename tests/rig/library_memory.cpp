@@ -30,8 +30,17 @@ int g_held = 0;
 Block* g_blocks = nullptr;  // open hashing by address; a freed one keeps its place with size 0
 char* g_arena = nullptr;
 std::size_t g_arenaUsed = 0;
+std::size_t g_firstUsed = 0;
+std::size_t g_markUsed = 0;
+int g_markHeld = -1;  // below 0: there is no mark
+
+bool IsFenced(const void* address) { return g_arena != nullptr && address >= g_arena && address < g_arena + kArena; }
 
 Block& PlaceOf(void* address) {
+    if (IsFenced(address)) {
+        // By its first page, so that the table has room for all that the arena has.
+        address = reinterpret_cast<void*>(reinterpret_cast<std::uintptr_t>(address) / kPage * kPage);
+    }
     std::size_t at = (reinterpret_cast<std::uintptr_t>(address) >> 3) * 2654435761u % kMostBlocks;
     while (g_blocks[at].address != nullptr && g_blocks[at].address != address) {
         at = (at + 1) % kMostBlocks;
@@ -63,7 +72,8 @@ void* Allocate(std::size_t size) {
     size = std::max<std::size_t>(size, 1);
     void* const memory = g_fenced ? AllocateFenced(size) : std::malloc(size);
     if (memory != nullptr) {
-        PlaceOf(memory) = {memory, size};
+        Block& block = PlaceOf(memory);
+        block = {g_fenced ? reinterpret_cast<void*>(reinterpret_cast<std::uintptr_t>(memory) / kPage * kPage) : memory, size};
         ++g_held;
     }
     return memory;
@@ -74,7 +84,6 @@ void Free(void* memory) {
         return;
     }
     Block& block = PlaceOf(memory);
-    const bool fenced = static_cast<char*>(memory) >= g_arena && static_cast<char*>(memory) < g_arena + kArena;
     if (block.address == nullptr) {
         std::free(memory);  // from before
         return;
@@ -83,7 +92,7 @@ void Free(void* memory) {
         RaiseException(STATUS_HEAP_CORRUPTION, 0, 0, nullptr);  // freed twice
     }
     --g_held;
-    if (fenced) {
+    if (IsFenced(memory)) {
         VirtualFree(reinterpret_cast<void*>(reinterpret_cast<std::uintptr_t>(memory) / kPage * kPage),
                     (block.size + kPage - 1) / kPage * kPage, MEM_DECOMMIT);
     } else {
@@ -158,11 +167,24 @@ LibraryMemory::LibraryMemory(Kind kind) {
     g_fenced = kind == Kind::kFenced;
     g_held = 0;
     g_left = -1;
+    g_markHeld = -1;
+    g_firstUsed = g_arenaUsed;
 }
 
 LibraryMemory::~LibraryMemory() {
     g_left = -1;
     g_fenced = false;
+    if (g_held <= 0) {
+        g_arenaUsed = g_firstUsed;
+    }
+}
+
+void LibraryMemory::Rewind() {
+    if (g_markHeld >= 0 && g_held <= g_markHeld) {
+        g_arenaUsed = g_markUsed;
+    }
+    g_markUsed = g_arenaUsed;
+    g_markHeld = g_held;
 }
 
 void LibraryMemory::Limit(int allocations) {

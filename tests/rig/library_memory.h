@@ -12,8 +12,8 @@ class LibraryMemory {
   public:
     enum class Kind {
         kCounted,  // as fast as ever
-        // Each new block stands alone before a page that is not there and its pages go away with it, for
-        // good: an access behind its end or after its end is an access violation.
+        // Each new block stands alone before a page that is not there and its pages go away with it: an access
+        // behind its end, or after its end until the next Rewind, is an access violation.
         kFenced,
     };
 
@@ -26,6 +26,9 @@ class LibraryMemory {
     void Limit(int allocations);
     // Whether an allocation was refused since the last Limit.
     bool RanOut() const;
+    // The addresses of the fenced blocks since the last Rewind may be used again, when all of these have been
+    // freed: there is room for half a gigabyte of them.
+    void Rewind();
     // Blocks that the library got since this object was made and still has.
     int Held() const;
 };

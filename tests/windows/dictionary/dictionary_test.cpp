@@ -12,7 +12,6 @@
 #include "dialogs/resources/dictionary_ids.h"
 #include "dialogs/resources/interpretation_ids.h"
 #include "tests/rig/pane.h"
-#include "tests/rig/template_layout.h"
 #include "tests/rig/window_shot.h"
 
 namespace kx::test {
@@ -268,6 +267,19 @@ TEST_F(Dictionary, LosesNothingWhenItCannotWrite) {
     }
 }
 
+TEST_F(Dictionary, KeepsWhatAnotherWorkstationHasSavedMeanwhile) {
+    Run([&](HWND dialog) {
+        ClickOn(dialog, Entry(dialog, 2));
+        TypeText(dialog, "Di qui");
+        library_.LayFile("resting.htm", "<BODY><H1>Ritmo</H1><P>Di l\xE0</P><P>Fibrillazione atriale.^fa</P><H1>Altra</H1></BODY>");
+        ClickOn(dialog, Item(dialog, IDOK));
+        EXPECT_FALSE(IsWindowVisible(dialog));
+    });
+    EXPECT_THAT(Written(), HasSubstr("<H1>Ritmo</H1>\r\n\t<P>Di l\xE0</P>\r\n\t<P>Fibrillazione atriale.^fa</P>\r\n\t<P>Di qui</P>\r\n"
+                                     "\t<H1>Altra</H1>"));
+    EXPECT_THAT(suite_.TakeReports(), IsEmpty());
+}
+
 TEST_F(Dictionary, OpensTheFileOfTheTestType) {
     const char* const files[] = {"stress.htm", nullptr, "resting.htm", "hires.htm", "holter.htm", "abpm.htm", "spiro.htm", nullptr};
     for (std::uint32_t type = 0; type < std::size(files); ++type) {
@@ -304,12 +316,6 @@ TEST_F(Dictionary, IsWorkedByTheKeyboardAlone) {
         PressKey(dialog, VK_RETURN);
     });
     EXPECT_THAT(Written(), HasSubstr("\t<P>Ultimo</P>\r\n"));
-}
-
-TEST_F(Dictionary, CutsNoTextAtThreeScalings) {
-    for (const int dpi : {96, 120, 144}) {
-        EXPECT_THAT(LayoutFaults(ReadDialogTemplate(library_.Module(), IDD_USER_DICTIONARY), dpi), IsEmpty());
-    }
 }
 
 }  // namespace

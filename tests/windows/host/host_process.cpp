@@ -235,7 +235,7 @@ void OpenHost::Drop(const std::wstring& file) const {
     std::memcpy(block.data() + sizeof header, file.data(), file.size() * sizeof(wchar_t));
 
     const auto allocate =
-        reinterpret_cast<LPTHREAD_START_ROUTINE>(reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"ole32"), "CoTaskMemAlloc")));
+        reinterpret_cast<LPTHREAD_START_ROUTINE>(reinterpret_cast<void*>(GetProcAddress(LoadLibraryW(L"ole32"), "CoTaskMemAlloc")));
     const HANDLE thread = CreateRemoteThread(process_.hProcess, nullptr, 0, allocate, reinterpret_cast<void*>(block.size()), 0, nullptr);
     WaitForSingleObject(thread, 10000);
     DWORD address = 0;

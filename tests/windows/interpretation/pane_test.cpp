@@ -2,7 +2,6 @@
 #include <cstring>
 
 #include "lib/windows/registry_key.h"
-#include "tests/rig/template_layout.h"
 #include "tests/windows/interpretation/interpretation_pane.h"
 
 namespace kx::test {
@@ -328,14 +327,6 @@ TEST_F(PaneTest, SharesWhatItGains) {
     EXPECT_EQ(grown[2].top - grown[1].bottom, first[2].top - first[1].bottom);
     EXPECT_EQ(grown[1].right - first[1].right, 200);
     EXPECT_EQ(grown[2].bottom - first[2].bottom, 100);
-}
-
-TEST_F(PaneTest, CutsNoTextAtThreeScalings) {
-    for (const int dpi : {96, 120, 144}) {
-        EXPECT_THAT(LayoutFaults(ReadDialogTemplate(library_.Module(), IDD_INTERPRETATION), dpi,
-                                 {{IDC_INTERP_AUTOMATIC_SOURCE, {{L"Halcyra (255.255.255.255)"}, L""}}}),
-                    IsEmpty());
-    }
 }
 
 }  // namespace

@@ -4,29 +4,16 @@
 // goes on with what is gone ends the program.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-// After gtest: the common controls' macros.
-#include <windows.h>
-
-#include <commctrl.h>
 
 #include <algorithm>
 #include <cstring>
+#include <random>
 
 #include "tests/rig/library_memory.h"
-#include "tests/rig/pane.h"
+#include "tests/windows/panes/pane_steps.h"
 
+namespace kx::test {
 namespace {
-
-using kx::test::ForeignRecord;
-using kx::test::HostWindow;
-using kx::test::KindOf;
-using kx::test::LibraryMemory;
-using kx::test::LibraryUse;
-using kx::test::NewRecord;
-using kx::test::Pane;
-using kx::test::PaneKind;
-using kx::test::SpyingSuite;
-using testing::IsEmpty;
 
 // Counts the messages that are sent to windows of this thread and acts at one of them.
 class MessageHook {
@@ -69,110 +56,13 @@ class MessageHook {
     HHOOK hook_;
 };
 
-// A pane in a window of a window of the host's, on a record that the host frees with it.
-struct Stage {
-    std::unique_ptr<kx::TestRecord> model = NewRecord();
-    ForeignRecord record{*model};
-    HostWindow grandparent;
-    HostWindow parent{grandparent.Handle()};
-
-    HWND PaneWindow() const { return GetWindow(parent.Handle(), GW_CHILD); }
-};
-
-struct Ending {
-    const char* name;
-    void (*end)(Stage&);
-};
-const Ending kEndings[] = {
-    {"the pane", [](Stage& stage) { DestroyWindow(stage.PaneWindow()); }},
-    {"its parent", [](Stage& stage) { stage.parent.Destroy(); }},
-    {"its grandparent", [](Stage& stage) { stage.grandparent.Destroy(); }},
-};
-
-// What a host and a user do with a pane.
-struct Step {
-    const char* name;
-    void (*act)(HWND pane);
-};
-
-void Send(HWND pane, std::uint32_t id, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
-    SendMessageA(GetDlgItem(pane, static_cast<int>(id)), message, wParam, lParam);
-}
-void Command(HWND pane, std::uint32_t id, UINT code) {
-    SendMessageA(pane, WM_COMMAND, MAKEWPARAM(id, code), reinterpret_cast<LPARAM>(GetDlgItem(pane, static_cast<int>(id))));
-}
-void Type(HWND pane, std::uint32_t id, const char* text) {
-    SetFocus(GetDlgItem(pane, static_cast<int>(id)));
-    for (; *text != '\0'; ++text) {
-        Send(pane, id, WM_CHAR, static_cast<unsigned char>(*text), 1);
-        kx::test::Pump();
-    }
-}
-void ChooseItem(HWND pane, std::uint32_t combo, UINT code) {
-    Send(pane, combo, CB_SETCURSEL, 1);
-    Command(pane, combo, code);
-}
-void DragInView(HWND pane) {
-    RECT area{};
-    GetClientRect(GetDlgItem(pane, 31283), &area);
-    for (int x = 0; x < area.right; x += 7) {
-        POINT point{x, area.bottom / 2};
-        ClientToScreen(GetDlgItem(pane, 31283), &point);
-        if (SendMessageA(GetDlgItem(pane, 31283), WM_NCHITTEST, 0, MAKELPARAM(point.x, point.y)) == HTCLIENT) {
-            Send(pane, 31283, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(x, area.bottom / 2));
-            Send(pane, 31283, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(x - 9, area.bottom / 2));
-            kx::test::Pump();
-            Send(pane, 31283, WM_LBUTTONUP, 0, MAKELPARAM(x - 9, area.bottom / 2));
-            kx::test::Pump();
-            return;
-        }
-    }
-}
-
-const Step kCommonSteps[] = {
-    {"sized", [](HWND pane) { MoveWindow(pane, 0, 0, 900, 600, TRUE); }},
-    {"painted", [](HWND pane) { RedrawWindow(pane, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW | RDW_ALLCHILDREN); }},
-    {"hidden", [](HWND pane) { ShowWindow(pane, SW_HIDE); }},
-};
-const Step kMorphologySteps[] = {
-    {"marker moved", [](HWND pane) { SendMessageA(pane, 1345, 190, KX_LEAD_V6); }},
-    {"dragged", DragInView},
-    {"marker stepped", [](HWND pane) { SetFocus(GetDlgItem(pane, 31283)), Send(pane, 31283, WM_KEYDOWN, VK_LEFT, 1), kx::test::Pump(); }},
-    {"undone", [](HWND pane) { SendMessageA(pane, 1345, 190, KX_LEAD_V6), SendMessageA(pane, 1451, 0, 0); }},
-    {"lead chosen", [](HWND pane) { ChooseItem(pane, 31254, CBN_SELENDOK); }},
-    {"gain chosen", [](HWND pane) { ChooseItem(pane, 31242, CBN_SELENDOK); }},
-    {"reset", [](HWND pane) { SendMessageA(pane, 1345, 190, KX_LEAD_V6), Send(pane, 31264, BM_CLICK); }},
-    {"readout", [](HWND pane) { SendMessageA(pane, 1450, 0, reinterpret_cast<LPARAM>("text")); }},
-};
-const Step kInterpretationSteps[] = {
-    {"typed", [](HWND pane) { Type(pane, 33831, "ri"); }},
-    {"code typed", [](HWND pane) { Type(pane, 33831, "rs"); }},
-    {"reviewer chosen", [](HWND pane) { ChooseItem(pane, 33824, CBN_SELCHANGE); }},
-    {"physician typed", [](HWND pane) { SetWindowTextA(GetDlgItem(pane, 33829), "Neri"), Command(pane, 33829, CBN_EDITCHANGE); }},
-    {"focus lost", [](HWND pane) { SetFocus(GetDlgItem(pane, 33831)), SetFocus(GetDlgItem(pane, 33823)); }},
-    {"automatic inserted", [](HWND pane) { Send(pane, 33827, BM_CLICK), kx::test::Pump(); }},
-    {"entry inserted",
-     [](HWND pane) {
-         Send(pane, 33828, TVM_SELECTITEM, TVGN_CARET, SendMessageA(GetDlgItem(pane, 33828), TVM_GETNEXTITEM, TVGN_ROOT, 0)),
-             Send(pane, 33832, BM_CLICK), kx::test::Pump();
-     }},
-    {"cancelled", [](HWND pane) { SendMessageA(pane, WM_COMMAND, IDCANCEL, 0); }},
-};
-
-std::vector<Step> StepsOf(const PaneKind& kind) {
-    std::vector<Step> steps(std::begin(kCommonSteps), std::end(kCommonSteps));
-    if (IsMorphology(kind)) {
-        steps.insert(steps.end(), std::begin(kMorphologySteps), std::end(kMorphologySteps));
-    } else if (kind.templateId == 20542) {
-        steps.insert(steps.end(), std::begin(kInterpretationSteps), std::end(kInterpretationSteps));
-    }
-    return steps;
-}
-
-class Interpretation : public testing::Test {
+class Lifetimes : public testing::Test {
   protected:
-    std::uint32_t OpenInterpretation(Stage& stage) {
-        return KindOf("Interpretation").open(stage.parent.Object(), &stage.record.Record(), options_);
+    std::uint32_t Open(const PaneKind& kind, Stage& stage) { return kind.open(stage.parent.Object(), &stage.record.Record(), options_); }
+    // The host ends the pane, and frees the record.
+    static void End(const Ending& ending, Stage& stage) {
+        ending.end(stage);
+        stage.record.Revoke();
     }
 
     SpyingSuite suite_;
@@ -181,10 +71,11 @@ class Interpretation : public testing::Test {
     std::uint32_t options_[4] = {};
 };
 
-class Lifetimes : public testing::TestWithParam<PaneKind> {
+class PaneLifetimes : public Lifetimes, public testing::WithParamInterface<PaneKind> {
   protected:
     // Opens a pane and does a step in it, which ends at its n-th message when n is above 0; how many messages there were.
     int Do(const Step* step, int at, const Ending& ending) {
+        memory_.Rewind();
         Stage stage;
         const auto end = [&] {
             const HWND pane = stage.PaneWindow();
@@ -194,21 +85,15 @@ class Lifetimes : public testing::TestWithParam<PaneKind> {
                 stage.record.Revoke();
             }
         };
-        int count = 0;
-        if (step == nullptr) {
-            const MessageHook hook(at, end);
-            GetParam().open(stage.parent.Object(), &stage.record.Record(), options_);
-            kx::test::Pump();
-            count = hook.Count();
-        } else {
-            GetParam().open(stage.parent.Object(), &stage.record.Record(), options_);
-            kx::test::Pump();
-            const MessageHook hook(at, end);
-            step->act(stage.PaneWindow());
-            kx::test::Pump();
-            count = hook.Count();
+        if (step != nullptr) {
+            Open(GetParam(), stage);
+            Pump();
+            EXPECT_NE(stage.PaneWindow(), nullptr);
         }
-        return count;
+        const MessageHook hook(at, end);
+        step == nullptr ? void(Open(GetParam(), stage)) : step->act(stage.PaneWindow());
+        Pump();
+        return hook.Count();
     }
 
     // At so many of its messages, evenly, and the first and last ones.
@@ -222,59 +107,167 @@ class Lifetimes : public testing::TestWithParam<PaneKind> {
             Do(step, at, ending);
         }
     }
-
-    SpyingSuite suite_;
-    LibraryMemory memory_{LibraryMemory::Kind::kFenced};
-    LibraryUse library_;
-    std::uint32_t options_[4] = {};
 };
 
-TEST_P(Lifetimes, EndsAtAnyMessageOfItsOpening) { EndAnywhere(nullptr, 20); }
+TEST_P(PaneLifetimes, EndsAtAnyMessageOfItsOpening) { EndAnywhere(nullptr, 16); }
 
-TEST_P(Lifetimes, EndsAtAnyMessageOfAStep) {
+TEST_P(PaneLifetimes, EndsAtAnyMessageOfAStep) {
     for (const Step& step : StepsOf(GetParam())) {
-        EndAnywhere(&step, 8);
+        EndAnywhere(&step, IsMorphology(GetParam()) && GetParam().templateId != 20544 ? 2 : 5);
     }
 }
 
-// Told of a change, the host ends the pane and frees the record; so does a module that dispatches messages while the
-// pane opens.
-TEST_F(Interpretation, EndsWithinItsNoticesAndTheModulesOfItsOpening) {
+// A module that dispatches messages while it works.
+TEST_P(PaneLifetimes, EndsWithinACallOfAModule) {
+    for (const Step& step : StepsOf(GetParam())) {
+        for (const Ending& ending : kEndings) {
+            for (const std::uint32_t answer : {0u, 1u}) {
+                SCOPED_TRACE(std::string(step.name) + ", " + ending.name + ", answer " + std::to_string(answer));
+                Stage stage;
+                Open(GetParam(), stage);
+                Pump();
+                bool called = false;
+                suite_.On("UPDATEDETECTION", [&](SpyingSuite::Arguments) {
+                    called = true;
+                    End(ending, stage);
+                    return answer;
+                });
+                step.act(stage.PaneWindow());
+                Pump();
+                EXPECT_EQ(called && stage.PaneWindow() != nullptr, false);
+                suite_.On("UPDATEDETECTION", [](SpyingSuite::Arguments) { return 1u; });
+            }
+        }
+    }
+}
+
+// By whoever thinks them his own: the pane goes on without.
+TEST_P(PaneLifetimes, ItsControlsEndOneByOne) {
+    for (unsigned seed = 0; seed < 2; ++seed) {
+        SCOPED_TRACE(seed);
+        Stage stage;
+        Open(GetParam(), stage);
+        std::vector<HWND> controls;
+        for (HWND control = GetWindow(stage.PaneWindow(), GW_CHILD); control != nullptr; control = GetWindow(control, GW_HWNDNEXT)) {
+            controls.push_back(control);
+        }
+        std::shuffle(controls.begin(), controls.end(), std::mt19937(seed));
+        const std::vector<Step> steps = StepsOf(GetParam());
+        for (std::size_t i = 0; i < controls.size(); ++i) {
+            DestroyWindow(controls[i]);
+            steps[i % steps.size()].act(stage.PaneWindow());
+            Pump();
+        }
+        EXPECT_NE(stage.PaneWindow(), nullptr);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Panes, PaneLifetimes, testing::ValuesIn(PaneKinds()), [](const auto& row) { return row.param.name; });
+
+TEST_F(Lifetimes, EndsWithinItsNotices) {
     for (const Ending& ending : kEndings) {
         for (const Step& step : kInterpretationSteps) {
             SCOPED_TRACE(std::string(step.name) + ", " + ending.name);
             Stage stage;
             stage.parent.onNotice = [&] {
                 stage.parent.onNotice = nullptr;
-                ending.end(stage);
-                stage.record.Revoke();
+                End(ending, stage);
             };
-            OpenInterpretation(stage);
+            Open(KindOf("Interpretation"), stage);
             step.act(stage.PaneWindow());
-            kx::test::Pump();
+            Pump();
             stage.parent.onNotice = nullptr;
         }
-        for (const char* const module : {"TECH_LIST", "PHYS_LIST", "INTERPRET"}) {
-            SCOPED_TRACE(std::string(module) + ", " + ending.name);
+    }
+}
+
+TEST_F(Lifetimes, EndsWithinTheModulesOfItsOpening) {
+    library_.LayFile("stress.htm", "<BODY>");
+    library_.LayFile("stress.scr", "x");
+    const std::pair<const char*, const char*> rows[] = {{"Interpretation", "TECH_LIST"}, {"Interpretation", "PHYS_LIST"},
+                                                        {"Interpretation", "INTERPRET"}, {"Interpretation", "CREATETEXT"},
+                                                        {"Interpretation", "LIBSTART"},  {"Qrs", "LIBSTART"}};
+    for (const Ending& ending : kEndings) {
+        for (const auto& [kind, module] : rows) {
+            SCOPED_TRACE(std::string(kind) + ' ' + module + ", " + ending.name);
             Stage stage;
-            suite_.onCall = [&](const std::string& name) {
-                if (name == module && stage.PaneWindow() != nullptr) {
-                    ending.end(stage);
-                    suite_.On(module, [](SpyingSuite::Arguments) { return 0u; });
-                    stage.record.Revoke();
+            bool ended = false;
+            stage.record.Store(7556, std::strcmp(module, "CREATETEXT") == 0 ? KX_TEST_STRESS : KX_TEST_RESTING, 4);
+            suite_.onCall = [&, name = std::string(module)](const std::string& called) {
+                if (called == name && !ended && (stage.PaneWindow() != nullptr || &ending != kEndings)) {
+                    ended = true;
+                    End(ending, stage);
                 }
             };
-            EXPECT_EQ(OpenInterpretation(stage), 0u);
+            suite_.On(module, [](SpyingSuite::Arguments) { return 0u; });
+            const std::uint32_t handle = Open(KindOf(kind), stage);
+            EXPECT_EQ(ended, stage.PaneWindow() == nullptr);
+            EXPECT_TRUE(!ended || handle == 0 || WindowOf(handle) == nullptr);
+            suite_.onCall = nullptr;
+        }
+    }
+}
+
+// An engine that is given up after a failure and loaded again with the next use.
+TEST_F(Lifetimes, EndsWhileTheEngineComesAndGoes) {
+    for (const Ending& ending : kEndings) {
+        for (const char* const module : {"LIBSTOP", "LIBSTART", "LOGOEMERROR"}) {
+            SCOPED_TRACE(std::string(module) + ", " + ending.name);
+            suite_.Lay("kxanalyze.dll", Sibling::kWithoutExports);
+            Stage stage;
+            Open(KindOf("Qrs"), stage);
+            suite_.onCall = [&](const std::string& called) {
+                if (called == module && stage.PaneWindow() != nullptr) {
+                    End(ending, stage);
+                }
+            };
+            for (const int ms : {190, 180}) {
+                SendMessageA(stage.PaneWindow(), 1345, static_cast<WPARAM>(ms), KX_LEAD_V6);
+            }
             EXPECT_EQ(stage.PaneWindow(), nullptr);
             suite_.onCall = nullptr;
         }
     }
 }
 
+// The host goes on while a dialog of the library is open in front.
+TEST_F(Lifetimes, EndsBehindAModalDialog) {
+    for (const Ending& ending : kEndings) {
+        for (const int button : {IDOK, IDCANCEL}) {
+            SCOPED_TRACE(std::string(ending.name) + ' ' + std::to_string(button));
+            Stage stage;
+            Open(KindOf("Interpretation"), stage);
+            EXPECT_TRUE(DriveModal([&] { Send(stage.PaneWindow(), 31224, BM_CLICK); },
+                                   [&](HWND dialog) {
+                                       End(ending, stage);
+                                       SetDlgItemTextA(dialog, 31218, "Altro");
+                                       SendDlgItemMessageA(dialog, button, BM_CLICK, 0, 0);
+                                   }));
+            EXPECT_EQ(stage.PaneWindow(), nullptr);
+
+            Stage behind;
+            const KxRect area{0, 0, 300, 100};
+            std::uint32_t result = 99;
+            for (const PaneKind& kind : PaneKinds()) {
+                Open(kind, behind);
+            }
+            EXPECT_TRUE(
+                DriveModal([&] { result = library_->editInterpretation(behind.parent.Object(), &behind.record.Record(), &area, 0); },
+                           [&](HWND editor) {
+                               TypeText(editor, "rit");
+                               (&ending == kEndings ? kEndings[1] : ending).end(behind);
+                               behind.record.Revoke();
+                               SendDlgItemMessageA(editor, button, BM_CLICK, 0, 0);
+                           }));
+            EXPECT_EQ(result, 0u);
+        }
+    }
+}
+
 // A pane that says goodbye is destroyed again, and the host's last word is heard once.
-TEST_F(Interpretation, EndsWhileItSaysGoodbye) {
+TEST_F(Lifetimes, EndsWhileItSaysGoodbye) {
     Stage stage;
-    OpenInterpretation(stage);
+    Open(KindOf("Interpretation"), stage);
     const HWND pane = stage.PaneWindow();
     int depth = 0;
     stage.parent.onNotice = [&] {
@@ -288,56 +281,29 @@ TEST_F(Interpretation, EndsWhileItSaysGoodbye) {
 }
 
 // The last stop ends what is open, and another start opens as the first one did.
-TEST_F(Interpretation, TheLastStopEndsEveryPane) {
+TEST_F(Lifetimes, TheLastStopEndsEveryPane) {
     Stage stage;
-    for (const PaneKind& kind : kx::test::PaneKinds()) {
-        kind.open(stage.parent.Object(), &stage.record.Record(), options_);
+    for (const PaneKind& kind : PaneKinds()) {
+        Open(kind, stage);
     }
-    kx::test::LibraryExports().stop();
+    LibraryExports().stop();
     EXPECT_EQ(stage.PaneWindow(), nullptr);
-    kx::test::LibraryExports().start();
-    for (const PaneKind& kind : kx::test::PaneKinds()) {
+    LibraryExports().start();
+    for (const PaneKind& kind : PaneKinds()) {
         const Pane pane(kind, stage.parent, stage.record.Record());
         EXPECT_TRUE(pane.IsAttached()) << kind;
     }
 }
 
-TEST_F(Interpretation, APaneWithoutAWindowSaysSo) {
+TEST_F(Lifetimes, APaneWithoutAWindowSaysSo) {
     Stage stage;
     KxHostWindow nowhere{nullptr, nullptr};
-    for (const PaneKind& kind : kx::test::PaneKinds()) {
+    for (const PaneKind& kind : PaneKinds()) {
         suite_.TakeReports();
-        const std::uint32_t handle = kind.open(&nowhere, &stage.record.Record(), options_);
-        EXPECT_EQ(kx::test::WindowOf(handle), nullptr) << kind;
+        EXPECT_EQ(WindowOf(kind.open(&nowhere, &stage.record.Record(), options_)), nullptr) << kind;
         EXPECT_THAT(suite_.TakeReports(), testing::ElementsAre(testing::HasSubstr("LOGMEMORYERROR \"" + std::string(kind.source)))) << kind;
     }
 }
 
-// A module that dispatches messages while it works.
-TEST_P(Lifetimes, EndsWithinACallOfAModule) {
-    for (const Step& step : StepsOf(GetParam())) {
-        for (const Ending& ending : kEndings) {
-            for (const std::uint32_t answer : {0u, 1u}) {
-                SCOPED_TRACE(std::string(step.name) + ", " + ending.name + ", answer " + std::to_string(answer));
-                Stage stage;
-                GetParam().open(stage.parent.Object(), &stage.record.Record(), options_);
-                kx::test::Pump();
-                bool called = false;
-                suite_.On("UPDATEDETECTION", [&](SpyingSuite::Arguments) {
-                    called = true;
-                    ending.end(stage);
-                    stage.record.Revoke();
-                    return answer;
-                });
-                step.act(stage.PaneWindow());
-                kx::test::Pump();
-                EXPECT_EQ(called && stage.PaneWindow() != nullptr, false);
-                suite_.On("UPDATEDETECTION", [](SpyingSuite::Arguments) { return 1u; });
-            }
-        }
-    }
-}
-
-INSTANTIATE_TEST_SUITE_P(Panes, Lifetimes, testing::ValuesIn(kx::test::PaneKinds()), [](const auto& row) { return row.param.name; });
-
 }  // namespace
+}  // namespace kx::test

@@ -1,49 +1,78 @@
-// What a pane takes it gives back: memory, also when it runs out at any step of its opening, and the system's objects.
+// What a pane takes it gives back: memory, also when it runs out at any step of its opening or its use, windows, and the
+// system's objects.
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "tests/rig/gui_objects.h"
 #include "tests/rig/library_memory.h"
-#include "tests/rig/pane.h"
+#include "tests/windows/panes/pane_steps.h"
 
+namespace kx::test {
 namespace {
 
-using kx::test::HostWindow;
-using kx::test::KindOf;
-using kx::test::LibraryMemory;
-using kx::test::LibraryUse;
-using kx::test::NewRecord;
-using kx::test::Pane;
-using kx::test::PaneKind;
-using kx::test::SpyingSuite;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
+int TopLevelWindows() {
+    int count = 0;
+    for (HWND window = nullptr; (window = FindWindowExA(nullptr, window, nullptr, nullptr)) != nullptr;) {
+        count += GetWindowThreadProcessId(window, nullptr) == GetCurrentThreadId() ? 1 : 0;
+    }
+    return count;
+}
+
 class Resources : public testing::TestWithParam<PaneKind> {
   protected:
+    // A pane opened and used once on a stage; the memory that runs out at one of them; and the end.
+    template <class Use>
+    bool RunOut(int allocations, const Step* step, Use&& use) {
+        memory_.Rewind();
+        const int before = memory_.Held();
+        bool ranOut = false;
+        {
+            Stage stage;
+            if (step == nullptr) {
+                memory_.Limit(allocations);
+            }
+            suite_.TakeReports();
+            Pane pane(GetParam(), stage.parent, stage.record.Record());
+            if (step != nullptr && pane.IsAttached()) {
+                Pump();
+                memory_.Limit(allocations);
+                step->act(pane);
+                Pump();
+            }
+            ranOut = memory_.RanOut();
+            memory_.Limit(-1);
+            use(pane, ranOut);
+            Pump();
+            if (allocations % 2 == 0) {
+                stage.grandparent.Destroy();
+            }
+        }
+        Pump();
+        EXPECT_EQ(memory_.Held(), before);
+        EXPECT_EQ(TopLevelWindows(), windows_);
+        return ranOut;
+    }
+
     SpyingSuite suite_;
     LibraryMemory memory_{LibraryMemory::Kind::kFenced};
     LibraryUse library_;
     HostWindow host_;
-    std::unique_ptr<kx::TestRecord> record_ = NewRecord();
+    int windows_ = TopLevelWindows();
+    // The four morphology panes are one frame.
+    const int stride_ = IsMorphology(GetParam()) && GetParam().templateId != 20544 ? 20 : 1;
 };
 
 // A failure that costs the pane its window or its contents is reported once; without memory for the object, for which
 // there is no handle then, it is not. Some allocations can be done without.
-TEST_P(Resources, MemoryComesBackWhereverItRunsOut) {
-    { Pane warm(GetParam(), host_, *record_); }
-    kx::test::Pump();
+TEST_P(Resources, MemoryComesBackWhereverItRunsOutInTheOpening) {
+    RunOut(-1, nullptr, [](const Pane&, bool) {});
     int opened = 0;
     int failed = 0;
-    for (int allocations = 0; opened < 3 && allocations < 400; ++allocations) {
+    for (int allocations = 0; opened < 3 && allocations < 400; allocations += stride_) {
         SCOPED_TRACE(allocations);
-        suite_.TakeReports();
-        const int before = memory_.Held();
-        memory_.Limit(allocations);
-        {
-            Pane pane(GetParam(), host_, *record_);
-            const bool ranOut = memory_.RanOut();
-            memory_.Limit(-1);
+        RunOut(allocations, nullptr, [&](const Pane& pane, bool ranOut) {
             const std::vector<std::string> reports = suite_.TakeReports();
             if (pane.Handle() == 0) {
                 EXPECT_TRUE(ranOut);
@@ -54,78 +83,58 @@ TEST_P(Resources, MemoryComesBackWhereverItRunsOut) {
                 ++opened;
                 EXPECT_THAT(reports, IsEmpty());
             }
-        }
-        kx::test::Pump();
-        EXPECT_EQ(memory_.Held(), before);
+        });
     }
     EXPECT_EQ(opened, 3);
     EXPECT_GT(failed, 0);
 }
 
+TEST_P(Resources, MemoryComesBackWhereverItRunsOutInAStep) {
+    for (const Step& step : StepsOf(GetParam())) {
+        RunOut(-1, &step, [](const Pane&, bool) {});
+        for (int allocations = 0; allocations < 40; allocations += stride_) {
+            SCOPED_TRACE(std::string(step.name) + ' ' + std::to_string(allocations));
+            const bool ranOut = RunOut(allocations, &step, [&](const Pane& pane, bool) {
+                if (std::strcmp(step.name, "code typed") == 0) {
+                    EXPECT_THAT(pane.Text(33831), testing::AnyOf("Testo di prima.", HasSubstr("rs"), HasSubstr("Ritmo sinusale.")));
+                }
+            });
+            if (!ranOut) {
+                break;
+            }
+        }
+    }
+}
+
 TEST_P(Resources, OpenedAndClosedLeavesNothing) {
-    const auto openAndClose = [this](int i) {
+    const auto record = NewRecord();
+    const auto openAndClose = [&](int i) {
         HostWindow inner(host_.Handle());
-        Pane pane(GetParam(), inner, *record_);
+        Pane pane(GetParam(), inner, *record);
         ASSERT_TRUE(pane.IsAttached());
         if (i % 2 == 0) {
             inner.Destroy();
         }
     };
-    for (int i = 0; i < 5; ++i) {
+    int held = 0;
+    GuiObjects before{};
+    for (int i = 0; i < 25; ++i) {
+        if (i == 5) {
+            Pump();
+            held = memory_.Held();
+            before = CountGuiObjects();
+        }
         openAndClose(i);
     }
-    kx::test::Pump();
-    const int held = memory_.Held();
-    const kx::test::GuiObjects before = kx::test::CountGuiObjects();
-    for (int i = 0; i < 40; ++i) {
-        openAndClose(i);
-    }
-    kx::test::Pump();
-    const kx::test::GuiObjects after = kx::test::CountGuiObjects();
+    Pump();
+    const GuiObjects after = CountGuiObjects();
     EXPECT_EQ(memory_.Held(), held);
     EXPECT_LE(after.gdi, before.gdi + 4);
     EXPECT_LE(after.user, before.user + 4);
     EXPECT_EQ(suite_.Uses("kxanalyze.dll") + suite_.Uses("kxdb.dll") + suite_.Uses("kxinterp.dll"), 0);
 }
 
-BOOL CALLBACK CountPopup(HWND window, LPARAM found) {
-    char name[32] = "";
-    GetClassNameA(window, name, sizeof name);
-    *reinterpret_cast<int*>(found) += std::string(name) == "CompletionPopup";
-    return TRUE;
-}
-
-// The windows of the library's completion that this thread still has.
-int CountPopups() {
-    int count = 0;
-    EnumThreadWindows(GetCurrentThreadId(), CountPopup, reinterpret_cast<LPARAM>(&count));
-    return count;
-}
-
-TEST(ResourcesOfTyping, AKeystrokeThatRunsOutIsTyped) {
-    SpyingSuite suite;
-    LibraryMemory memory(LibraryMemory::Kind::kFenced);
-    LibraryUse library;
-    HostWindow host;
-    const auto record = NewRecord();
-    for (int allocations = 0; allocations < 24; ++allocations) {
-        record->SetOriginalInterpretation(nullptr, "");
-        const int before = memory.Held();
-        {
-            Pane pane(KindOf("Interpretation"), host, *record);
-            memory.Limit(allocations);
-            pane.Type(33831, "rs");
-            memory.Limit(-1);
-            kx::test::Pump();
-            const std::string text = pane.Text(33831);
-            EXPECT_TRUE(text == "rs" || text == "Ritmo sinusale.") << allocations << ": " << text;
-        }
-        kx::test::Pump();
-        EXPECT_EQ(memory.Held(), before) << allocations;
-        EXPECT_EQ(CountPopups(), 0) << allocations;
-    }
-}
-
-INSTANTIATE_TEST_SUITE_P(Panes, Resources, testing::ValuesIn(kx::test::PaneKinds()), [](const auto& row) { return row.param.name; });
+INSTANTIATE_TEST_SUITE_P(Panes, Resources, testing::ValuesIn(PaneKinds()), [](const auto& row) { return row.param.name; });
 
 }  // namespace
+}  // namespace kx::test

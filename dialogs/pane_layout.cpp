@@ -1,4 +1,4 @@
-#include "dialogs/interpretation/pane_layout.h"
+#include "dialogs/pane_layout.h"
 
 #include <algorithm>
 
