@@ -14,6 +14,22 @@ namespace kx::test {
 
 namespace fs = std::filesystem;
 
+// What the head of a PNG file says; 0 for what is none. One that shows an empty area is packed to a thousandth.
+struct PngPicture {
+    explicit PngPicture(const std::string& file) {
+        const auto number = [&](std::size_t at) {
+            return file.compare(1, 3, "PNG") != 0 || file.size() < at + 4
+                       ? 0
+                       : static_cast<unsigned char>(file[at + 2]) * 256 + static_cast<unsigned char>(file[at + 3]);
+        };
+        width = number(16);
+        height = number(20);
+        isDrawn = width > 0 && file.size() > static_cast<std::size_t>(width) * static_cast<std::size_t>(height) / 200;
+    }
+    int width, height;
+    bool isDrawn;
+};
+
 // A folder of this test run's own, removed at the end.
 class HostTest : public testing::Test {
   protected:
