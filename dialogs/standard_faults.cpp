@@ -20,7 +20,7 @@ class Fault final : public std::exception {
 
 }  // namespace
 
-// The names are the implementation's. NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl58-cpp)
+// The names are the implementation's. NOLINTBEGIN(*-reserved-identifier,cert-*)
 namespace std {
 
 [[noreturn]] void __throw_bad_alloc() {
@@ -52,4 +52,4 @@ void __verbose_terminate_handler() {
 }
 
 }  // namespace __gnu_cxx
-// NOLINTEND(bugprone-reserved-identifier,cert-dcl58-cpp)
+// NOLINTEND(*-reserved-identifier,cert-*)

@@ -52,9 +52,10 @@ HandlerScope::~HandlerScope() {
 
 void HandlerScope::Exception() const noexcept {
     char name[64] = "Window";
+    const HWND window = object_->Handle();
     const auto* const dialog = dynamic_cast<const Dialog*>(object_);
     if (dialog == nullptr) {
-        GetClassNameA(object_->Handle(), name, sizeof name);
+        GetClassNameA(window, name, sizeof name);
     }
     // The object's reporter may have gone with the library.
     Reporter* const reporter =
