@@ -127,26 +127,6 @@ TEST_F(Database, LeavesAFileAloneThatIsTooLong) {
     EXPECT_EQ(0u, Technicians());
 }
 
-TEST_F(Database, WritesNoMoreThanItsCapacity) {
-    std::string file;
-    for (int i = 0; i < 30; ++i) {
-        file += "tecnico;T" + std::to_string(i) + "\nmedico;M" + std::to_string(i) + "\n";
-    }
-    Write(file);
-    std::memset(&technicians_[4], 0x5A, sizeof technicians_[4]);
-    EXPECT_EQ(4u, Technicians());
-    EXPECT_STREQ("T3", technicians_[3].lastName);
-    EXPECT_EQ(0x5A, technicians_[4].lastName[0]);
-    std::vector<PhysicianRecord> physicians(17);
-    EXPECT_EQ(16u, module_.Call("PHYS_LIST", 0u, physicians.data(), 16u));
-    EXPECT_STREQ("M15", physicians[15].lastName);
-    EXPECT_EQ('\0', physicians[16].lastName[0]);
-    EXPECT_EQ(1u, module_.Call("PHYS_LIST", 29u, physicians.data(), 16u));
-    EXPECT_STREQ("M29", physicians[0].lastName);
-    EXPECT_EQ(0u, module_.Call("PHYS_LIST", 30u, physicians.data(), 16u));
-    EXPECT_EQ(0u, module_.Call("TECH_LIST", static_cast<TechnicianRecord*>(nullptr), 16u));
-}
-
 // ---- kxinterp.dll and kxrender.dll with the library's own texts
 
 TEST(Interpreter, SpeaksTheLibrarysOwnStatements) {
