@@ -132,15 +132,15 @@ int Run(const ExportSignal& command) {
 }
 
 int Run(const ImportRecords& command) {
-    return RunBatch([&](SystemLog&) { return RunImport(command, AnalysisClient()); });
+    return RunBatch([&](SystemLog& log) { return RunImport(command, log, AnalysisClient()); });
 }
 
 int Run(const ListTests& command) {
-    return RunBatch([&](SystemLog&) { return RunListTests(command); });
+    return RunBatch([&](SystemLog& log) { return RunListTests(command, log); });
 }
 
 int Run(const ExportTest& command) {
-    return RunBatch([&](SystemLog&) { return RunExportTest(command); });
+    return RunBatch([&](SystemLog& log) { return RunExportTest(command, log); });
 }
 
 int Run(const ShowVersion&) {

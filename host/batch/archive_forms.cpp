@@ -14,9 +14,14 @@ namespace {
 
 constexpr std::uint32_t kPage = 256;  // tests that are asked for at once
 
-void RequireArchive(const ArchiveClient& archive) {
-    if (!archive.IsAvailable())
-        throw RecordError(ToUtf8(archive.FailureText()));
+// The reason for which it does not open has been reported by the module, last.
+void RequireArchive(const ArchiveClient& archive, SystemLog& log) {
+    if (archive.IsAvailable())
+        return;
+    std::wstring reason;
+    const LogListening listening(log,
+                                 [&reason](const std::wstring&, const std::wstring& text) { reason = text; });
+    throw RecordError(ToUtf8(archive.FailureText() + (reason.empty() ? L"" : L": " + reason)));
 }
 
 std::string LineOf(const ArchivedLine& line) {
@@ -28,9 +33,9 @@ std::string LineOf(const ArchivedLine& line) {
 }  // namespace
 
 // Each recording on its own: one that cannot be read keeps none of the others out.
-int RunImport(const ImportRecords& command, const AnalysisClient& analysis) {
+int RunImport(const ImportRecords& command, SystemLog& log, const AnalysisClient& analysis) {
     const ArchiveClient archive(command.archive);
-    RequireArchive(archive);
+    RequireArchive(archive, log);
     std::string failures;
     for (const RecordRequest& record : command.records) {
         try {
@@ -49,9 +54,9 @@ int RunImport(const ImportRecords& command, const AnalysisClient& analysis) {
     return 0;
 }
 
-int RunListTests(const ListTests& command) {
+int RunListTests(const ListTests& command, SystemLog& log) {
     const ArchiveClient archive(command.archive);
-    RequireArchive(archive);
+    RequireArchive(archive, log);
     kx::ArchiveFilter filter{};
     filter.size = sizeof filter;
     const std::string words = ToRecordText(FromUtf8(command.filter));
@@ -70,9 +75,9 @@ int RunListTests(const ListTests& command) {
     }
 }
 
-int RunExportTest(const ExportTest& command) {
+int RunExportTest(const ExportTest& command, SystemLog& log) {
     const ArchiveClient archive(command.archive);
-    RequireArchive(archive);
+    RequireArchive(archive, log);
     const auto session = RecordSession::OpenArchived(archive, {command.id, 0});
     if (!session->Export(PathFromUtf8(command.file), command.format))
         throw RecordError(command.file + ": the test could not be written");

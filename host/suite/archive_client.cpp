@@ -50,7 +50,7 @@ ArchiveClient::ArchiveClient(const std::string& file)
         fetch_ == nullptr || list_ == nullptr)
         failure_ = L"kxdb.dll non tiene un archivio";
     else if (opens() == 0)
-        failure_ = L"l'archivio non si apre; il motivo è fra i messaggi";
+        failure_ = L"l'archivio non si apre";
 }
 
 bool ArchiveClient::IsAvailable() const {

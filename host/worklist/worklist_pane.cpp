@@ -138,7 +138,9 @@ kx::ArchiveFilter WorklistPane::Filter(std::size_t state) const {
 
 void WorklistPane::Search() {
     if (!archive_.IsAvailable()) {
-        SetWindowTextW(count_, (L"Archivio non disponibile: " + archive_.FailureText()).c_str());
+        SetWindowTextW(
+            count_,
+            (L"Archivio non disponibile: " + archive_.FailureText() + L" (il motivo: Ctrl+L)").c_str());
         return;
     }
     for (std::size_t i = 0; i < kStates; ++i) {

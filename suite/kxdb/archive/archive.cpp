@@ -1,5 +1,8 @@
 #include "suite/kxdb/archive/archive.h"
 
+#include <fstream>
+#include <stdexcept>
+#include <string_view>
 #include <system_error>
 
 namespace kx::db {
@@ -13,6 +16,18 @@ constexpr std::uint32_t kCopyLostLine = 2;
 std::filesystem::path Beside(const std::filesystem::path& file, const char* suffix) {
     std::filesystem::path name = file;
     return name += suffix;
+}
+
+// A file that never was an archive: it is not to be put aside as a damaged one. One with its copy beside it
+// was.
+bool IsSomethingElse(const std::filesystem::path& file, const std::filesystem::path& copy) {
+    constexpr std::string_view kBeginning("SQLite format 3", 16);
+    std::ifstream stream(file, std::ios::binary);
+    std::string beginning(kBeginning.size(), '\0');
+    stream.read(beginning.data(), static_cast<std::streamsize>(beginning.size()));
+    return stream.gcount() > 0 &&
+           beginning.substr(0, static_cast<std::size_t>(stream.gcount())) != kBeginning &&
+           !std::filesystem::exists(copy);
 }
 
 // The first of archive.kxdb.damaged-1, -2, … that is free.
@@ -29,6 +44,9 @@ std::filesystem::path NameForDamaged(const std::filesystem::path& file) {
 
 Archive::Archive(const std::filesystem::path& file, Reporter& log)
     : mainPath_(file), copyPath_(Beside(file, "-copy")), log_(log) {
+    if (IsSomethingElse(mainPath_, copyPath_)) {
+        throw std::runtime_error("il file non \xE8 un archivio");
+    }
     const bool mainOpens = OpenOrMend(main_, mainPath_, true);
     isNew_ = mainOpens && main_->IsNew();
     BringCopyUp();

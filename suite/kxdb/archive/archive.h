@@ -34,7 +34,8 @@ struct SaveResult {
 
 class Archive {
   public:
-    // Opens or makes the archive. Throws SqliteError, ArchiveTooNew. `log` outlives the archive.
+    // Opens or makes the archive. Throws SqliteError, ArchiveTooNew, std::runtime_error for a file that is
+    // something else. `log` outlives the archive.
     Archive(const std::filesystem::path& file, Reporter& log);
 
     // Whether the file has just been made.

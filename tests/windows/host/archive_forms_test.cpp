@@ -39,6 +39,14 @@ TEST_F(HostTest, TheArchivesFormsImportListAndExport) {
     EXPECT_EQ(absent.exitCode, 1u);
     EXPECT_EQ(Lines(absent.error).size(), 1u) << absent.error;
     EXPECT_TRUE(Read(kept) == Read(direct)) << "the file there was is gone";
+
+    // An archive that is none is named with its reason, and left alone.
+    const fs::path letter = Write("letter.doc", std::string(9000, 'x'));
+    const HostResult refused = RunHost({L"--list", L"--archive", letter.wstring()});
+    EXPECT_EQ(refused.exitCode, 1u);
+    EXPECT_EQ(Lines(refused.error).size(), 1u) << refused.error;
+    EXPECT_NE(refused.error.find("il file non \xC3\xA8 un archivio"), std::string::npos) << refused.error;
+    EXPECT_EQ(Read(letter), std::string(9000, 'x'));
 }
 
 // Killed in the middle of its saves, the program leaves every one that it had told of, whole.
