@@ -1,7 +1,5 @@
 #include "host/batch/command_line.h"
 
-#include <gtest/gtest.h>
-
 namespace kxhost {
 namespace {
 

@@ -1,10 +1,4 @@
 // What drawing needs without a device: picture files and the transform from logical units.
-#include <gtest/gtest.h>
-
-#include <cstdint>
-#include <functional>
-#include <vector>
-
 #include "lib/bmp_format.h"
 #include "lib/windows/drawing_transform.h"
 
@@ -62,8 +56,7 @@ TEST(BmpFormat, AFaultIsNamedByTheFirstThingThatIsWrong) {
         {"a row too many", colour, [](Bytes& f) { Put(f, 22, 4, 3), Put(f, 34, 4, 0); }, BmpFault::kInvalid},
         {"largest sizes", colour, [](Bytes& f) { Put(f, 18, 4, 0x7FFFFFFF), Put(f, 22, 4, 0x80000000), Put(f, 34, 4, 0); },
          BmpFault::kInvalid},
-        {"monochrome, largest sizes", mono, [](Bytes& f) { Put(f, 18, 4, 0x7FFFFFF8), Put(f, 22, 4, 0x7FFFFFFF); }, BmpFault::kInvalid},
-    };
+        {"monochrome, largest sizes", mono, [](Bytes& f) { Put(f, 18, 4, 0x7FFFFFF8), Put(f, 22, 4, 0x7FFFFFFF); }, BmpFault::kInvalid}};
     for (const auto& row : rows) {
         Bytes file = row.file;
         row.spoil(file);
@@ -110,17 +103,15 @@ TEST(DrawingTransform, MapsAPointByItsOriginsAndItsScale) {
         const char* name;
         DrawingTransform transform;  // origins x: logical, device; y: logical, device; then the scales x, y
         std::int32_t x, y, deviceX, deviceY;
-    } rows[] = {
-        {"as it is", {}, 100, -7, 100, -7},
-        {"hundredths of an inch in 254 per 100", {0, 0, 0, 0, 100, 254, 100, 254}, 100, 50, 254, 127},
-        {"origins", {10, 1000, -20, 2000}, 15, 5, 1005, 2025},
-        {"origin before the scale", {10, 3, 0, 0, 2, 6, 1, 1}, 14, 9, 15, 9},
-        {"halves away from zero", {0, 0, 0, 0, 2, 1, 2, 1}, 5, -5, 3, -3},
-        {"down to the nearest", {0, 0, 0, 0, 3, 1, 3, 1}, 4, -4, 1, -1},
-        {"upwards axis", {0, 0, 0, 400, 100, 100, 100, -100}, 0, 30, 0, 370},
-        {"no divisor", {0, 9, 0, 9, 0, 100, 0, 100}, 50, 50, 8, 8},
-        {"too large", {0, 5, 0, 0, 1, 1000, 100, 100}, INT32_MAX, INT32_MIN + 1, 4, INT32_MIN + 1},
-    };
+    } rows[] = {{"as it is", {}, 100, -7, 100, -7},
+                {"hundredths of an inch in 254 per 100", {0, 0, 0, 0, 100, 254, 100, 254}, 100, 50, 254, 127},
+                {"origins", {10, 1000, -20, 2000}, 15, 5, 1005, 2025},
+                {"origin before the scale", {10, 3, 0, 0, 2, 6, 1, 1}, 14, 9, 15, 9},
+                {"halves away from zero", {0, 0, 0, 0, 2, 1, 2, 1}, 5, -5, 3, -3},
+                {"down to the nearest", {0, 0, 0, 0, 3, 1, 3, 1}, 4, -4, 1, -1},
+                {"upwards axis", {0, 0, 0, 400, 100, 100, 100, -100}, 0, 30, 0, 370},
+                {"no divisor", {0, 9, 0, 9, 0, 100, 0, 100}, 50, 50, 8, 8},
+                {"too large", {0, 5, 0, 0, 1, 1000, 100, 100}, INT32_MAX, INT32_MIN + 1, 4, INT32_MIN + 1}};
     for (const auto& row : rows) {
         EXPECT_EQ(row.transform.DeviceX(row.x), row.deviceX) << row.name;
         EXPECT_EQ(row.transform.DeviceY(row.y), row.deviceY) << row.name;

@@ -1,12 +1,5 @@
 #include "lib/fileutil.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <memory>
-#include <string>
-#include <vector>
-
 namespace kx::test {
 namespace {
 
@@ -45,16 +38,14 @@ TEST(FileNameAt, FindsTheFileInEveryFormOfTheNamesBuffer) {
 TEST(ReadLineAt, EndsALineAtItsFeedOrTheReturnBeforeIt) {
     const struct {
         std::string content, lines;  // each line with the place of the next one; "xxxxxxx" is what was in the buffer before
-    } rows[] = {
-        {"ab\r\ncd\n", "ab>4 cd>7 xxxxxxx>-1 "},
-        {"ab\ncd", "ab>3 cd>-1 "},
-        {"a\rb\r", "a>2 b>4 xxxxxxx>-1 "},
-        {"\n\r\n\r", ">1 >3 >4 xxxxxxx>-1 "},
-        {"a\rbc\nd\n", "a>5 d>7 xxxxxxx>-1 "},  // a return inside a line ends it, the rest goes
-        {"abcdef\n", "abcdef>7 xxxxxxx>-1 "},   // exactly as long as the buffer takes
-        {"abcdefg\n", "abcdefg>-1 "},
-        {"a\0b\n"s, "a>4 xxxxxxx>-1 "},
-    };
+    } rows[] = {{"ab\r\ncd\n", "ab>4 cd>7 xxxxxxx>-1 "},
+                {"ab\ncd", "ab>3 cd>-1 "},
+                {"a\rb\r", "a>2 b>4 xxxxxxx>-1 "},
+                {"\n\r\n\r", ">1 >3 >4 xxxxxxx>-1 "},
+                {"a\rbc\nd\n", "a>5 d>7 xxxxxxx>-1 "},  // a return inside a line ends it, the rest goes
+                {"abcdef\n", "abcdef>7 xxxxxxx>-1 "},   // exactly as long as the buffer takes
+                {"abcdefg\n", "abcdefg>-1 "},
+                {"a\0b\n"s, "a>4 xxxxxxx>-1 "}};
     for (const auto& row : rows) {
         std::string lines;
         for (std::int32_t at = 0; at >= 0;) {

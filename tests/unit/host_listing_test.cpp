@@ -1,9 +1,4 @@
 // What the workstation lists and writes of a test: measurements, the report's fields, the table.
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cstring>
 #include <set>
 
 #include "host/report/measurement_listing.h"
@@ -137,14 +132,12 @@ TEST_F(Listing, TheTitleOfTheTableSaysWhoseAndWhen) {
         const char *id, *name;  // last^first^middle^
         bool dated;
         const char* title;
-    } rows[] = {
-        {"4711", "Rossi^Anna^^", true, "4711, 31/05/2024, 13:04, Rossi, Anna "},
-        {"", "Rossi^Anna^^", false, "Rossi, Anna "},
-        {"", "", false, ""},
-        {"<b>&\"", "D'Al\xEC^^^", false, "&lt;b&gt;&amp;&quot;, D'Al\xEC,  "},
-        // 63 characters are the most, and none of the last one is left when it does not fit whole.
-        {"&&&&&&&&&&&&&&&", "", false, "&amp;&amp;&amp;&amp;&amp;&amp;&amp;&amp;&amp;&amp;&amp;&amp;"},
-    };
+    } rows[] = {{"4711", "Rossi^Anna^^", true, "4711, 31/05/2024, 13:04, Rossi, Anna "},
+                {"", "Rossi^Anna^^", false, "Rossi, Anna "},
+                {"", "", false, ""},
+                {"<b>&\"", "D'Al\xEC^^^", false, "&lt;b&gt;&amp;&quot;, D'Al\xEC,  "},
+                // 63 characters are the most, and none of the last one is left when it does not fit whole.
+                {"&&&&&&&&&&&&&&&", "", false, "&amp;&amp;&amp;&amp;&amp;&amp;&amp;&amp;&amp;&amp;&amp;&amp;"}};
     for (const auto& row : rows) {
         test.SetPatientId(row.id);
         std::strcpy(test.patientName, row.name);

@@ -1,9 +1,5 @@
 #include "lib/html_document.h"
 
-#include <gmock/gmock.h>
-
-#include <string>
-
 #include "tests/rig/memory_file.h"
 #include "tests/rig/recorded_reports.h"
 

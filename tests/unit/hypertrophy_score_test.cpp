@@ -1,10 +1,5 @@
 #include "lib/hypertrophy_score.h"
 
-#include <gtest/gtest.h>
-
-#include <functional>
-#include <string>
-
 #include "dialogs/hypertrophy/value_range.h"
 
 namespace kx::test {
@@ -60,43 +55,41 @@ TEST(HypertrophyPoints, AreGivenAtTheirLimits) {
         const char* name;
         Fill fill;
         const char* points;
-    } rows[] = {
-        {"V1 is no limb lead", Wave(KX_LEAD_V1, &KxLeadMeasurements::aR, 2900), "00000"},
-        {"limb Q +2000 is no depth", Wave(KX_LEAD_II, &KxLeadMeasurements::aQ, 2000), "00000"},
-        {"V1 S -3000", Wave(KX_LEAD_V1, &KxLeadMeasurements::aS, -3000), "30000"},
-        {"V1 S -2999", Wave(KX_LEAD_V1, &KxLeadMeasurements::aS, -2999), "00000"},
-        {"V2 S' -3000", Wave(KX_LEAD_V2, &KxLeadMeasurements::aS1, -3000), "30000"},
-        {"V3 S is not asked", Wave(KX_LEAD_V3, &KxLeadMeasurements::aS, -4000), "00000"},
-        {"V5 R 3000", Wave(KX_LEAD_V5, &KxLeadMeasurements::aR, 3000), "30000"},
-        {"V5 R 2999", Wave(KX_LEAD_V5, &KxLeadMeasurements::aR, 2999), "00000"},
-        {"V6 R' 3000", Wave(KX_LEAD_V6, &KxLeadMeasurements::aR1, 3000), "30000"},
-        {"V4 R is not asked", Wave(KX_LEAD_V4, &KxLeadMeasurements::aR, 4000), "00000"},
-        {"axis -29", Axes(-29, 0), "00000"},
-        {"axis -30", Axes(-30, 0), "00200"},
-        {"axis -90", Axes(-90, 0), "00200"},
-        {"axis -180", Axes(-180, -180), "00000"},
-        {"axis -91", Axes(-91, -90), "00000"},
-        {"90 apart", Axes(90, 0), "00000"},
-        {"91 apart", Axes(0, 91), "03000"},
-        {"180 is not folded", Axes(180, 0), "03000"},
-        {"-181 becomes -1", Axes(-1, 180), "00000"},
-        {"360 becomes 180", Axes(180, -180), "03000"},
-        {"361 becomes 1", Axes(181, -180), "00000"},
-        {"-180 is not folded", Axes(-180, 0), "03000"},
-        {"far off axes end too", Axes(INT16_MAX, INT16_MIN), "00000"},  // 65535 - 364 * 180 = 15
-        {"QRS 89", Qrs(89), "00000"},
-        {"QRS 90", Qrs(90), "00010"},
-        {"V3 49", Late(KX_LEAD_V3, 49), "00000"},
-        {"V3 50", Late(KX_LEAD_V3, 50), "00010"},
-        {"V6 49", Late(KX_LEAD_V6, 49), "00000"},
-        {"V6 50, unsigned", Late(KX_LEAD_V6, 0xFFFF), "00010"},
-        {"V5 is not asked", Late(KX_LEAD_V5, 80), "00000"},
-        {"single P -2101, 40 ms", P(-2101, 0, 40), "00003"},
-        {"single P -2101, 39 ms", P(-2101, 0, 39), "00000"},
-        {"single P -2100", P(-2100, 0, 40), "00000"},
-        {"the second part decides", P(100, -2101, 40), "00003"},
-        {"a shallow second part hides the first", P(-2200, -100, 40), "00000"},
-    };
+    } rows[] = {{"V1 is no limb lead", Wave(KX_LEAD_V1, &KxLeadMeasurements::aR, 2900), "00000"},
+                {"limb Q +2000 is no depth", Wave(KX_LEAD_II, &KxLeadMeasurements::aQ, 2000), "00000"},
+                {"V1 S -3000", Wave(KX_LEAD_V1, &KxLeadMeasurements::aS, -3000), "30000"},
+                {"V1 S -2999", Wave(KX_LEAD_V1, &KxLeadMeasurements::aS, -2999), "00000"},
+                {"V2 S' -3000", Wave(KX_LEAD_V2, &KxLeadMeasurements::aS1, -3000), "30000"},
+                {"V3 S is not asked", Wave(KX_LEAD_V3, &KxLeadMeasurements::aS, -4000), "00000"},
+                {"V5 R 3000", Wave(KX_LEAD_V5, &KxLeadMeasurements::aR, 3000), "30000"},
+                {"V5 R 2999", Wave(KX_LEAD_V5, &KxLeadMeasurements::aR, 2999), "00000"},
+                {"V6 R' 3000", Wave(KX_LEAD_V6, &KxLeadMeasurements::aR1, 3000), "30000"},
+                {"V4 R is not asked", Wave(KX_LEAD_V4, &KxLeadMeasurements::aR, 4000), "00000"},
+                {"axis -29", Axes(-29, 0), "00000"},
+                {"axis -30", Axes(-30, 0), "00200"},
+                {"axis -90", Axes(-90, 0), "00200"},
+                {"axis -180", Axes(-180, -180), "00000"},
+                {"axis -91", Axes(-91, -90), "00000"},
+                {"90 apart", Axes(90, 0), "00000"},
+                {"91 apart", Axes(0, 91), "03000"},
+                {"180 is not folded", Axes(180, 0), "03000"},
+                {"-181 becomes -1", Axes(-1, 180), "00000"},
+                {"360 becomes 180", Axes(180, -180), "03000"},
+                {"361 becomes 1", Axes(181, -180), "00000"},
+                {"-180 is not folded", Axes(-180, 0), "03000"},
+                {"far off axes end too", Axes(INT16_MAX, INT16_MIN), "00000"},  // 65535 - 364 * 180 = 15
+                {"QRS 89", Qrs(89), "00000"},
+                {"QRS 90", Qrs(90), "00010"},
+                {"V3 49", Late(KX_LEAD_V3, 49), "00000"},
+                {"V3 50", Late(KX_LEAD_V3, 50), "00010"},
+                {"V6 49", Late(KX_LEAD_V6, 49), "00000"},
+                {"V6 50, unsigned", Late(KX_LEAD_V6, 0xFFFF), "00010"},
+                {"V5 is not asked", Late(KX_LEAD_V5, 80), "00000"},
+                {"single P -2101, 40 ms", P(-2101, 0, 40), "00003"},
+                {"single P -2101, 39 ms", P(-2101, 0, 39), "00000"},
+                {"single P -2100", P(-2100, 0, 40), "00000"},
+                {"the second part decides", P(100, -2101, 40), "00003"},
+                {"a shallow second part hides the first", P(-2200, -100, 40), "00000"}};
     for (const auto& row : rows) {
         const HypertrophyScore s = Score(row.fill);
         std::string points;
@@ -121,15 +114,13 @@ TEST(ValueRange, ColoursEveryBound) {
         const char* name;
         ValueRange range;
         std::int32_t green, olive;  // the largest values
-    } rows[] = {
-        {"amplitude", kSingleAmplitudeRange, 1000, 2000},
-        {"Sokolow-Lyon", kSokolowLyonRange, 2000, 3500},
-        {"Cornell, male", CornellRange(KX_SEX_MALE), 1500, 2800},
-        {"Cornell, female", CornellRange(KX_SEX_FEMALE), 1500, 2000},
-        {"Cornell, other code", CornellRange(7), 1500, 2800},
-        {"points", kCriterionPointsRange, 0, 1},
-        {"total", kTotalPointsRange, 4, 5},
-    };
+    } rows[] = {{"amplitude", kSingleAmplitudeRange, 1000, 2000},
+                {"Sokolow-Lyon", kSokolowLyonRange, 2000, 3500},
+                {"Cornell, male", CornellRange(KX_SEX_MALE), 1500, 2800},
+                {"Cornell, female", CornellRange(KX_SEX_FEMALE), 1500, 2000},
+                {"Cornell, other code", CornellRange(7), 1500, 2800},
+                {"points", kCriterionPointsRange, 0, 1},
+                {"total", kTotalPointsRange, 4, 5}};
     constexpr PackedColor kRed = 0x0000FF, kOlive = 0x008080, kGreen = 0x008000;
     for (const auto& row : rows) {
         const PackedColor colors[] = {row.range.ColorOf(-1),        row.range.ColorOf(0),

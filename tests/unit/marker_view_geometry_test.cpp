@@ -1,10 +1,6 @@
 #include "dialogs/marker_view/trace/view_geometry.h"
 
-#include <gtest/gtest.h>
-
 #include <climits>
-#include <string>
-#include <vector>
 
 namespace kx::test {
 namespace {
@@ -21,13 +17,11 @@ TEST(ViewGeometry, ScalesTruncateAtEachStep) {
         BeatMeasure beat;
         ViewSettings settings;
         std::int32_t horizontal, heightOf1mV, heightOf100;  // 1000 x pixels per sample; of a slope of 100 uV/ms
-    } rows[] = {
-        {"50 mm/s at 500 Hz", kDevice, kBeat, kSettings, 400, 60, 60},
-        {"a rate that does not divide", kDevice, {600, 300, 1000}, kSettings, 664, 60, 60},
-        {"pixels and mm that do not divide", {1000, 261, 700, 197}, kBeat, kSettings, 383, 71, 71},
-        {"2 uV a unit", kDevice, {600, 500, 2000}, kSettings, 400, 60, 60},
-        {"32 kHz at 25 mm/s is below a thousandth", kDevice, {600, 32000, 1000}, {10, 25, 0, 0}, 0, 30, 30},
-    };
+    } rows[] = {{"50 mm/s at 500 Hz", kDevice, kBeat, kSettings, 400, 60, 60},
+                {"a rate that does not divide", kDevice, {600, 300, 1000}, kSettings, 664, 60, 60},
+                {"pixels and mm that do not divide", {1000, 261, 700, 197}, kBeat, kSettings, 383, 71, 71},
+                {"2 uV a unit", kDevice, {600, 500, 2000}, kSettings, 400, 60, 60},
+                {"32 kHz at 25 mm/s is below a thousandth", kDevice, {600, 32000, 1000}, {10, 25, 0, 0}, 0, 30, 30}};
     for (const auto& row : rows) {
         const ViewGeometry geometry(row.device, row.beat, row.settings, 400, 300);
         EXPECT_EQ(geometry.HorizontalScale(), row.horizontal) << row.name;
@@ -47,13 +41,11 @@ TEST(ViewGeometry, ANarrowBeatIsCentredAndAWideOneScrolls) {
     const struct {
         std::int32_t percent, microvolts, origin, baseline;
         ScrollBarState horizontal, vertical;
-    } rows[] = {
-        // 2400 pixels wide; 20 mm/mV: 300 pixels high, in a view of 100
-        {0, 0, 0, 50, {2000, 333, 0}, {200, 67, 67}},
-        {50, 500, -1000, 20, {2000, 333, 834}, {200, 67, 80}},
-        {100, -2500, -2000, 200, {2000, 333, 1668}, {200, 67, 0}},
-        {100, 2500, -2000, -100, {2000, 333, 1668}, {200, 67, 134}},
-    };
+    } rows[] = {// 2400 pixels wide; 20 mm/mV: 300 pixels high, in a view of 100
+                {0, 0, 0, 50, {2000, 333, 0}, {200, 67, 67}},
+                {50, 500, -1000, 20, {2000, 333, 834}, {200, 67, 80}},
+                {100, -2500, -2000, 200, {2000, 333, 1668}, {200, 67, 0}},
+                {100, 2500, -2000, -100, {2000, 333, 1668}, {200, 67, 134}}};
     for (const auto& row : rows) {
         const ViewGeometry geometry(kDevice, kBeat, {20, 500, row.percent, row.microvolts}, 400, 100);
         EXPECT_EQ(geometry.XOrigin(), row.origin) << row.percent;
@@ -89,16 +81,14 @@ TEST(ViewGeometry, ADragGoesToTheBeatsEndsButNotBeyondTheView) {
         ViewSettings settings;
         std::int32_t column;
         std::optional<std::int32_t> target;
-    } rows[] = {
-        {"inside", kBeat, kSettings, 180, 250},  // centred: columns 80 to 319
-        {"left of the view", kBeat, kSettings, -50, 0},
-        {"right of the view", kBeat, kSettings, 9000, 599},
-        {"last column, the beat goes on", kBeat, {20, 500, 0, 0}, 399, std::nullopt},  // samples 0 to 99 are in the view
-        {"first column, the beat goes on", kBeat, {20, 500, 50, 0}, 0, std::nullopt},
-        {"second column", kBeat, {20, 500, 50, 0}, 1, 250},
-        {"no scale", {600, 32000, 1000}, {20, 25, 0, 0}, 200, std::nullopt},
-        {"no beat", {}, kSettings, 200, std::nullopt},
-    };
+    } rows[] = {{"inside", kBeat, kSettings, 180, 250},  // centred: columns 80 to 319
+                {"left of the view", kBeat, kSettings, -50, 0},
+                {"right of the view", kBeat, kSettings, 9000, 599},
+                {"last column, the beat goes on", kBeat, {20, 500, 0, 0}, 399, std::nullopt},  // samples 0 to 99 are in the view
+                {"first column, the beat goes on", kBeat, {20, 500, 50, 0}, 0, std::nullopt},
+                {"second column", kBeat, {20, 500, 50, 0}, 1, 250},
+                {"no scale", {600, 32000, 1000}, {20, 25, 0, 0}, 200, std::nullopt},
+                {"no beat", {}, kSettings, 200, std::nullopt}};
     for (const auto& row : rows) {
         EXPECT_EQ(ViewGeometry(kDevice, row.beat, row.settings, 400, 300).DragTarget(row.column), row.target) << row.name;
     }
@@ -139,14 +129,12 @@ TEST(Scrolling, FollowsEveryRequestWithinItsRange) {
         std::int32_t value;
         ScrollRequest request;
         std::int32_t thumb, percent, microvolts;  // across, and down where 0 uV is the value
-    } rows[] = {
-        {50, ScrollRequest::kLineBack, 0, 49, -50},       {50, ScrollRequest::kLineForward, 0, 51, 50},
-        {50, ScrollRequest::kPageBack, 0, 40, -500},      {50, ScrollRequest::kPageForward, 0, 60, 500},
-        {50, ScrollRequest::kThumbTrack, 500, 25, -1250}, {50, ScrollRequest::kThumbPosition, 2000, 100, 2500},
-        {50, ScrollRequest::kThumbTrack, -7, 0, -2500},   {50, ScrollRequest::kFirst, 0, 0, -2500},
-        {50, ScrollRequest::kLast, 0, 100, 2500},         {50, ScrollRequest::kEnd, 0, 50, 0},
-        {5, ScrollRequest::kPageBack, 0, 0, -500},        {95, ScrollRequest::kPageForward, 0, 100, 500},
-    };
+    } rows[] = {{50, ScrollRequest::kLineBack, 0, 49, -50},       {50, ScrollRequest::kLineForward, 0, 51, 50},
+                {50, ScrollRequest::kPageBack, 0, 40, -500},      {50, ScrollRequest::kPageForward, 0, 60, 500},
+                {50, ScrollRequest::kThumbTrack, 500, 25, -1250}, {50, ScrollRequest::kThumbPosition, 2000, 100, 2500},
+                {50, ScrollRequest::kThumbTrack, -7, 0, -2500},   {50, ScrollRequest::kFirst, 0, 0, -2500},
+                {50, ScrollRequest::kLast, 0, 100, 2500},         {50, ScrollRequest::kEnd, 0, 50, 0},
+                {5, ScrollRequest::kPageBack, 0, 0, -500},        {95, ScrollRequest::kPageForward, 0, 100, 500}};
     for (const auto& row : rows) {
         SCOPED_TRACE(static_cast<int>(row.request));
         EXPECT_EQ(Scrolled(row.value, row.request, row.thumb, 1999, kHorizontalSteps), row.percent);
@@ -159,13 +147,11 @@ TEST(Readout, ShowsASignWhereverThereIsOne) {
     const struct {
         std::int32_t ms, microvolts, slope;
         const char* text;
-    } rows[] = {
-        {400, -1250, 12345, "400 ms\r\n-1250 uV\r\n12.34 uV/ms"},
-        {2, 5, -12345, "2 ms\r\n5 uV\r\n-12.34 uV/ms"},
-        {2, 5, -999, "2 ms\r\n5 uV\r\n-0.99 uV/ms"},
-        {0, 0, -9, "0 ms\r\n0 uV\r\n0.00 uV/ms"},
-        {INT32_MAX, INT32_MIN, INT32_MIN, "2147483647 ms\r\n-2147483648 uV\r\n-2147483.64 uV/ms"},
-    };
+    } rows[] = {{400, -1250, 12345, "400 ms\r\n-1250 uV\r\n12.34 uV/ms"},
+                {2, 5, -12345, "2 ms\r\n5 uV\r\n-12.34 uV/ms"},
+                {2, 5, -999, "2 ms\r\n5 uV\r\n-0.99 uV/ms"},
+                {0, 0, -9, "0 ms\r\n0 uV\r\n0.00 uV/ms"},
+                {INT32_MAX, INT32_MIN, INT32_MIN, "2147483647 ms\r\n-2147483648 uV\r\n-2147483.64 uV/ms"}};
     for (const auto& row : rows) {
         char text[kReadoutSize];
         FormatReadout(text, row.ms, row.microvolts, row.slope);

@@ -1,10 +1,7 @@
 // Numbers as the dialogs show and read them, and the lists of codes and texts.
 #include "lib/number_text.h"
 
-#include <gtest/gtest.h>
-
 #include <limits>
-#include <string>
 
 #include "lib/pick_list.h"
 
@@ -124,22 +121,6 @@ TEST(PickList, FindsTextByDigitOfCode) {
         EXPECT_EQ(FindByDigitCode(row.list, row.code, text), std::string_view(row.text) != "?") << row.list << " code " << row.code;
         EXPECT_EQ(text, row.text) << row.list << " code " << row.code;
     }
-}
-
-TEST(ListPieces, GivesPiecesByPlace) {
-    const struct {
-        const char* list;
-        std::size_t place;
-        const char* piece;
-    } rows[] = {{"a^b^c", 0, "a"}, {"a^b^c", 2, "c"}, {"a^b^c", 3, ""}, {"", 0, ""}, {"a^^c^", 1, ""}, {"a^^c^", 2, "c"}};
-    for (const auto& row : rows) {
-        EXPECT_EQ(ListPiece(row.list, row.place), row.piece) << row.list << ' ' << row.place;
-    }
-    ListPieces pieces("a^");
-    std::string_view piece;
-    EXPECT_TRUE(pieces.Next(piece) && pieces.Next(piece));
-    EXPECT_EQ(piece, "");
-    EXPECT_FALSE(pieces.Next(piece));
 }
 
 }  // namespace

@@ -1,7 +1,5 @@
 #include "lib/pltgrid.h"
 
-#include <gtest/gtest.h>
-
 #include "lib/muldiv.h"
 #include "tests/unit/grid_picture.h"
 

@@ -1,9 +1,5 @@
 #include "host/printing/print_page_layout.h"
 
-#include <gtest/gtest.h>
-
-#include <cmath>
-
 #include "host/file_formats.h"
 
 namespace kxhost {
@@ -69,13 +65,11 @@ TEST(StaggerLabels, NoLabelCoversAnother) {
         const char* name;
         std::vector<LabelPlace> labels;
         std::vector<int> rows;
-    } rows[] = {
-        {"apart", {{100, 40}, {140, 40}}, {0, 0}},
-        {"one dot too near", {{100, 40}, {139, 40}}, {0, 1}},
-        {"in no order", {{160, 40}, {100, 40}, {130, 40}}, {0, 0, 1}},
-        {"more than there are rows", {{100, 40}, {100, 40}, {100, 40}, {100, 40}}, {0, 1, 2, 2}},
-        {"the row that is free first", {{100, 90}, {110, 20}, {140, 20}}, {0, 1, 1}},
-    };
+    } rows[] = {{"apart", {{100, 40}, {140, 40}}, {0, 0}},
+                {"one dot too near", {{100, 40}, {139, 40}}, {0, 1}},
+                {"in no order", {{160, 40}, {100, 40}, {130, 40}}, {0, 0, 1}},
+                {"more than there are rows", {{100, 40}, {100, 40}, {100, 40}, {100, 40}}, {0, 1, 2, 2}},
+                {"the row that is free first", {{100, 90}, {110, 20}, {140, 20}}, {0, 1, 1}}};
     for (const auto& row : rows) {
         EXPECT_EQ(StaggerLabels(row.labels, 3), row.rows) << row.name;
     }

@@ -2,16 +2,11 @@
 // the zero phase of a pass there and back, naive sums and a correlation.
 #include "dialogs/marker_view/trace/signal_filters.h"
 
-#include <gtest/gtest.h>
-
-#include <cmath>
 #include <complex>
-#include <cstring>
 #include <limits>
 #include <numbers>
 #include <random>
 #include <type_traits>
-#include <vector>
 
 #include "dialogs/marker_view/trace/filtered_lead.h"
 
@@ -129,17 +124,14 @@ TEST(BandPassFilter, FiltersAnArrayBothWaysAroundMissingSamples) {
     for (const Band& band : {kBands[0], kBands[2]}) {
         Samples samples = Noise(400, 9000);
         samples[17] = samples[399] = kMissing;
-        Samples forward = samples, backward = samples;
+        Samples forward = samples, backward(samples.rbegin(), samples.rend());
         BandPassFilter filter(band.low, band.high, band.rate, kMissingSample), single = filter;
         filter.FilterForward(forward.data(), 400);
         filter.FilterBackward(backward.data(), 400);
-        EXPECT_EQ(forward[17], kMissing);
-        EXPECT_EQ(backward[399], kMissing);
-        for (std::size_t i = 0; i < 400; ++i) {
-            if (samples[i] != kMissing) {  // alike once the start is forgotten
-                const std::int32_t filtered = single.FilterSample(samples[i]);
-                ASSERT_TRUE(i < 250 || std::abs(filtered - forward[i]) < 30) << band.low << " Hz, " << i;
-            }
+        EXPECT_EQ(forward, Samples(backward.rbegin(), backward.rend()));
+        for (std::size_t i = 0; i < 400; ++i) {  // alike once the start is forgotten
+            const std::int32_t filtered = samples[i] == kMissing ? kMissing : single.FilterSample(samples[i]);
+            ASSERT_TRUE((i < 250 && samples[i] != kMissing) || std::abs(filtered - forward[i]) < 30) << band.low << " Hz, " << i;
         }
         Samples impulse(3001, 0);
         impulse[1500] = 30000;

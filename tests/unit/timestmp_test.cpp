@@ -1,14 +1,9 @@
 // The time stamp: its arithmetic against the calendar of the standard library, its texts, and reading what was typed.
 #include "lib/timestmp.h"
 
-#include <gmock/gmock.h>
-
 #include <chrono>
-#include <cstring>
 #include <random>
 #include <stdexcept>
-#include <string>
-#include <vector>
 
 #include "tests/rig/recorded_reports.h"
 #include "tests/unit/picture_locale.h"

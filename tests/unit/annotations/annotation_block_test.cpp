@@ -1,6 +1,4 @@
 // A store as a block of bytes: what is written is read back, what is not whole is refused.
-#include <gtest/gtest.h>
-
 #include <random>
 #include <utility>
 

@@ -1,9 +1,5 @@
 #include "lib/annotation_store.h"
 
-#include <gtest/gtest.h>
-
-#include <cstring>
-#include <functional>
 #include <random>
 
 #include "lib/dbclient/test_record.h"

@@ -1,10 +1,6 @@
 // The archive loses no save that returned and shows none by halves, whatever happens to the program or the files.
 #include "suite/kxdb/archive/archive.h"
 
-#include <gtest/gtest.h>
-
-#include <cstring>
-#include <fstream>
 #include <map>
 #include <random>
 

@@ -1,10 +1,6 @@
 // The display names of reviewers and physicians.
 #include "dialogs/interpretation/staff_names.h"
 
-#include <gtest/gtest.h>
-
-#include <cstring>
-
 namespace kx::test {
 namespace {
 
@@ -13,20 +9,18 @@ TEST(StaffNames, AppendWhatFits) {
         const char *first, *initial, *last, *title;
         std::size_t size;
         const char *technician, *physician;
-    } rows[] = {
-        {"Anna", "M.", "Nicol\xF2", "Cardiologa", 256, "Anna M. Nicol\xF2", "Anna M. Nicol\xF2, Cardiologa"},
-        {"Anna", "M.", "Rossi", "", 256, "Anna M. Rossi", "Anna M. Rossi"},
-        {"Anna", "", "Rossi", "", 256, "Anna  Rossi", "Anna  Rossi"},  // an empty piece has its blank
-        {"", "", "Rossi", "", 256, "  Rossi", "  Rossi"},
-        {"Anna", "M.", "Rossi", "Dr.", 19, "Anna M. Rossi", "Anna M. Rossi, Dr."},
-        {"Anna", "M.", "Rossi", "Dr.", 18, "Anna M. Rossi", "Anna M. Rossi"},
-        {"Anna", "M.", "Rossi", "Dr.", 14, "Anna M. Rossi", "Anna M. Rossi"},
-        // The last name does not fit; a title that would is not put behind a name without it.
-        {"Anna", "M.", "Rossi", "D", 13, "Anna M.", "Anna M."},
-        {"Anna", "M.", "Rossi", "", 5, "Anna", "Anna"},
-        {"Anna", "M.", "Rossi", "", 4, "", ""},
-        {"Anna", "M.", "Rossi", "", 1, "", ""},
-    };
+    } rows[] = {{"Anna", "M.", "Nicol\xF2", "Cardiologa", 256, "Anna M. Nicol\xF2", "Anna M. Nicol\xF2, Cardiologa"},
+                {"Anna", "M.", "Rossi", "", 256, "Anna M. Rossi", "Anna M. Rossi"},
+                {"Anna", "", "Rossi", "", 256, "Anna  Rossi", "Anna  Rossi"},  // an empty piece has its blank
+                {"", "", "Rossi", "", 256, "  Rossi", "  Rossi"},
+                {"Anna", "M.", "Rossi", "Dr.", 19, "Anna M. Rossi", "Anna M. Rossi, Dr."},
+                {"Anna", "M.", "Rossi", "Dr.", 18, "Anna M. Rossi", "Anna M. Rossi"},
+                {"Anna", "M.", "Rossi", "Dr.", 14, "Anna M. Rossi", "Anna M. Rossi"},
+                // The last name does not fit; a title that would is not put behind a name without it.
+                {"Anna", "M.", "Rossi", "D", 13, "Anna M.", "Anna M."},
+                {"Anna", "M.", "Rossi", "", 5, "Anna", "Anna"},
+                {"Anna", "M.", "Rossi", "", 4, "", ""},
+                {"Anna", "M.", "Rossi", "", 1, "", ""}};
     for (const auto& row : rows) {
         PhysicianRecord physician{};
         std::strcpy(physician.firstName, row.first);

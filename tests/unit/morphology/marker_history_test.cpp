@@ -1,7 +1,5 @@
 #include "dialogs/morphology/rules/marker_history.h"
 
-#include <gtest/gtest.h>
-
 #include "dialogs/morphology/rules/wave_rules.h"
 
 namespace kx::test {

@@ -1,6 +1,4 @@
 // The ordering rules of the four morphology dialogs, over fields and a record without a window.
-#include <gtest/gtest.h>
-
 #include <random>
 
 #include "dialogs/morphology/rules/general_rules.h"
@@ -41,61 +39,59 @@ const Values kBeat = {100, 200, 300, 400, 700};          // P on, P off, QRS on,
 const Values kComplex = {200, 220, 240, 260, 280, 320};  // Q, R, S, R', S', offset
 const Values kWave = {100, 150, 200};                    // onset, second onset, offset
 
-const Drag kDrags[] = {
-    {"P on across P off", kGeneral, kBeat, 0, 250, 200},
-    {"P off before P on", kGeneral, kBeat, 1, 50, 100},
-    {"P off across QRS on", kGeneral, kBeat, 1, 350, 300},
-    {"P off: QRS on wins over P on", kGeneral, {310, 320, 300, 400, 700}, 1, 305, 300},
-    {"QRS on too early", kGeneral, {0, 10, 300, 400, 700}, 2, 5, 20},
-    {"QRS on before P off", kGeneral, kBeat, 2, 5, 200},
-    {"QRS on one before QRS off", kGeneral, kBeat, 2, 399, 399},
-    {"QRS on onto QRS off", kGeneral, kBeat, 2, 400, 380},
-    {"QRS on: QRS off wins over P off", kGeneral, {100, 390, 395, 400, 700}, 2, 600, 380},
-    {"QRS on with the offset in the first 20 ms", kGeneral, {0, 5, 8, 10, 700}, 2, 9, 0},
-    {"QRS off onto QRS on", kGeneral, kBeat, 3, 300, 320},
-    {"QRS off one behind QRS on", kGeneral, kBeat, 3, 301, 301},
-    {"QRS off across T off", kGeneral, kBeat, 3, 900, 700},
-    {"QRS off: T off wins over the gap", kGeneral, {100, 200, 300, 400, 310}, 3, 200, 310},
-    {"T off across QRS off", kGeneral, kBeat, 4, 10, 400},
+const Drag kDrags[] = {{"P on across P off", kGeneral, kBeat, 0, 250, 200},
+                       {"P off before P on", kGeneral, kBeat, 1, 50, 100},
+                       {"P off across QRS on", kGeneral, kBeat, 1, 350, 300},
+                       {"P off: QRS on wins over P on", kGeneral, {310, 320, 300, 400, 700}, 1, 305, 300},
+                       {"QRS on too early", kGeneral, {0, 10, 300, 400, 700}, 2, 5, 20},
+                       {"QRS on before P off", kGeneral, kBeat, 2, 5, 200},
+                       {"QRS on one before QRS off", kGeneral, kBeat, 2, 399, 399},
+                       {"QRS on onto QRS off", kGeneral, kBeat, 2, 400, 380},
+                       {"QRS on: QRS off wins over P off", kGeneral, {100, 390, 395, 400, 700}, 2, 600, 380},
+                       {"QRS on with the offset in the first 20 ms", kGeneral, {0, 5, 8, 10, 700}, 2, 9, 0},
+                       {"QRS off onto QRS on", kGeneral, kBeat, 3, 300, 320},
+                       {"QRS off one behind QRS on", kGeneral, kBeat, 3, 301, 301},
+                       {"QRS off across T off", kGeneral, kBeat, 3, 900, 700},
+                       {"QRS off: T off wins over the gap", kGeneral, {100, 200, 300, 400, 310}, 3, 200, 310},
+                       {"T off across QRS off", kGeneral, kBeat, 4, 10, 400},
 
-    {"Q 4 before R", kQrs, kComplex, 0, 216, 215},
-    {"Q with R in the first 5 ms", kQrs, {2, 4, 0, 0, 0, 320}, 0, 100, 0},
-    {"Q without R passes S", kQrs, {200, 0, 240, 0, 0, 320}, 0, 300, 300},
-    {"Q without R onto the offset", kQrs, {200, 0, 240, 0, 0, 320}, 0, 318, 315},
-    {"R onto Q", kQrs, kComplex, 1, 200, 205},
-    {"R across S", kQrs, kComplex, 1, 300, 235},
-    {"R between Q and S that are too close: S wins", kQrs, {200, 206, 208, 0, 0, 320}, 1, 204, 203},
-    {"R without S onto the offset", kQrs, {200, 220, 0, 260, 0, 320}, 1, 400, 315},
-    {"R without Q", kQrs, {0, 220, 240, 0, 0, 320}, 1, 3, 3},
-    {"S without R in the first 5 ms", kQrs, {200, 0, 240, 0, 0, 320}, 2, 3, 5},
-    {"S without R'", kQrs, {200, 220, 240, 0, 0, 320}, 2, 330, 315},
-    {"R' across S'", kQrs, kComplex, 3, 300, 275},
-    {"S' across R'", kQrs, kComplex, 4, 100, 265},
-    {"S' with R' 5 before the offset", kQrs, {200, 220, 240, 315, 318, 320}, 4, 100, 315},
-    {"offset before S'", kQrs, kComplex, 5, 250, 285},
-    {"offset 6 behind S'", kQrs, kComplex, 5, 286, 286},
-    {"offset without S' before R'", kQrs, {200, 220, 240, 260, 0, 320}, 5, 250, 265},
-    {"offset without R' before S", kQrs, {200, 220, 240, 0, 0, 320}, 5, 100, 245},
-    {"offset with Q and R only", kQrs, {200, 220, 0, 0, 0, 320}, 5, 210, 225},
-    {"offset with Q only, before it", kQrs, {200, 0, 0, 0, 0, 320}, 5, 100, 205},
-    {"offset without any component", kQrs, {0, 0, 0, 0, 0, 320}, 5, 3, 5},
-    {"offset: S' pushes, then R lies behind it", kQrs, {0, 300, 0, 0, 200, 320}, 5, 100, 305},
-    {"offset: R' pushes, then S lies behind it", kQrs, {0, 0, 300, 200, 0, 320}, 5, 100, 305},
-    {"offset: S pushes and R behind it is not asked", kQrs, {0, 300, 200, 0, 0, 320}, 5, 100, 205},
-    {"offset: S' pushes and R' behind it is not asked", kQrs, {0, 0, 0, 300, 200, 320}, 5, 100, 205},
+                       {"Q 4 before R", kQrs, kComplex, 0, 216, 215},
+                       {"Q with R in the first 5 ms", kQrs, {2, 4, 0, 0, 0, 320}, 0, 100, 0},
+                       {"Q without R passes S", kQrs, {200, 0, 240, 0, 0, 320}, 0, 300, 300},
+                       {"Q without R onto the offset", kQrs, {200, 0, 240, 0, 0, 320}, 0, 318, 315},
+                       {"R onto Q", kQrs, kComplex, 1, 200, 205},
+                       {"R across S", kQrs, kComplex, 1, 300, 235},
+                       {"R between Q and S that are too close: S wins", kQrs, {200, 206, 208, 0, 0, 320}, 1, 204, 203},
+                       {"R without S onto the offset", kQrs, {200, 220, 0, 260, 0, 320}, 1, 400, 315},
+                       {"R without Q", kQrs, {0, 220, 240, 0, 0, 320}, 1, 3, 3},
+                       {"S without R in the first 5 ms", kQrs, {200, 0, 240, 0, 0, 320}, 2, 3, 5},
+                       {"S without R'", kQrs, {200, 220, 240, 0, 0, 320}, 2, 330, 315},
+                       {"R' across S'", kQrs, kComplex, 3, 300, 275},
+                       {"S' across R'", kQrs, kComplex, 4, 100, 265},
+                       {"S' with R' 5 before the offset", kQrs, {200, 220, 240, 315, 318, 320}, 4, 100, 315},
+                       {"offset before S'", kQrs, kComplex, 5, 250, 285},
+                       {"offset 6 behind S'", kQrs, kComplex, 5, 286, 286},
+                       {"offset without S' before R'", kQrs, {200, 220, 240, 260, 0, 320}, 5, 250, 265},
+                       {"offset without R' before S", kQrs, {200, 220, 240, 0, 0, 320}, 5, 100, 245},
+                       {"offset with Q and R only", kQrs, {200, 220, 0, 0, 0, 320}, 5, 210, 225},
+                       {"offset with Q only, before it", kQrs, {200, 0, 0, 0, 0, 320}, 5, 100, 205},
+                       {"offset without any component", kQrs, {0, 0, 0, 0, 0, 320}, 5, 3, 5},
+                       {"offset: S' pushes, then R lies behind it", kQrs, {0, 300, 0, 0, 200, 320}, 5, 100, 305},
+                       {"offset: R' pushes, then S lies behind it", kQrs, {0, 0, 300, 200, 0, 320}, 5, 100, 305},
+                       {"offset: S pushes and R behind it is not asked", kQrs, {0, 300, 200, 0, 0, 320}, 5, 100, 205},
+                       {"offset: S' pushes and R' behind it is not asked", kQrs, {0, 0, 0, 300, 200, 320}, 5, 100, 205},
 
-    {"onset across both", kP, kWave, 0, 300, 145},
-    {"onset onto the second onset", kP, kWave, 0, 150, 145},
-    {"onset across the offset", kP, {100, 0, 200}, 0, 300, 195},
-    {"onset of an absent wave", kP, {0, 0, 0}, 0, 80, 0},
-    {"second onset onto the onset", kP, kWave, 1, 100, 105},
-    {"second onset onto the offset", kP, kWave, 1, 200, 195},
-    {"second onset: the onset wins in a short wave", kP, {100, 101, 103}, 1, 200, 105},
-    {"offset onto the second onset", kP, kWave, 2, 150, 155},
-    {"offset one behind the second onset", kP, kWave, 2, 151, 151},
-    {"offset onto the onset", kP, {100, 0, 200}, 2, 100, 105},
-    {"offset past the largest word", kP, {65534, 0, 65535}, 2, 100, 65535},
-};
+                       {"onset across both", kP, kWave, 0, 300, 145},
+                       {"onset onto the second onset", kP, kWave, 0, 150, 145},
+                       {"onset across the offset", kP, {100, 0, 200}, 0, 300, 195},
+                       {"onset of an absent wave", kP, {0, 0, 0}, 0, 80, 0},
+                       {"second onset onto the onset", kP, kWave, 1, 100, 105},
+                       {"second onset onto the offset", kP, kWave, 1, 200, 195},
+                       {"second onset: the onset wins in a short wave", kP, {100, 101, 103}, 1, 200, 105},
+                       {"offset onto the second onset", kP, kWave, 2, 150, 155},
+                       {"offset one behind the second onset", kP, kWave, 2, 151, 151},
+                       {"offset onto the onset", kP, {100, 0, 200}, 2, 100, 105},
+                       {"offset past the largest word", kP, {65534, 0, 65535}, 2, 100, 65535}};
 
 TEST(MorphologyRules, LimitOneMarkerByItsNeighbours) {
     for (const Drag& row : kDrags) {
@@ -165,8 +161,7 @@ const Box kBoxes[] = {
     {"P' removed", kP, kSecond, kWave, true, true, {100, 0, 200}, 2, 1},
     {"P' in the middle", kP, kSecond, {100, 0, 201}, false, true, {100, 150, 201}, 2, 1},
     {"T' in a wave of 10 ms", kT, kSecond, {100, 0, 110}, false, true, {100, 105, 110}, 0x400, 1},
-    {"T' in a wave of 9 ms", kT, kSecond, {100, 0, 109}, false, false, {100, 0, 109}, 0, 0},
-};
+    {"T' in a wave of 9 ms", kT, kSecond, {100, 0, 109}, false, false, {100, 0, 109}, 0, 0}};
 
 TEST(MorphologyRules, WaveBoxesRemoveInsertOrRefuse) {
     for (const Box& row : kBoxes) {
@@ -212,12 +207,10 @@ TEST(MorphologyRules, SeveralMoves) {
         std::size_t first, second;
         std::int32_t firstTo, secondTo;
         std::vector<Values> measured;
-    } rows[] = {
-        {kGeneral, kBeat, 0, 4, 150, 650, {{150, 200, 300, 400, 650}}},
-        {kQrs, kComplex, 0, 1, 230, 100, {{95, 220, 240, 260, 280, 320}, {95, 100, 240, 260, 280, 320}}},
-        {kP, kWave, 0, 2, 120, 180, {{120, 150, 200}}},  // the second is not flagged yet, and the analysis's again
-        {kT, kWave, 0, 2, 120, 180, {{120, 150, 180}}},
-    };
+    } rows[] = {{kGeneral, kBeat, 0, 4, 150, 650, {{150, 200, 300, 400, 650}}},
+                {kQrs, kComplex, 0, 1, 230, 100, {{95, 220, 240, 260, 280, 320}, {95, 100, 240, 260, 280, 320}}},
+                {kP, kWave, 0, 2, 120, 180, {{120, 150, 200}}},  // the second is not flagged yet, and the analysis's again
+                {kT, kWave, 0, 2, 120, 180, {{120, 150, 180}}}};
     for (const auto& row : rows) {
         RuleRig rig(kRules[row.kind].layout, row.stored);
         rig.Drag(row.first, row.firstTo);

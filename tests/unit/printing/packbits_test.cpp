@@ -1,9 +1,6 @@
 #include "lib/packbits.h"
 
-#include <gtest/gtest.h>
-
 #include <random>
-#include <vector>
 
 namespace kx::test {
 namespace {
@@ -49,25 +46,23 @@ TEST(PackBits, MakesTheStatedPackets) {
     const struct {
         const char* what;
         Bytes row, packets;
-    } cases[] = {
-        {"nothing", {}, {}},
-        {"more zeros than a packet holds", Bytes(1000), {}},
-        {"a run", {0xAA, 0xAA, 0xAA, 0xAA}, {0xFD, 0xAA}},
-        {"a pair", {7, 7}, {0xFF, 7}},
-        {"a run of three leaves the literals", {1, 2, 2, 2, 5}, {0, 1, 0xFE, 2, 0, 5}},
-        {"a pair stays among the literals", {1, 2, 2, 3}, {3, 1, 2, 2, 3}},
-        {"three at the end leave them", {1, 2, 2, 2}, {0, 1, 0xFE, 2}},
-        {"a long run", Bytes(200, 0xFF), {0x81, 0xFF, 0xB9, 0xFF}},
-        {"a full run and one byte", Bytes(129, 9), {0x81, 9, 0, 9}},
-        {"zeros at the end of literals", {7, 0, 0}, {0, 7}},
-        {"one zero at the end, behind a run", {7, 7, 7, 0}, {0xFE, 7}},
-        {"127 zeros at the end", Bytes{7} + Bytes(127), {0, 7}},
-        {"a full packet of zeros at the end", Bytes{7, 7, 7} + Bytes(128), {0xFE, 7, 0x81, 0}},
-        {"and one more", Bytes{7, 7, 7} + Bytes(129), {0xFE, 7, 0x81, 0}},
-        {"128 literals", Ascending(128), Bytes{127} + Ascending(128)},
-        {"128 literals, the last a zero", Ascending(127) + Bytes(1), Bytes{127} + Ascending(127) + Bytes(1)},
-        {"129 literals", Ascending(129), Bytes{127} + Ascending(128) + Bytes{0, 129}},
-    };
+    } cases[] = {{"nothing", {}, {}},
+                 {"more zeros than a packet holds", Bytes(1000), {}},
+                 {"a run", {0xAA, 0xAA, 0xAA, 0xAA}, {0xFD, 0xAA}},
+                 {"a pair", {7, 7}, {0xFF, 7}},
+                 {"a run of three leaves the literals", {1, 2, 2, 2, 5}, {0, 1, 0xFE, 2, 0, 5}},
+                 {"a pair stays among the literals", {1, 2, 2, 3}, {3, 1, 2, 2, 3}},
+                 {"three at the end leave them", {1, 2, 2, 2}, {0, 1, 0xFE, 2}},
+                 {"a long run", Bytes(200, 0xFF), {0x81, 0xFF, 0xB9, 0xFF}},
+                 {"a full run and one byte", Bytes(129, 9), {0x81, 9, 0, 9}},
+                 {"zeros at the end of literals", {7, 0, 0}, {0, 7}},
+                 {"one zero at the end, behind a run", {7, 7, 7, 0}, {0xFE, 7}},
+                 {"127 zeros at the end", Bytes{7} + Bytes(127), {0, 7}},
+                 {"a full packet of zeros at the end", Bytes{7, 7, 7} + Bytes(128), {0xFE, 7, 0x81, 0}},
+                 {"and one more", Bytes{7, 7, 7} + Bytes(129), {0xFE, 7, 0x81, 0}},
+                 {"128 literals", Ascending(128), Bytes{127} + Ascending(128)},
+                 {"128 literals, the last a zero", Ascending(127) + Bytes(1), Bytes{127} + Ascending(127) + Bytes(1)},
+                 {"129 literals", Ascending(129), Bytes{127} + Ascending(128) + Bytes{0, 129}}};
     for (const auto& c : cases)
         EXPECT_EQ(Encode(c.row), c.packets) << c.what;
 }

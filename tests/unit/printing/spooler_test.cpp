@@ -1,9 +1,5 @@
 #include "lib/spooler.h"
 
-#include <gtest/gtest.h>
-
-#include <string>
-
 #include "tests/rig/memory_file.h"
 
 namespace kx::test {
@@ -18,18 +14,16 @@ TEST(PclPage, WritesTheBytesOfEveryCommand) {
         const char* what;
         bool (*command)(PclPage&);
         std::string bytes;
-    } cases[] = {
-        {"reset", [](Page& p) { return p.Reset(); }, "\x1B\x45\0"s},
-        {"form feed", [](Page& p) { return p.FormFeed(); }, "\x0C\0"s},
-        {"portrait", [](Page& p) { return p.Portrait(); }, "\x1B&l0O\0"s},
-        {"landscape", [](Page& p) { return p.Landscape(); }, "\x1B&l1O\0"s},
-        {"end", [](Page& p) { return p.EndRaster(); }, "\x1B*rC\0"s},
-        {"begin", [](Page& p) { return p.BeginRaster(375, 450, 300); }, "\x1B*p300x300Y\x1B*t300R\x1B*r0F\x1B*r1A\x1B*b2M"s},
-        {"as far out as a number goes", [](Page& p) { return p.BeginRaster(INT32_MIN, INT32_MAX, 600); },
-         "\x1B*p-2147483723x2147483497Y\x1B*t600R\x1B*r0F\x1B*r1A\x1B*b2M"s},
-        {"blank row", [](Page& p) { return p.RasterRow(kRow + 5, 2); }, "\x1B*b0W"s},
-        {"row", [](Page& p) { return p.RasterRow(kRow, 5); }, "\x1B*b6W\x00\x01\xFE\x02\x00\x05"s},
-    };
+    } cases[] = {{"reset", [](Page& p) { return p.Reset(); }, "\x1B\x45\0"s},
+                 {"form feed", [](Page& p) { return p.FormFeed(); }, "\x0C\0"s},
+                 {"portrait", [](Page& p) { return p.Portrait(); }, "\x1B&l0O\0"s},
+                 {"landscape", [](Page& p) { return p.Landscape(); }, "\x1B&l1O\0"s},
+                 {"end", [](Page& p) { return p.EndRaster(); }, "\x1B*rC\0"s},
+                 {"begin", [](Page& p) { return p.BeginRaster(375, 450, 300); }, "\x1B*p300x300Y\x1B*t300R\x1B*r0F\x1B*r1A\x1B*b2M"s},
+                 {"as far out as a number goes", [](Page& p) { return p.BeginRaster(INT32_MIN, INT32_MAX, 600); },
+                  "\x1B*p-2147483723x2147483497Y\x1B*t600R\x1B*r0F\x1B*r1A\x1B*b2M"s},
+                 {"blank row", [](Page& p) { return p.RasterRow(kRow + 5, 2); }, "\x1B*b0W"s},
+                 {"row", [](Page& p) { return p.RasterRow(kRow, 5); }, "\x1B*b6W\x00\x01\xFE\x02\x00\x05"s}};
     for (const auto& c : cases) {
         MemoryFile file;
         PclPage page(file, 75, 150);

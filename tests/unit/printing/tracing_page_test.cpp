@@ -1,9 +1,6 @@
 // The page of the whole tracing as a PDF file: it is a file that holds together, at its true size.
 #include "host/printing/tracing_page.h"
 
-#include <gtest/gtest.h>
-
-#include <cmath>
 #include <sstream>
 
 #include "host/printing/pdf_canvas.h"

@@ -1,10 +1,5 @@
 #include "host/recording/beat_kinds.h"
 
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
-
 namespace kx::recording {
 namespace {
 

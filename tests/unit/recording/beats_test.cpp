@@ -1,10 +1,4 @@
 // The built-in recording, whose beats are known: the beats found in it, the median beat over them, and what they are labelled.
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cmath>
-#include <string>
-
 #include "host/recording/beat_finder.h"
 #include "host/recording/median_beat.h"
 #include "host/recording/synthetic.h"
@@ -35,8 +29,7 @@ TEST(BeatFinder, FindsEveryBeatAtAnyRateHeartRateSizeAndPolarity) {
         {"2000 samples a second", {.sampleRate = 2000}}, {"30 a minute", {.seconds = 20, .beatsPerMinute = 30}},
         {"140 a minute", {.beatsPerMinute = 140}},       {"irregular", {.seconds = 20, .rrVariationMs = 250}},
         {"much noise", {.noiseMicrovolts = 60}},         {"much hum", {.mainsMicrovolts = 200}},
-        {"much wander", {.wanderMicrovolts = 1500}},     {"two seconds", {.seconds = 2}},
-    };
+        {"much wander", {.wanderMicrovolts = 1500}},     {"two seconds", {.seconds = 2}}};
     for (const auto& [name, options] : rows) {
         ExpectFound(MakeSyntheticRecording(options), options, name);
     }
@@ -176,26 +169,23 @@ TEST(SyntheticRecording, IsThatOfAHealthyAdultTheSameEveryTime) {
     ASSERT_EQ(analysis::MeasureEpisode(episode.Get()), 1u);
     const KxMeasurementSet& set = episode.Set();
     const KxLeadMeasurements* leads = set.leads;
-    const struct {
-        const char* what;
-        int value, from, to;
-    } rows[] = {
-        // Limits of normal of P. W. Macfarlane and T. D. V. Lawrie, Comprehensive Electrocardiology.
-        {"P duration", set.pDuration, 80, 120},
-        {"PR", set.prInterval, 120, 200},
-        {"QRS duration", set.qrsDuration, 70, 110},
-        {"QT", set.qtInterval, 340, 430},
-        {"P axis", set.pAxis, 0, 75},
-        {"QRS axis", set.qrsAxis, -30, 90},
-        {"Sokolow-Lyon", leads[KX_LEAD_V5].aR - leads[KX_LEAD_V1].aS, 1000, 3500},
-        {"Q in V6", leads[KX_LEAD_V6].aQ, -300, 0},
-        {"T in II", leads[KX_LEAD_II].aT1, 100, 700},
-        {"T in aVR", leads[KX_LEAD_AVR].aT1, -600, -50},
-        {"ST in V5", leads[KX_LEAD_V5].stLevel[6], -50, 150},
-        {"intrinsicoid deflection in V5", leads[KX_LEAD_V5].intrinsicoidDeflection, 20, 50},
-    };
-    for (const auto& row : rows) {
-        EXPECT_TRUE(row.value >= row.from && row.value <= row.to) << row.what << ": " << row.value;
+    const KxLeadMeasurements *v1 = &leads[KX_LEAD_V1], *v5 = &leads[KX_LEAD_V5], *v6 = &leads[KX_LEAD_V6];
+    // Limits of normal of P. W. Macfarlane and T. D. V. Lawrie, Comprehensive Electrocardiology: P duration, PR, QRS duration, QT,
+    // axes of P and QRS, Sokolow-Lyon, Q in V6, T in II and aVR, ST and the intrinsicoid deflection in V5.
+    const int rows[][3] = {{set.pDuration, 80, 120},
+                           {set.prInterval, 120, 200},
+                           {set.qrsDuration, 70, 110},
+                           {set.qtInterval, 340, 430},
+                           {set.pAxis, 0, 75},
+                           {set.qrsAxis, -30, 90},
+                           {v5->aR - v1->aS, 1000, 3500},
+                           {v6->aQ, -300, 0},
+                           {leads[KX_LEAD_II].aT1, 100, 700},
+                           {leads[KX_LEAD_AVR].aT1, -600, -50},
+                           {v5->stLevel[6], -50, 150},
+                           {v5->intrinsicoidDeflection, 20, 50}};
+    for (const auto& [value, from, to] : rows) {
+        EXPECT_TRUE(value >= from && value <= to) << value << " of " << from << " to " << to;
     }
 }
 

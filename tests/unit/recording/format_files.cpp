@@ -1,7 +1,5 @@
 #include "tests/unit/recording/format_files.h"
 
-#include <cmath>
-#include <functional>
 #include <map>
 #include <numeric>
 

@@ -1,9 +1,5 @@
 // Files of other kinds than WFDB: what an encoder makes of a recording is read back equal, whatever the layout; what is
 // damaged opens nothing or the same.
-#include <gtest/gtest.h>
-
-#include <cmath>
-
 #include "host/recording/aecg/aecg_writer.h"
 #include "host/recording/ecg_block.h"
 #include "host/recording/lead_names.h"
@@ -129,20 +125,18 @@ TEST(Formats, WhatIsNoRecordingSaysWhyInOneLine) {
     const struct {
         Octets file;
         const char* says;
-    } rows[] = {
-        {BytesOf("hello"), "no kind that is read"},
-        {BytesOf("<RestingECG/>"), "another kind ('RestingECG')"},
-        {BytesOf(text.substr(0, text.size() / 2)), "no well-formed XML"},
-        {BytesOf(Replaced(text, "<digits>", "<digits>x ")), "sample 1 of lead I is 'x'"},
-        {BytesOf(Replaced(text, "unit=\"uV\"", "unit=\"mmHg\"")), "no voltage"},
-        {BytesOf(Replaced(text, "increment", "decrement")), "sampling interval"},
-        {BytesOf(Replaced(text, "MDC_ECG_LEAD_V2", "MDC_ECG_LEAD_V1")), "lead V1 is there twice"},
-        {EncodeScp(original, {.leads = {1}}), "the leads I, III, aVR, aVL, aVF, V1, V2, V3, V4, V5, V6 are missing (it holds II)"},
-        {EncodeScp(original, {.leads = {0, 1}}), "the leads V1, V2, V3, V4, V5, V6 are missing (it holds I, II)"},
-        {EncodeScp(original, {.leads = {0, 1, 6, 6, 7, 8, 9, 10, 11, 0}}), ""},
-        {EncodeDicom(original, {.unit = "mm[Hg]"}), "lead I is in 'mm[Hg]', which is no voltage"},
-        {EncodeDicom(original, {.leads = {}}), "none of the twelve leads"},
-    };
+    } rows[] = {{BytesOf("hello"), "no kind that is read"},
+                {BytesOf("<RestingECG/>"), "another kind ('RestingECG')"},
+                {BytesOf(text.substr(0, text.size() / 2)), "no well-formed XML"},
+                {BytesOf(Replaced(text, "<digits>", "<digits>x ")), "sample 1 of lead I is 'x'"},
+                {BytesOf(Replaced(text, "unit=\"uV\"", "unit=\"mmHg\"")), "no voltage"},
+                {BytesOf(Replaced(text, "increment", "decrement")), "sampling interval"},
+                {BytesOf(Replaced(text, "MDC_ECG_LEAD_V2", "MDC_ECG_LEAD_V1")), "lead V1 is there twice"},
+                {EncodeScp(original, {.leads = {1}}), "the leads I, III, aVR, aVL, aVF, V1, V2, V3, V4, V5, V6 are missing (it holds II)"},
+                {EncodeScp(original, {.leads = {0, 1}}), "the leads V1, V2, V3, V4, V5, V6 are missing (it holds I, II)"},
+                {EncodeScp(original, {.leads = {0, 1, 6, 6, 7, 8, 9, 10, 11, 0}}), ""},
+                {EncodeDicom(original, {.unit = "mm[Hg]"}), "lead I is in 'mm[Hg]', which is no voltage"},
+                {EncodeDicom(original, {.leads = {}}), "none of the twelve leads"}};
     for (const auto& row : rows) {
         std::string error;
         EXPECT_EQ(ReadRecordingBytes(row.file, "x", error).has_value(), *row.says == '\0') << row.says;

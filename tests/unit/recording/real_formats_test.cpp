@@ -1,8 +1,4 @@
 // One ECG in three formats.
-#include <gtest/gtest.h>
-
-#include <cstring>
-
 #include "host/recording/median_beat.h"
 #include "host/recording/open_recording.h"
 #include "host/recording/test_builder.h"

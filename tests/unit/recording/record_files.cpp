@@ -1,10 +1,6 @@
 #include "tests/unit/recording/record_files.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
 #include <chrono>
-#include <fstream>
 #include <iterator>
 
 namespace kx::recording {

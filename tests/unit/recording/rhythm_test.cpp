@@ -1,14 +1,8 @@
 // Rhythms made of known waves, from the recording to the statements.
 #include "host/recording/rhythm.h"
 
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <functional>
 #include <random>
 #include <set>
-#include <string>
-#include <vector>
 
 #include "host/recording/signal_math.h"
 #include "lib/annotation_store.h"

@@ -1,11 +1,5 @@
 // Records as files: header, samples and wave marks; a broken one opens nothing and says why in one line.
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <algorithm>
 #include <cctype>
-#include <cstring>
-#include <functional>
 
 #include "host/recording/open_recording.h"
 #include "host/recording/wfdb/annotations.h"
@@ -36,15 +30,13 @@ TEST(WfdbHeader, ReadsASignalLineInEveryForm) {
         std::uint64_t byteOffset;
         double gain, baseline;
         const char* units = "mV";
-    } rows[] = {
-        {"16", 16, 1, 0, 0, 0, 0},
-        {"212 2000", 212, 1, 0, 0, 2000, 0},
-        {"16+24 1716(-6)/mV 16 0", 16, 1, 0, 24, 1716, -6},
-        {"212x4 200/uV 12 1024", 212, 4, 0, 0, 200, 1024, "uV"},  // the converter's zero stands in for the baseline
-        {"16:7 200(512)/V 12 1024", 16, 1, 7, 0, 200, 512, "V"},  // but a baseline goes before it
-        {"212x2:3+512 1e3", 212, 2, 3, 512, 1000, 0},
-        {"16 -500(+3)", 16, 1, 0, 0, -500, 3},
-    };
+    } rows[] = {{"16", 16, 1, 0, 0, 0, 0},
+                {"212 2000", 212, 1, 0, 0, 2000, 0},
+                {"16+24 1716(-6)/mV 16 0", 16, 1, 0, 24, 1716, -6},
+                {"212x4 200/uV 12 1024", 212, 4, 0, 0, 200, 1024, "uV"},  // the converter's zero stands in for the baseline
+                {"16:7 200(512)/V 12 1024", 16, 1, 7, 0, 200, 512, "V"},  // but a baseline goes before it
+                {"212x2:3+512 1e3", 212, 2, 3, 512, 1000, 0},
+                {"16 -500(+3)", 16, 1, 0, 0, -500, 3}};
     for (const auto& row : rows) {
         const WfdbSignal s = Parsed(std::string("r 1\nr.dat ") + row.fields + "\n").signals.at(0);
         EXPECT_TRUE(s.format == row.format && s.samplesPerFrame == row.samplesPerFrame && s.skew == row.skew) << row.fields;
@@ -76,8 +68,7 @@ TEST(WfdbHeader, ReadsPatientsInTheStylesOfTheCollections) {
         {"# age: 81\n# sex: female\n# ECG date: 01/10/1990\n# Diagnose:\n# Reason: x\n#\n# other\n", 81, Sex::kFemale, {"Reason: x"}, 1990},
         {"#Age: 85\n#Sex: Male\n#Dx: 164889003, 59118001,164934002\n#Rx: no\n", 85, Sex::kMale, {"164889003", "59118001", "164934002"}, 0},
         {"#Age: NaN\n#Sex: Unknown\n", -1, Sex::kUnknown, {}, 0},
-        {"#Age: 300\n# age: 3 months\n# ECG date: 31/02/1990\n", -1, Sex::kUnknown, {}, 0},
-    };
+        {"#Age: 300\n# age: 3 months\n# ECG date: 31/02/1990\n", -1, Sex::kUnknown, {}, 0}};
     for (const auto& row : rows) {
         const WfdbHeader header = Parsed(std::string("r 1\nr.dat 16\n") + row.comments);
         EXPECT_TRUE(header.ageYears == row.age && header.sex == row.sex && header.baseTime.year == row.year) << row.comments;
@@ -86,29 +77,27 @@ TEST(WfdbHeader, ReadsPatientsInTheStylesOfTheCollections) {
 }
 
 TEST(WfdbHeader, RefusesWhatItDoesNotUnderstandInOneLine) {
-    const std::pair<const char*, const char*> rows[] = {
-        {"# only a comment\n", "no record line"},
-        {"r\nr.dat 16\n", "line 1: the number of signals is missing"},
-        {"r/3 1\n", "several segments"},
-        {"..\\r 1\n", "no record name"},
-        {"r x\n", "line 1: the number of signals 'x' is no number"},
-        {"r 0\n", "out of range"},
-        {"r 1 0\nr.dat 16\n", "the sampling rate '0' is out of range"},
-        {"r 1 500 many\nr.dat 16\n", "number of samples 'many'"},
-        {"r 1 500 10 25:00:00\nr.dat 16\n", "the time '25:00:00' is none"},
-        {"r 1 500 10 10:00:00 30/02/2000\nr.dat 16\n", "the date '30/02/2000' is none"},
-        {"r 2 500\nr.dat 16\n", "1 of the 2 signal lines"},
-        {"r 1\nr.dat 16\nr.dat 16\n", "line 3: more signal lines"},
-        {"r 1\nr.dat\n", "format is missing"},
-        {"r 1\nr.dat 16x0\n", "format"},
-        {"r 1\n../r.dat 16\n", "is not a name in the header's folder"},
-        {"r 1\nC:r.dat 16\n", "is not a name in the header's folder"},
-        {"r 1\nr.dat 16 inf/mV\n", "the gain 'inf/mV' is not understood"},
-        {"r 1\nr.dat 16 1000(0/mV\n", "gain"},
-        {"r 1\nr.dat 16 1000 bits\n", "line 2: the resolution 'bits' is no number"},
-        {"r 1\nr.dat 16 1000 16 0 1.5\n", "first sample"},
-        {"r 1\nr.dat 16 1000 16 0 1 4294967296\n", "checksum"},
-    };
+    const std::pair<const char*, const char*> rows[] = {{"# only a comment\n", "no record line"},
+                                                        {"r\nr.dat 16\n", "line 1: the number of signals is missing"},
+                                                        {"r/3 1\n", "several segments"},
+                                                        {"..\\r 1\n", "no record name"},
+                                                        {"r x\n", "line 1: the number of signals 'x' is no number"},
+                                                        {"r 0\n", "out of range"},
+                                                        {"r 1 0\nr.dat 16\n", "the sampling rate '0' is out of range"},
+                                                        {"r 1 500 many\nr.dat 16\n", "number of samples 'many'"},
+                                                        {"r 1 500 10 25:00:00\nr.dat 16\n", "the time '25:00:00' is none"},
+                                                        {"r 1 500 10 10:00:00 30/02/2000\nr.dat 16\n", "the date '30/02/2000' is none"},
+                                                        {"r 2 500\nr.dat 16\n", "1 of the 2 signal lines"},
+                                                        {"r 1\nr.dat 16\nr.dat 16\n", "line 3: more signal lines"},
+                                                        {"r 1\nr.dat\n", "format is missing"},
+                                                        {"r 1\nr.dat 16x0\n", "format"},
+                                                        {"r 1\n../r.dat 16\n", "is not a name in the header's folder"},
+                                                        {"r 1\nC:r.dat 16\n", "is not a name in the header's folder"},
+                                                        {"r 1\nr.dat 16 inf/mV\n", "the gain 'inf/mV' is not understood"},
+                                                        {"r 1\nr.dat 16 1000(0/mV\n", "gain"},
+                                                        {"r 1\nr.dat 16 1000 bits\n", "line 2: the resolution 'bits' is no number"},
+                                                        {"r 1\nr.dat 16 1000 16 0 1.5\n", "first sample"},
+                                                        {"r 1\nr.dat 16 1000 16 0 1 4294967296\n", "checksum"}};
     for (const auto& [text, says] : rows) {
         std::string error;
         EXPECT_FALSE(ParseWfdbHeader(text, error)) << text;
@@ -135,17 +124,15 @@ TEST(WfdbReader, GivesTheSamplesInMicrovoltsWhateverTheLayout) {
         const char* name;
         Layout layout;
         double microvoltsPerUnit, baseline;
-    } rows[] = {
-        {"format 16", {}, 1, 0},
-        {"format 212, an odd number of samples", {.names = odd, .format = 212, .count = 61}, 1, 0},
-        {"24 bytes before the samples", {.formatSuffix = "+24", .byteOffset = 24}, 1, 0},
-        {"baseline", {.gain = "1716(-6)/mV"}, 1000.0 / 1716, -6},
-        {"the micro sign", {.gain = "0.5/\xC2\xB5V"}, 2, 0},
-        {"volts", {.gain = "1000000/V"}, 1, 0},
-        {"no gain stated", {.gain = "0"}, 5, 0},
-        {"three files", {.signalsPerFile = 5}, 1, 0},
-        {"backwards in any letter case, other signals between", {.names = backwards}, 1, 0},
-    };
+    } rows[] = {{"format 16", {}, 1, 0},
+                {"format 212, an odd number of samples", {.names = odd, .format = 212, .count = 61}, 1, 0},
+                {"24 bytes before the samples", {.formatSuffix = "+24", .byteOffset = 24}, 1, 0},
+                {"baseline", {.gain = "1716(-6)/mV"}, 1000.0 / 1716, -6},
+                {"the micro sign", {.gain = "0.5/\xC2\xB5V"}, 2, 0},
+                {"volts", {.gain = "1000000/V"}, 1, 0},
+                {"no gain stated", {.gain = "0"}, 5, 0},
+                {"three files", {.signalsPerFile = 5}, 1, 0},
+                {"backwards in any letter case, other signals between", {.names = backwards}, 1, 0}};
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         const Layout& layout = row.layout;
@@ -224,29 +211,27 @@ TEST(WfdbReader, OpensNothingOfABrokenRecord) {
         Layout layout;
         Harm harm;
         const char* says;
-    } rows[] = {
-        {{}, Without("r.hea"), "r.hea"},
-        {{}, Cut("r.hea", 200), "r.hea"},
-        {{}, Without("r.dat"), "r.dat"},
-        {{}, Cut("r.dat", 12 * 60 * 2 - 1), "holds 59 of the 60 samples"},
-        {{.format = 212}, Cut("r.dat", 12 * 60 * 3 / 2 - 1), "samples per signal"},
-        {{}, InHeader(" 16 1000", " 16+99999 1000"), "byte offset"},
-        {{.names = missing}, none, "lead V2 is missing"},
-        {{.names = twice}, none, "lead V1 is there twice"},
-        {{}, InHeader(" 16 1000", " 80 1000"), "signal format 80 is not read"},
-        {{.formatSuffix = "x2"}, none, "per frame"},
-        {{.formatSuffix = ":2"}, none, "skewed"},
-        {{.gain = "10/mmHg"}, none, "no voltage"},
-        {{.gain = "1e-9/mV"}, none, "out of range"},
-        {{}, InHeader("16 0 -900 ", "16 0 -901 "), "first sample of I is -900"},
-        {{}, DamageASample, "checksum"},
-        {{}, InHeader("r 12 500 60", "r 12 500 1000001"), "longer than"},
-        {{.rate = "50", .count = 100'001}, none, "longer than half an hour"},
-        {{.rate = "0.02"}, none, "sampling rate is too low"},
-        {{}, InHeader("r 12 500 60", "r 12 500 999999"), "holds 60 of the"},
-        {{.sample = NoFourthLead}, none, "holds no value"},
-        {{.signalsPerFile = 6}, MixFiles, "do not stand together"},
-    };
+    } rows[] = {{{}, Without("r.hea"), "r.hea"},
+                {{}, Cut("r.hea", 200), "r.hea"},
+                {{}, Without("r.dat"), "r.dat"},
+                {{}, Cut("r.dat", 12 * 60 * 2 - 1), "holds 59 of the 60 samples"},
+                {{.format = 212}, Cut("r.dat", 12 * 60 * 3 / 2 - 1), "samples per signal"},
+                {{}, InHeader(" 16 1000", " 16+99999 1000"), "byte offset"},
+                {{.names = missing}, none, "lead V2 is missing"},
+                {{.names = twice}, none, "lead V1 is there twice"},
+                {{}, InHeader(" 16 1000", " 80 1000"), "signal format 80 is not read"},
+                {{.formatSuffix = "x2"}, none, "per frame"},
+                {{.formatSuffix = ":2"}, none, "skewed"},
+                {{.gain = "10/mmHg"}, none, "no voltage"},
+                {{.gain = "1e-9/mV"}, none, "out of range"},
+                {{}, InHeader("16 0 -900 ", "16 0 -901 "), "first sample of I is -900"},
+                {{}, DamageASample, "checksum"},
+                {{}, InHeader("r 12 500 60", "r 12 500 1000001"), "longer than"},
+                {{.rate = "50", .count = 100'001}, none, "longer than half an hour"},
+                {{.rate = "0.02"}, none, "sampling rate is too low"},
+                {{}, InHeader("r 12 500 60", "r 12 500 999999"), "holds 60 of the"},
+                {{.sample = NoFourthLead}, none, "holds no value"},
+                {{.signalsPerFile = 6}, MixFiles, "do not stand together"}};
     for (const auto& row : rows) {
         const RecordFolder folder;
         folder.Write(row.layout);

@@ -1,7 +1,4 @@
 // A median beat's record: its leads, its block, its measurements and its interpretation.
-#include <gtest/gtest.h>
-
-#include <cstring>
 #include <numeric>
 
 #include "lib/dbclient/episode_record.h"
@@ -163,21 +160,19 @@ TEST(EpisodeRecord, RefusesWhatIsNoEpisode) {
         const char* what;
         void (*damage)(std::vector<std::uint8_t>&);
         bool taken;  // the fixed part
-    } rows[] = {
-        {"announces less than the fixed part", [](auto& b) { PutWord(b, 0, 3175); }, false},
-        {"shorter than the fixed part", [](auto& b) { b.resize(3175); }, false},
-        {"empty", [](auto& b) { b.clear(); }, false},
-        {"announces no samples", [](auto& b) { PutWord(b, 0, 3176); }, true},
-        {"cut", [](auto& b) { b.pop_back(); }, true},
-        {"another version", [](auto& b) { b[6] = 4; }, true},
-        {"a sample changed", [](auto& b) { b.back() ^= 1; }, true},
-        {"the checksum changed", [](auto& b) { b[4] ^= 1; }, true},
-        {"no leads", [](auto& b) { PutWord(b, 8, 0); }, true},
-        {"more samples than bytes", [](auto& b) { PutWord(b, 12, 11); }, true},
-        {"2^31 samples, and says so", [](auto& b) { PutWord(b, 0, ~0u), PutWord(b, 12, 0x80000000u); }, true},
-        {"2^64 samples", [](auto& b) { PutWord(b, 8, ~0u), PutWord(b, 12, ~0u); }, true},
-        {"a count that wraps", [](auto& b) { PutWord(b, 8, 0x80000000u), PutWord(b, 12, 2); }, true},
-    };
+    } rows[] = {{"announces less than the fixed part", [](auto& b) { PutWord(b, 0, 3175); }, false},
+                {"shorter than the fixed part", [](auto& b) { b.resize(3175); }, false},
+                {"empty", [](auto& b) { b.clear(); }, false},
+                {"announces no samples", [](auto& b) { PutWord(b, 0, 3176); }, true},
+                {"cut", [](auto& b) { b.pop_back(); }, true},
+                {"another version", [](auto& b) { b[6] = 4; }, true},
+                {"a sample changed", [](auto& b) { b.back() ^= 1; }, true},
+                {"the checksum changed", [](auto& b) { b[4] ^= 1; }, true},
+                {"no leads", [](auto& b) { PutWord(b, 8, 0); }, true},
+                {"more samples than bytes", [](auto& b) { PutWord(b, 12, 11); }, true},
+                {"2^31 samples, and says so", [](auto& b) { PutWord(b, 0, ~0u), PutWord(b, 12, 0x80000000u); }, true},
+                {"2^64 samples", [](auto& b) { PutWord(b, 8, ~0u), PutWord(b, 12, ~0u); }, true},
+                {"a count that wraps", [](auto& b) { PutWord(b, 8, 0x80000000u), PutWord(b, 12, 2); }, true}};
     for (const auto& row : rows) {
         std::vector<std::uint8_t> block = Block();
         row.damage(block);

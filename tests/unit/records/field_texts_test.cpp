@@ -1,6 +1,4 @@
 // The texts of report fields of the patient, the report and the other examinations.
-#include <cmath>
-#include <cstring>
 #include <limits>
 
 #include "lib/dbclient/sub_records.h"
@@ -95,15 +93,13 @@ TEST_F(FieldTexts, TheFilters) {
         std::uint32_t hz, artifactFilter;
         bool baseline;
         const char* text;
-    } rows[] = {
-        {false, true, true, 0, 0, false, "None"},
-        {false, false, false, 50, 0, false, "50 Hz"},
-        {false, false, false, 60, 0, true, "60 Hz, Baseline"},
-        {true, false, false, 50, 1, false, "Artifact"},
-        {true, true, false, 100, 2, true, "Artifact, Baseline"},
-        {true, false, true, 0, 3, true, "Artifact, Baseline"},
-        {false, false, false, 0, 0, true, "Baseline"},
-    };
+    } rows[] = {{false, true, true, 0, 0, false, "None"},
+                {false, false, false, 50, 0, false, "50 Hz"},
+                {false, false, false, 60, 0, true, "60 Hz, Baseline"},
+                {true, false, false, 50, 1, false, "Artifact"},
+                {true, true, false, 100, 2, true, "Artifact, Baseline"},
+                {true, false, true, 0, 3, true, "Artifact, Baseline"},
+                {false, false, false, 0, 0, true, "Baseline"}};
     for (const auto& row : rows) {
         test.SetArtifactFilter(row.artifact, row.second, row.third);
         test.SetMainsFrequency(row.hz);
@@ -128,8 +124,7 @@ TEST_F(FieldTexts, Events) {
         {"HR: 48 (7%)", "33=SVEB Triplet"},
         {"HR: 48 (0.0 s)", "14=Pause"},
         {"HR: 48 (+0.0 mm (-3))", "15=STe Change"},
-        {"...", "9=?|20=?|21=?|22=?|35=?|-1=?"},
-    };
+        {"...", "9=?|20=?|21=?|22=?|35=?|-1=?"}};
     for (const auto& [rate, classes] : rates) {
         std::string one;
         for (std::istringstream all(classes); std::getline(all, one, '|');) {
@@ -279,19 +274,17 @@ TEST_F(FieldTexts, PlaceholdersSpeakOfThePatient) {
         const char* text;
         std::size_t size;
         const char* expanded;
-    } rows[] = {
-        {"{%11} was seen", 64, "She was seen"},
-        {"{%1} {%2}, {%14}, {%5}", 64, "Anna Rossi, Ms., her"},
-        {"{%99999999999999999999}", 64, "{%99999999999999999999}"},
-        {"{%007}, {%000}, {%02}", 64, "{%7}, {%0}, Rossi"},
-        {"{%5", 64, "*"},
-        {"{%5{%5}", 64, "*her"},
-        {"{%}{%x}{5}%{", 64, "{%}{%x}{5}%{"},
-        {"ab{%2}cd", 7, "abcd"},  // the name does not fit
-        {"ab{%2}cd", 8, "abRossi"},
-        {"abcdef", 4, "abc"},
-        {"abcdef", 1, ""},
-    };
+    } rows[] = {{"{%11} was seen", 64, "She was seen"},
+                {"{%1} {%2}, {%14}, {%5}", 64, "Anna Rossi, Ms., her"},
+                {"{%99999999999999999999}", 64, "{%99999999999999999999}"},
+                {"{%007}, {%000}, {%02}", 64, "{%7}, {%0}, Rossi"},
+                {"{%5", 64, "*"},
+                {"{%5{%5}", 64, "*her"},
+                {"{%}{%x}{5}%{", 64, "{%}{%x}{5}%{"},
+                {"ab{%2}cd", 7, "abcd"},  // the name does not fit
+                {"ab{%2}cd", 8, "abRossi"},
+                {"abcdef", 4, "abc"},
+                {"abcdef", 1, ""}};
     char output[64];
     for (const auto& row : rows) {
         std::memset(output, '#', sizeof output);

@@ -1,12 +1,5 @@
 // A record that a host filled byte by byte, whatever it holds. Each record lies in a block of its own exact
 // size, so that the sanitizers see a read or write outside it.
-#include <gtest/gtest.h>
-
-#include <cstring>
-#include <memory>
-#include <string>
-#include <vector>
-
 #include "lib/dbclient/summary_text.h"
 #include "lib/dbclient/test_list_entry.h"
 #include "lib/dbclient/test_record.h"

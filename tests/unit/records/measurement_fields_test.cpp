@@ -91,10 +91,9 @@ TEST_F(FieldTexts, StLevelsAndSlopes) {
         std::int16_t from, to;
         int ms;
         const char* text;
-    } slopes[] = {
-        {0, 100, 80, "1.25"}, {100, 0, 80, "-1.25"},          {0, 1, 60, "0.02"},  // 17 microvolts per second
-        {0, 1, 80, "0.01"},   {-32768, 32767, 10, "6553.50"}, {0, 0, 80, "0.00"}, {50, 60, 0, ""}, {50, 60, -80, ""}, {0, 5, 5, "1.00"},
-    };
+    } slopes[] = {{0, 100, 80, "1.25"}, {100, 0, 80, "-1.25"},          {0, 1, 60, "0.02"},  // 17 microvolts per second
+                  {0, 1, 80, "0.01"},   {-32768, 32767, 10, "6553.50"}, {0, 0, 80, "0.00"}, {50, 60, 0, ""}, {50, 60, -80, ""},
+                  {0, 5, 5, "1.00"}};
     for (const auto& row : slopes) {
         set.leads[0].stLevel[(std::max(row.ms, 0) + 5) / 10] = row.to;
         set.leads[0].stLevel[0] = row.from;
@@ -117,21 +116,19 @@ TEST_F(FieldTexts, ScoresCountPoints) {
         const char* what;
         void (*change)(KxMeasurementSet&);
         const char* scores;
-    } rows[] = {
-        {"nothing", [](KxMeasurementSet&) {}, "373=0|371=0|372=0"},
-        {"limb R, S of V2, opposed T axis, QRS, V3",
-         [](auto& s) { s.leads[5].aR1 = 2000, s.leads[7].aS = -3000, s.tAxis = 91, s.qrsDuration = 90; }, "373=7"},
-        {"S of V3 and R of V6", [](auto& s) { s.leads[8].aS = -3000, s.leads[11].aR = 3000; }, "373=3|371=3000|372=3000"},
-        {"atrium", [](auto& s) { SetP(s, -2101, 1, 40); }, "373=3"},
-        {"atrium at the limit", [](auto& s) { SetP(s, -2100, 1, 40); }, "373=0"},
-        {"short P", [](auto& s) { SetP(s, -2101, 1, 39); }, "373=0"},
-        {"one P component alone", [](auto& s) { SetP(s, -2101, 0, 40); }, "373=0"},
-        {"the second component's depth", [](auto& s) { SetP(s, 0, -3000, 40); }, "373=0"},
-        {"the deeper S and the higher R", [](auto& s) { s.leads[6].aS = -1200, s.leads[6].aS1 = -1300, s.leads[11].aR1 = 1100; },
-         "371=2400"},
-        {"as high as they go", [](auto& s) { s.leads[6].aS = -32768, s.leads[10].aR = 32767; }, "371=65535"},
-        {"R' of aVL, S of V3", [](auto& s) { s.leads[4].aR1 = 700, s.leads[8].aS = -800; }, "372=1500"},
-    };
+    } rows[] = {{"nothing", [](KxMeasurementSet&) {}, "373=0|371=0|372=0"},
+                {"limb R, S of V2, opposed T axis, QRS, V3",
+                 [](auto& s) { s.leads[5].aR1 = 2000, s.leads[7].aS = -3000, s.tAxis = 91, s.qrsDuration = 90; }, "373=7"},
+                {"S of V3 and R of V6", [](auto& s) { s.leads[8].aS = -3000, s.leads[11].aR = 3000; }, "373=3|371=3000|372=3000"},
+                {"atrium", [](auto& s) { SetP(s, -2101, 1, 40); }, "373=3"},
+                {"atrium at the limit", [](auto& s) { SetP(s, -2100, 1, 40); }, "373=0"},
+                {"short P", [](auto& s) { SetP(s, -2101, 1, 39); }, "373=0"},
+                {"one P component alone", [](auto& s) { SetP(s, -2101, 0, 40); }, "373=0"},
+                {"the second component's depth", [](auto& s) { SetP(s, 0, -3000, 40); }, "373=0"},
+                {"the deeper S and the higher R", [](auto& s) { s.leads[6].aS = -1200, s.leads[6].aS1 = -1300, s.leads[11].aR1 = 1100; },
+                 "371=2400"},
+                {"as high as they go", [](auto& s) { s.leads[6].aS = -32768, s.leads[10].aR = 32767; }, "371=65535"},
+                {"R' of aVL, S of V3", [](auto& s) { s.leads[4].aR1 = 700, s.leads[8].aS = -800; }, "372=1500"}};
     for (const auto& row : rows) {
         SCOPED_TRACE(row.what);
         set = none;

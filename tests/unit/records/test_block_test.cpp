@@ -1,9 +1,6 @@
 // A test goes into a block and comes out of it whole; a block that is not whole is refused.
 #include "lib/dbclient/test_block.h"
 
-#include <gtest/gtest.h>
-
-#include <cstring>
 #include <random>
 
 #include "lib/annotation_store.h"

@@ -1,11 +1,6 @@
 // The statement files that come with the library: well-formed, and their codes can be typed without getting
 // in the way.
-#include <gtest/gtest.h>
-
-#include <fstream>
 #include <iterator>
-#include <string>
-#include <vector>
 
 #include "dialogs/statements/case_fold.h"
 #include "dialogs/statements/statement_reader.h"

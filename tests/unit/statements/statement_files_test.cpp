@@ -1,9 +1,5 @@
 #include "dialogs/statements/statement_files.h"
 
-#include <gtest/gtest.h>
-
-#include <string>
-
 #include "dialogs/statements/statement_insertion.h"
 
 namespace kx::test {
@@ -50,15 +46,13 @@ TEST(StatementInsertion, PutsTheChosenTextInPlaceOfThePrefix) {
         const char* chosen;
         std::size_t caret;
         const char* expected;
-    } rows[] = {
-        {"rs", 0, 2, "Ritmo", 5, "Ritmo"},
-        {"a rs b", 2, 2, "Ri", 4, "a Ri b"},
-        {"a rs b", 2, 2, "", 2, "a  b"},
-        {"a rs bcd", 2, 2, "123456789", 11, "a 123456789 bcd"},      // fits exactly
-        {"a rs bcd", 2, 2, "1234567890", kNoInsertion, "a rs bcd"},  // one too many
-        {"a", 2, 0, "x", kNoInsertion, "a"},
-        {"a", 1, static_cast<std::size_t>(-1), "x", kNoInsertion, "a"},
-    };
+    } rows[] = {{"rs", 0, 2, "Ritmo", 5, "Ritmo"},
+                {"a rs b", 2, 2, "Ri", 4, "a Ri b"},
+                {"a rs b", 2, 2, "", 2, "a  b"},
+                {"a rs bcd", 2, 2, "123456789", 11, "a 123456789 bcd"},      // fits exactly
+                {"a rs bcd", 2, 2, "1234567890", kNoInsertion, "a rs bcd"},  // one too many
+                {"a", 2, 0, "x", kNoInsertion, "a"},
+                {"a", 1, static_cast<std::size_t>(-1), "x", kNoInsertion, "a"}};
     for (const auto& row : rows) {
         char text[16] = {};
         std::string(row.text).copy(text, 15);

@@ -1,10 +1,5 @@
 #include "dialogs/statements/statement_matcher.h"
 
-#include <gmock/gmock.h>
-
-#include <string>
-#include <vector>
-
 #include "dialogs/statements/case_fold.h"
 #include "tests/rig/recorded_reports.h"
 
@@ -56,20 +51,18 @@ TEST(StatementMatcher, FindsThePrefixAtTheFirstWordThatBeginsAText) {
         bool found;
         std::size_t start;
         const char* prefix;
-    } rows[] = {
-        {"r", true, 0, "r"},
-        {"RITMO SIN", true, 0, "RITMO SIN"},
-        {"con ritmo", true, 4, "ritmo"},
-        {"un sinu", true, 3, "sinu"},
-        {"a  \t onde", true, 5, "onde"},  // several gaps
-        {"si \xE8", true, 3, "\xE8"},
-        {"ritmoo", false, 6, ""},
-        {"ritmo ", true, 0, "ritmo "},
-        {"xritmo", false, 6, ""},
-        {"q1", true, 0, "q1"},    // the exact code at the start of the line, which no text begins with
-        {"un q1", false, 5, ""},  // farther on it is a word like another
-        {"", false, 0, ""},
-    };
+    } rows[] = {{"r", true, 0, "r"},
+                {"RITMO SIN", true, 0, "RITMO SIN"},
+                {"con ritmo", true, 4, "ritmo"},
+                {"un sinu", true, 3, "sinu"},
+                {"a  \t onde", true, 5, "onde"},  // several gaps
+                {"si \xE8", true, 3, "\xE8"},
+                {"ritmoo", false, 6, ""},
+                {"ritmo ", true, 0, "ritmo "},
+                {"xritmo", false, 6, ""},
+                {"q1", true, 0, "q1"},    // the exact code at the start of the line, which no text begins with
+                {"un q1", false, 5, ""},  // farther on it is a word like another
+                {"", false, 0, ""}};
     for (const auto& row : rows) {
         for (const std::size_t lineStart : {std::size_t{0}, std::size_t{70}}) {
             EXPECT_EQ(matcher.Start(lineStart, row.line), row.found) << row.line;

@@ -1,9 +1,6 @@
 #include "dialogs/statements/statement_reader.h"
 
-#include <gmock/gmock.h>
-
 #include <random>
-#include <string>
 
 #include "dialogs/statements/statement_writer.h"
 #include "tests/rig/memory_file.h"
@@ -50,34 +47,32 @@ TEST(StatementReader, ReadsTheFormatAndWhatIsLeftOfIt) {
         const char* row;
         std::string content;
         std::string expected;
-    } rows[] = {
-        {"sections, statements, codes", "<BODY>\r\n\t<H1>A</H1>\r\n\t<P>uno^1</P>\r\n\t<P>due</P>\r\n\t<H1>B</H1>\r\n</BODY>",
-         "0 A: uno[1] due; 1 B:"},
-        {"a small body", "<body><H1>A</H1><P>uno</P>", "0 A: uno"},
-        {"the large body is the one, also behind a small one", "<body><H1>A</H1><BODY><H1>B</H1>", "0 B:"},
-        {"no body", "<H1>A</H1><P>uno</P>", ""},
-        {"a body alone", "<BODY>", ""},
-        {"statements before the first title", "<BODY><P>uno</P><H1>A</H1><P>due</P>", "0 A: due"},
-        {"the code ends at a further circumflex", "<BODY><H1>A</H1><P>uno^12^34</P>", "0 A: uno[12]"},
-        {"a code is cut at three characters", "<BODY><H1>A</H1><P>uno^12345</P>", "0 A: uno[123]"},
-        {"a statement of a code alone", "<BODY><H1>A</H1><P>^12</P><P>due</P>", "0 A: X[12] due"},
-        {"hidden by an X", "<BODY><H1>X</H1><P>uno</P><H1>B</H1><P>X</P><P>due^X</P>", "0 X: uno; 1 B: X due"},
-        {"empty elements keep their place", "<BODY><H1></H1><P>uno</P><H1>B</H1><P></P><P>due</P>", "0 X: uno; 1 B: X due"},
-        {"small tags are none", "<BODY><h1>A</h1><H1>B</H1><p>uno</p><P>due</P>", "0 B: due"},
-        {"a title that is not closed ends the file", "<BODY><H1>A</H1><P>uno</P><H1>B<P>due</P>", "0 A: uno"},
-        {"a statement that is closed too late does not cost the next section", "<BODY><H1>A</H1><P>uno<H1>B</H1><P>due</P><P>tre</P>",
-         "0 A: uno<H1>B</H1><P>due; 1 B: due tre"},
-        {"other tags are part of the text or between", "<BODY><HR><H1>A <B>b</B></H1><BR><P>uno <I>x</I></P>",
-         "0 A <B>b</B>: uno <I>x</I>"},
-        {"bytes as they are, line ends in a statement too", "<BODY><H1>\xC8</H1><P>pi\xF9 &egrave;\r\n x</P>",
-         "0 \xC8: pi\xF9 &egrave;\r\n x"},
-        {"up to a zero byte", "<BODY><H1>A\0B</H1><P>uno\0due^1\0</P>"s, "0 A: uno[1]"},
-        {"cut at 127 characters", "<BODY><H1>" + longText + "</H1><P>" + longText + "</P><P>due</P>",
-         "0 " + longText.substr(0, 127) + ": " + longText.substr(0, 127) + " due"},
-        {"a code within the first 511 bytes", "<BODY><H1>A</H1><P>" + longText.substr(0, 509) + "^1</P>",
-         "0 A: " + longText.substr(0, 127) + "[1]"},
-        {"a code behind them", "<BODY><H1>A</H1><P>" + longText.substr(0, 511) + "^1</P>", "0 A: " + longText.substr(0, 127)},
-    };
+    } rows[] = {{"sections, statements, codes", "<BODY>\r\n\t<H1>A</H1>\r\n\t<P>uno^1</P>\r\n\t<P>due</P>\r\n\t<H1>B</H1>\r\n</BODY>",
+                 "0 A: uno[1] due; 1 B:"},
+                {"a small body", "<body><H1>A</H1><P>uno</P>", "0 A: uno"},
+                {"the large body is the one, also behind a small one", "<body><H1>A</H1><BODY><H1>B</H1>", "0 B:"},
+                {"no body", "<H1>A</H1><P>uno</P>", ""},
+                {"a body alone", "<BODY>", ""},
+                {"statements before the first title", "<BODY><P>uno</P><H1>A</H1><P>due</P>", "0 A: due"},
+                {"the code ends at a further circumflex", "<BODY><H1>A</H1><P>uno^12^34</P>", "0 A: uno[12]"},
+                {"a code is cut at three characters", "<BODY><H1>A</H1><P>uno^12345</P>", "0 A: uno[123]"},
+                {"a statement of a code alone", "<BODY><H1>A</H1><P>^12</P><P>due</P>", "0 A: X[12] due"},
+                {"hidden by an X", "<BODY><H1>X</H1><P>uno</P><H1>B</H1><P>X</P><P>due^X</P>", "0 X: uno; 1 B: X due"},
+                {"empty elements keep their place", "<BODY><H1></H1><P>uno</P><H1>B</H1><P></P><P>due</P>", "0 X: uno; 1 B: X due"},
+                {"small tags are none", "<BODY><h1>A</h1><H1>B</H1><p>uno</p><P>due</P>", "0 B: due"},
+                {"a title that is not closed ends the file", "<BODY><H1>A</H1><P>uno</P><H1>B<P>due</P>", "0 A: uno"},
+                {"a statement that is closed too late does not cost the next section",
+                 "<BODY><H1>A</H1><P>uno<H1>B</H1><P>due</P><P>tre</P>", "0 A: uno<H1>B</H1><P>due; 1 B: due tre"},
+                {"other tags are part of the text or between", "<BODY><HR><H1>A <B>b</B></H1><BR><P>uno <I>x</I></P>",
+                 "0 A <B>b</B>: uno <I>x</I>"},
+                {"bytes as they are, line ends in a statement too", "<BODY><H1>\xC8</H1><P>pi\xF9 &egrave;\r\n x</P>",
+                 "0 \xC8: pi\xF9 &egrave;\r\n x"},
+                {"up to a zero byte", "<BODY><H1>A\0B</H1><P>uno\0due^1\0</P>"s, "0 A: uno[1]"},
+                {"cut at 127 characters", "<BODY><H1>" + longText + "</H1><P>" + longText + "</P><P>due</P>",
+                 "0 " + longText.substr(0, 127) + ": " + longText.substr(0, 127) + " due"},
+                {"a code within the first 511 bytes", "<BODY><H1>A</H1><P>" + longText.substr(0, 509) + "^1</P>",
+                 "0 A: " + longText.substr(0, 127) + "[1]"},
+                {"a code behind them", "<BODY><H1>A</H1><P>" + longText.substr(0, 511) + "^1</P>", "0 A: " + longText.substr(0, 127)}};
     for (const auto& row : rows) {
         StatementLibrary library;
         Read(row.content, library);
@@ -111,13 +106,11 @@ TEST(StatementReader, ReadsLargeAndHostileFilesInOnePass) {
         const char* row;
         std::string content;
         const char* expected;
-    } rows[] = {
-        {"titles that are never closed", repeated("<H1>"), ""},
-        {"closed far away", repeated("<H1>a</H1><P>") + "</P>", nullptr},
-        {"statements that are never closed", "<BODY><H1>A</H1>" + repeated("<P>"), "0 A:"},
-        {"a line of 10 MB", "<BODY><H1>A</H1><P>" + std::string(kSize, 'x') + "</P><P>due</P>", nullptr},
-        {"zero bytes", "<BODY><H1>A</H1>" + std::string(kSize, '\0') + "<P>uno</P>", "0 A: uno"},
-    };
+    } rows[] = {{"titles that are never closed", repeated("<H1>"), ""},
+                {"closed far away", repeated("<H1>a</H1><P>") + "</P>", nullptr},
+                {"statements that are never closed", "<BODY><H1>A</H1>" + repeated("<P>"), "0 A:"},
+                {"a line of 10 MB", "<BODY><H1>A</H1><P>" + std::string(kSize, 'x') + "</P><P>due</P>", nullptr},
+                {"zero bytes", "<BODY><H1>A</H1>" + std::string(kSize, '\0') + "<P>uno</P>", "0 A: uno"}};
     for (const auto& row : rows) {
         StatementLibrary library;
         Read(row.content, library);

@@ -1,11 +1,5 @@
 // What each statement needs: on the limit it is made, just short of it, it is not.
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <fstream>
 #include <map>
-#include <string>
-#include <vector>
 
 #include "suite/kxinterp/rules.h"
 #include "tests/unit/suite/ecg_cases.h"
@@ -110,8 +104,7 @@ const Row kRows[] = {
     {30077, "qtc=339", "qtc=340"},
     {30077, "", "qtc=0 bazett=0"},
     // why nothing can be said
-    {30004, "V1+V2=0,0,0", "V1=0,0,0"},
-};
+    {30004, "V1+V2=0,0,0", "V1=0,0,0"}};
 
 TEST(InterpreterRules, AreMadeAtTheirLimits) {
     const auto beats = SteadyBeats();

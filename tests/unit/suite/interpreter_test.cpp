@@ -1,12 +1,7 @@
 #include "suite/kxinterp/interpreter.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cstring>
 #include <map>
 #include <random>
-#include <string>
 
 #include "tests/rig/recorded_reports.h"
 #include "tests/unit/records/text_table.h"

@@ -1,14 +1,8 @@
 // Report scripts: fields, brackets, conditions, and the stress test's script that is shipped.
 #include "suite/kxrender/script.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <fstream>
 #include <iterator>
 #include <map>
-#include <string>
-#include <vector>
 
 #include "lib/dbclient/test_record.h"
 #include "suite/kxrender/test_values.h"
@@ -77,8 +71,7 @@ TEST(Script, FillsFieldsBracketsAndPlaceholders) {
         {"\n\n\na\r\n\n\n\nb\n\n", "a\r\n\r\nb"},
         {"a\n\n?3 nulla\n\nb", "a\r\n\r\nb"},
         {"Perch\xC3\xA9 no", "Perch\xE9 no"},
-        {"Perch\xE9 no", "Perch\xE9 no"},
-    };
+        {"Perch\xE9 no", "Perch\xE9 no"}};
     for (const auto& [script, report] : rows) {
         RecordedReports reports;
         EXPECT_EQ(report, Rendered(script, reports)) << script;

@@ -1,11 +1,5 @@
 // Texts that the suite's modules read and write: the staff file, encodings, lines of the log, versions.
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <cstring>
-#include <fstream>
 #include <iterator>
-#include <string>
 
 #include "lib/packed_version.h"
 #include "suite/kxdb/staff_list.h"
@@ -44,8 +38,7 @@ TEST(StaffList, ReadsOnePersonALine) {
         {"medico; \" Bassi \" ;\"\";G.", "m Bassi||G.|\n"},
         {"tecnico;Bassi\r\n\r\n# tecnico;Forti\r\n  \nmedico;Forti", "t Bassi||\nm Forti|||\n"},
         {"\xEF\xBB\xBFruolo;cognome;nome;iniziale;titolo\ntecnico;D'Andr\xC3\xA8", "t D'Andr\xE8||\n"},
-        {"tecnico;1234567890123456789012345678901;x;123", "t 1234567890123456789012345678901|x|123\n"},
-    };
+        {"tecnico;1234567890123456789012345678901;x;123", "t 1234567890123456789012345678901|x|123\n"}};
     for (const auto& [line, names] : rows) {
         RecordedReports reports;
         EXPECT_EQ(names, Names(ParseStaff(line, "staff.csv", reports))) << line;
@@ -60,18 +53,16 @@ TEST(StaffList, ReadsOnePersonALine) {
 }
 
 TEST(StaffList, LeavesABrokenLineOutAndSaysSo) {
-    const std::pair<const char*, const char*> rows[] = {
-        {"infermiere;Bassi;Elena", "ruolo sconosciuto"},
-        {"tecnico", "cognome mancante"},
-        {"medico; ;Elena", "cognome mancante"},
-        {"medico;Bassi;12345678901234567890123456789012", "campo troppo lungo"},
-        {"tecnico;Bassi;Elena;G.;Dottoressa", "un tecnico non ha titolo"},
-        {"medico;Bassi;Elena;G.;Cardiologo;Roma", "troppi campi"},
-        {"medico;\"Bassi;Elena", "virgolette non chiuse"},
-        {"medico;\"Bassi\" G.;Elena", "virgolette non chiuse"},
-        {"medico;Ba\tssi;Elena", "carattere non ammesso"},
-        {"medico;\xCE\xB1\xCE\xB2;Elena", "carattere non ammesso"},
-    };
+    const std::pair<const char*, const char*> rows[] = {{"infermiere;Bassi;Elena", "ruolo sconosciuto"},
+                                                        {"tecnico", "cognome mancante"},
+                                                        {"medico; ;Elena", "cognome mancante"},
+                                                        {"medico;Bassi;12345678901234567890123456789012", "campo troppo lungo"},
+                                                        {"tecnico;Bassi;Elena;G.;Dottoressa", "un tecnico non ha titolo"},
+                                                        {"medico;Bassi;Elena;G.;Cardiologo;Roma", "troppi campi"},
+                                                        {"medico;\"Bassi;Elena", "virgolette non chiuse"},
+                                                        {"medico;\"Bassi\" G.;Elena", "virgolette non chiuse"},
+                                                        {"medico;Ba\tssi;Elena", "carattere non ammesso"},
+                                                        {"medico;\xCE\xB1\xCE\xB2;Elena", "carattere non ammesso"}};
     for (const auto& [line, report] : rows) {
         RecordedReports reports;
         EXPECT_EQ("t Prima||\nt Dopo||\n",
@@ -108,8 +99,7 @@ TEST(TextEncoding, TellsUtf8FromWindows1252) {
         {"\xE0\x80\x80", "\xE0\x80\x80"},
         {"\xED\xA0\x80", "\xED\xA0\x80"},          // half a pair
         {"\xF4\x90\x80\x80", "\xF4\x90\x80\x80"},  // beyond the last character
-        {"a\0b"s, "a\0b"s},
-    };
+        {"a\0b"s, "a\0b"s}};
     for (const auto& [file, text] : rows) {
         EXPECT_EQ(text, suite::ToWindows1252(file)) << file;
     }

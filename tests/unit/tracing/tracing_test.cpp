@@ -1,8 +1,6 @@
 // The tracing's arithmetic: true size, times that go on from column to column, and the calipers.
 #include "host/tracing/tracing_layout.h"
 
-#include <gtest/gtest.h>
-
 #include "host/tracing/calipers.h"
 #include "include/kxdialogs.h"
 
