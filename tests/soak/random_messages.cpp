@@ -100,7 +100,8 @@ std::vector<HWND> WindowsFrom(HWND window) {
 
 void SendAnything(Random& random, HWND window) {
     const UINT message = random.Of(kMessages);
-    const WPARAM wParam = message == WM_KEYDOWN ? random.Of(kKeys) : random.Number();
+    // A control of the system's draws on whatever it is given for a device context.
+    const WPARAM wParam = message == WM_KEYDOWN ? random.Of(kKeys) : message == WM_PAINT ? 0 : random.Number();
     const LPARAM lParam =
         message == WM_MOUSEMOVE || message == WM_LBUTTONUP ? PointIn(random, window) : static_cast<LPARAM>(random.Number());
     // A control's own address would be taken for one.
