@@ -45,8 +45,9 @@ class BareTracing {
             SelectObject(memory->get(), bitmap->get());
         }
         DrawPaper(paper_.get(), {0, 0, kWidth, kHeight}, scale.pixelsPerMm);
-        for (const TracingCell& cell : layout.cells)
+        for (const TracingCell& cell : layout.cells) {
             traces_.push_back(painter.PointsOf(cell, scale));
+        }
     }
 
     // Its own procedure is the window's for the time.
@@ -62,8 +63,9 @@ class BareTracing {
 
   private:
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-        if (message != WM_PAINT)
+        if (message != WM_PAINT) {
             return DefWindowProcW(window, message, wParam, lParam);
+        }
         const PaintScope paint(window);
         painting_->Draw(paint.Dc());
         return 0;
@@ -72,8 +74,9 @@ class BareTracing {
     void Draw(HDC dc) const {
         BitBlt(surface_.get(), 0, 0, kWidth, kHeight, paper_.get(), 0, 0, SRCCOPY);
         const Selection pen(surface_.get(), GetStockObject(BLACK_PEN));
-        for (const std::vector<POINT>& trace : traces_)
+        for (const std::vector<POINT>& trace : traces_) {
             Polyline(surface_.get(), trace.data(), static_cast<int>(trace.size()));
+        }
         BitBlt(dc, 0, 0, kWidth, kHeight, surface_.get(), 0, 0, SRCCOPY);
     }
 
@@ -95,8 +98,9 @@ int main() {
     signal.sampleRate = kRate;
     signal.unitMv.assign(12, 0.001);
     std::vector<TracedBeat> beats;
-    for (double ms = 300; ms < signal.DurationMs(); ms += 800)
+    for (double ms = 300; ms < signal.DurationMs(); ms += 800) {
         beats.push_back({ms, 1, true});
+    }
 
     const HWND parent = CreateWindowExW(WS_EX_NOACTIVATE, L"STATIC", L"", WS_POPUP, 0, 0, kWidth + 40,
                                         kHeight + 40, nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
@@ -120,8 +124,9 @@ int main() {
         WPARAM direction = SB_LINERIGHT;
         int steps = 0;
         const double frame = kx::bench::MeasureAlone([&] {
-            if (++steps % 400 == 0)
+            if (++steps % 400 == 0) {
                 direction = direction == SB_LINERIGHT ? SB_LINELEFT : SB_LINERIGHT;
+            }
             SendMessageW(paper.Window(), WM_HSCROLL, direction, 0);
             UpdateWindow(paper.Window());
             GdiFlush();

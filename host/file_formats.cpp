@@ -5,8 +5,9 @@
 namespace kxhost {
 
 bool HasExtension(std::string_view file, std::string_view extension) {
-    if (file.size() <= extension.size())
+    if (file.size() <= extension.size()) {
         return false;
+    }
     const std::string_view end = file.substr(file.size() - extension.size());
     return std::equal(end.begin(), end.end(), extension.begin(), [](char written, char small) {
         return (written >= 'A' && written <= 'Z' ? written - 'A' + 'a' : written) == small;
@@ -14,28 +15,37 @@ bool HasExtension(std::string_view file, std::string_view extension) {
 }
 
 std::optional<PageFormat> PageFormatOf(std::string_view file) {
-    if (HasExtension(file, ".pcl"))
+    if (HasExtension(file, ".pcl")) {
         return PageFormat::kPcl;
-    if (HasExtension(file, ".bmp"))
+    }
+    if (HasExtension(file, ".bmp")) {
         return PageFormat::kBmp;
-    if (HasExtension(file, ".png"))
+    }
+    if (HasExtension(file, ".png")) {
         return PageFormat::kPng;
-    if (HasExtension(file, ".pdf"))
+    }
+    if (HasExtension(file, ".pdf")) {
         return PageFormat::kPdf;
+    }
     return std::nullopt;
 }
 
 std::optional<ExportFormat> ExportFormatOf(std::string_view file) {
-    if (HasExtension(file, ".xml"))
+    if (HasExtension(file, ".xml")) {
         return ExportFormat::kAecg;
-    if (HasExtension(file, ".csv"))
+    }
+    if (HasExtension(file, ".csv")) {
         return ExportFormat::kSamples;
-    if (HasExtension(file, ".html"))
+    }
+    if (HasExtension(file, ".html")) {
         return ExportFormat::kTable;
-    if (HasExtension(file, ".pdf"))
+    }
+    if (HasExtension(file, ".pdf")) {
         return ExportFormat::kPdf;
-    if (HasExtension(file, ".png"))
+    }
+    if (HasExtension(file, ".png")) {
         return ExportFormat::kPng;
+    }
     return std::nullopt;
 }
 

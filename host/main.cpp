@@ -29,8 +29,9 @@ std::vector<std::string> Arguments() {
     int count = 0;
     wchar_t** words = CommandLineToArgvW(GetCommandLineW(), &count);
     std::vector<std::string> arguments;
-    for (int i = 1; i < count; ++i)
+    for (int i = 1; i < count; ++i) {
         arguments.push_back(ToUtf8(words[i]));
+    }
     LocalFree(words);
     return arguments;
 }
@@ -56,10 +57,11 @@ int RunWindow(const OpenWorkstation& command, int showCommand) {
     });
     ShowWindow(frame.Window(), showCommand);
     UpdateWindow(frame.Window());
-    if (command.builtin || !command.record.path.empty())
+    if (command.builtin || !command.record.path.empty()) {
         frame.OpenRecordForUser(command.record);
-    else
+    } else {
         frame.SelectPane(PaneKind::Worklist);
+    }
 
     MSG message;
     while (GetMessageW(&message, nullptr, 0, 0) > 0) {
@@ -160,14 +162,16 @@ int Run(const UsageError& error) {
 
 int RunProgram(int showCommand) {
     const Command command = ParseCommandLine(Arguments());
-    if (const auto* show = std::get_if<OpenWorkstation>(&command))
+    if (const auto* show = std::get_if<OpenWorkstation>(&command)) {
         return RunWindow(*show, showCommand);
+    }
     return std::visit(
         [](const auto& batch) -> int {
-            if constexpr (std::is_same_v<std::decay_t<decltype(batch)>, OpenWorkstation>)
+            if constexpr (std::is_same_v<std::decay_t<decltype(batch)>, OpenWorkstation>) {
                 return kFailed;
-            else
+            } else {
                 return Run(batch);
+            }
         },
         command);
 }

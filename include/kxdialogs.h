@@ -67,8 +67,8 @@ enum {
 
 /* KxTestRecord.reportState */
 enum {
-    KX_REPORT_ORIGINAL = 0,        /* not overread */
-    KX_REPORT_OVERREAD = 1,        /* not confirmed */
+    KX_REPORT_ORIGINAL = 0, /* not overread */
+    KX_REPORT_OVERREAD = 1, /* not confirmed */
     KX_REPORT_CONFIRMED = 2,
     KX_REPORT_REVIEWED_OUTSIDE = 3 /* reviewed outside the suite */
 };
@@ -311,7 +311,7 @@ enum {
 
     KX_SERIES_POINTS = 86400, /* the most points of a series: one a second for a day */
     KX_ST_LIMIT = 10000,      /* the largest ST level of a stage, up or down: 100 mm */
-    KX_NOT_REACHED = -1, /* as uint32_t: a speed, grade, load or MET value that the test did not come to */
+    KX_NOT_REACHED = -1,      /* as uint32_t: a speed, grade, load or MET value that the test did not come to */
     KX_HOLTER_GROUPS = 12,
     KX_SPIROMETRY_VALUES = 42
 };
@@ -337,14 +337,14 @@ typedef struct KxStressStage {
     char name[32];
     uint32_t startMs; /* within the recording */
     uint32_t durationMs;
-    uint32_t speed; /* hundredths of a mile per hour (treadmill) or of a revolution per minute (ergometer) */
+    uint32_t speed;         /* hundredths of a mile per hour (treadmill) or of a revolution per minute (ergometer) */
     uint32_t gradeOrLoad;   /* tenths of a percent (treadmill) or of a watt (ergometer) */
     uint32_t mets;          /* tenths of a MET */
     uint32_t heartRate;     /* beats per minute */
     uint32_t bloodPressure; /* systolic << 16 | diastolic, mmHg */
-    int32_t stLevel;   /* the most conspicuous ST level, hundredths of a millimetre, within +-KX_ST_LIMIT */
-    uint32_t stTimeMs; /* when, within the recording */
-    uint32_t stLead;   /* where, a lead code of 0 to 11 */
+    int32_t stLevel;        /* the most conspicuous ST level, hundredths of a millimetre, within +-KX_ST_LIMIT */
+    uint32_t stTimeMs;      /* when, within the recording */
+    uint32_t stLead;        /* where, a lead code of 0 to 11 */
     uint8_t reserved84[588];
 } KxStressStage;
 

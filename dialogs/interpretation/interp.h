@@ -10,9 +10,9 @@
 
 #include "dialogs/dialog_library.h"
 #include "dialogs/interpretation/comment_library_tree.h"
-#include "dialogs/pane_layout.h"
 #include "dialogs/interpretation/stage_pickers.h"
 #include "dialogs/interpretation/statement_completion.h"
+#include "dialogs/pane_layout.h"
 #include "lib/dbclient/test_record.h"
 #include "lib/windows/check_box.h"
 #include "lib/windows/combo_box.h"

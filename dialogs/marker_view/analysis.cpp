@@ -77,8 +77,8 @@ LRESULT MarkerViewControl::WindowProc(UINT message, WPARAM wParam, LPARAM lParam
             }
             return 1;
         case WM_PAINT: {
-            // Not as other windows, whose default procedure begins and ends a painting of its own in it: to ask the
-            // system for that costs as much as the picture.
+            // Not as other windows, whose default procedure begins and ends a painting of its own in it: to
+            // ask the system for that costs as much as the picture.
             PaintContext context(Handle());
             OnPaint(context);
             return 0;

@@ -1,5 +1,6 @@
-/* The smallest host: loads kxdialogs.dll, shows the hypertrophy pane for one record, and ends with its window.
- * Build with any 32-bit Windows C compiler and the folder of kxdialogs.h as include folder; run beside kxdialogs.dll. */
+/* The smallest host: loads kxdialogs.dll, shows the hypertrophy pane for one record, and ends with its
+ * window. Build with any 32-bit Windows C compiler and the folder of kxdialogs.h as include folder; run
+ * beside kxdialogs.dll. */
 #include <windows.h>
 
 #include "kxdialogs.h"
@@ -26,31 +27,39 @@ static void FillRecord(void) {
     record.episodes[0] = &episode;
 }
 
-/* The dialog manager makes OK and Cancel of these keys, and both end a pane: its window would be hidden for good. */
+/* The dialog manager makes OK and Cancel of these keys, and both end a pane: its window would be hidden for
+ * good. */
 static int IsEndingKey(const MSG* message) {
     return message->message == WM_KEYDOWN && (message->wParam == VK_RETURN || message->wParam == VK_ESCAPE);
 }
 
 static LRESULT CALLBACK OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WM_DESTROY) PostQuitMessage(0);
+    if (message == WM_DESTROY) {
+        PostQuitMessage(0);
+    }
     return DefWindowProcA(window, message, wParam, lParam);
 }
 
 int main(void) {
     WNDCLASSA windowClass = {0};
     HMODULE library = LoadLibraryA("kxdialogs.dll");
-    if (library == NULL) return 1;
+    if (library == NULL) {
+        return 1;
+    }
     ControlFunction start = (ControlFunction)(void (*)(void))GetProcAddress(library, "LIBSTART");
     ControlFunction stop = (ControlFunction)(void (*)(void))GetProcAddress(library, "LIBSTOP");
     PaneFunction open = (PaneFunction)(void (*)(void))GetProcAddress(library, "HYPERTROPHYDIALOG");
-    if (start == NULL || stop == NULL || open == NULL) return 1;
+    if (start == NULL || stop == NULL || open == NULL) {
+        return 1;
+    }
 
     windowClass.lpfnWndProc = OnMessage;
     windowClass.lpszClassName = "MinimalHost";
     windowClass.hbrBackground = (HBRUSH)(COLOR_BTNFACE + 1);
     RegisterClassA(&windowClass);
-    KxHostWindow host = {NULL, CreateWindowA("MinimalHost", "Minimal host", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
-                                             40, 40, 760, 420, NULL, NULL, NULL, NULL)};
+    KxHostWindow host = {
+        NULL, CreateWindowA("MinimalHost", "Minimal host", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 40, 40, 760,
+                            420, NULL, NULL, NULL, NULL)};
     FillRecord();
     start();
     uint32_t pane = open(&host, &record); /* shown inside the window; destroyed with it */
@@ -59,7 +68,9 @@ int main(void) {
 
     MSG message;
     while (GetMessageA(&message, NULL, 0, 0) > 0) {
-        if (IsWindow(paneWindow) && !IsEndingKey(&message) && IsDialogMessageA(paneWindow, &message)) continue;
+        if (IsWindow(paneWindow) && !IsEndingKey(&message) && IsDialogMessageA(paneWindow, &message)) {
+            continue;
+        }
         TranslateMessage(&message);
         DispatchMessageA(&message);
     }

@@ -23,8 +23,9 @@ namespace {
 const ReportRow& RowOfCode(const std::vector<ReportRow>& rows, int code) {
     const auto row =
         std::find_if(rows.begin(), rows.end(), [code](const ReportRow& r) { return r.code == code; });
-    if (row == rows.end())
+    if (row == rows.end()) {
         throw RecordError("no report field has the code " + std::to_string(code));
+    }
     return *row;
 }
 
@@ -52,43 +53,50 @@ int RunMeasure(const Measure& command, const AnalysisClient& analysis) {
     for (const RecordRequest& record : command.records) {
         try {
             const auto session = RecordSession::Open(record, analysis);
-            if (!session->MeasuringFailure().empty())
+            if (!session->MeasuringFailure().empty()) {
                 throw RecordError(
                     ToUtf8(L"the median beat could not be measured: " + session->MeasuringFailure()));
+            }
             const MeasuredRecord measured{record.path.empty() ? "--builtin" : record.path, session->BeatsMs(),
                                           session->RPeakMs(), session->Measurements()};
-            if (command.json)
+            if (command.json) {
                 output += (output.empty() ? "" : ",\n") + MeasurementsJson(measured);
-            else
+            } else {
                 output += ListMeasurements(measured, command.records.size() > 1);
+            }
         } catch (const RecordError& error) {
             failures += (failures.empty() ? "" : "; ") + std::string(error.what());
         }
     }
-    if (command.json)
+    if (command.json) {
         output = "[" + output + "]\n";
+    }
     WriteOutput(output);
-    if (!failures.empty())
+    if (!failures.empty()) {
         throw RecordError(failures);
+    }
     return 0;
 }
 
 int RunExportSignal(const ExportSignal& command, const AnalysisClient& analysis) {
     const auto session = RecordSession::Open(command.record, analysis);
-    if (!session->SaveSignal(PathFromUtf8(command.file), command.format))
+    if (!session->SaveSignal(PathFromUtf8(command.file), command.format)) {
         throw RecordError(command.file + ": the recording could not be written");
+    }
     return 0;
 }
 
 int RunInterpret(const InterpretRecord& command, const AnalysisClient& analysis) {
     const LibraryClient library;
-    if (!library.IsLoaded())
+    if (!library.IsLoaded()) {
         throw RecordError(ToUtf8(library.FailureText()));
+    }
     const LibraryResources texts;
     const auto session = RecordSession::Open(command.record, analysis);
     const std::wstring failure = InterpretationClient().Interpret(session->Test());
-    if (!failure.empty())
+    if (!failure.empty()) {
         throw RecordError(ToUtf8(failure));
+    }
     const std::string listing = ListStatements(session->Test().Episode(0)->interpretation.text, texts);
     WriteOutput(ToUtf8(FromRecordText(listing)));
     return 0;
@@ -96,26 +104,31 @@ int RunInterpret(const InterpretRecord& command, const AnalysisClient& analysis)
 
 int RunExportTable(const ExportTable& command, const AnalysisClient& analysis) {
     const auto session = RecordSession::Open(command.record, analysis);
-    if (!session->MeasuringFailure().empty())
+    if (!session->MeasuringFailure().empty()) {
         throw RecordError(ToUtf8(L"the median beat could not be measured: " + session->MeasuringFailure()));
-    if (!session->SaveTable(PathFromUtf8(command.file), command.format))
+    }
+    if (!session->SaveTable(PathFromUtf8(command.file), command.format)) {
         throw RecordError(command.file + ": the table could not be written");
+    }
     return 0;
 }
 
 int RunListFields(const ListFields& command, const AnalysisClient& analysis) {
     const LibraryResources texts;
-    if (!texts.AreLoaded())
+    if (!texts.AreLoaded()) {
         throw RecordError(ToUtf8(texts.FailureText()));
+    }
     const auto session = RecordSession::Open(command.record, analysis);
     const std::vector<ReportRow> rows = ListReport(session->Test(), {texts, kx::UserLocale()});
     std::string output;
     if (command.codes.empty()) {
-        for (const ReportRow& row : rows)
+        for (const ReportRow& row : rows) {
             output += LineOf(row);
+        }
     }
-    for (const int code : command.codes)
+    for (const int code : command.codes) {
         output += LineOf(RowOfCode(rows, code));
+    }
     WriteOutput(output);
     return 0;
 }
@@ -132,14 +145,16 @@ int RunPrintToFile(const PrintToFile& command, const AnalysisClient& analysis) {
     if (!command.settings.lead &&
         (command.format == PageFormat::kPdf || command.format == PageFormat::kPng)) {
         if (!SaveTracing(DescribeTracing(session->Test()), command.format, PathFromUtf8(command.file),
-                         session->Title()))
+                         session->Title())) {
             throw RecordError(command.file + ": the page could not be written");
+        }
         return 0;
     }
     const auto page = Draw(*session, command.settings);
     const PageSizes sizes = SizesOf(*page);
-    if (!SavePage(*page, command.settings.paper, command.format, PathFromUtf8(command.file)))
+    if (!SavePage(*page, command.settings.paper, command.format, PathFromUtf8(command.file))) {
         throw RecordError(command.file + ": the page could not be written");
+    }
     WriteSizes(sizes);
     return 0;
 }
@@ -149,16 +164,18 @@ int RunPrintToPrinter(const PrintToPrinter& command, const AnalysisClient& analy
     if (command.byDriver) {
         std::wstring reason;
         if (!PrintTracing(DescribeTracing(session->Test()), FromUtf8(command.printer), session->Title(),
-                          reason))
+                          reason)) {
             throw RecordError(command.printer + ": " + ToUtf8(reason));
+        }
         return 0;
     }
     const auto page = Draw(*session, command.settings);
     const PageSizes sizes = SizesOf(*page);
     kx::SystemServices services(nullptr);
     if (!PrintPage(*page, command.settings.paper, ToSystemText(FromUtf8(command.printer)),
-                   ToSystemText(session->Title()), services))
+                   ToSystemText(session->Title()), services)) {
         throw RecordError(command.printer + ": the printer is not there, or refuses the page");
+    }
     WriteSizes(sizes);
     return 0;
 }

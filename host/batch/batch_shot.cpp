@@ -29,8 +29,9 @@ void Save(HWND window, const std::string& file) {
     WaitUntilPainted(window);
     const GdiPlusSession gdiPlus;
     const UniqueBitmap picture = TakePicture(window);
-    if (!gdiPlus.IsStarted() || !picture || !WritePng(picture.get(), PathFromUtf8(file)))
+    if (!gdiPlus.IsStarted() || !picture || !WritePng(picture.get(), PathFromUtf8(file))) {
         throw RecordError(file + ": the picture could not be written");
+    }
 }
 
 void ShootWindow(const Shot& command, SystemLog& log, const LibraryClient& library,
@@ -46,8 +47,9 @@ void ShootWindow(const Shot& command, SystemLog& log, const LibraryClient& libra
         frame.AppendReport(kind, text);
     });
     frame.OpenRecord(command.record);
-    if (command.pane)
+    if (command.pane) {
         frame.SelectPane(*command.pane);
+    }
     ShowWindow(frame.Window(), SW_SHOWNOACTIVATE);
     Save(frame.Window(), command.file);
 }
@@ -79,10 +81,11 @@ void ShootPane(const Shot& command, const LibraryClient& library, const Analysis
 int RunShot(const Shot& command, SystemLog& log, const LibraryClient& library, const AnalysisClient& analysis,
             const UiMetrics& metrics) {
     // The worklist is the workstation's, not the test's: it is shown in its window.
-    if (command.pane && *command.pane != PaneKind::Worklist)
+    if (command.pane && *command.pane != PaneKind::Worklist) {
         ShootPane(command, library, analysis, metrics);
-    else
+    } else {
         ShootWindow(command, log, library, analysis, metrics);
+    }
     return 0;
 }
 

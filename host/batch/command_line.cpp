@@ -62,8 +62,9 @@ std::optional<unsigned> LeadOf(std::string_view name) {
     for (unsigned lead = 0; lead < KX_STANDARD_LEADS; ++lead) {
         const std::string_view known = kx::StandardLeadName(lead);
         if (std::equal(name.begin(), name.end(), known.begin(), known.end(),
-                       [&](char a, char b) { return lower(a) == lower(b); }))
+                       [&](char a, char b) { return lower(a) == lower(b); })) {
             return lead;
+        }
     }
     return std::nullopt;
 }
@@ -71,8 +72,9 @@ std::optional<unsigned> LeadOf(std::string_view name) {
 std::optional<int> ParseNumber(std::string_view text, int least, int most) {
     int value = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (error != std::errc() || end != text.data() + text.size() || value < least || value > most)
+    if (error != std::errc() || end != text.data() + text.size() || value < least || value > most) {
         return std::nullopt;
+    }
     return value;
 }
 
@@ -83,12 +85,14 @@ UsageError Wrong(std::string_view what, std::string_view word) {
 // "WxH", both between the smallest and the largest picture.
 bool ParseSize(std::string_view text, Shot& shot) {
     const std::size_t cross = text.find('x');
-    if (cross == std::string_view::npos)
+    if (cross == std::string_view::npos) {
         return false;
+    }
     const auto width = ParseNumber(text.substr(0, cross), kSmallestShot, kLargestShot);
     const auto height = ParseNumber(text.substr(cross + 1), kSmallestShot, kLargestShot);
-    if (!width || !height)
+    if (!width || !height) {
         return false;
+    }
     shot.width = *width;
     shot.height = *height;
     return true;
@@ -101,8 +105,9 @@ bool ParsePane(std::string_view name, std::optional<PaneKind>& pane) {
     }
     const auto row =
         std::find_if(kPanes.begin(), kPanes.end(), [&](const PaneRow& r) { return r.name == name; });
-    if (row == kPanes.end())
+    if (row == kPanes.end()) {
         return false;
+    }
     pane = row->kind;
     return true;
 }
@@ -116,10 +121,12 @@ bool ParseCodes(std::string_view text, std::vector<int>& codes) {
         const auto first = ParseNumber(item.substr(0, dash), 0, kLargestFieldCode);
         const auto last =
             dash == item.size() ? first : ParseNumber(item.substr(dash + 1), 0, kLargestFieldCode);
-        if (!first || !last || *last < *first)
+        if (!first || !last || *last < *first) {
             return false;
-        for (int code = *first; code <= *last; ++code)
+        }
+        for (int code = *first; code <= *last; ++code) {
             codes.push_back(code);
+        }
         next = end + 1;
     }
     return true;
@@ -136,8 +143,9 @@ std::string ArchiveOf(const Words& words) {
 // As many recordings as there are places.
 std::vector<RecordRequest> AllRecords(const RecordRequest& record, const Words& words) {
     std::vector<RecordRequest> records{record};
-    for (std::size_t i = words.builtin ? 0 : 1; i < words.places.size(); ++i)
+    for (std::size_t i = words.builtin ? 0 : 1; i < words.places.size(); ++i) {
         records.push_back({std::string(words.places[i]), record.unitsPerMv});
+    }
     return records;
 }
 
@@ -156,11 +164,13 @@ Command MakeList(const RecordRequest&, const Words& words, Place filter) {
 Command MakeExport(const RecordRequest&, const Words& words, Place file) {
     const std::string_view number = *words.Value("--export");
     const auto id = ParseNumber(number, 1, std::numeric_limits<int>::max());
-    if (!id)
+    if (!id) {
         return Wrong("not the number of a test", number);
+    }
     const auto format = ExportFormatOf(*file);
-    if (!format)
+    if (!format) {
         return Wrong("none of .xml, .csv, .html, .pdf, .png", *file);
+    }
     return ExportTest{static_cast<unsigned>(*id), std::string(*file), *format, ArchiveOf(words)};
 }
 
@@ -181,20 +191,24 @@ Command MakeShot(const RecordRequest& record, const Words& words, Place pane) {
     shot.record = record;
     shot.file = *words.Value("--shot");
     shot.archive = ArchiveOf(words);
-    if (!HasExtension(shot.file, ".png"))
+    if (!HasExtension(shot.file, ".png")) {
         return Wrong("not a .png file", shot.file);
-    if (!ParsePane(*pane, shot.pane))
+    }
+    if (!ParsePane(*pane, shot.pane)) {
         return Wrong("unknown pane", *pane);
+    }
     const std::string_view* size = words.Value("--size");
-    if (size != nullptr && !ParseSize(*size, shot))
+    if (size != nullptr && !ParseSize(*size, shot)) {
         return Wrong("not a size between 64x64 and 4096x4096", *size);
+    }
     return shot;
 }
 
 Command MakeListFields(const RecordRequest& record, const Words&, Place codes) {
     ListFields command{record, {}};
-    if (codes && !ParseCodes(*codes, command.codes))
+    if (codes && !ParseCodes(*codes, command.codes)) {
         return Wrong("not a list of field codes like 1,2,48-59", *codes);
+    }
     return command;
 }
 
@@ -205,8 +219,9 @@ Command MakeExpand(const RecordRequest& record, const Words& words, Place) {
 Command MakeExportTable(const RecordRequest& record, const Words& words, Place) {
     const std::string_view file = *words.Value("--table");
     const auto format = TableFormatOf(file);
-    if (!format)
+    if (!format) {
         return Wrong("neither a .csv nor a .html file", file);
+    }
     return ExportTable{record, std::string(file), *format};
 }
 
@@ -214,14 +229,17 @@ Command MakeExportTable(const RecordRequest& record, const Words& words, Place) 
 std::optional<UsageError> ParsePrintSettings(const Words& words, std::string_view leadName,
                                              PrintSettings& settings) {
     settings.lead = LeadOf(leadName);
-    if (!settings.lead && leadName != kWholeTracing)
+    if (!settings.lead && leadName != kWholeTracing) {
         return Wrong("unknown lead", leadName);
+    }
     if (const std::string_view* name = words.Value("--paper")) {
         const auto paper = PaperOf(*name);
-        if (!paper)
+        if (!paper) {
             return Wrong("neither A4 nor Letter", *name);
-        if (!settings.lead && *paper != Paper::kA4)
+        }
+        if (!settings.lead && *paper != Paper::kA4) {
             return UsageError{"the tracing is printed on A4"};
+        }
         settings.paper = *paper;
     }
     return std::nullopt;
@@ -230,13 +248,16 @@ std::optional<UsageError> ParsePrintSettings(const Words& words, std::string_vie
 Command MakePrintToFile(const RecordRequest& record, const Words& words, Place lead) {
     PrintToFile command{record, {}, std::string(*words.Value("--print")), {}};
     const auto format = PageFormatOf(command.file);
-    if (!format)
+    if (!format) {
         return Wrong("neither a .pcl nor a .bmp nor a .png nor a .pdf file", command.file);
+    }
     command.format = *format;
-    if (const auto error = ParsePrintSettings(words, *lead, command.settings))
+    if (const auto error = ParsePrintSettings(words, *lead, command.settings)) {
         return *error;
-    if (command.format == PageFormat::kPdf && command.settings.lead)
+    }
+    if (command.format == PageFormat::kPdf && command.settings.lead) {
         return Wrong("a .pdf file holds the whole tracing, not one lead", *lead);
+    }
     return command;
 }
 
@@ -246,8 +267,9 @@ Command MakePrintByDriver(const RecordRequest& record, const Words& words, Place
 
 Command MakePrintToPrinter(const RecordRequest& record, const Words& words, Place lead) {
     PrintToPrinter command{record, {}, std::string(*words.Value("--print-to")), false};
-    if (const auto error = ParsePrintSettings(words, *lead, command.settings))
+    if (const auto error = ParsePrintSettings(words, *lead, command.settings)) {
         return *error;
+    }
     return command;
 }
 
@@ -269,9 +291,10 @@ constexpr Form kForms[] = {
 };
 
 std::optional<UsageError> TakeForm(const Form& form, Words& words) {
-    if (words.form != nullptr && words.form != &form)
+    if (words.form != nullptr && words.form != &form) {
         return UsageError{std::string(words.form->option) + " and " + std::string(form.option) +
                           " exclude each other"};
+    }
     words.form = &form;
     return std::nullopt;
 }
@@ -281,8 +304,9 @@ std::optional<Command> SortWords(const std::vector<std::string>& arguments, Word
     bool optionsEnded = false;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         const std::string_view word = arguments[i];
-        if (!optionsEnded && (word == "--help" || word == "-h" || word == "/?"))
+        if (!optionsEnded && (word == "--help" || word == "-h" || word == "/?")) {
             return ShowHelp{};
+        }
         if (optionsEnded || !word.starts_with("-")) {
             words.places.push_back(word);
             continue;
@@ -291,8 +315,9 @@ std::optional<Command> SortWords(const std::vector<std::string>& arguments, Word
             optionsEnded = true;
             continue;
         }
-        if (word == "--version")
+        if (word == "--version") {
             return ShowVersion{};
+        }
         if (word == "--builtin" || word == "--json") {
             (word == "--json" ? words.json : words.builtin) = true;
             continue;
@@ -300,16 +325,20 @@ std::optional<Command> SortWords(const std::vector<std::string>& arguments, Word
         const auto named = [&](const auto& row) { return row.option == word; };
         const Form* form = std::find_if(std::begin(kForms), std::end(kForms), named);
         const bool isForm = form != std::end(kForms);
-        if (!isForm && std::none_of(std::begin(kSettings), std::end(kSettings), named))
+        if (!isForm && std::none_of(std::begin(kSettings), std::end(kSettings), named)) {
             return Wrong("unknown option", word);
-        if (isForm) {
-            if (const auto error = TakeForm(*form, words))
-                return *error;
         }
-        if (isForm && !form->takesValue)
+        if (isForm) {
+            if (const auto error = TakeForm(*form, words)) {
+                return *error;
+            }
+        }
+        if (isForm && !form->takesValue) {
             continue;
-        if (i + 1 == arguments.size())
+        }
+        if (i + 1 == arguments.size()) {
             return Wrong("a value is missing behind", word);
+        }
         words.values[word] = arguments[++i];
     }
     return std::nullopt;
@@ -319,14 +348,17 @@ std::optional<UsageError> CheckSettings(const Words& words) {
     const std::string_view form = words.form == nullptr ? kWindow : words.form->option;
     for (const Setting& setting : kSettings) {
         if (words.Value(setting.option) != nullptr &&
-            std::ranges::find(setting.forms, form) == setting.forms.end())
+            std::ranges::find(setting.forms, form) == setting.forms.end()) {
             return UsageError{std::string(setting.option) + " belongs to " +
                               std::string(*setting.forms.begin())};
+        }
     }
-    if (words.json && form != kJsonForm)
+    if (words.json && form != kJsonForm) {
         return UsageError{"--json belongs to " + std::string(kJsonForm)};
-    if (words.builtin && words.form != nullptr && words.form->records == kNone)
+    }
+    if (words.builtin && words.form != nullptr && words.form->records == kNone) {
         return UsageError{"--builtin does not belong to " + std::string(form)};
+    }
     return std::nullopt;
 }
 
@@ -334,32 +366,39 @@ Command ToCommand(const Words& words) {
     RecordRequest record;
     if (const std::string_view* text = words.Value("--units-per-mv")) {
         const auto units = ParseNumber(*text, 1, kMostUnitsPerMv);
-        if (!units)
+        if (!units) {
             return Wrong("not a whole number of units per mV", *text);
+        }
         record.unitsPerMv = *units;
     }
-    if (const auto error = CheckSettings(words))
+    if (const auto error = CheckSettings(words)) {
         return *error;
+    }
 
     // The recording stands first and may be left out only for the built-in one, which a batch form must ask
     // for.
     const Records records = words.form == nullptr ? kOne : words.form->records;
     std::size_t next = 0;
-    if (records != kNone && !words.builtin && next < words.places.size())
+    if (records != kNone && !words.builtin && next < words.places.size()) {
         record.path = words.places[next++];
-    if (words.form == nullptr && next == words.places.size())
+    }
+    if (words.form == nullptr && next == words.places.size()) {
         return OpenWorkstation{record, words.builtin, ArchiveOf(words)};
-    if (words.form != nullptr && records != kNone && !words.builtin && record.path.empty())
+    }
+    if (words.form != nullptr && records != kNone && !words.builtin && record.path.empty()) {
         return UsageError{"no recording given (a path, or --builtin)"};
+    }
     Place place;
     if (words.form != nullptr && words.form->place != nullptr) {
-        if (next < words.places.size())
+        if (next < words.places.size()) {
             place = words.places[next++];
-        else if (!words.form->placeMayMiss)
+        } else if (!words.form->placeMayMiss) {
             return UsageError{std::string("no ") + words.form->place + " given"};
+        }
     }
-    if (next != words.places.size() && records != kMany)
+    if (next != words.places.size() && records != kMany) {
         return Wrong("one word too many", words.places[next]);
+    }
     return words.form->make(record, words, place);
 }
 
@@ -367,8 +406,9 @@ Command ToCommand(const Words& words) {
 
 Command ParseCommandLine(const std::vector<std::string>& arguments) {
     Words words;
-    if (const auto decided = SortWords(arguments, words))
+    if (const auto decided = SortWords(arguments, words)) {
         return *decided;
+    }
     return ToCommand(words);
 }
 

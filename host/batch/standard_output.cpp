@@ -20,13 +20,15 @@ HANDLE StandardHandle(DWORD which) {
 
 void WriteAll(DWORD which, std::string_view text) {
     const HANDLE handle = StandardHandle(which);
-    if (handle == nullptr || handle == INVALID_HANDLE_VALUE)
+    if (handle == nullptr || handle == INVALID_HANDLE_VALUE) {
         return;
+    }
     while (!text.empty()) {
         DWORD written = 0;
         if (!WriteFile(handle, text.data(), static_cast<DWORD>(text.size()), &written, nullptr) ||
-            written == 0)
+            written == 0) {
             return;
+        }
         text.remove_prefix(std::min<std::size_t>(written, text.size()));
     }
 }

@@ -30,8 +30,9 @@ std::optional<std::filesystem::path> AskRecordToOpen(HWND owner) {
         owner, L"Apri tracciato",
         L"Tracciati (*.hea, *.scp, *.dcm, *.xml)\0*.hea;*.scp;*.dcm;*.xml\0Tutti i file (*.*)\0*.*\0", name);
     dialog.Flags |= OFN_FILEMUSTEXIST | OFN_PATHMUSTEXIST;
-    if (!GetOpenFileNameW(&dialog))
+    if (!GetOpenFileNameW(&dialog)) {
         return std::nullopt;
+    }
     return std::filesystem::path(name.data());
 }
 
@@ -41,14 +42,17 @@ std::vector<std::filesystem::path> AskRecordsToImport(HWND owner) {
     OPENFILENAMEW dialog = Describe(owner, L"Importa nell'archivio", L"Tutti i file (*.*)\0*.*\0", names);
     dialog.Flags |= OFN_FILEMUSTEXIST | OFN_PATHMUSTEXIST | OFN_ALLOWMULTISELECT;
     std::vector<std::filesystem::path> files;
-    if (!GetOpenFileNameW(&dialog))
+    if (!GetOpenFileNameW(&dialog)) {
         return files;
+    }
     const std::filesystem::path first = names.data();
     for (const wchar_t* name = names.data() + first.native().size() + 1; *name != L'\0';
-         name += std::char_traits<wchar_t>::length(name) + 1)
+         name += std::char_traits<wchar_t>::length(name) + 1) {
         files.push_back(first / name);
-    if (files.empty())
+    }
+    if (files.empty()) {
         files.push_back(first);
+    }
     return files;
 }
 
@@ -60,11 +64,13 @@ std::optional<std::filesystem::path> AskFileToSave(HWND owner, const wchar_t* ti
     suggestedName.copy(name.data(), name.size() - 1);
     OPENFILENAMEW dialog = Describe(owner, title, filter, name);
     dialog.lpstrDefExt = extension;
-    if (!folder.empty())
+    if (!folder.empty()) {
         dialog.lpstrInitialDir = folder.c_str();
+    }
     dialog.Flags |= OFN_OVERWRITEPROMPT | OFN_PATHMUSTEXIST;
-    if (!GetSaveFileNameW(&dialog))
+    if (!GetSaveFileNameW(&dialog)) {
         return std::nullopt;
+    }
     return std::filesystem::path(name.data());
 }
 

@@ -25,15 +25,19 @@ void FrameWindow::Say(const std::wstring& text, UINT icon) const {
 }
 
 bool FrameWindow::ConfirmLoss() {
-    if (!session_ || !session_->HasChanges())
+    if (!session_ || !session_->HasChanges()) {
         return true;
+    }
     std::wstring lost;
-    if (session_->HasChangedMarkers())
+    if (session_->HasChangedMarkers()) {
         lost += L"\n- i marcatori e le misure corretti";
-    if (session_->HasChangedText())
+    }
+    if (session_->HasChangedText()) {
         lost += L"\n- il testo dell'interpretazione";
-    if (lost.empty())
+    }
+    if (lost.empty()) {
         lost = L"\n- i dati del referto (stadio, nomi, date)";
+    }
     const std::wstring question =
         L"Salvare le modifiche a «" + session_->Title() + L"»?\n\nSenza salvare vanno perduti:" + lost;
     switch (MessageBoxW(Window(), question.c_str(), L"Stazione ECG", MB_YESNOCANCEL | MB_ICONQUESTION)) {
@@ -47,8 +51,9 @@ bool FrameWindow::ConfirmLoss() {
 }
 
 void FrameWindow::OpenRecordForUser(const RecordRequest& request) {
-    if (!ConfirmLoss())
+    if (!ConfirmLoss()) {
         return;
+    }
     try {
         OpenRecord(request);
     } catch (const std::exception& error) {
@@ -57,8 +62,9 @@ void FrameWindow::OpenRecordForUser(const RecordRequest& request) {
             L"Il tracciato non può essere aperto.\n\nManca un file, oppure l'intestazione o i segnali sono "
             L"incompleti o "
             L"danneggiati.";
-        if (session_)
+        if (session_) {
             text += L" Resta aperto il tracciato mostrato finora.";
+        }
         Say(text + L"\n\nDettaglio: " + FromUtf8(error.what()), MB_ICONERROR);
     }
 }
@@ -153,8 +159,9 @@ void FrameWindow::ShowEditing() const {
 
 // In the middle of the window, with room on the left for the editor's library panel.
 void FrameWindow::OnEditReport(uint32_t mode) {
-    if (!session_)
+    if (!session_) {
         return;
+    }
     paneHost_->Close();
     RECT frame;
     RECT middle;
@@ -173,9 +180,10 @@ void FrameWindow::OnEditReport(uint32_t mode) {
 
 // The page of the pane that is shown.
 void FrameWindow::OnHelp() {
-    if (!OpenHelpPage(Window(), RowOf(ShownPane()).helpPage))
+    if (!OpenHelpPage(Window(), RowOf(ShownPane()).helpPage)) {
         Say(L"La guida non si apre: manca un visualizzatore, e manca la cartella help accanto al programma.",
             MB_ICONINFORMATION);
+    }
 }
 
 void FrameWindow::OnAbout() {

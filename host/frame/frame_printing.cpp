@@ -26,8 +26,9 @@ std::optional<unsigned> LeadShownIn(HWND pane) {
         char text[16] = {};
         GetWindowTextA(list, text, sizeof text);
         for (unsigned lead = 0; lead < KX_STANDARD_LEADS; ++lead) {
-            if (kx::StandardLeadName(lead) == std::string_view(text))
+            if (kx::StandardLeadName(lead) == std::string_view(text)) {
                 return lead;
+            }
         }
     }
     return std::nullopt;
@@ -40,21 +41,25 @@ std::wstring SizesText(const PageSizes& sizes) {
 }  // namespace
 
 void FrameWindow::OnPrint() {
-    if (!session_)
+    if (!session_) {
         return;
+    }
     kx::SystemServices services(nullptr);
     PrintChoice first = printed_;
     first.printer.reset();
-    if (paneHost_->Pane() != nullptr)
+    if (paneHost_->Pane() != nullptr) {
         first.lead = LeadShownIn(paneHost_->Pane());
+    }
     const auto choice = AskHowToPrint(Window(), ListPrinters(services), first);
-    if (!choice)
+    if (!choice) {
         return;
+    }
     printed_ = *choice;
-    if (choice->lead)
+    if (choice->lead) {
         PrintLead(*choice);
-    else
+    } else {
         PrintWholeTracing(*choice);
+    }
 }
 
 void FrameWindow::SayPrinterRefuses(const std::wstring& printer, const std::wstring& reason) const {
@@ -67,23 +72,26 @@ void FrameWindow::PrintLead(const PrintChoice& choice) {
     const std::wstring sizes = SizesText(SizesOf(*page));
     const std::wstring lead = FromRecordText(kx::StandardLeadName(*choice.lead));
     if (choice.printer) {
-        if (PrintPage(*page, choice.paper, *choice.printer, ToSystemText(session_->Title()), services))
+        if (PrintPage(*page, choice.paper, *choice.printer, ToSystemText(session_->Title()), services)) {
             ShowNote(L"Derivazione " + lead + L" stampata: " + sizes);
-        else
+        } else {
             SayPrinterRefuses(FromSystemText(*choice.printer), kReasonInLog);
+        }
         return;
     }
     const auto file = AskFileToSave(Window(), L"Salva pagina", kPageFilter, L"pcl",
                                     session_->Title() + L" " + lead, session_->Folder());
-    if (!file)
+    if (!file) {
         return;
+    }
     const auto format = PageFormatOf(ToUtf8(file->wstring()));
-    if (!format || *format == PageFormat::kPdf)
+    if (!format || *format == PageFormat::kPdf) {
         Say(L"Il nome del file deve finire in .pcl, .bmp o .png.\n\n" + file->wstring(), MB_ICONERROR);
-    else if (SavePage(*page, choice.paper, *format, *file))
+    } else if (SavePage(*page, choice.paper, *format, *file)) {
         ShowNote(L"Derivazione " + lead + L" salvata: " + sizes);
-    else
+    } else {
         Say(L"La pagina non può essere salvata.\n\n" + file->wstring(), MB_ICONERROR);
+    }
 }
 
 void FrameWindow::PrintWholeTracing(const PrintChoice& choice) {
@@ -94,23 +102,26 @@ void FrameWindow::PrintWholeTracing(const PrintChoice& choice) {
         kx::SystemServices services(nullptr);
         if (choice.byDriver ? PrintTracing(page, printer, session_->Title(), reason)
                             : PrintPage(*DrawTracingUpright(page), Paper::kA4, *choice.printer,
-                                        ToSystemText(session_->Title()), services))
+                                        ToSystemText(session_->Title()), services)) {
             ShowNote(L"Tracciato stampato");
-        else
+        } else {
             SayPrinterRefuses(printer, reason);
+        }
         return;
     }
     const auto file = AskFileToSave(Window(), L"Salva pagina del tracciato", kTracingFilter, L"pdf",
                                     session_->Title() + L" tracciato", session_->Folder());
-    if (!file)
+    if (!file) {
         return;
+    }
     const auto format = PageFormatOf(ToUtf8(file->wstring()));
-    if (!format)
+    if (!format) {
         Say(L"Il nome del file deve finire in .pdf, .png, .pcl o .bmp.\n\n" + file->wstring(), MB_ICONERROR);
-    else if (SaveTracing(page, *format, *file, session_->Title()))
+    } else if (SaveTracing(page, *format, *file, session_->Title())) {
         ShowNote(L"Pagina del tracciato salvata");
-    else
+    } else {
         Say(L"La pagina non può essere salvata.\n\n" + file->wstring(), MB_ICONERROR);
+    }
 }
 
 }  // namespace kxhost

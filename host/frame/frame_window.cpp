@@ -67,8 +67,9 @@ void FrameWindow::CreateChildren() {
 }
 
 void FrameWindow::Layout() {
-    if (status_ == nullptr)
+    if (status_ == nullptr) {
         return;
+    }
     RECT area;
     GetClientRect(Window(), &area);
     SendMessageW(status_, WM_SIZE, 0, 0);
@@ -104,8 +105,9 @@ void FrameWindow::Layout() {
 
 // As narrow as the measurements with some room for the name; never more than the screen has.
 void FrameWindow::OnGetMinMaxInfo(MINMAXINFO& info) const {
-    if (!strip_)
+    if (!strip_) {
         return;
+    }
     info.ptMinTrackSize.x =
         std::min(strip_->WidthOfMeasurements() + metrics_.Scale(260), GetSystemMetrics(SM_CXSCREEN));
     info.ptMinTrackSize.y = std::min(metrics_.Scale(kSmallestHeight), GetSystemMetrics(SM_CYSCREEN));
@@ -119,17 +121,20 @@ void FrameWindow::OpenRecord(const RecordRequest& request) {
 void FrameWindow::TakeSession(std::unique_ptr<RecordSession> opened) {
     paneHost_->Close();
     session_ = std::move(opened);
-    if (SendMessageW(tabs_, TCM_GETCURSEL, 0, 0) == static_cast<LRESULT>(PaneKind::Worklist))
+    if (SendMessageW(tabs_, TCM_GETCURSEL, 0, 0) == static_cast<LRESULT>(PaneKind::Worklist)) {
         SendMessageW(tabs_, TCM_SETCURSEL, static_cast<WPARAM>(PaneKind::Tracing), 0);
+    }
     ShowRecord();
 }
 
 void FrameWindow::ShowRecord() {
     SetWindowTextW(Window(), (session_->Title() + L" - " + kProgramTitle).c_str());
-    for (const std::wstring& remark : session_->Remarks())
+    for (const std::wstring& remark : session_->Remarks()) {
         AppendReport(L"Tracciato", remark);
-    if (!session_->MeasuringFailure().empty())
+    }
+    if (!session_->MeasuringFailure().empty()) {
         AppendReport(L"Stazione", L"Il battito mediano non è misurato: " + session_->MeasuringFailure());
+    }
     ShowPane();
     paneHost_->FocusPane();
     shown_ = TakeSnapshot();
@@ -149,11 +154,13 @@ FrameWindow::Snapshot FrameWindow::TakeSnapshot() const {
 }
 
 void FrameWindow::ShowChanges() {
-    if (!session_)
+    if (!session_) {
         return;
+    }
     const Snapshot now = TakeSnapshot();
-    if (now == shown_)
+    if (now == shown_) {
         return;
+    }
     shown_ = now;
     strip_->Show(DescribePatient(session_->Test(), &session_->Measurements()));
     ShowStatus();
@@ -162,8 +169,9 @@ void FrameWindow::ShowChanges() {
 void FrameWindow::ShowStatus() {
     const wchar_t* texts[4] = {L"Nessun tracciato aperto", L"", L"", L""};
     std::wstring title;
-    if (!session_ && !note_.empty())
+    if (!session_ && !note_.empty()) {
         texts[0] = note_.c_str();
+    }
     if (session_) {
         title = session_->Title() + (note_.empty() ? L"" : L" - " + note_);
         texts[0] = title.c_str();
@@ -175,8 +183,9 @@ void FrameWindow::ShowStatus() {
                    : session_->HasManualMarkers()         ? L"Misure: corrette a mano"
                                                           : L"Misure: automatiche";
     }
-    for (WPARAM part = 0; part < std::size(texts); ++part)
+    for (WPARAM part = 0; part < std::size(texts); ++part) {
         SendMessageW(status_, SB_SETTEXTW, part, reinterpret_cast<LPARAM>(texts[part]));
+    }
 }
 
 void FrameWindow::ShowNote(std::wstring text) {
@@ -190,8 +199,9 @@ PaneKind FrameWindow::ShownPane() const {
 }
 
 void FrameWindow::ShowPane() {
-    if (!note_.empty())
+    if (!note_.empty()) {
         ShowNote({});
+    }
     const PaneKind kind = ShownPane();
     if (kind == PaneKind::Worklist) {
         paneHost_->OpenWorklist();
@@ -216,17 +226,19 @@ void FrameWindow::SelectPane(PaneKind kind) {
 // pane.
 void FrameWindow::OnTabChosen() {
     ShowPane();
-    if (GetKeyState(VK_LBUTTON) < 0)
+    if (GetKeyState(VK_LBUTTON) < 0) {
         paneHost_->FocusPane();
+    }
 }
 
 // The window manager gives the keyboard to the window itself when it is entered again; it belongs to the
 // control that had it.
 void FrameWindow::OnSetFocus() {
-    if (lastFocus_ != nullptr && IsChild(Window(), lastFocus_))
+    if (lastFocus_ != nullptr && IsChild(Window(), lastFocus_)) {
         SetFocus(lastFocus_);
-    else if (paneHost_)
+    } else if (paneHost_) {
         paneHost_->FocusPane();
+    }
 }
 
 void FrameWindow::StepPane(int step) {
@@ -238,25 +250,29 @@ void FrameWindow::StepPane(int step) {
 void FrameWindow::FocusNextPart() {
     const HWND focus = GetFocus();
     const HWND pane = paneHost_->Pane();
-    if (focus == tabs_ && pane != nullptr)
+    if (focus == tabs_ && pane != nullptr) {
         paneHost_->FocusPane();
-    else if (logShown_ && focus != log_->Window())
+    } else if (logShown_ && focus != log_->Window()) {
         SetFocus(log_->Window());
-    else
+    } else {
         SetFocus(tabs_);
+    }
 }
 
 void FrameWindow::AppendReport(const std::wstring& kind, const std::wstring& text) {
-    if (log_)
+    if (log_) {
         log_->Append(kind, text);
+    }
 }
 
 bool FrameWindow::TranslateKeys(MSG& message) {
     // Before each message: one that opens a dialog disables this window, and its focus is gone by then.
-    if (const HWND focus = GetFocus(); focus != nullptr && IsChild(Window(), focus))
+    if (const HWND focus = GetFocus(); focus != nullptr && IsChild(Window(), focus)) {
         lastFocus_ = focus;
-    if (TranslateAcceleratorW(Window(), accelerators_, &message) != 0)
+    }
+    if (TranslateAcceleratorW(Window(), accelerators_, &message) != 0) {
         return true;
+    }
     return paneHost_->TranslateForPane(message) || IsDialogMessageW(Window(), &message) != FALSE;
 }
 
@@ -273,13 +289,15 @@ LRESULT FrameWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         case WM_COMMAND:
             // Only the menu and the accelerators speak to the frame; controls come with their window.
-            if (lParam == 0)
+            if (lParam == 0) {
                 OnCommand(LOWORD(wParam));
+            }
             return 0;
         case WM_NOTIFY:
             if (const auto& header = *reinterpret_cast<const NMHDR*>(lParam);
-                header.hwndFrom == tabs_ && header.code == static_cast<UINT>(TCN_SELCHANGE))
+                header.hwndFrom == tabs_ && header.code == static_cast<UINT>(TCN_SELCHANGE)) {
                 OnTabChosen();
+            }
             return 0;
         case WM_SETFOCUS:
             OnSetFocus();
@@ -296,12 +314,14 @@ LRESULT FrameWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             ShowChanges();
             return 0;
         case WM_CLOSE:
-            if (ConfirmLoss())
+            if (ConfirmLoss()) {
                 DestroyWindow(Window());
+            }
             return 0;
         case WM_DESTROY:
-            if (paneHost_)
+            if (paneHost_) {
                 paneHost_->Close();
+            }
             PostQuitMessage(0);
             return 0;
         default:

@@ -8,16 +8,18 @@
 namespace kxhost {
 
 HostWindow::~HostWindow() {
-    if (window_ != nullptr)
+    if (window_ != nullptr) {
         DestroyWindow(window_);
+    }
 }
 
 void HostWindow::RegisterOnce(const wchar_t* className) {
     const HINSTANCE instance = GetModuleHandleW(nullptr);
     WNDCLASSEXW known{};
     known.cbSize = sizeof known;
-    if (GetClassInfoExW(instance, className, &known))
+    if (GetClassInfoExW(instance, className, &known)) {
         return;
+    }
     WNDCLASSEXW made{};
     made.cbSize = sizeof made;
     made.style = CS_DBLCLKS;
@@ -27,8 +29,9 @@ void HostWindow::RegisterOnce(const wchar_t* className) {
     made.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     made.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
     made.lpszClassName = className;
-    if (RegisterClassExW(&made) == 0)
+    if (RegisterClassExW(&made) == 0) {
         throw std::runtime_error("a window class could not be registered");
+    }
 }
 
 void HostWindow::Create(const Creation& creation) {
@@ -37,8 +40,9 @@ void HostWindow::Create(const Creation& creation) {
     const HWND made = CreateWindowExW(creation.extendedStyle, creation.className, creation.title,
                                       creation.style, place, place, creation.width, creation.height,
                                       creation.parent, creation.menu, GetModuleHandleW(nullptr), this);
-    if (made == nullptr)
+    if (made == nullptr) {
         throw std::runtime_error("a window could not be created");
+    }
 }
 
 LRESULT HostWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -52,8 +56,9 @@ LRESULT CALLBACK HostWindow::Procedure(HWND window, UINT message, WPARAM wParam,
         SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(created));
     }
     auto* self = reinterpret_cast<HostWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-    if (self == nullptr)
+    if (self == nullptr) {
         return DefWindowProcW(window, message, wParam, lParam);
+    }
     LRESULT result = 0;
     try {
         result = self->OnMessage(message, wParam, lParam);

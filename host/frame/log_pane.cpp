@@ -35,8 +35,9 @@ LogPane::LogPane(HWND parent, const UiMetrics& metrics) : metrics_(metrics) {
                                 LVS_SINGLESEL | LVS_SHOWSELALWAYS | LVS_NOSORTHEADER,
                             0, 0, 0, 0, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(IDC_LOG)),
                             GetModuleHandleW(nullptr), nullptr);
-    if (list_ == nullptr)
+    if (list_ == nullptr) {
         throw std::runtime_error("the message list could not be created");
+    }
     SendMessageW(list_, WM_SETFONT, reinterpret_cast<WPARAM>(metrics_.Message()), FALSE);
     SendMessageW(list_, LVM_SETEXTENDEDLISTVIEWSTYLE, LVS_EX_FULLROWSELECT, LVS_EX_FULLROWSELECT);
     AddColumn(list_, kTimeColumn, L"Ora", metrics_.Scale(kTimeWidth));

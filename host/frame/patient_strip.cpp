@@ -54,10 +54,12 @@ std::wstring NameText(const KxTestRecord& test) {
 }
 
 std::wstring AgeText(unsigned days) {
-    if (days >= kDaysInYear)
+    if (days >= kDaysInYear) {
         return std::to_wstring(days / kDaysInYear) + (days / kDaysInYear == 1 ? L" anno" : L" anni");
-    if (days >= kDaysInMonth)
+    }
+    if (days >= kDaysInMonth) {
         return std::to_wstring(days / kDaysInMonth) + (days / kDaysInMonth == 1 ? L" mese" : L" mesi");
+    }
     return std::to_wstring(days) + (days == 1 ? L" giorno" : L" giorni");
 }
 
@@ -67,8 +69,9 @@ std::wstring SexText(unsigned sex) {
 
 std::wstring DateText(const KxDateTime& time) {
     constexpr int kLastInvalidYear = 1800;
-    if (time.year <= kLastInvalidYear)
+    if (time.year <= kLastInvalidYear) {
         return L"data non indicata";
+    }
     wchar_t text[32];
     std::swprintf(text, std::size(text), L"%02u/%02u/%04d %02u:%02u", unsigned{time.day},
                   unsigned{time.month}, int{time.year}, unsigned{time.hour}, unsigned{time.minute});
@@ -110,29 +113,34 @@ PatientTexts DescribePatient(const KxTestRecord& test, const KxMeasurementSet* s
     texts.name = NameText(test);
     const std::wstring id = FieldText(test.patientId);
     // Recordings for research carry no name: the id then stands for it.
-    if (texts.name.empty())
+    if (texts.name.empty()) {
         texts.name = id.empty() ? L"Paziente senza nome" : id;
-    else if (!id.empty())
+    } else if (!id.empty()) {
         texts.details = L"ID " + id + L"  ·  ";
+    }
     texts.details += SexText(test.sex);
-    if (test.ageDays != 0)
+    if (test.ageDays != 0) {
         texts.details += L"  ·  " + AgeText(test.ageDays);
+    }
     texts.details += L"  ·  " + DateText(test.acquisitionTime);
 
     static constexpr const wchar_t* kLabels[PatientTexts::kMeasurements] = {
         L"FC", L"P", L"PR", L"QRS", L"QT / QTc", L"Asse QRS", L"Asse P / T"};
-    for (std::size_t i = 0; i < texts.measurements.size(); ++i)
+    for (std::size_t i = 0; i < texts.measurements.size(); ++i) {
         texts.measurements[i] = {kLabels[i], kMissing};
-    if (set == nullptr || set->measured == 0)
+    }
+    if (set == nullptr || set->measured == 0) {
         return texts;
+    }
     const bool hasP = set->pDuration != 0;
     auto& cells = texts.measurements;
     cells[0].value = HeartRateText(set->rrInterval);
     cells[1].value = WithUnit(set->pDuration, L" ms");
     cells[2].value = WithUnit(set->prInterval, L" ms");
     cells[3].value = WithUnit(set->qrsDuration, L" ms");
-    if (set->qtInterval != 0)
+    if (set->qtInterval != 0) {
         cells[4].value = std::to_wstring(set->qtInterval) + L" / " + WithUnit(set->qtc, L" ms");
+    }
     cells[5].value = std::to_wstring(set->qrsAxis) + L"°";
     cells[6].value =
         (hasP ? std::to_wstring(set->pAxis) + L"°" : kMissing) + L" / " + std::to_wstring(set->tAxis) + L"°";
@@ -145,13 +153,15 @@ PatientStrip::PatientStrip(HWND parent, const UiMetrics& metrics) : metrics_(met
 }
 
 void PatientStrip::Show(PatientTexts texts) {
-    if (texts == texts_)
+    if (texts == texts_) {
         return;
+    }
     texts_ = std::move(texts);
     // For screen readers, which see no painting.
     std::wstring all = texts_.name + L"; " + texts_.details;
-    for (const auto& measurement : texts_.measurements)
+    for (const auto& measurement : texts_.measurements) {
         all += std::wstring(L"; ") + measurement.label + L" " + measurement.value;
+    }
     SetWindowTextW(Window(), all.c_str());
     InvalidateRect(Window(), nullptr, FALSE);
 }
@@ -170,8 +180,9 @@ int PatientStrip::CellWidth(std::size_t cell) const {
 
 int PatientStrip::WidthOfMeasurements() const {
     int width = 0;
-    for (std::size_t i = 0; i < PatientTexts::kMeasurements; ++i)
+    for (std::size_t i = 0; i < PatientTexts::kMeasurements; ++i) {
         width += CellWidth(i);
+    }
     return width;
 }
 
@@ -207,8 +218,9 @@ void PatientStrip::Draw(HDC dc, const RECT& area) const {
     accent.right = accent.left + metrics_.Scale(kAccentWidth);
     SetDCBrushColor(dc, kAccent);
     FillRect(dc, &accent, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
-    if (texts_.name.empty())
+    if (texts_.name.empty()) {
         return;  // no record yet
+    }
     DrawMeasurements(dc, area);
 
     const int nameHeight = metrics_.LineHeight(metrics_.Heading());

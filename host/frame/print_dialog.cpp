@@ -31,24 +31,28 @@ void Add(HWND dialog, int id, const std::string& text) {
 std::size_t DefaultPrinter(const std::vector<std::string>& printers) {
     char name[256] = {};
     DWORD size = sizeof name;
-    if (!GetDefaultPrinterA(name, &size))
+    if (!GetDefaultPrinterA(name, &size)) {
         return 0;
+    }
     const auto found = std::find(printers.begin(), printers.end(), name);
     return found == printers.end() ? 0 : static_cast<std::size_t>(found - printers.begin());
 }
 
 void Fill(HWND dialog, const Question& question) {
-    for (const std::string& printer : question.printers)
+    for (const std::string& printer : question.printers) {
         Add(dialog, IDC_PRINT_PRINTER, printer);
+    }
     Select(dialog, IDC_PRINT_PRINTER, DefaultPrinter(question.printers));
-    for (unsigned lead = 0; lead < KX_STANDARD_LEADS; ++lead)
+    for (unsigned lead = 0; lead < KX_STANDARD_LEADS; ++lead) {
         Add(dialog, IDC_PRINT_LEAD, kx::StandardLeadName(lead));
+    }
     SendDlgItemMessageW(dialog, IDC_PRINT_LEAD, CB_ADDSTRING, 0,
                         reinterpret_cast<LPARAM>(L"Tracciato intero"));
     Select(dialog, IDC_PRINT_LEAD, question.choice.lead.value_or(KX_STANDARD_LEADS));
     CheckDlgButton(dialog, IDC_PRINT_BY_DRIVER, question.choice.byDriver ? BST_CHECKED : BST_UNCHECKED);
-    for (const Paper paper : {Paper::kA4, Paper::kLetter})
+    for (const Paper paper : {Paper::kA4, Paper::kLetter}) {
         Add(dialog, IDC_PRINT_PAPER, NameOf(paper));
+    }
     Select(dialog, IDC_PRINT_PAPER, static_cast<std::size_t>(question.choice.paper));
     if (question.printers.empty()) {
         EnableWindow(GetDlgItem(dialog, IDOK), FALSE);
@@ -62,8 +66,9 @@ void ShowWhatApplies(HWND dialog) {
     const bool whole = Selected(dialog, IDC_PRINT_LEAD) == KX_STANDARD_LEADS;
     EnableWindow(GetDlgItem(dialog, IDC_PRINT_PAPER), !whole);
     EnableWindow(GetDlgItem(dialog, IDC_PRINT_BY_DRIVER), whole);
-    if (whole)
+    if (whole) {
         Select(dialog, IDC_PRINT_PAPER, static_cast<std::size_t>(Paper::kA4));
+    }
 }
 
 void Take(HWND dialog, bool toFile, Question& question) {
@@ -73,8 +78,9 @@ void Take(HWND dialog, bool toFile, Question& question) {
     question.choice.paper = Selected(dialog, IDC_PRINT_PAPER) == 1 ? Paper::kLetter : Paper::kA4;
     const auto printer = static_cast<std::size_t>(Selected(dialog, IDC_PRINT_PRINTER));
     question.choice.printer.reset();
-    if (!toFile && printer < question.printers.size())
+    if (!toFile && printer < question.printers.size()) {
         question.choice.printer = question.printers[printer];
+    }
 }
 
 INT_PTR CALLBACK Procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
@@ -84,8 +90,9 @@ INT_PTR CALLBACK Procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lPar
         ShowWhatApplies(dialog);
         return TRUE;
     }
-    if (message != WM_COMMAND)
+    if (message != WM_COMMAND) {
         return FALSE;
+    }
     auto* question = reinterpret_cast<Question*>(GetWindowLongPtrW(dialog, DWLP_USER));
     switch (LOWORD(wParam)) {
         case IDC_PRINT_LEAD:
@@ -110,8 +117,9 @@ std::optional<PrintChoice> AskHowToPrint(HWND owner, const std::vector<std::stri
                                          const PrintChoice& first) {
     Question question{printers, first};
     if (DialogBoxParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDD_PRINT), owner, Procedure,
-                        reinterpret_cast<LPARAM>(&question)) != IDOK)
+                        reinterpret_cast<LPARAM>(&question)) != IDOK) {
         return std::nullopt;
+    }
     return question.choice;
 }
 

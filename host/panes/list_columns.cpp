@@ -21,12 +21,14 @@ void FillWithColumn(HWND list, int column, int least) {
     GetClientRect(list, &area);
     int rest = static_cast<int>(area.right);
     for (int other = 0; other < count; ++other) {
-        if (other != column)
+        if (other != column) {
             rest -= static_cast<int>(SendMessageW(list, LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(other), 0));
+        }
     }
     const int width = std::max(rest, least);
-    if (width != SendMessageW(list, LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(column), 0))
+    if (width != SendMessageW(list, LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(column), 0)) {
         SendMessageW(list, LVM_SETCOLUMNWIDTH, static_cast<WPARAM>(column), MAKELPARAM(width, 0));
+    }
 }
 
 }  // namespace kxhost

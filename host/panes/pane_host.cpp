@@ -57,10 +57,12 @@ bool PaneHost::Open(PaneKind kind, kx::TestRecord& test) {
         ShowMessage(L"La libreria dei pannelli non è disponibile.\n" + library_.FailureText());
         return false;
     }
-    if (kind == PaneKind::Worklist)
+    if (kind == PaneKind::Worklist) {
         return OpenWorklist();
-    if (Show(MakePane(kind, test)))
+    }
+    if (Show(MakePane(kind, test))) {
         return true;
+    }
     ShowMessage(std::wstring(L"Il pannello «") + RowOf(kind).title +
                 L"» non è disponibile per questo tracciato.\nIl motivo è fra i messaggi della libreria.");
     return false;
@@ -68,25 +70,28 @@ bool PaneHost::Open(PaneKind kind, kx::TestRecord& test) {
 
 bool PaneHost::OpenWorklist() {
     Close();
-    if (archive_ == nullptr || actions_ == nullptr)
+    if (archive_ == nullptr || actions_ == nullptr) {
         return false;
+    }
     own_ = std::make_unique<WorklistPane>(Window(), metrics_, *archive_, *actions_);
     return Show(own_->Window());
 }
 
 bool PaneHost::Show(HWND pane) {
     pane_ = pane;
-    if (pane_ == nullptr)
+    if (pane_ == nullptr) {
         return false;
+    }
     message_.clear();
     // The pane's template may have had a caption: its place counts until the frame is computed anew.
     RECT area;
     GetClientRect(pane_, &area);
     natural_ = {area.right, area.bottom};
     least_ = natural_;
-    if (own_)
+    if (own_) {
         least_ = {std::min<LONG>(natural_.cx, metrics_.Scale(kLeastOwnWidth)),
                   std::min<LONG>(natural_.cy, metrics_.Scale(kLeastOwnHeight))};
+    }
     SetWindowPos(pane_, nullptr, 0, 0, static_cast<int>(natural_.cx), static_cast<int>(natural_.cy),
                  SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
     scrolled_ = {};
@@ -96,8 +101,9 @@ bool PaneHost::Show(HWND pane) {
 }
 
 void PaneHost::Close() {
-    if (pane_ != nullptr && IsWindow(pane_))
+    if (pane_ != nullptr && IsWindow(pane_)) {
         DestroyWindow(pane_);
+    }
     pane_ = nullptr;
     own_.reset();
     natural_ = least_ = {};
@@ -106,15 +112,19 @@ void PaneHost::Close() {
 }
 
 void PaneHost::FocusPane() const {
-    if (pane_ == nullptr)
+    if (pane_ == nullptr) {
         return;
+    }
     HWND first = FindWindowExW(pane_, nullptr, L"MarkerView", nullptr);
-    if (first == nullptr)
+    if (first == nullptr) {
         first = FindWindowExW(pane_, nullptr, TracingPaper::kClassName, nullptr);
-    if (first == nullptr)
+    }
+    if (first == nullptr) {
         first = GetNextDlgTabItem(pane_, nullptr, FALSE);
-    if (first != nullptr)
+    }
+    if (first != nullptr) {
         SetFocus(first);
+    }
 }
 
 double PaneHost::TracingStartMs() const {
@@ -133,8 +143,9 @@ void PaneHost::Place() {
     RECT area;
     GetWindowRect(Window(), &area);
     // Before the frame has placed this window there is no room to fill, and no bar is wanted.
-    if (placing_ || IsRectEmpty(&area))
+    if (placing_ || IsRectEmpty(&area)) {
         return;
+    }
     placing_ = true;
     const int barWidth = GetSystemMetrics(SM_CXVSCROLL);
     const int barHeight = GetSystemMetrics(SM_CYHSCROLL);
@@ -152,9 +163,10 @@ void PaneHost::Place() {
     SetBar(SB_HORZ, needsWidth, width, left);
     SetBar(SB_VERT, needsHeight, height, top);
     scrolled_ = {left, top};
-    if (pane_ != nullptr)
+    if (pane_ != nullptr) {
         SetWindowPos(pane_, nullptr, -left, -top, std::max(width, needsWidth), std::max(height, needsHeight),
                      SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
+    }
     // This window paints under the pane too: a pane that clips its children erases nothing inside its group
     // boxes.
     RedrawWindow(Window(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
@@ -175,8 +187,9 @@ void PaneHost::SetBar(int bar, int content, int room, int& position) {
         info.nPos = position;
         SetScrollInfo(Window(), bar, &info, TRUE);
     }
-    if (needed != shown)
+    if (needed != shown) {
         ShowScrollBar(Window(), bar, needed);
+    }
 }
 
 void PaneHost::OnScroll(int bar, int request) {
@@ -222,8 +235,9 @@ void PaneHost::OnPaint() {
     RECT area;
     GetClientRect(Window(), &area);
     FillRect(paint.Dc(), &area, GetSysColorBrush(COLOR_BTNFACE));
-    if (message_.empty())
+    if (message_.empty()) {
         return;
+    }
     const Selection font(paint.Dc(), metrics_.Message());
     SetBkMode(paint.Dc(), TRANSPARENT);
     SetTextColor(paint.Dc(), GetSysColor(COLOR_BTNTEXT));
@@ -237,10 +251,12 @@ void PaneHost::OnPaint() {
 }
 
 bool PaneHost::TranslateForPane(MSG& message) {
-    if (pane_ == nullptr || (message.hwnd != pane_ && !IsChild(pane_, message.hwnd)))
+    if (pane_ == nullptr || (message.hwnd != pane_ && !IsChild(pane_, message.hwnd))) {
         return false;
-    if (message.message != WM_KEYDOWN)
+    }
+    if (message.message != WM_KEYDOWN) {
         return IsDialogMessageW(pane_, &message) != FALSE;
+    }
     switch (message.wParam) {
         case VK_TAB:
             return false;
@@ -281,12 +297,14 @@ LRESULT PaneHost::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         case WM_PARENTNOTIFY:
             // The library may end a pane by itself; its window's handle must not be used after that.
-            if (LOWORD(wParam) == WM_DESTROY && reinterpret_cast<HWND>(lParam) == pane_)
+            if (LOWORD(wParam) == WM_DESTROY && reinterpret_cast<HWND>(lParam) == pane_) {
                 pane_ = nullptr;
+            }
             return 0;
         case WM_USER:
-            if (wParam == kChangeNotice && lParam == static_cast<LPARAM>(kChangeNotice))
+            if (wParam == kChangeNotice && lParam == static_cast<LPARAM>(kChangeNotice)) {
                 return SendMessageW(GetParent(Window()), message, wParam, lParam);
+            }
             return 0;
         default:
             return HostWindow::OnMessage(message, wParam, lParam);

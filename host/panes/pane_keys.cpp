@@ -40,14 +40,16 @@ HWND PaneHost::KeyTarget() const {
 
 void PaneHost::StrikeControl(char letter) const {
     const HWND target = KeyTarget();
-    if (target == nullptr)
+    if (target == nullptr) {
         return;
+    }
     const ControlHeld control;
     const auto key = static_cast<WPARAM>(letter);
     SendMessageW(target, WM_KEYDOWN, key, 1);
     // What Windows makes of it for an edit; the pane may have ended by then.
-    if (IsWindow(target))
+    if (IsWindow(target)) {
         SendMessageW(target, WM_CHAR, key - '@', 1);
+    }
 }
 
 bool PaneHost::MayUndo() const {

@@ -30,8 +30,9 @@ HWND MakeChild(HWND parent, const wchar_t* className, const wchar_t* text, DWORD
     const HWND child = CreateWindowExW(extendedStyle, className, text, WS_CHILD | WS_VISIBLE | style, 0, 0, 0,
                                        0, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
                                        GetModuleHandleW(nullptr), nullptr);
-    if (child == nullptr)
+    if (child == nullptr) {
         throw std::runtime_error("a control of the report could not be created");
+    }
     SendMessageW(child, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
     return child;
 }
@@ -78,8 +79,9 @@ void ReportPane::CreateChildren() {
 }
 
 void ReportPane::Layout() const {
-    if (list_ == nullptr)
+    if (list_ == nullptr) {
         return;
+    }
     RECT area;
     GetClientRect(Window(), &area);
     const int margin = metrics_.Scale(kMargin);
@@ -103,8 +105,9 @@ void ReportPane::Filter() {
     const std::wstring filter = WindowText(search_);
     shown_.clear();
     for (std::size_t i = 0; i < lines_.size(); ++i) {
-        if (Matches(lines_[i].code + L'\t' + lines_[i].name + L'\t' + lines_[i].text, filter))
+        if (Matches(lines_[i].code + L'\t' + lines_[i].name + L'\t' + lines_[i].text, filter)) {
             shown_.push_back(i);
+        }
     }
     // What was chosen among other rows is chosen no longer.
     LVITEMW state{};
@@ -128,16 +131,19 @@ void ReportPane::CopyChosen() const {
     std::wstring text;
     for (LRESULT row = -1;
          (row = SendMessageW(list_, LVM_GETNEXTITEM, static_cast<WPARAM>(row), LVNI_SELECTED)) >= 0;) {
-        for (const int column : {kCodeColumn, kNameColumn, kTextColumn})
+        for (const int column : {kCodeColumn, kNameColumn, kTextColumn}) {
             text += Cell(static_cast<std::size_t>(row), column) + (column == kTextColumn ? L"\r\n" : L"\t");
+        }
     }
-    if (!text.empty() && !CopyToClipboard(Window(), text))
+    if (!text.empty() && !CopyToClipboard(Window(), text)) {
         MessageBeep(MB_ICONWARNING);
+    }
 }
 
 void ReportPane::OnListKey(WORD key) const {
-    if (GetKeyState(VK_CONTROL) >= 0 || GetKeyState(VK_MENU) < 0)
+    if (GetKeyState(VK_CONTROL) >= 0 || GetKeyState(VK_MENU) < 0) {
         return;
+    }
     if (key == 'C') {
         CopyChosen();
     } else if (key == 'A') {
@@ -148,13 +154,15 @@ void ReportPane::OnListKey(WORD key) const {
 }
 
 LRESULT ReportPane::OnNotify(const NMHDR& header) {
-    if (header.hwndFrom != list_)
+    if (header.hwndFrom != list_) {
         return 0;
+    }
     if (header.code == static_cast<UINT>(LVN_GETDISPINFOW)) {
         LVITEMW& item = const_cast<NMLVDISPINFOW&>(reinterpret_cast<const NMLVDISPINFOW&>(header)).item;
         const auto row = static_cast<std::size_t>(item.iItem);
-        if ((item.mask & LVIF_TEXT) != 0 && row < shown_.size())
+        if ((item.mask & LVIF_TEXT) != 0 && row < shown_.size()) {
             item.pszText = const_cast<wchar_t*>(Cell(row, item.iSubItem).c_str());
+        }
     } else if (header.code == static_cast<UINT>(LVN_KEYDOWN)) {
         OnListKey(reinterpret_cast<const NMLVKEYDOWN&>(header).wVKey);
     }
@@ -167,8 +175,9 @@ LRESULT ReportPane::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             Layout();
             return 0;
         case WM_COMMAND:
-            if (reinterpret_cast<HWND>(lParam) == search_ && HIWORD(wParam) == EN_CHANGE)
+            if (reinterpret_cast<HWND>(lParam) == search_ && HIWORD(wParam) == EN_CHANGE) {
                 Filter();
+            }
             return 0;
         case WM_NOTIFY:
             return OnNotify(*reinterpret_cast<const NMHDR*>(lParam));

@@ -24,16 +24,18 @@ constexpr std::array<const wchar_t*, 3> kGains{L"5 mm/mV", L"10 mm/mV", L"20 mm/
 HWND MakeChild(HWND parent, const wchar_t* className, DWORD style, HFONT font) {
     const HWND child = CreateWindowExW(0, className, L"", WS_CHILD | WS_VISIBLE | style, 0, 0, 0, 0, parent,
                                        nullptr, GetModuleHandleW(nullptr), nullptr);
-    if (child == nullptr)
+    if (child == nullptr) {
         throw std::runtime_error("a control of the tracing could not be created");
+    }
     SendMessageW(child, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
     return child;
 }
 
 HWND MakeCombo(HWND parent, HFONT font, const std::array<const wchar_t*, 3>& texts, int chosen) {
     const HWND combo = MakeChild(parent, L"COMBOBOX", CBS_DROPDOWNLIST | WS_TABSTOP, font);
-    for (const wchar_t* text : texts)
+    for (const wchar_t* text : texts) {
         SendMessageW(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text));
+    }
     SendMessageW(combo, CB_SETCURSEL, static_cast<WPARAM>(chosen), 0);
     return combo;
 }
@@ -93,52 +95,60 @@ void TracingPane::Layout() const {
         SetWindowPos(control, nullptr, left, margin / 2, width, height, SWP_NOZORDER | SWP_NOACTIVATE);
         left += width + margin;
     };
-    for (const HWND combo : {arrangement_, speed_, gain_})
+    for (const HWND combo : {arrangement_, speed_, gain_}) {
         place(combo, metrics_.Scale(kComboWidth), metrics_.Scale(kComboDrop));
+    }
     const int lineHeight = bar - margin;
     // In a narrow window what is measured takes the place of what is shown.
     const int room = static_cast<int>(area.right) - left - margin;
     const bool both = room >= metrics_.Scale(kWhatWidth + kInfoWidth) || GetWindowTextLengthW(info_) == 0;
     ShowWindow(what_, both ? SW_SHOWNA : SW_HIDE);
-    if (both)
+    if (both) {
         place(what_, std::min(metrics_.Scale(kWhatWidth), std::max(room, 0)), lineHeight);
+    }
     place(info_, std::max(static_cast<int>(area.right) - left - margin, 0), lineHeight);
-    if (paper_)
+    if (paper_) {
         SetWindowPos(paper_->Window(), nullptr, 0, bar, static_cast<int>(area.right),
                      std::max(static_cast<int>(area.bottom) - bar, 0), SWP_NOZORDER | SWP_NOACTIVATE);
+    }
 }
 
 void TracingPane::ShowInfo(const std::wstring& text) const {
     const bool was = GetWindowTextLengthW(info_) != 0;
     SetWindowTextW(info_, text.c_str());
-    if (was == text.empty())
+    if (was == text.empty()) {
         Layout();
+    }
 }
 
 void TracingPane::OnChoice(HWND combo) {
     const auto chosen = static_cast<std::size_t>(SendMessageW(combo, CB_GETCURSEL, 0, 0));
-    if (!paper_ || chosen >= kSpeeds.size())
+    if (!paper_ || chosen >= kSpeeds.size()) {
         return;
-    if (combo == arrangement_)
+    }
+    if (combo == arrangement_) {
         paper_->SetArrangement(static_cast<Arrangement>(chosen));
-    else if (combo == speed_)
+    } else if (combo == speed_) {
         paper_->SetSpeed(kTracingSpeeds[chosen]);
-    else if (combo == gain_)
+    } else if (combo == gain_) {
         paper_->SetGain(kTracingGains[chosen]);
+    }
 }
 
 LRESULT TracingPane::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_SIZE:
-            if (info_ != nullptr)
+            if (info_ != nullptr) {
                 Layout();
+            }
             return 0;
         case WM_SETFOCUS:
             SetFocus(paper_ ? paper_->Window() : arrangement_);
             return 0;
         case WM_COMMAND:
-            if (HIWORD(wParam) == CBN_SELCHANGE)
+            if (HIWORD(wParam) == CBN_SELCHANGE) {
                 OnChoice(reinterpret_cast<HWND>(lParam));
+            }
             return 0;
         case WM_ERASEBKGND: {
             RECT area;

@@ -68,8 +68,9 @@ double TracingPaper::LastStartMs() const {
 void TracingPaper::Rebuild() {
     RECT area;
     GetClientRect(Window(), &area);
-    if (area.right <= 0 || area.bottom <= 0)
+    if (area.right <= 0 || area.bottom <= 0) {
         return;
+    }
     scale_.pixelsPerMm = ZoomedPixelsPerMm();
     layout_ = LayOutTracing(arrangement_, static_cast<int>(area.right), static_cast<int>(area.bottom), scale_,
                             startMs_, signal_.DurationMs());
@@ -143,11 +144,13 @@ void TracingPaper::OnPaint() {
 
 void TracingPaper::ScrollTo(double startMs) {
     const double limited = std::clamp(startMs, 0.0, LastStartMs());
-    if (limited == startMs_)
+    if (limited == startMs_) {
         return;
+    }
     // Each cell's time moves alike: nothing is laid out anew.
-    for (TracingCell& cell : layout_.cells)
+    for (TracingCell& cell : layout_.cells) {
         cell.startMs += limited - startMs_;
+    }
     startMs_ = limited;
     SetScrollPos(Window(), SB_HORZ, static_cast<int>(startMs_), TRUE);
     RedrawContent();
@@ -215,19 +218,22 @@ void TracingPaper::OnVScroll(int request) {
 
 // The time under the pointer stays there.
 void TracingPaper::OnWheel(int delta, bool scroll, POINT screen) {
-    if (scroll)
+    if (scroll) {
         return ScrollTo(startMs_ - delta * layout_.visibleMs / (10 * WHEEL_DELTA));
+    }
     ScreenToClient(Window(), &screen);
     const auto before =
         PointAt(layout_, scale_, static_cast<int>(screen.x), static_cast<int>(screen.y) + scrolledRows_);
     zoom_ = ClampZoom(delta > 0 ? zoom_ * kZoomStep : zoom_ / kZoomStep);
-    if (std::abs(zoom_ - 1) < 0.01)
+    if (std::abs(zoom_ - 1) < 0.01) {
         zoom_ = 1;
+    }
     Rebuild();
     const auto after =
         PointAt(layout_, scale_, static_cast<int>(screen.x), static_cast<int>(screen.y) + scrolledRows_);
-    if (before && after)
+    if (before && after) {
         ScrollTo(startMs_ + before->ms - after->ms);
+    }
 }
 
 void TracingPaper::ShowCalipers() {
@@ -239,16 +245,18 @@ void TracingPaper::OnButtonDown(POINT at) {
     SetFocus(Window());
     const auto point =
         PointAt(layout_, scale_, static_cast<int>(at.x), static_cast<int>(at.y) + scrolledRows_);
-    if (!point)
+    if (!point) {
         return;
+    }
     pressed_ = at;
     dragging_ = calipers_.Take(point->ms, kReachPixels / scale_.PixelsPerMs());
     SetCapture(Window());
 }
 
 void TracingPaper::OnMouseMove(POINT at) {
-    if (GetCapture() != Window())
+    if (GetCapture() != Window()) {
         return;
+    }
     const auto here =
         PointAt(layout_, scale_, static_cast<int>(at.x), static_cast<int>(at.y) + scrolledRows_);
     if (!dragging_ && std::abs(at.x - pressed_.x) + std::abs(at.y - pressed_.y) >= kReachPixels) {
@@ -266,15 +274,17 @@ void TracingPaper::OnMouseMove(POINT at) {
 }
 
 void TracingPaper::OnButtonUp(POINT at) {
-    if (GetCapture() != Window())
+    if (GetCapture() != Window()) {
         return;
+    }
     const bool wasDrag = dragging_;  // the loss of the capture ends it
     ReleaseCapture();
     if (!wasDrag) {
         const auto point =
             PointAt(layout_, scale_, static_cast<int>(at.x), static_cast<int>(at.y) + scrolledRows_);
-        if (point)
+        if (point) {
             TellBeatAt(point->ms);
+        }
     }
 }
 
@@ -284,13 +294,15 @@ void TracingPaper::TellBeatAt(double ms) {
         std::min_element(beats.begin(), beats.end(), [ms](const TracedBeat& a, const TracedBeat& b) {
             return std::abs(a.timeMs - ms) < std::abs(b.timeMs - ms);
         });
-    if (nearest == beats.end() || std::abs(nearest->timeMs - ms) > kBeatReachMs)
+    if (nearest == beats.end() || std::abs(nearest->timeMs - ms) > kBeatReachMs) {
         return tell_(Seconds(ms));
+    }
     const auto index = nearest - beats.begin();
     std::wstring text = L"Battito " + std::to_wstring(index + 1) + L" di " + std::to_wstring(beats.size()) +
                         L" a " + Seconds(nearest->timeMs) + L", " + NameOfBeat(nearest->label);
-    if (index > 0)
+    if (index > 0) {
         text += L", RR " + std::to_wstring(std::lround(nearest->timeMs - (nearest - 1)->timeMs)) + L" ms";
+    }
     tell_(text + (nearest->inMedian ? L", nel battito mediano" : L""));
 }
 

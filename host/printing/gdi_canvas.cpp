@@ -13,8 +13,9 @@ constexpr COLORREF kMinorLine = RGB(250, 217, 212);
 constexpr COLORREF kMajorLine = RGB(237, 168, 158);
 
 COLORREF ColourOf(Ink ink, bool isMonochrome) {
-    if (isMonochrome || ink == Ink::kBlack)
+    if (isMonochrome || ink == Ink::kBlack) {
         return RGB(0, 0, 0);
+    }
     return ink == Ink::kGrey ? RGB(89, 89, 89) : RGB(0, 0, 128);
 }
 
@@ -47,10 +48,12 @@ void GdiCanvas::Lines(const PageArea& area, int everyMm, COLORREF colour, double
         MoveToEx(dc_, static_cast<int>(from.x), static_cast<int>(from.y), nullptr);
         LineTo(dc_, static_cast<int>(to.x), static_cast<int>(to.y));
     };
-    for (int mm = 0; mm <= std::lround(area.width); mm += everyMm)
+    for (int mm = 0; mm <= std::lround(area.width); mm += everyMm) {
         line(Dot(area.left + mm, area.top), Dot(area.left + mm, area.top + area.height));
-    for (int mm = 0; mm <= std::lround(area.height); mm += everyMm)
+    }
+    for (int mm = 0; mm <= std::lround(area.height); mm += everyMm) {
         line(Dot(area.left, area.top + mm), Dot(area.left + area.width, area.top + mm));
+    }
 }
 
 void GdiCanvas::DottedPaper(const PageArea& area) const {
@@ -73,12 +76,14 @@ void GdiCanvas::MillimetrePaper(const PageArea& area) {
 
 void GdiCanvas::Polyline(Ink ink, double widthMm, std::span<const PagePoint> points) {
     std::vector<POINT> dots;
-    for (const PagePoint& point : points)
+    for (const PagePoint& point : points) {
         dots.push_back(Dot(point.x, point.y));
+    }
     const UniquePen pen = MakePen(ColourOf(ink, sheet_.isMonochrome), Width(widthMm));
     const Selection selected(dc_, pen.get());
-    if (dots.size() > 1)
+    if (dots.size() > 1) {
         ::Polyline(dc_, dots.data(), static_cast<int>(dots.size()));
+    }
 }
 
 void GdiCanvas::Text(const PagePoint& baseline, const PageFont& font, Ink ink, std::wstring_view text) {

@@ -20,8 +20,9 @@ constexpr std::wstring_view kUnaccented = L"AAAAAAWCEEEEIIIIDNOOOOO+OUUUUYPsaaaa
 double WidthOf(wchar_t letter) {
     constexpr short kDigit = 556;
     constexpr wchar_t kFirstAccented = 0xC0;
-    if (letter >= kFirstAccented && letter < kFirstAccented + static_cast<wchar_t>(kUnaccented.size()))
+    if (letter >= kFirstAccented && letter < kFirstAccented + static_cast<wchar_t>(kUnaccented.size())) {
         letter = kUnaccented[static_cast<std::size_t>(letter - kFirstAccented)];
+    }
     return letter >= L' ' && letter <= L'~' ? kHelvetica[static_cast<std::size_t>(letter - L' ')] : kDigit;
 }
 
@@ -30,8 +31,9 @@ double WidthOf(wchar_t letter) {
 double TextWidthMm(const PageFont& font, std::wstring_view text) {
     constexpr double kMmPerPoint = 25.4 / 72;
     double thousandths = 0;
-    for (const wchar_t letter : text)
+    for (const wchar_t letter : text) {
         thousandths += WidthOf(letter);
+    }
     return thousandths / 1000 * font.points * kMmPerPoint * (font.bold ? 1.1 : 1);
 }
 

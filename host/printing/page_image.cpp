@@ -22,8 +22,9 @@ PageImage::PageImage(int width, int height)
     void* bits = nullptr;
     bitmap_.reset(CreateDIBSection(dc_.get(), reinterpret_cast<const BITMAPINFO*>(&info), DIB_RGB_COLORS,
                                    &bits, nullptr, 0));
-    if (!dc_ || !bitmap_)
+    if (!dc_ || !bitmap_) {
         throw std::runtime_error("there is not enough memory for the page");
+    }
     bits_ = static_cast<std::uint8_t*>(bits);
     ownBitmap_ = SelectObject(dc_.get(), bitmap_.get());
     PatBlt(dc_.get(), 0, 0, width, height, WHITENESS);
@@ -44,8 +45,9 @@ std::unique_ptr<PageImage> PageImage::TurnedRight() const {
         const auto place = static_cast<std::size_t>(x / 8);
         const auto clear = static_cast<std::uint8_t>(~(0x80 >> x % 8));
         for (int down = 0; down < width_; ++down) {
-            if ((row[static_cast<std::size_t>(down / 8)] & 0x80 >> down % 8) == 0)
+            if ((row[static_cast<std::size_t>(down / 8)] & 0x80 >> down % 8) == 0) {
                 turned->bits_[static_cast<std::size_t>(width_ - 1 - down) * turned->stride_ + place] &= clear;
+            }
         }
     }
     return turned;

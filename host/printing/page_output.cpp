@@ -105,8 +105,9 @@ bool SavePage(PageImage& page, Paper paper, PageFormat format, const std::filesy
 bool PrintPage(PageImage& page, Paper paper, const std::string& printer, const std::string& document,
                kx::SystemServices& log) {
     kx::PclSpooler spooler(printer.c_str(), document.c_str(), &log, 0);
-    if (!spooler.IsOpen())
+    if (!spooler.IsOpen()) {
         return false;
+    }
     spooler.AnnounceJob();
     return spooler.StartPage() &&
            SendPage(spooler, spooler, paper,

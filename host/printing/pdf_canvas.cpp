@@ -24,8 +24,9 @@ const char* ColourOf(Ink ink) {
 // WinAnsiEncoding is Windows-1252: ISO 8859-1, and these from 0x80 on ('?' where it has none).
 char ByteOf(wchar_t letter) {
     constexpr std::wstring_view kUpper = L"€?‚ƒ„…†‡ˆ‰Š‹Œ?Ž??‘’“”•–—˜™š›œ?žŸ";
-    if ((letter >= L' ' && letter <= L'~') || (letter >= 0xA0 && letter <= 0xFF))
+    if ((letter >= L' ' && letter <= L'~') || (letter >= 0xA0 && letter <= 0xFF)) {
         return static_cast<char>(letter);
+    }
     const std::size_t place = kUpper.find(letter);
     return place == kUpper.npos ? '?' : static_cast<char>(0x80 + place);
 }
@@ -33,8 +34,9 @@ char ByteOf(wchar_t letter) {
 std::string Literal(std::wstring_view text) {
     std::string literal = "(";
     for (const wchar_t letter : text) {
-        if (letter == L'(' || letter == L')' || letter == L'\\')
+        if (letter == L'(' || letter == L')' || letter == L'\\') {
             literal += '\\';
+        }
         literal += ByteOf(letter);
     }
     return literal + ')';
@@ -85,12 +87,14 @@ void PdfCanvas::MillimetrePaper(const PageArea& area) {
 }
 
 void PdfCanvas::Polyline(Ink ink, double widthMm, std::span<const PagePoint> points) {
-    if (points.size() < 2)
+    if (points.size() < 2) {
         return;
+    }
     Stroke(ColourOf(ink), widthMm);
     content_ += "1 j 1 J\n";
-    for (std::size_t i = 0; i < points.size(); ++i)
+    for (std::size_t i = 0; i < points.size(); ++i) {
         Point(points[i], i == 0 ? "m\n" : "l\n");
+    }
     content_ += "S\n";
 }
 

@@ -34,8 +34,9 @@ UniqueFont MakeFont(const StyleRow& style) {
 class Canvas {
   public:
     explicit Canvas(HDC dc) : dc_(dc) {
-        for (std::size_t i = 0; i < fonts_.size(); ++i)
+        for (std::size_t i = 0; i < fonts_.size(); ++i) {
             fonts_[i] = MakeFont(kStyles[i]);
+        }
         SetBkMode(dc_, TRANSPARENT);
     }
 
@@ -102,12 +103,14 @@ void DrawPaper(const Canvas& canvas, const PageLayout& layout) {
             continue;
         }
         for (int y = 1; y < layout.gridHeightMm; ++y) {
-            if (y % kLinesMm != 0)
+            if (y % kLinesMm != 0) {
                 canvas.Fill(column, grid.top + DotsOf(y), 2, 2);
+            }
         }
     }
-    for (int y = kLinesMm; y < layout.gridHeightMm; y += kLinesMm)
+    for (int y = kLinesMm; y < layout.gridHeightMm; y += kLinesMm) {
         canvas.Fill(grid.left, grid.top + DotsOf(y), grid.Width(), 1);
+    }
     canvas.Frame(grid, kLine);
 }
 
@@ -119,9 +122,10 @@ void DrawTrace(const Canvas& canvas, const PageLayout& layout, const WaveScale& 
         void operator()(HPEN pen) const { DeleteObject(pen); }
     };
     std::vector<POINT> points;
-    for (std::size_t i = 0; i < page.microvolts.size(); ++i)
+    for (std::size_t i = 0; i < page.microvolts.size(); ++i) {
         points.push_back({ColumnOf(layout, scale, static_cast<double>(i) / page.samplesPerMs),
                           RowOf(layout, scale, page.microvolts[i])});
+    }
     const std::unique_ptr<HPEN, PenDeleter> pen(CreatePen(PS_SOLID, kTraceWidth, RGB(0, 0, 0)));
     const int saved = SaveDC(canvas.Dc());
     IntersectClipRect(canvas.Dc(), layout.grid.left, layout.grid.top, layout.grid.right, layout.grid.bottom);
@@ -137,15 +141,17 @@ void DrawMarkers(const Canvas& canvas, const PageLayout& layout, const WaveScale
     const PageBox& grid = layout.grid;
     const int rowHeight = DotsOf(kLabelRowMm);
     std::vector<LabelPlace> places;
-    for (const PrintedMarker& marker : markers)
+    for (const PrintedMarker& marker : markers) {
         places.push_back(
             {ColumnOf(layout, scale, marker.ms), canvas.WidthOf(kSmall, marker.name) + DotsOf(2)});
+    }
     const std::vector<int> rows = StaggerLabels(places, kLabelRows);
     const int margin = DotsOf(1);
     for (std::size_t i = 0; i < markers.size(); ++i) {
         const int column = places[i].centre;
-        if (column <= grid.left || column >= grid.right)
+        if (column <= grid.left || column >= grid.right) {
             continue;
+        }
         PageBox label{column - places[i].width / 2, 0, 0, 0};
         label.right = label.left + places[i].width - DotsOf(0.5);
         label.top = above ? grid.top + margin + rows[i] * rowHeight
@@ -154,9 +160,10 @@ void DrawMarkers(const Canvas& canvas, const PageLayout& layout, const WaveScale
         const int lineTop = above ? label.bottom : grid.top + margin + kLabelRows * rowHeight;
         const int lineBottom = above ? grid.bottom - margin - kLabelRows * rowHeight : label.top;
         const int dash = DotsOf(1);
-        for (int y = lineTop; y < lineBottom; y += above ? lineBottom - lineTop : 2 * dash)
+        for (int y = lineTop; y < lineBottom; y += above ? lineBottom - lineTop : 2 * dash) {
             canvas.Fill(column - kLine / 2, y, kLine,
                         above ? lineBottom - lineTop : std::min(dash, lineBottom - y));
+        }
         canvas.Fill(label.left, label.top, label.Width(), label.Height(), WHITENESS);
         canvas.Frame(label, 1);
         canvas.Text(kSmall, markers[i].name, label, DT_CENTER);
@@ -165,8 +172,9 @@ void DrawMarkers(const Canvas& canvas, const PageLayout& layout, const WaveScale
 
 void DrawTable(const Canvas& canvas, PageBox& room, const std::wstring& title,
                const std::vector<PrintedValue>& rows) {
-    if (rows.empty())
+    if (rows.empty()) {
         return;
+    }
     PageBox line = room;
     line.bottom = line.top + DotsOf(kTableHeadMm);
     canvas.Text(kStrong, title, line);
@@ -182,9 +190,10 @@ void DrawTable(const Canvas& canvas, PageBox& room, const std::wstring& title,
 
 std::vector<PrintedValue> MarkerRows(const std::vector<PrintedMarker>& markers) {
     std::vector<PrintedValue> rows;
-    for (const PrintedMarker& marker : markers)
+    for (const PrintedMarker& marker : markers) {
         rows.push_back(
             {marker.name, (marker.manual ? L"a mano   " : L"") + std::to_wstring(marker.ms) + L" ms"});
+    }
     return rows;
 }
 

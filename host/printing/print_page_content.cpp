@@ -19,8 +19,9 @@ std::vector<PrintedMarker> Markers(const KxLeadMeasurements& block, unsigned fla
                                    std::span<const kx::FiducialMarker> rows) {
     std::vector<PrintedMarker> markers;
     for (const kx::FiducialMarker& row : rows) {
-        if (block.*row.ms != 0)
+        if (block.*row.ms != 0) {
             markers.push_back({FromRecordText(row.name), block.*row.ms, (flags & row.flag) != 0});
+        }
     }
     return markers;
 }
@@ -40,8 +41,9 @@ void DescribeLead(const KxLeadMeasurements& block, PrintedPage& page) {
 }
 
 void DescribeMeasurements(const KxMeasurementSet& set, unsigned lead, PrintedPage& page) {
-    if (set.measured == 0)
+    if (set.measured == 0) {
         return;
+    }
     page.globalMarkers = Markers(set.leads[0], set.leads[0].globalManualFlags, kx::kGlobalMarkers);
     page.leadMarkers = Markers(set.leads[lead], set.leads[lead].markerFlags, kx::kLeadMarkers);
     DescribeLead(set.leads[lead], page);
@@ -50,18 +52,21 @@ void DescribeMeasurements(const KxMeasurementSet& set, unsigned lead, PrintedPag
 void TakeWaveform(const kx::EpisodeRecord& episode, unsigned lead, PrintedPage& page) {
     constexpr double kNvPerMicrovolt = 1000;
     const std::int16_t* samples = episode.Samples(lead);
-    if (samples == nullptr || episode.SampleRate() == 0)
+    if (samples == nullptr || episode.SampleRate() == 0) {
         return;
+    }
     page.samplesPerMs = episode.SampleRate() / 1000.0;
-    for (std::uint32_t i = 0; i < episode.SamplesPerLead(); ++i)
+    for (std::uint32_t i = 0; i < episode.SamplesPerLead(); ++i) {
         page.microvolts.push_back(samples[i] * static_cast<double>(episode.ResolutionNv()) / kNvPerMicrovolt);
+    }
 }
 
 std::wstring Statement(const KxTestRecord& test) {
     std::wstring text = FromRecordText(kx::FieldView(test.interpretationText));
     std::erase(text, L'\r');
-    while (!text.empty() && (text.back() == L'\n' || text.back() == L' '))
+    while (!text.empty() && (text.back() == L'\n' || text.back() == L' ')) {
         text.pop_back();
+    }
     return text;
 }
 
@@ -70,8 +75,9 @@ std::wstring ReportState(const KxTestRecord& test) {
     const std::string_view author = test.reportState == KX_REPORT_CONFIRMED  ? kx::FieldView(test.confirmedBy)
                                     : test.reportState == KX_REPORT_OVERREAD ? kx::FieldView(test.overreadBy)
                                                                              : kx::FieldView(test.originalBy);
-    if (!author.empty())
+    if (!author.empty()) {
         text += L", " + FromRecordText(author);
+    }
     return text;
 }
 
@@ -85,8 +91,9 @@ PrintedPage DescribePage(const kx::TestRecord& test, unsigned lead) {
     page.details = texts.details;
     page.reportState = ReportState(test);
     page.lead = FromRecordText(kx::StandardLeadName(lead));
-    for (const PatientTexts::Measurement& measurement : texts.measurements)
+    for (const PatientTexts::Measurement& measurement : texts.measurements) {
         page.globalValues.push_back({measurement.label, measurement.value});
+    }
     DescribeMeasurements(episode.measurements, lead, page);
     TakeWaveform(episode, lead, page);
     page.statement = Statement(test);

@@ -60,8 +60,9 @@ bool SameText(std::string_view a, std::string_view b) {
 
 std::optional<Paper> PaperOf(std::string_view name) {
     for (const Paper paper : {Paper::kA4, Paper::kLetter}) {
-        if (SameText(name, NameOf(paper)))
+        if (SameText(name, NameOf(paper))) {
             return paper;
+        }
     }
     return std::nullopt;
 }
@@ -83,8 +84,9 @@ PageLayout LayOutPage(Paper paper) {
 
     page.gridWidthMm = kGridWidthMm;
     int rows = kHighestGridMm;
-    while (DotsOf(kGridTopMm + rows + kStatementGapMm + kStatementMm) > footerTop)
+    while (DotsOf(kGridTopMm + rows + kStatementGapMm + kStatementMm) > footerTop) {
         rows -= kLinesMm;
+    }
     page.gridHeightMm = rows;
     page.grid = {0, DotsOf(kGridTopMm), DotsOf(kGridWidthMm), DotsOf(kGridTopMm + rows)};
     page.tables = {DotsOf(kTablesLeftMm), page.grid.top, page.width, page.grid.bottom};
@@ -112,8 +114,9 @@ WaveScale ChooseScale(const PageLayout& layout, int durationMs, int lowestUv, in
         scale.zeroMm = static_cast<int>((middle + kLinesMm / 2.0) / kLinesMm) * kLinesMm;
         scale.zeroMm = std::clamp(scale.zeroMm, 0, layout.gridHeightMm);
         if (scale.zeroMm - highest * gain >= labels &&
-            scale.zeroMm - lowest * gain <= layout.gridHeightMm - labels)
+            scale.zeroMm - lowest * gain <= layout.gridHeightMm - labels) {
             break;
+        }
     }
     return scale;
 }

@@ -28,8 +28,9 @@ class PrinterHandle {
     PrinterHandle(const PrinterHandle&) = delete;
     PrinterHandle& operator=(const PrinterHandle&) = delete;
     ~PrinterHandle() {
-        if (handle_ != nullptr)
+        if (handle_ != nullptr) {
             ClosePrinter(handle_);
+        }
     }
     HANDLE Get() const { return handle_; }
 
@@ -43,12 +44,14 @@ std::vector<std::byte> SettingsOf(const std::wstring& printer) {
     auto* name = const_cast<wchar_t*>(printer.c_str());
     const LONG size =
         opened.Get() != nullptr ? DocumentPropertiesW(nullptr, opened.Get(), name, nullptr, nullptr, 0) : 0;
-    if (size <= 0)
+    if (size <= 0) {
         return {};
+    }
     std::vector<std::byte> settings(static_cast<std::size_t>(size));
     auto* mode = reinterpret_cast<DEVMODEW*>(settings.data());
-    if (DocumentPropertiesW(nullptr, opened.Get(), name, mode, nullptr, DM_OUT_BUFFER) != IDOK)
+    if (DocumentPropertiesW(nullptr, opened.Get(), name, mode, nullptr, DM_OUT_BUFFER) != IDOK) {
         return {};
+    }
     mode->dmFields |= DM_ORIENTATION | DM_PAPERSIZE;
     mode->dmOrientation = DMORIENT_LANDSCAPE;
     mode->dmPaperSize = DMPAPER_A4;
@@ -79,8 +82,9 @@ bool SaveColourPng(const TracingPage& page, const std::filesystem::path& file) {
     void* bits = nullptr;
     const UniqueMemoryDc dc(CreateCompatibleDC(nullptr));
     const UniqueBitmap bitmap(CreateDIBSection(dc.get(), &info, DIB_RGB_COLORS, &bits, nullptr, 0));
-    if (!dc || !bitmap)
+    if (!dc || !bitmap) {
         throw std::runtime_error("there is not enough memory for the page");
+    }
     {
         const Selection selected(dc.get(), bitmap.get());
         PatBlt(dc.get(), 0, 0, static_cast<int>(info.bmiHeader.biWidth),
@@ -97,8 +101,9 @@ bool SaveColourPng(const TracingPage& page, const std::filesystem::path& file) {
 
 TracingPage DescribeTracing(const kx::TestRecord& test, double startMs) {
     auto signal = SignalOf(test);
-    if (!signal)
+    if (!signal) {
         throw std::runtime_error("the test has no recording to print");
+    }
     return {DescribePage(test, KX_LEAD_II), std::move(*signal), BeatsOf(test), startMs};
 }
 
@@ -141,11 +146,13 @@ bool PrintTracing(const TracingPage& page, const std::wstring& printer, const st
             DrawTracingPage(canvas, page);
             done = EndPage(dc.get()) > 0 && EndDoc(dc.get()) > 0;
         }
-        if (!done)
+        if (!done) {
             AbortDoc(dc.get());
+        }
     }
-    if (!done)
+    if (!done) {
         reason = SystemMessage(GetLastError(), printer);
+    }
     return done;
 }
 

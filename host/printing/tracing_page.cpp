@@ -62,15 +62,17 @@ void DrawHeader(PageCanvas& canvas, const PrintedPage& texts) {
 }
 
 void DrawTrace(PageCanvas& canvas, const TracingSignal& signal, const TracingCell& cell) {
-    if (cell.lead >= signal.leads.size())
+    if (cell.lead >= signal.leads.size()) {
         return;
+    }
     const double msPerSample = 1000 / signal.sampleRate;
     std::vector<PagePoint> points;
     const auto first = static_cast<std::size_t>(std::max(std::ceil(cell.startMs / msPerSample), 0.0));
     for (std::size_t i = first; i < signal.SampleCount(); ++i) {
         const double ms = double(i) * msPerSample;
-        if (ms > cell.EndMs(kScale))
+        if (ms > cell.EndMs(kScale)) {
             break;
+        }
         const double y = cell.zero - signal.Millivolts(cell.lead, i) * kScale.PixelsPerMv();
         points.push_back(Placed(cell.left + (ms - cell.startMs) * kScale.PixelsPerMs(),
                                 std::clamp(y, 0.0, kTracingPaper.height * kDots)));
@@ -92,8 +94,9 @@ void DrawPulse(PageCanvas& canvas, const TracingLayout& layout, const TracingCel
 void DrawBeats(PageCanvas& canvas, const TracingPage& page, const TracingCell& cell) {
     for (const TracedBeat& beat : page.beats) {
         const auto column = ColumnIn(cell, kScale, beat.timeMs);
-        if (!column)
+        if (!column) {
             continue;
+        }
         const PagePoint tick[] = {Placed(*column, cell.bottom - 2 * kDots), Placed(*column, cell.bottom)};
         canvas.Polyline(beat.inMedian ? Ink::kBlack : Ink::kGrey, kThinMm, tick);
         const wchar_t letter = LetterOf(beat.label);
@@ -111,10 +114,11 @@ void DrawStatement(PageCanvas& canvas, const PrintedPage& texts) {
         lines.resize(2 * kStatementLines);
         lines.back() = L"[...] Il testo intero è nella stazione.";
     }
-    for (std::size_t i = 0; i < lines.size(); ++i)
+    for (std::size_t i = 0; i < lines.size(); ++i) {
         canvas.Text({kTracingPaper.left + column * double(i / kStatementLines),
                      kStatementTop + kStatementLine * double(i % kStatementLines + 1)},
                     kBody, Ink::kBlack, lines[i]);
+    }
 }
 
 }  // namespace
@@ -126,8 +130,9 @@ void DrawTracingPage(PageCanvas& canvas, const TracingPage& page) {
         LayOutTracing(Arrangement::k3x4, int(kTracingPaper.width * kDots), int(kTracingPaper.height * kDots),
                       kScale, page.startMs, page.signal.DurationMs());
     for (const TracingCell& cell : layout.cells) {
-        if (cell.left == layout.gutter)
+        if (cell.left == layout.gutter) {
             DrawPulse(canvas, layout, cell);
+        }
         DrawTrace(canvas, page.signal, cell);
         const std::string_view lead = kx::StandardLeadName(cell.lead);
         if (cell.left > layout.gutter) {
@@ -137,8 +142,9 @@ void DrawTracingPage(PageCanvas& canvas, const TracingPage& page) {
         }
         canvas.Text(Placed(cell.left + kDots, cell.zero - 9 * kDots), kStrong, Ink::kBlue,
                     std::wstring(lead.begin(), lead.end()));
-        if (cell.rhythm)
+        if (cell.rhythm) {
             DrawBeats(canvas, page, cell);
+        }
     }
     const double seconds = page.startMs / 1000;
     const double end = std::min(seconds + layout.visibleMs / 1000, page.signal.DurationMs() / 1000);

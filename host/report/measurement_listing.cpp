@@ -45,30 +45,37 @@ constexpr Field<KxLeadMeasurements> kLeadValues[] = {
 template <class Visit>
 void EachValue(const MeasuredRecord& record, Visit visit) {
     visit("rPeak", record.rPeakMs);
-    for (const auto& field : kGlobalValues)
+    for (const auto& field : kGlobalValues) {
         visit(field.name, field.value(record.set));
-    for (const kx::FiducialMarker& marker : kx::kGlobalMarkers)
+    }
+    for (const kx::FiducialMarker& marker : kx::kGlobalMarkers) {
         visit(marker.field, int{record.set.leads[0].*marker.ms});
+    }
 }
 
 // Those of one lead.
 template <class Visit>
 void EachValueOf(const KxLeadMeasurements& block, Visit visit) {
-    for (const kx::AmplitudeColumn& amplitude : kx::kAmplitudeColumns)
+    for (const kx::AmplitudeColumn& amplitude : kx::kAmplitudeColumns) {
         visit(amplitude.field, int{block.*amplitude.value});
-    for (const auto& field : kLeadValues)
+    }
+    for (const auto& field : kLeadValues) {
         visit(field.name, field.value(block));
-    for (const kx::FiducialMarker& marker : kx::kLeadMarkers)
+    }
+    for (const kx::FiducialMarker& marker : kx::kLeadMarkers) {
         visit(marker.field, int{block.*marker.ms});
-    for (int k = 0; k < KX_ST_LEVELS; ++k)
+    }
+    for (int k = 0; k < KX_ST_LEVELS; ++k) {
         visit("stLevel" + std::to_string(k), int{block.stLevel[k]});
+    }
 }
 
 std::string Quoted(std::string_view text) {
     std::string quoted = "\"";
     for (const char c : text) {
-        if (c == '"' || c == '\\')
+        if (c == '"' || c == '\\') {
             quoted += '\\';
+        }
         quoted += static_cast<unsigned char>(c) < ' ' ? ' ' : c;
     }
     return quoted + '"';
@@ -82,8 +89,9 @@ void AddMember(std::string& json, std::string_view name, int value) {
 
 std::string ListMeasurements(const MeasuredRecord& record, bool named) {
     std::string text = named ? "record\t" + record.name + '\n' : "";
-    for (const int beat : record.beatsMs)
+    for (const int beat : record.beatsMs) {
         AddLine(text, "beat", beat);
+    }
     EachValue(record, [&](std::string_view name, int value) { AddLine(text, name, value); });
     for (unsigned lead = 0; lead < KX_STANDARD_LEADS; ++lead) {
         const std::string prefix = std::string(kx::kLeadNames[lead]) + '.';
@@ -96,8 +104,9 @@ std::string ListMeasurements(const MeasuredRecord& record, bool named) {
 
 std::string MeasurementsJson(const MeasuredRecord& record) {
     std::string json = "{\"record\":" + Quoted(record.name) + ",\"beats\":[";
-    for (const int beat : record.beatsMs)
+    for (const int beat : record.beatsMs) {
         json += (json.back() == '[' ? "" : ",") + std::to_string(beat);
+    }
     json += ']';
     EachValue(record, [&](std::string_view name, int value) { AddMember(json, name, value); });
     json += ",\"leads\":{";

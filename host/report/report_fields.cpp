@@ -164,8 +164,9 @@ constexpr Row kRows[] = {
 };
 
 std::wstring LeadText(int lead) {
-    if (lead >= KX_STANDARD_LEADS)
+    if (lead >= KX_STANDARD_LEADS) {
         return L"derivazione " + std::to_wstring(lead + 1);
+    }
     const std::string name = kx::StandardLeadName(static_cast<std::uint32_t>(lead));
     return std::wstring(name.begin(), name.end());
 }
@@ -203,8 +204,9 @@ const std::vector<ReportField>& ReportFields() {
     static const std::vector<ReportField> fields = [] {
         std::vector<ReportField> made;
         for (const Row& row : kRows) {
-            for (int place = 0; place < CountOf(row); ++place)
+            for (int place = 0; place < CountOf(row); ++place) {
                 made.push_back({row.code + place, NameOf(row, place)});
+            }
         }
         std::sort(made.begin(), made.end(),
                   [](const ReportField& a, const ReportField& b) { return a.code < b.code; });

@@ -17,8 +17,9 @@ constexpr std::wstring_view kPlainLetters =
 static_assert(kPlainLetters.size() == 0x100 - 0xC0);
 
 wchar_t Plain(wchar_t c) {
-    if (c >= L'A' && c <= L'Z')
+    if (c >= L'A' && c <= L'Z') {
         return static_cast<wchar_t>(c - L'A' + L'a');
+    }
     return c >= 0xC0 && c <= 0xFF ? kPlainLetters[static_cast<std::size_t>(c - 0xC0)] : c;
 }
 
@@ -56,8 +57,9 @@ bool Matches(std::wstring_view text, std::wstring_view filter) {
     std::size_t end = 0;
     for (std::size_t first = 0; (first = words.find_first_not_of(L" \t", end)) != std::wstring::npos;) {
         end = std::min(words.find_first_of(L" \t", first), words.size());
-        if (plainText.find(words.substr(first, end - first)) == std::wstring::npos)
+        if (plainText.find(words.substr(first, end - first)) == std::wstring::npos) {
             return false;
+        }
     }
     return true;
 }

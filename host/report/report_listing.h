@@ -32,8 +32,9 @@ std::basic_string<Character> OneLine(std::basic_string_view<Character> text) {
                            : c == Character{'\t'} ? 't'
                            : c == Character{'\\'} ? '\\'
                                                   : '\0';
-        if (shown != '\0')
+        if (shown != '\0') {
             line += Character{'\\'};
+        }
         line += shown != '\0' ? static_cast<Character>(shown) : c;
     }
     return line;

@@ -21,8 +21,9 @@ std::vector<Statement> LoadStatements(const kx::ResourceTexts& texts) {
     std::vector<Statement> statements;
     char buffer[kStatementSize];
     for (std::uint32_t code = kFirstStatement; code <= kLastStatement; ++code) {
-        if (const std::size_t length = texts.LoadText(code, buffer, sizeof buffer))
+        if (const std::size_t length = texts.LoadText(code, buffer, sizeof buffer)) {
             statements.push_back({code, std::string(buffer, length)});
+        }
     }
     return statements;
 }
@@ -33,8 +34,9 @@ bool IsDigit(char c) {
 
 // Takes a whole number off the front of the line.
 bool TakeNumber(std::string_view& line) {
-    if (line.starts_with('-'))
+    if (line.starts_with('-')) {
         line.remove_prefix(1);
+    }
     const auto digits =
         static_cast<std::size_t>(std::find_if_not(line.begin(), line.end(), IsDigit) - line.begin());
     line.remove_prefix(digits);
@@ -44,13 +46,15 @@ bool TakeNumber(std::string_view& line) {
 bool IsStatement(std::string_view line, std::string_view text) {
     while (!text.empty()) {
         if (text.starts_with("%d")) {
-            if (!TakeNumber(line))
+            if (!TakeNumber(line)) {
                 return false;
+            }
             text.remove_prefix(2);
             continue;
         }
-        if (line.empty() || line.front() != text.front())
+        if (line.empty() || line.front() != text.front()) {
             return false;
+        }
         line.remove_prefix(1);
         text.remove_prefix(1);
     }
@@ -66,8 +70,9 @@ std::string ListStatements(std::string_view interpretation, const kx::ResourceTe
         const std::size_t end = std::min(interpretation.find_first_of("\r\n"), interpretation.size());
         const std::string_view line = interpretation.substr(0, end);
         interpretation.remove_prefix(std::min(end + 1, interpretation.size()));
-        if (line.empty())
+        if (line.empty()) {
             continue;
+        }
         const auto known =
             std::find_if(statements.begin(), statements.end(),
                          [line](const Statement& statement) { return IsStatement(line, statement.text); });

@@ -19,8 +19,9 @@ std::string HtmlText(std::string_view text, std::size_t room) {
                                          : c == '>' ? "&gt;"
                                          : c == '"' ? "&quot;"
                                                     : std::string_view(&c, 1);
-        if (html.size() + written.size() > room)
+        if (html.size() + written.size() > room) {
             break;
+        }
         html += written;
     }
     return html;
@@ -37,8 +38,9 @@ std::string TitleOf(const kx::TestRecord& test, const kx::LocaleFormats& locale)
     std::string title;
     for (const std::string_view part : {std::string_view(id), std::string_view(dated ? time : ""),
                                         std::string_view(test.patientName[0] != '\0' ? name : "")}) {
-        if (!part.empty())
+        if (!part.empty()) {
             title += (title.empty() ? "" : ", ") + std::string(part);
+        }
     }
     return HtmlText(title, kx::HtmlDocument::kTitleSize - 1);
 }
@@ -47,16 +49,18 @@ class TableDocument final : public kx::HtmlDocument {
   public:
     explicit TableDocument(const KxMeasurementSet& set) : HtmlDocument(nullptr), set_(set) {
         AddColumn(kx::kLeadColumnTitle);
-        for (const kx::AmplitudeColumn& column : kx::kAmplitudeColumns)
+        for (const kx::AmplitudeColumn& column : kx::kAmplitudeColumns) {
             AddColumn(column.title);
+        }
     }
 
     void WriteRows(kx::ByteSink& file) override {
         for (std::uint32_t lead = 0; lead < KX_STANDARD_LEADS; ++lead) {
             BeginRow(file);
             Cell(file, kx::StandardLeadName(lead));
-            for (const kx::AmplitudeColumn& column : kx::kAmplitudeColumns)
+            for (const kx::AmplitudeColumn& column : kx::kAmplitudeColumns) {
                 Cell(file, std::to_string(set_.leads[lead].*column.value).c_str());
+            }
             EndRow(file);
         }
     }
@@ -68,10 +72,12 @@ class TableDocument final : public kx::HtmlDocument {
 }  // namespace
 
 std::optional<TableFormat> TableFormatOf(std::string_view file) {
-    if (HasExtension(file, ".csv"))
+    if (HasExtension(file, ".csv")) {
         return TableFormat::kCsv;
-    if (HasExtension(file, ".html") || HasExtension(file, ".htm"))
+    }
+    if (HasExtension(file, ".html") || HasExtension(file, ".htm")) {
         return TableFormat::kHtml;
+    }
     return std::nullopt;
 }
 

@@ -28,22 +28,25 @@ using kx::recording::MedianBeat;
 using kx::recording::Recording;
 
 Recording ReadRecording(const RecordRequest& request) {
-    if (request.path.empty())
+    if (request.path.empty()) {
         return kx::recording::MakeSyntheticRecording();
+    }
     kx::recording::ReadOptions options;
     options.unitsPerMv = request.unitsPerMv;
     std::string error;
     auto recording = kx::recording::OpenRecording(PathFromUtf8(request.path), options, error);
-    if (!recording)
+    if (!recording) {
         throw RecordError(error);
+    }
     return std::move(*recording);
 }
 
 MedianBeat MakeBeat(const Recording& recording) {
     std::string error;
     auto beat = kx::recording::MakeMedianBeat(recording, error);
-    if (!beat)
+    if (!beat) {
         throw RecordError(recording.name + ": " + error);
+    }
     return std::move(*beat);
 }
 
@@ -66,8 +69,9 @@ std::unique_ptr<RecordSession> RecordSession::Open(const RecordRequest& request,
 
     std::unique_ptr<RecordSession> session(new RecordSession);
     session->episode_ = kx::recording::FillTestRecord(session->test_, recording, beat);
-    if (session->episode_ == nullptr)
+    if (session->episode_ == nullptr) {
         throw RecordError(recording.name + ": not enough memory for the median beat");
+    }
     session->measuringFailure_ = analysis.MeasureEpisode(*session->episode_);
     session->source_ = request.path;
     session->TakeAsSaved();
@@ -75,30 +79,38 @@ std::unique_ptr<RecordSession> RecordSession::Open(const RecordRequest& request,
     session->beatsMs_ = beat.beatsMs;
     session->rPeakMs_ = kx::recording::kAlignmentMs;
     session->title_ = request.path.empty() ? L"Tracciato di esempio" : FromUtf8(recording.name);
-    for (const auto* remarks : {&recording.remarks, &beat.remarks})
-        for (const std::string& remark : *remarks)
+    for (const auto* remarks : {&recording.remarks, &beat.remarks}) {
+        for (const std::string& remark : *remarks) {
             session->remarks_.push_back(FromUtf8(remark));
-    if (const char* exchanged = kx::recording::FindExchangedElectrodes(beat, session->episode_->measurements))
+        }
+    }
+    if (const char* exchanged =
+            kx::recording::FindExchangedElectrodes(beat, session->episode_->measurements)) {
         session->remarks_.push_back(FromUtf8(exchanged));
+    }
     return session;
 }
 
 std::unique_ptr<RecordSession> RecordSession::OpenArchived(const ArchiveClient& archive, ArchivedKey key) {
     std::unique_ptr<RecordSession> session(new RecordSession);
     const ArchiveClient::Result fetched = archive.Fetch(key, session->test_, session->source_);
-    if (fetched.answer != kx::kArchiveDone)
+    if (fetched.answer != kx::kArchiveDone) {
         throw RecordError(ToUtf8(fetched.text));
+    }
     session->episode_ = session->test_.Episode(0);
-    if (session->episode_ == nullptr)
+    if (session->episode_ == nullptr) {
         throw RecordError(ToUtf8(L"l'esame non ha un battito mediano"));
+    }
     session->key_ = key;
     session->rPeakMs_ = kx::recording::kAlignmentMs;
     if (const kx::AnnotationStore* beats = session->test_.Annotations()) {
-        for (std::uint32_t i = 0; i < beats->Count(); ++i)
+        for (std::uint32_t i = 0; i < beats->Count(); ++i) {
             session->beatsMs_.push_back(static_cast<int>(beats->Time(i)));
+        }
     }
-    if (session->episode_->measurements.measured == 0)
+    if (session->episode_->measurements.measured == 0) {
         session->measuringFailure_ = L"il battito mediano di questo esame non è misurato";
+    }
     char name[64];
     session->test_.SortName(name, sizeof name);
     const std::string id(session->test_.patientId,
@@ -130,8 +142,9 @@ ArchiveClient::Result RecordSession::Save(const ArchiveClient& archive, bool asN
         TakeAsSaved();
     } else {
         test_.modified = modified;
-        if (test_.history != nullptr)
+        if (test_.history != nullptr) {
             test_.history->count = entries;
+        }
     }
     return saved;
 }
@@ -171,10 +184,11 @@ bool RecordSession::SaveTable(const std::filesystem::path& file, TableFormat for
 
 bool RecordSession::SaveSignal(const std::filesystem::path& file, SignalFormat format) const {
     std::optional<std::string> text;
-    if (format == SignalFormat::kAecg)
+    if (format == SignalFormat::kAecg) {
         text = kx::recording::WriteAecg(test_, NewIdentifier());
-    else if (const auto recording = kx::recording::DecodeEcg(test_))
+    } else if (const auto recording = kx::recording::DecodeEcg(test_)) {
         text = kx::recording::SamplesCsv(*recording);
+    }
     kx::ReplacingFile replaced(file.wstring());
     return text && replaced.Write(text->data(), static_cast<std::uint32_t>(text->size())) &&
            replaced.Commit();

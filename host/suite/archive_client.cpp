@@ -36,10 +36,12 @@ std::wstring SavedByWords(const kx::ArchivedTest& test) {
 
 ArchiveClient::ArchiveClient(const std::string& file)
     : module_(L"kxdb.dll"), failure_(module_.FailureText()) {
-    if (!module_.IsLoaded())
+    if (!module_.IsLoaded()) {
         return;
-    if (!file.empty())
+    }
+    if (!file.empty()) {
         SetEnvironmentVariableW(L"KX_ARCHIVE", std::filesystem::absolute(PathFromUtf8(file)).c_str());
+    }
     const auto opens = module_.Find<std::uint32_t(KX_CALL*)()>("CONFIG");
     add_ = module_.Find<TestFunction>("TEST_ADD");
     update_ = module_.Find<TestFunction>("TEST_UPDATE");
@@ -47,10 +49,11 @@ ArchiveClient::ArchiveClient(const std::string& file)
     fetch_ = module_.Find<TestFunction>("TEST_FETCH");
     list_ = module_.Find<ListFunction>("TEST_LIST");
     if (opens == nullptr || add_ == nullptr || update_ == nullptr || delete_ == nullptr ||
-        fetch_ == nullptr || list_ == nullptr)
+        fetch_ == nullptr || list_ == nullptr) {
         failure_ = L"kxdb.dll non tiene un archivio";
-    else if (opens() == 0)
+    } else if (opens() == 0) {
         failure_ = L"l'archivio non si apre";
+    }
 }
 
 bool ArchiveClient::IsAvailable() const {
@@ -66,18 +69,22 @@ std::string ArchiveClient::UserName() {
 
 ArchiveClient::Result ArchiveClient::Call(TestFunction function, kx::ArchivedTest& test,
                                           ArchivedKey& key) const {
-    if (!IsAvailable())
+    if (!IsAvailable()) {
         return {kx::kArchiveNotDone, failure_};
+    }
     test.size = sizeof test;
     test.id = key.id;
     test.revision = key.revision;
     const auto answer = static_cast<kx::ArchiveAnswer>(function(&test));
-    if (answer == kx::kArchiveDone)
+    if (answer == kx::kArchiveDone) {
         key = {test.id, test.revision};
-    if (answer == kx::kArchiveChanged)
+    }
+    if (answer == kx::kArchiveChanged) {
         return {answer, SavedByWords(test)};
-    if (answer == kx::kArchiveAbsent)
+    }
+    if (answer == kx::kArchiveAbsent) {
         return {answer, L"l'esame non è più nell'archivio"};
+    }
     return {answer, FromRecordText(TextOf(test.problem))};
 }
 
@@ -104,11 +111,13 @@ ArchiveClient::Result ArchiveClient::Fetch(ArchivedKey& key, kx::TestRecord& tes
         stored.blockCapacity = static_cast<std::uint32_t>(block.size());
         result = Call(fetch_, stored, key);
     }
-    if (result.answer != kx::kArchiveDone)
+    if (result.answer != kx::kArchiveDone) {
         return result;
+    }
     source = TextOf(stored.source);
-    if (kx::ReadTestBlock(std::span(block).first(stored.blockSize), test) != kx::TestBlockFault::kNone)
+    if (kx::ReadTestBlock(std::span(block).first(stored.blockSize), test) != kx::TestBlockFault::kNone) {
         return {kx::kArchiveNotDone, L"l'esame nell'archivio non è intero"};
+    }
     return result;
 }
 
@@ -126,17 +135,19 @@ std::uint32_t ArchiveClient::Count(const kx::ArchiveFilter& filter) const {
 std::vector<ArchivedLine> ArchiveClient::List(const kx::ArchiveFilter& filter, kx::ArchiveOrder order,
                                               std::uint32_t first, std::uint32_t capacity) const {
     std::vector<ArchivedLine> lines;
-    if (!IsAvailable())
+    if (!IsAvailable()) {
         return lines;
+    }
     std::vector<KxTestListEntry> entries(capacity);
     entries.resize(list_(&filter, order, first, entries.data(), capacity));
-    for (const KxTestListEntry& entry : entries)
+    for (const KxTestListEntry& entry : entries) {
         lines.push_back({{entry.reserved0[0], entry.reserved0[1]},
                          entry.acquisitionTime,
                          TextOf(entry.sortName),
                          TextOf(entry.patientId),
                          entry.stateFlags,
                          entry.testType});
+    }
     return lines;
 }
 

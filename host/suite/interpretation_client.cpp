@@ -9,11 +9,13 @@ using InterpretFunction = uint32_t(KX_CALL*)(KxMeasurementSet*, KxInterpretation
 }  // namespace
 
 std::wstring InterpretationClient::Interpret(KxTestRecord& test) const {
-    if (!module_.IsLoaded())
+    if (!module_.IsLoaded()) {
         return module_.FailureText();
+    }
     const auto interpret = module_.Find<InterpretFunction>("INTERPRET");
-    if (interpret == nullptr)
+    if (interpret == nullptr) {
         return L"kxinterp.dll: INTERPRET non esportata";
+    }
     KxEpisodeRecord& episode = *test.episodes[0];
     return interpret(&episode.measurements, &episode.interpretation, test.annotations, 0, 0, 0) != 0
                ? std::wstring()

@@ -8,8 +8,9 @@ using InterpretationFunction = decltype(&INTERPRETATIONDIALOG);
 
 // What the object behind a dialog handle shows of itself: its second word is the pane's window.
 HWND WindowBehind(uint32_t dialogHandle) {
-    if (dialogHandle == 0)
+    if (dialogHandle == 0) {
         return nullptr;
+    }
     const auto* object = reinterpret_cast<const KxHostWindow*>(static_cast<uintptr_t>(dialogHandle));
     return static_cast<HWND>(object->handle);
 }

@@ -18,8 +18,9 @@ std::uint32_t VersionOf(const std::filesystem::path& file) {
     void* fixed = nullptr;
     UINT length = 0;
     if (size == 0 || !GetFileVersionInfoW(file.c_str(), 0, size, record.data()) ||
-        !VerQueryValueW(record.data(), L"\\", &fixed, &length) || length < sizeof(VS_FIXEDFILEINFO))
+        !VerQueryValueW(record.data(), L"\\", &fixed, &length) || length < sizeof(VS_FIXEDFILEINFO)) {
         return 0;
+    }
     const auto& info = *static_cast<const VS_FIXEDFILEINFO*>(fixed);
     const std::uint32_t high = info.dwFileVersionMS;
     const std::uint32_t low = info.dwFileVersionLS;
@@ -44,13 +45,15 @@ SuiteModule::SuiteModule(const wchar_t* fileName, std::uint32_t oldestVersion) {
         return;
     }
     module_ = std::move(module);
-    if (const auto start = Find<ControlFunction>("LIBSTART"))
+    if (const auto start = Find<ControlFunction>("LIBSTART")) {
         start();
+    }
 }
 
 SuiteModule::~SuiteModule() {
-    if (const auto stop = Find<ControlFunction>("LIBSTOP"))
+    if (const auto stop = Find<ControlFunction>("LIBSTOP")) {
         stop();
+    }
 }
 
 }  // namespace kxhost

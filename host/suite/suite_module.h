@@ -28,8 +28,9 @@ class SuiteModule {
     // The export of that name, null when there is none or the module is not loaded.
     template <class Function>
     Function Find(const char* name) const {
-        if (!module_)
+        if (!module_) {
             return nullptr;
+        }
         return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(module_.get(), name)));
     }
 

@@ -13,11 +13,13 @@ void Calipers::Begin(const TracingPoint& point) {
 }
 
 bool Calipers::Take(double ms, double reachMs) {
-    if (!out_)
+    if (!out_) {
         return false;
+    }
     const int nearer = std::abs(legs_[0].ms - ms) < std::abs(legs_[1].ms - ms) ? 0 : 1;
-    if (std::abs(legs_[nearer].ms - ms) > reachMs)
+    if (std::abs(legs_[nearer].ms - ms) > reachMs) {
         return false;
+    }
     active_ = nearer;
     return true;
 }
@@ -26,8 +28,9 @@ bool Calipers::Take(double ms, double reachMs) {
 void Calipers::MoveTo(const TracingPoint& point) {
     TracingPoint& leg = legs_[active_];
     leg.ms = point.ms;
-    if (point.lead == leg.lead)
+    if (point.lead == leg.lead) {
         leg.millivolts = point.millivolts;
+    }
 }
 
 void Calipers::Nudge(double ms, double millivolts, double endMs) {
@@ -45,11 +48,12 @@ std::optional<double> Calipers::BeatsPerMinute() const {
 std::wstring Calipers::Text() const {
     wchar_t text[96];
     const auto rate = BeatsPerMinute();
-    if (rate)
+    if (rate) {
         std::swprintf(text, std::size(text), L"%.0f ms   %.0f bpm   %+.2f mV", std::abs(Ms()), *rate,
                       Millivolts());
-    else
+    } else {
         std::swprintf(text, std::size(text), L"0 ms   %+.2f mV", Millivolts());
+    }
     std::wstring result = text;
     std::replace(result.begin(), result.end(), L'.', L',');
     return result;

@@ -53,19 +53,22 @@ TracingLayout LayOutTracing(Arrangement arrangement, int width, int height, cons
         layout.cells.push_back(made);
     };
     for (int column = 0; column < shape.columns; ++column) {
-        for (int row = 0; row < shape.rows; ++row)
+        for (int row = 0; row < shape.rows; ++row) {
             cell(static_cast<unsigned>(column * shape.rows + row), row, column, column + 1, false);
+        }
     }
-    if (shape.rhythm)
+    if (shape.rhythm) {
         cell(KX_LEAD_II, shape.rows, 0, shape.columns, true);
+    }
     return layout;
 }
 
 std::optional<TracingPoint> PointAt(const TracingLayout& layout, const TracingScale& scale, int x, int y) {
     for (const TracingCell& cell : layout.cells) {
-        if (x >= cell.left && x < cell.right && y >= cell.top && y < cell.bottom)
+        if (x >= cell.left && x < cell.right && y >= cell.top && y < cell.bottom) {
             return TracingPoint{cell.startMs + (x - cell.left) / scale.PixelsPerMs(),
                                 (cell.zero - y) / scale.PixelsPerMv(), cell.lead};
+        }
     }
     return std::nullopt;
 }

@@ -40,14 +40,16 @@ void DrawLines(HDC dc, const RECT& area, double pixelsPerMm, int everyMm, COLORR
     const double step = everyMm * pixelsPerMm;
     for (int i = 0;; ++i) {
         const int x = static_cast<int>(area.left + std::lround(i * step));
-        if (x >= area.right)
+        if (x >= area.right) {
             break;
+        }
         Fill(dc, x, static_cast<int>(area.top), x + width, static_cast<int>(area.bottom), colour);
     }
     for (int i = 0;; ++i) {
         const int y = static_cast<int>(area.top + std::lround(i * step));
-        if (y >= area.bottom)
+        if (y >= area.bottom) {
             break;
+        }
         Fill(dc, static_cast<int>(area.left), y, static_cast<int>(area.right), y + width, colour);
     }
 }
@@ -62,8 +64,9 @@ void DrawPaper(HDC dc, const RECT& area, double pixelsPerMm) {
     constexpr double kLeastMinorPixels = 2.5;
     Fill(dc, static_cast<int>(area.left), static_cast<int>(area.top), static_cast<int>(area.right),
          static_cast<int>(area.bottom), kPaper);
-    if (pixelsPerMm >= kLeastMinorPixels)
+    if (pixelsPerMm >= kLeastMinorPixels) {
         DrawLines(dc, area, pixelsPerMm, 1, kMinorLine);
+    }
     DrawLines(dc, area, pixelsPerMm, 5, kMajorLine);
 }
 
@@ -76,27 +79,31 @@ void TracingPainter::Draw(HDC dc, const TracingLayout& layout, const TracingScal
         const UniquePen pen(CreatePen(PS_SOLID, LineWidth(scale.pixelsPerMm), kTrace));
         const Selection selected(dc, pen.get());
         for (const TracingCell& cell : layout.cells) {
-            if (cell.left == layout.gutter)
+            if (cell.left == layout.gutter) {
                 DrawPulse(dc, layout, cell, scale);
+            }
             const std::vector<POINT>& points = PointsOf(cell, scale);
-            if (points.size() > 1)
+            if (points.size() > 1) {
                 Polyline(dc, points.data(), static_cast<int>(points.size()));
+            }
         }
     }
     for (const TracingCell& cell : layout.cells) {
         const std::wstring name = NameOfLead(cell.lead);
         const int above = static_cast<int>(std::lround(kNameMm * scale.pixelsPerMm));
         const int beginning = static_cast<int>(std::lround(kBeginningMm * scale.pixelsPerMm));
-        if (cell.left > layout.gutter)
+        if (cell.left > layout.gutter) {
             Fill(dc, cell.left, cell.zero - beginning, cell.left + LineWidth(scale.pixelsPerMm),
                  cell.zero + beginning, kName);
+        }
         SetTextColor(dc, kName);
         TextOutW(dc, cell.left + LineWidth(scale.pixelsPerMm) * 2, std::max(cell.top, cell.zero - above),
                  name.c_str(), static_cast<int>(name.size()));
         // The beats once for each stretch of time: under the rhythm strip, else under the last row.
         const TracingCell& last = layout.cells.back();
-        if (last.rhythm ? cell.rhythm : cell.bottom == layout.height)
+        if (last.rhythm ? cell.rhythm : cell.bottom == layout.height) {
             DrawTicks(dc, cell, scale);
+        }
     }
 }
 
@@ -104,8 +111,9 @@ void TracingPainter::Draw(HDC dc, const TracingLayout& layout, const TracingScal
 // and last.
 const std::vector<POINT>& TracingPainter::PointsOf(const TracingCell& cell, const TracingScale& scale) {
     points_.clear();
-    if (cell.lead >= signal_.leads.size())
+    if (cell.lead >= signal_.leads.size()) {
         return points_;
+    }
     const std::span<const std::int16_t> samples = signal_.leads[cell.lead];
     const double msPerSample = 1000.0 / signal_.sampleRate;
     const auto count = static_cast<long>(samples.size());
@@ -119,8 +127,9 @@ const std::vector<POINT>& TracingPainter::PointsOf(const TracingCell& cell, cons
     };
     const auto flush = [this](const Column& column) {
         for (const long y : {column.first, column.lowest, column.highest, column.last}) {
-            if (points_.empty() || points_.back().x != column.x || points_.back().y != y)
+            if (points_.empty() || points_.back().x != column.x || points_.back().y != y) {
                 points_.push_back({column.x, y});
+            }
         }
     };
     Column column{};
@@ -128,16 +137,18 @@ const std::vector<POINT>& TracingPainter::PointsOf(const TracingCell& cell, cons
         const long x = std::lround(origin + double(i - first) * pixelsPerSample);
         const long y = cell.zero - std::lround(samples[static_cast<std::size_t>(i)] * pixelsPerUnit);
         if (i == first || x != column.x) {
-            if (i != first)
+            if (i != first) {
                 flush(column);
+            }
             column = {x, y, y, y, y};
         }
         column.lowest = std::max(column.lowest, y);
         column.highest = std::min(column.highest, y);
         column.last = y;
     }
-    if (end > first)
+    if (end > first) {
         flush(column);
+    }
     return points_;
 }
 
@@ -160,8 +171,9 @@ void TracingPainter::DrawTicks(HDC dc, const TracingCell& cell, const TracingSca
     SetTextAlign(dc, TA_CENTER);
     for (const TracedBeat& beat : beats_) {
         const auto column = ColumnIn(cell, scale, beat.timeMs);
-        if (!column)
+        if (!column) {
             continue;
+        }
         const COLORREF colour = beat.inMedian ? kMedianTick : kTick;
         Fill(dc, *column - width / 2, cell.bottom - height, *column - width / 2 + width, cell.bottom, colour);
         SetTextColor(dc, colour);
@@ -173,15 +185,17 @@ void TracingPainter::DrawTicks(HDC dc, const TracingCell& cell, const TracingSca
 
 void TracingPainter::DrawCalipers(HDC dc, const TracingLayout& layout, const TracingScale& scale,
                                   const Calipers& calipers) {
-    if (!calipers.AreOut())
+    if (!calipers.AreOut()) {
         return;
+    }
     const int width = LineWidth(scale.pixelsPerMm);
     for (const TracingCell& cell : layout.cells) {
         for (int leg = 0; leg < 2; ++leg) {
             const TracingPoint& point = calipers.Leg(leg);
             const auto column = ColumnIn(cell, scale, point.ms);
-            if (!column)
+            if (!column) {
                 continue;
+            }
             Fill(dc, *column, cell.top, *column + width, cell.bottom, kCaliper);
             if (cell.lead == calipers.Leg(0).lead) {
                 const int row = RowIn(cell, scale, point.millivolts);

@@ -14,15 +14,17 @@ constexpr std::uint32_t kMostSamples = 1u << 28;
 }  // namespace
 
 std::optional<TracingSignal> SignalOf(const KxTestRecord& test) {
-    if (test.ecg == nullptr)
+    if (test.ecg == nullptr) {
         return std::nullopt;
+    }
     kx::recording::EcgHeader header;
     std::memcpy(&header, test.ecg, sizeof header);
     const std::uint32_t samples = header.samplesPerLead;
     if (header.leads == 0 || header.leads > KX_STANDARD_LEADS || samples == 0 || samples > kMostSamples ||
         header.sampleRate == 0 || header.sampleRate > 100'000 || header.resolutionNv == 0 ||
-        header.resolutionNv > 1'000'000)
+        header.resolutionNv > 1'000'000) {
         return std::nullopt;
+    }
     TracingSignal signal;
     signal.sampleRate = header.exactRate > 0 ? header.exactRate : header.sampleRate;
     const auto* first =
@@ -37,13 +39,15 @@ std::optional<TracingSignal> SignalOf(const KxTestRecord& test) {
 
 std::vector<TracedBeat> BeatsOf(const KxTestRecord& test) {
     std::vector<TracedBeat> beats;
-    if (test.annotations == nullptr)
+    if (test.annotations == nullptr) {
         return beats;
+    }
     const auto& store = *static_cast<const KxAnnotationStore*>(test.annotations);
     for (std::uint32_t i = 0; store.entries != nullptr && i < store.count; ++i) {
         const KxAnnotation& entry = store.entries[i];
-        if (kx::IsBeatLabel(entry.label))
+        if (kx::IsBeatLabel(entry.label)) {
             beats.push_back({double(entry.timeMs), entry.label, entry.subLabel == kx::kSubLabelInMedian});
+        }
     }
     return beats;
 }

@@ -8,8 +8,9 @@ namespace {
 // Movable memory with the text and its terminator; the clipboard's once it has taken it.
 HGLOBAL MakeBlock(std::wstring_view text) {
     const HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, (text.size() + 1) * sizeof(wchar_t));
-    if (block == nullptr)
+    if (block == nullptr) {
         return nullptr;
+    }
     auto* place = static_cast<wchar_t*>(GlobalLock(block));
     std::memcpy(place, text.data(), text.size() * sizeof(wchar_t));
     place[text.size()] = L'\0';
@@ -21,15 +22,17 @@ HGLOBAL MakeBlock(std::wstring_view text) {
 
 bool CopyToClipboard(HWND owner, std::wstring_view text) {
     const HGLOBAL block = MakeBlock(text);
-    if (block == nullptr)
+    if (block == nullptr) {
         return false;
+    }
     bool taken = false;
     if (OpenClipboard(owner)) {
         taken = EmptyClipboard() && SetClipboardData(CF_UNICODETEXT, block) != nullptr;
         CloseClipboard();
     }
-    if (!taken)
+    if (!taken) {
         GlobalFree(block);
+    }
     return taken;
 }
 

@@ -17,8 +17,9 @@ bool OpenInViewer(HWND owner, const std::filesystem::path& file, const wchar_t* 
     constexpr UINT kDisplayTopic = 0;
     // Kept: the viewer's window lives on.
     static const UniqueModule viewer(LoadLibraryExW(L"hhctrl.ocx", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32));
-    if (!viewer || !std::filesystem::exists(file))
+    if (!viewer || !std::filesystem::exists(file)) {
         return false;
+    }
     const auto htmlHelp = reinterpret_cast<HtmlHelpFunction>(
         reinterpret_cast<void*>(GetProcAddress(viewer.get(), "HtmlHelpW")));
     const std::wstring topic = file.wstring() + L"::/" + page + L".html";

@@ -29,28 +29,34 @@ struct ImageDeleter {
 
 GdiPlusSession::GdiPlusSession() {
     Gdiplus::GdiplusStartupInput input;
-    if (Gdiplus::GdiplusStartup(&token_, &input, nullptr) != Gdiplus::Ok)
+    if (Gdiplus::GdiplusStartup(&token_, &input, nullptr) != Gdiplus::Ok) {
         token_ = 0;
+    }
 }
 
 GdiPlusSession::~GdiPlusSession() {
-    if (token_ != 0)
+    if (token_ != 0) {
         Gdiplus::GdiplusShutdown(token_);
+    }
 }
 
 bool WritePng(HBITMAP bitmap, const std::filesystem::path& file, int dotsPerInch) {
     Gdiplus::GpBitmap* made = nullptr;
-    if (GdipCreateBitmapFromHBITMAP(bitmap, nullptr, &made) != Gdiplus::Ok)
+    if (GdipCreateBitmapFromHBITMAP(bitmap, nullptr, &made) != Gdiplus::Ok) {
         return false;
+    }
     const std::unique_ptr<Gdiplus::GpBitmap, ImageDeleter> image(made);
     const auto resolution = static_cast<Gdiplus::REAL>(dotsPerInch);
-    if (dotsPerInch != 0 && GdipBitmapSetResolution(made, resolution, resolution) != Gdiplus::Ok)
+    if (dotsPerInch != 0 && GdipBitmapSetResolution(made, resolution, resolution) != Gdiplus::Ok) {
         return false;
-    if (GdipSaveImageToFile(image.get(), file.c_str(), &kPngEncoder, nullptr) == Gdiplus::Ok)
+    }
+    if (GdipSaveImageToFile(image.get(), file.c_str(), &kPngEncoder, nullptr) == Gdiplus::Ok) {
         return true;
+    }
     std::error_code ignored;
-    if (std::filesystem::is_regular_file(file, ignored))
+    if (std::filesystem::is_regular_file(file, ignored)) {
         std::filesystem::remove(file, ignored);
+    }
     return false;
 }
 

@@ -6,8 +6,9 @@ namespace kxhost {
 namespace {
 
 std::wstring ToWide(std::string_view text, UINT codePage) {
-    if (text.empty())
+    if (text.empty()) {
         return {};
+    }
     const int length = static_cast<int>(text.size());
     std::wstring wide(
         static_cast<std::size_t>(MultiByteToWideChar(codePage, 0, text.data(), length, nullptr, 0)), L'\0');
@@ -16,8 +17,9 @@ std::wstring ToWide(std::string_view text, UINT codePage) {
 }
 
 std::string FromWide(std::wstring_view wide, UINT codePage) {
-    if (wide.empty())
+    if (wide.empty()) {
         return {};
+    }
     const int length = static_cast<int>(wide.size());
     const int bytes = WideCharToMultiByte(codePage, 0, wide.data(), length, nullptr, 0, nullptr, nullptr);
     std::string text(static_cast<std::size_t>(bytes), '\0');
@@ -59,13 +61,17 @@ std::wstring SystemMessage(unsigned long error, std::wstring_view subject) {
     wchar_t text[256];
     DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, error,
                                   0, text, static_cast<DWORD>(std::size(text)), nullptr);
-    while (length > 0 && (text[length - 1] == L'\r' || text[length - 1] == L'\n' || text[length - 1] == L' '))
+    while (length > 0 &&
+           (text[length - 1] == L'\r' || text[length - 1] == L'\n' || text[length - 1] == L' ')) {
         --length;
-    if (length == 0)
+    }
+    if (length == 0) {
         return L"errore " + std::to_wstring(error);
+    }
     std::wstring message(text, length);
-    if (const std::size_t place = message.find(L"%1"); place != std::wstring::npos)
+    if (const std::size_t place = message.find(L"%1"); place != std::wstring::npos) {
         message.replace(place, 2, subject);
+    }
     return message;
 }
 

@@ -42,8 +42,9 @@ class WindowDc {
     WindowDc(const WindowDc&) = delete;
     WindowDc& operator=(const WindowDc&) = delete;
     ~WindowDc() {
-        if (dc_ != nullptr)
+        if (dc_ != nullptr) {
             ReleaseDC(window_, dc_);
+        }
     }
     HDC Get() const { return dc_; }
 

@@ -19,8 +19,9 @@ void DispatchUntilQuiet() {
     const DWORD start = GetTickCount();
     DispatchWaiting();
     while (GetTickCount() - start < kLongestWaitMs &&
-           MsgWaitForMultipleObjects(0, nullptr, FALSE, kQuietMs, QS_ALLINPUT) != WAIT_TIMEOUT)
+           MsgWaitForMultipleObjects(0, nullptr, FALSE, kQuietMs, QS_ALLINPUT) != WAIT_TIMEOUT) {
         DispatchWaiting();
+    }
 }
 
 }  // namespace
@@ -46,12 +47,14 @@ UniqueBitmap TakePicture(HWND window) {
     void* pixels = nullptr;
     UniqueBitmap picture(CreateDIBSection(source.Get(), &info, DIB_RGB_COLORS, &pixels, nullptr, 0));
     const UniqueMemoryDc memory(CreateCompatibleDC(source.Get()));
-    if (!picture || !memory)
+    if (!picture || !memory) {
         return nullptr;
+    }
     const Selection selection(memory.get(), picture.get());
     if (!BitBlt(memory.get(), 0, 0, info.bmiHeader.biWidth, info.bmiHeader.biHeight, source.Get(), 0, 0,
-                SRCCOPY))
+                SRCCOPY)) {
         return nullptr;
+    }
     return picture;
 }
 

@@ -8,8 +8,9 @@
 namespace kxhost {
 
 std::wstring DateText(const KxDateTime& time) {
-    if (time.year <= 1800)
+    if (time.year <= 1800) {
         return L"...";
+    }
     wchar_t text[32];
     std::swprintf(text, std::size(text), L"%02d/%02d/%04d %02d:%02d", time.day, time.month, time.year,
                   time.hour, time.minute);

@@ -37,8 +37,9 @@ HWND MakeChild(HWND parent, const wchar_t* className, const wchar_t* text, DWORD
                HFONT font) {
     const HWND child = CreateWindowExW(extendedStyle, className, text, WS_CHILD | WS_VISIBLE | style, 0, 0, 0,
                                        0, parent, nullptr, GetModuleHandleW(nullptr), nullptr);
-    if (child == nullptr)
+    if (child == nullptr) {
         throw std::runtime_error("a control of the worklist could not be created");
+    }
     SendMessageW(child, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
     return child;
 }
@@ -81,10 +82,11 @@ void WorklistPane::CreateChildren() {
     search_ = MakeChild(Window(), L"EDIT", L"", ES_AUTOHSCROLL | WS_TABSTOP, WS_EX_CLIENTEDGE, font);
     SendMessageW(search_, EM_SETCUEBANNER, TRUE, reinterpret_cast<LPARAM>(L"Cerca nome, ID, data, stato"));
     SetWindowSubclass(search_, SearchKeys, 0, reinterpret_cast<DWORD_PTR>(this));
-    for (std::size_t i = 0; i < kStates; ++i)
+    for (std::size_t i = 0; i < kStates; ++i) {
         states_[i] =
             MakeChild(Window(), L"BUTTON", kStateNames[i],
                       BS_AUTORADIOBUTTON | BS_PUSHLIKE | (i == 0 ? WS_GROUP | WS_TABSTOP : 0), 0, font);
+    }
     SendMessageW(states_[0], BM_SETCHECK, BST_CHECKED, 0);
     import_ = MakeChild(Window(), L"BUTTON", L"&Importa file...", WS_GROUP | WS_TABSTOP, 0, font);
     list_ = MakeChild(Window(), WC_LISTVIEWW, L"",
@@ -92,8 +94,9 @@ void WorklistPane::CreateChildren() {
                       WS_EX_CLIENTEDGE, font);
     SendMessageW(list_, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER);
     constexpr std::array titles{L"Data", L"Paziente", L"ID", L"Esame", L"Stato"};
-    for (std::size_t i = 0; i < titles.size(); ++i)
+    for (std::size_t i = 0; i < titles.size(); ++i) {
         AddColumn(list_, static_cast<int>(i), titles[i], metrics_.Scale(kWidths[i]));
+    }
     count_ = MakeChild(Window(), L"STATIC", L"", SS_CENTERIMAGE | SS_NOPREFIX, 0, font);
 }
 
@@ -113,8 +116,9 @@ void WorklistPane::Layout() const {
                         gap * static_cast<int>(kStates + 1);
     const int room = static_cast<int>(area.right) - 2 * margin - buttons;
     place(search_, std::clamp(room, metrics_.Scale(kLeastSearchWidth), metrics_.Scale(kSearchWidth)));
-    for (const HWND state : states_)
+    for (const HWND state : states_) {
         place(state, metrics_.Scale(kStateWidth));
+    }
     place(import_, metrics_.Scale(kImportWidth));
     const int top = margin + line + gap;
     const int bottom = static_cast<int>(area.bottom) - line;
@@ -147,8 +151,9 @@ void WorklistPane::Search() {
         const std::uint32_t count = archive_.Count(Filter(i));
         SetWindowTextW(states_[i],
                        (std::wstring(kStateNames[i]) + L" (" + std::to_wstring(count) + L")").c_str());
-        if (i == state_)
+        if (i == state_) {
             rows_ = count;
+        }
     }
     pages_.clear();
     LVITEMW state{};
@@ -167,8 +172,9 @@ const ArchivedLine* WorklistPane::Line(std::uint32_t row) {
     const std::uint32_t first = row / kPage * kPage;
     auto page = pages_.find(first);
     if (page == pages_.end()) {
-        if (pages_.size() >= kCachedPages)
+        if (pages_.size() >= kCachedPages) {
             pages_.clear();
+        }
         page = pages_.emplace(first, archive_.List(Filter(state_), order_, first, kPage)).first;
     }
     return row - first < page->second.size() ? &page->second[row - first] : nullptr;
@@ -196,8 +202,9 @@ const std::wstring& WorklistPane::Cell(const ArchivedLine& line, int column) {
 
 // The actions may end this pane: nothing of it is used behind them.
 void WorklistPane::OpenChosen() {
-    if (const ArchivedLine* line = Chosen())
+    if (const ArchivedLine* line = Chosen()) {
         actions_.OpenArchivedTest(ArchivedKey(line->key));
+    }
 }
 
 void WorklistPane::DeleteChosen() {
@@ -208,24 +215,27 @@ void WorklistPane::DeleteChosen() {
 }
 
 void WorklistPane::OnColumn(int column) {
-    if (column == kDateColumn)
+    if (column == kDateColumn) {
         order_ = order_ == kx::kArchiveNewestFirst ? kx::kArchiveOldestFirst : kx::kArchiveNewestFirst;
-    else if (column == kNameColumn)
+    } else if (column == kNameColumn) {
         order_ = kx::kArchiveByName;
-    else if (column == kIdColumn)
+    } else if (column == kIdColumn) {
         order_ = kx::kArchiveById;
+    }
     Search();
 }
 
 LRESULT WorklistPane::OnNotify(const NMHDR& header) {
-    if (header.hwndFrom != list_)
+    if (header.hwndFrom != list_) {
         return 0;
+    }
     switch (header.code) {
         case static_cast<UINT>(LVN_GETDISPINFOW): {
             LVITEMW& item = const_cast<NMLVDISPINFOW&>(reinterpret_cast<const NMLVDISPINFOW&>(header)).item;
             const ArchivedLine* line = Line(static_cast<std::uint32_t>(item.iItem));
-            if ((item.mask & LVIF_TEXT) != 0 && line != nullptr)
+            if ((item.mask & LVIF_TEXT) != 0 && line != nullptr) {
                 item.pszText = const_cast<wchar_t*>(Cell(*line, item.iSubItem).c_str());
+            }
             return 0;
         }
         case static_cast<UINT>(LVN_COLUMNCLICK):
@@ -236,8 +246,9 @@ LRESULT WorklistPane::OnNotify(const NMHDR& header) {
             OpenChosen();
             return 0;
         case static_cast<UINT>(LVN_KEYDOWN):
-            if (reinterpret_cast<const NMLVKEYDOWN&>(header).wVKey == VK_DELETE)
+            if (reinterpret_cast<const NMLVKEYDOWN&>(header).wVKey == VK_DELETE) {
                 DeleteChosen();
+            }
             return 0;
         default:
             return 0;
@@ -245,10 +256,12 @@ LRESULT WorklistPane::OnNotify(const NMHDR& header) {
 }
 
 void WorklistPane::OnCommand(HWND control, WORD code) {
-    if (control == search_ && code == EN_CHANGE)
+    if (control == search_ && code == EN_CHANGE) {
         return Search();
-    if (control == import_ && code == BN_CLICKED)
+    }
+    if (control == import_ && code == BN_CLICKED) {
         return actions_.ImportFilesForUser();
+    }
     const auto state = std::find(states_.begin(), states_.end(), control);
     if (state != states_.end() && code == BN_CLICKED) {
         state_ = static_cast<std::size_t>(state - states_.begin());
@@ -259,8 +272,9 @@ void WorklistPane::OnCommand(HWND control, WORD code) {
 LRESULT WorklistPane::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_SIZE:
-            if (count_ != nullptr)
+            if (count_ != nullptr) {
                 Layout();
+            }
             return 0;
         case WM_SETFOCUS:
             SetFocus(search_);

@@ -20,8 +20,8 @@ const char* ResourceName(std::uint32_t id) {
     return id == 0 ? nullptr : MAKEINTRESOURCEA(static_cast<WORD>(id));
 }
 
-// A class that the module has registered before is still there while a window of it is, of an earlier use that
-// ended in the middle of making it: it serves as well.
+// A class that the module has registered before is still there while a window of it is, of an earlier use
+// that ended in the middle of making it: it serves as well.
 bool IsRegistered(const WNDCLASSEXA& wanted) {
     WNDCLASSEXA found{};
     found.cbSize = sizeof found;

@@ -21,14 +21,10 @@ std::map<std::string, Sibling>& Laid() {
 
 std::string SourceOf(const std::string& fileName, Sibling kind) {
     switch (kind) {
-        case Sibling::kSpying:
-            return "..\\rig\\spying_current.dll";
-        case Sibling::kOutdated:
-            return "..\\rig\\spying_outdated.dll";
-        case Sibling::kWithoutExports:
-            return "..\\rig\\spying_bare.dll";
-        default:
-            return "..\\..\\bin\\" + fileName;
+        case Sibling::kSpying: return "..\\rig\\spying_current.dll";
+        case Sibling::kOutdated: return "..\\rig\\spying_outdated.dll";
+        case Sibling::kWithoutExports: return "..\\rig\\spying_bare.dll";
+        default: return "..\\..\\bin\\" + fileName;
     }
 }
 

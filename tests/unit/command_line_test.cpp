@@ -16,8 +16,9 @@ std::string Describe(const Command& command) {
         }
         std::string operator()(const Measure& c) const {
             std::string text = c.json ? "measure as JSON" : "measure";
-            for (const RecordRequest& record : c.records)
+            for (const RecordRequest& record : c.records) {
                 text += ' ' + Of(record);
+            }
             return text;
         }
         std::string operator()(const ExportSignal& c) const {
@@ -31,8 +32,9 @@ std::string Describe(const Command& command) {
         }
         std::string operator()(const ListFields& c) const {
             std::string text = "fields of " + Of(c.record);
-            for (const int code : c.codes)
+            for (const int code : c.codes) {
                 text += ' ' + std::to_string(code);
+            }
             return text;
         }
         std::string operator()(const Expand& c) const { return "expand " + c.text + " for " + Of(c.record); }
@@ -50,8 +52,9 @@ std::string Describe(const Command& command) {
         }
         std::string operator()(const ImportRecords& c) const {
             std::string text = "import into " + c.archive;
-            for (const RecordRequest& record : c.records)
+            for (const RecordRequest& record : c.records) {
                 text += ' ' + Of(record);
+            }
             return text;
         }
         std::string operator()(const ListTests& c) const { return "list " + c.filter + " of " + c.archive; }
@@ -117,8 +120,9 @@ TEST(CommandLine, UnderstandsEveryForm) {
         {{"--print-to", "p", "a", "tracing"}, "print on p of a tracing A4"},
         {{"--print-by-driver", "p", "a"}, "print by the driver on p of a tracing A4"},
     };
-    for (const auto& row : rows)
+    for (const auto& row : rows) {
         EXPECT_EQ(Describe(ParseCommandLine(row.words)), row.expected) << testing::PrintToString(row.words);
+    }
 }
 
 TEST(CommandLine, SaysWhatItDoesNotUnderstand) {
@@ -184,18 +188,21 @@ TEST(CommandLine, SaysWhatItDoesNotUnderstand) {
         {{"--shot", "f.png", "a", "p", "--size", "800"}, "not a size between 64x64 and 4096x4096: 800"},
         {{"--shot", "f.png", "a", "p", "--size", "800x600x3"}, "not a size between 64x64 and 4096x4096: 800x600x3"},
     };
-    for (const auto& row : rows)
+    for (const auto& row : rows) {
         EXPECT_EQ(Describe(ParseCommandLine(row.words)), std::string("error: ") + row.expected) << testing::PrintToString(row.words);
+    }
 }
 
 TEST(CommandLine, HelpNamesEveryOptionAndPane) {
     const std::string usage(UsageText());
     for (const char* option : {"--measure", "--shot",        "--fields",     "--expand",       "--table",  "--print", "--print-to",
                                "--paper",   "--builtin",     "--size",       "--units-per-mv", "--help",   "window",  "--json",
-                               "--version", "--export-aecg", "--export-csv", "--archive",      "--import", "--list",  "--export "})
+                               "--version", "--export-aecg", "--export-csv", "--archive",      "--import", "--list",  "--export "}) {
         EXPECT_NE(usage.find(option), std::string::npos) << option;
-    for (const PaneRow& row : kPanes)
+    }
+    for (const PaneRow& row : kPanes) {
         EXPECT_NE(usage.find(row.name), std::string::npos) << row.name;
+    }
 }
 
 }  // namespace

@@ -30,8 +30,9 @@ class GridPicture final : public GridSurface {
     template <class Do>
     void ForEach(std::int32_t x, std::int32_t y, std::int32_t across, std::int32_t down, Do visit) {
         for (std::int32_t j = std::max(y, 0); j < std::min(y + down, height); ++j) {
-            for (std::int32_t i = std::max(x, 0); i < std::min(x + across, width); ++i)
+            for (std::int32_t i = std::max(x, 0); i < std::min(x + across, width); ++i) {
                 visit(i, j);
+            }
         }
     }
     std::size_t Index(std::int32_t x, std::int32_t y) const {

@@ -21,27 +21,34 @@ PaperGrid Grid(std::int32_t dpi, std::int32_t width, std::int32_t height, std::u
 GridColour Expected(const PaperGrid& grid, std::int32_t x, std::int32_t y) {
     const PaperGrid::Size area = grid.Pixels(), cell = grid.CellPixels();
     const std::int32_t dpi = grid.pixelsPerInchX, band = MulDivRound(grid.frameWidth, dpi, 1000);
-    if (x >= area.width || y >= area.height)
+    if (x >= area.width || y >= area.height) {
         return kPaper;
-    if (grid.frameStyle == 1 && (x < band || y < band || x >= area.width - band || y >= area.height - band))
+    }
+    if (grid.frameStyle == 1 && (x < band || y < band || x >= area.width - band || y >= area.height - band)) {
         return kFrame;
+    }
     const std::int32_t rows = MulDivRound(1, grid.frame.bottom - grid.frame.top, 197);
     const std::int32_t columns = MulDivRound(1, grid.frame.right - grid.frame.left, 197);
     std::int32_t right = -1, down = -1;
-    for (std::int32_t j = 0; j < columns; ++j)
+    for (std::int32_t j = 0; j < columns; ++j) {
         right = x >= MulDivRound(area.width, j, columns) ? x - MulDivRound(area.width, j, columns) : right;
-    for (std::int32_t i = 0; i < rows; ++i)
+    }
+    for (std::int32_t i = 0; i < rows; ++i) {
         down = y >= MulDivRound(area.height, i, rows) ? y - MulDivRound(area.height, i, rows) : down;
-    if (right < 0 || down < 0 || right >= cell.width || down >= cell.height)
+    }
+    if (right < 0 || down < 0 || right >= cell.width || down >= cell.height) {
         return kPaper;
-    if (right < 2 || down < 2)
+    }
+    if (right < 2 || down < 2) {
         return kMajor;
+    }
     const std::int32_t dot = (cell.width + 1) / 25;
     for (std::int32_t i = 1; i < 5; ++i) {
         for (std::int32_t j = 1; j < 5; ++j) {
             const std::int32_t left = MulDivRound(cell.width, j, 5) - dot / 2, top = MulDivRound(cell.height, i, 5) - dot / 2;
-            if (right >= left && right < left + dot && down >= top && down < top + dot)
+            if (right >= left && right < left + dot && down >= top && down < top + dot) {
                 return kMinor;
+            }
         }
     }
     return kPaper;

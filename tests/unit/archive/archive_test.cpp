@@ -156,8 +156,9 @@ TEST_F(ArchiveTest, AListThatIsOpenFollowsEverySave) {
         ArchiveFilter filter{};
         std::strcpy(filter.words, words);
         std::vector<std::int64_t> found;
-        for (const ListingRow& row : archive.List(filter, order, 0, 1000))
+        for (const ListingRow& row : archive.List(filter, order, 0, 1000)) {
             found.push_back(row.id);
+        }
         EXPECT_EQ(archive.Count(filter), static_cast<std::int64_t>(found.size()));
         return found;
     };

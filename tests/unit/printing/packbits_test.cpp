@@ -63,8 +63,9 @@ TEST(PackBits, MakesTheStatedPackets) {
                  {"128 literals", Ascending(128), Bytes{127} + Ascending(128)},
                  {"128 literals, the last a zero", Ascending(127) + Bytes(1), Bytes{127} + Ascending(127) + Bytes(1)},
                  {"129 literals", Ascending(129), Bytes{127} + Ascending(128) + Bytes{0, 129}}};
-    for (const auto& c : cases)
+    for (const auto& c : cases) {
         EXPECT_EQ(Encode(c.row), c.packets) << c.what;
+    }
 }
 
 // Decoding gives the row back once it is filled up with zeros, and no row becomes longer than the worst case.
@@ -86,8 +87,9 @@ TEST(PackBits, DecodesToTheRowWhateverItHolds) {
         const unsigned runs = 1 + below(140);
         for (std::size_t i = 0; i < row.size();) {
             const auto byte = static_cast<std::uint8_t>(below(symbols));
-            for (unsigned n = round % 2 == 0 ? 1 : 1 + below(runs); n > 0 && i < row.size(); --n)
+            for (unsigned n = round % 2 == 0 ? 1 : 1 + below(runs); n > 0 && i < row.size(); --n) {
                 row[i++] = byte;
+            }
         }
         ASSERT_NO_FATAL_FAILURE(ExpectRoundTrip(row)) << "round " << round;
     }
@@ -96,8 +98,9 @@ TEST(PackBits, DecodesToTheRowWhateverItHolds) {
         for (std::size_t code = 0; code < rows; ++code) {
             Bytes row(length);
             std::size_t rest = code;
-            for (std::uint8_t& byte : row)
+            for (std::uint8_t& byte : row) {
                 byte = static_cast<std::uint8_t>(rest % 3), rest /= 3;
+            }
             ASSERT_NO_FATAL_FAILURE(ExpectRoundTrip(row)) << length << ": " << code;
         }
     }

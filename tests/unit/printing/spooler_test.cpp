@@ -58,8 +58,9 @@ TEST(PclPage, PrintsTheClearBitsOfRowsOfAnyLengthAndNoneBehindThem) {
     EXPECT_EQ(std::exchange(file.bytes, ""), "\x1B*b0W\x1B*b0W") << "bits behind ten pixels are printed";
     EXPECT_TRUE(print(longRow, 8 * 65536, 1) && print(shortRow, 8, 1));
     std::string expected = "\x1B*b1024W";
-    for (int i = 0; i < 512; ++i)
+    for (int i = 0; i < 512; ++i) {
         expected += "\x81\x01";
+    }
     EXPECT_EQ(file.bytes, expected + "\x1B*b2W\x00\x03"s);
     file.room = file.bytes.size() + 3;
     EXPECT_FALSE(print(shortRow, 8, 1));

@@ -39,15 +39,17 @@ struct Wave {
     TracingPage page;
 
     explicit Wave(int seconds) {
-        for (int i = 0; i < seconds * 500; ++i)
+        for (int i = 0; i < seconds * 500; ++i) {
             samples.push_back(i / 250 % 2 == 0 ? 0 : 1400);
+        }
         page.signal.leads.assign(12, samples);
         page.signal.sampleRate = 500;
         page.signal.unitMv.assign(12, 0.001);
         page.texts.patient = L"Rossi, Nicolò (prova)";
         page.texts.globalValues.assign(7, {L"QT / QTc", L"400 / 420 ms"});
-        for (int i = 0; i < 40; ++i)
+        for (int i = 0; i < 40; ++i) {
             page.texts.statement += L"Ritmo sinusale, più tracciati € confrontati con una riga che è lunga abbastanza da andare a capo.\n";
+        }
     }
 };
 
@@ -65,8 +67,9 @@ TEST(TracingPage, IsAtItsTrueSizeAndOnTheSheet) {
                 EXPECT_TRUE(line.points[i].x <= drawn.paper.left + drawn.paper.width + 0.01 &&
                             line.points[i].y <= drawn.paper.top + drawn.paper.height + 0.01);
                 const double rise = line.points[i - 1].y - line.points[i].y;
-                if (rise > 1)
+                if (rise > 1) {
                     rises.push_back({line.points[i].x, rise});
+                }
             }
             if (line.points.size() == 6) {
                 ++pulses;

@@ -43,8 +43,9 @@ TEST(TestRecord, NamesAreJoinedAndSplit) {
         TestRecord test;
         test.SetPatientName(row.first, row.middle, row.last);
         EXPECT_STREQ(test.patientName, row.stored);
-        if (row.full == nullptr)
+        if (row.full == nullptr) {
             continue;
+        }
         EXPECT_EQ(Text(test, &TestRecord::LastName), row.parts[0]) << row.stored;
         EXPECT_EQ(Text(test, &TestRecord::FirstName), row.parts[1]) << row.stored;
         EXPECT_EQ(Text(test, &TestRecord::MiddleName), row.parts[2]) << row.stored;

@@ -65,11 +65,13 @@ TEST_F(HostTest, EverySaveThatWasToldOfIsThereAfterTheProgramWasKilled) {
         const HostResult killed = RunHost(import, {}, [&] {
             std::error_code none;
             const std::uintmax_t now = fs::file_size(log, none);
-            if (none || now == size)
+            if (none || now == size) {
                 return false;
+            }
             size = now;
-            if (--growths > 0)
+            if (--growths > 0) {
                 return false;
+            }
             Sleep(static_cast<DWORD>(kill % 4 * 2));
             return true;
         });
@@ -82,8 +84,9 @@ TEST_F(HostTest, EverySaveThatWasToldOfIsThereAfterTheProgramWasKilled) {
     }
     EXPECT_GT(told, 5u);
     const fs::path whole = folder_ / L"whole.csv";
-    for (std::size_t id = 1; id <= told; id += 3)
+    for (std::size_t id = 1; id <= told; id += 3) {
         EXPECT_EQ(RunHost({L"--export", std::to_wstring(id), whole.wstring(), L"--archive", file.wstring()}).exitCode, 0u) << id;
+    }
 }
 
 }  // namespace

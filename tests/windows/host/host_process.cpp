@@ -105,8 +105,9 @@ HostResult RunHost(const std::vector<std::wstring>& arguments, const std::wstrin
     std::thread watch([&] {
         const ULONGLONG began = GetTickCount64();
         while (WaitForSingleObject(process.hProcess, killNow ? 0 : kLongestRunMs) == WAIT_TIMEOUT) {
-            if ((killNow && killNow()) || GetTickCount64() - began >= kLongestRunMs)
+            if ((killNow && killNow()) || GetTickCount64() - began >= kLongestRunMs) {
                 TerminateProcess(process.hProcess, MAXDWORD);
+            }
         }
     });
     std::thread errors([&] { result.error = error.ReadAll(); });

@@ -104,14 +104,16 @@ TEST_F(HostKeysTest, TheCalipersMeasureOnTheTracing) {
     ASSERT_NE(paper, nullptr);
     const auto said = [&] {
         HWND last = nullptr;
-        for (HWND text = nullptr; (text = FindWindowExW(host_.Pane(), text, L"Static", nullptr)) != nullptr;)
+        for (HWND text = nullptr; (text = FindWindowExW(host_.Pane(), text, L"Static", nullptr)) != nullptr;) {
             last = text;
+        }
         return TextOf(last);
     };
     const auto drag = [&](int fromX, int toX, int y) {
         SendMessageW(paper, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(fromX, y));
-        for (const int x : {fromX, (fromX + toX) / 2, toX})
+        for (const int x : {fromX, (fromX + toX) / 2, toX}) {
             SendMessageW(paper, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(x, y));
+        }
         SendMessageW(paper, WM_LBUTTONUP, 0, MAKELPARAM(toX, y));
     };
     // 189 dots of 96 an inch are 50 mm: at 25 mm/s two seconds.

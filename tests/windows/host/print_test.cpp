@@ -235,13 +235,15 @@ TEST_F(HostPrintTest, TheWholeTracingIsOneSheetByEveryWay) {
     const auto print = [](const std::vector<std::wstring>& to) {
         std::vector<std::wstring> arguments = to;
         arguments.push_back(L"--builtin");
-        if (to[0] != L"--print-by-driver")
+        if (to[0] != L"--print-by-driver") {
             arguments.push_back(L"tracing");
+        }
         return RunHost(arguments);
     };
     const auto file = [this](const wchar_t* name) { return (folder_ / name).wstring(); };
-    for (const wchar_t* name : {L"t.pdf", L"t.png", L"t.pcl", L"t.bmp"})
+    for (const wchar_t* name : {L"t.pdf", L"t.png", L"t.pcl", L"t.bmp"}) {
         EXPECT_EQ(print({L"--print", file(name)}).exitCode, 0u) << fs::path(name).string();
+    }
     EXPECT_EQ(Read(file(L"t.pdf")).substr(0, 5), "%PDF-");
     const std::string png = Read(file(L"t.png"));
     EXPECT_EQ(ChunkOf(png, "pHYs"), std::string("\0\0\x2E\x23\0\0\x2E\x23\1", 9)) << "11811 dots a metre are 300 an inch";
@@ -250,8 +252,9 @@ TEST_F(HostPrintTest, TheWholeTracingIsOneSheetByEveryWay) {
     const Dots dots = ReadBmp(Read(file(L"t.bmp")));
     const auto blackInColumn = [&](std::size_t x) {
         std::size_t black = 0;
-        for (const auto& row : dots)
+        for (const auto& row : dots) {
             black += row[x];
+        }
         return black;
     };
     const std::size_t bottom = dots[0].size() + 75 - static_cast<std::size_t>(std::lround(156 * 300 / 25.4)) - 1;
