@@ -157,6 +157,8 @@ const PaneKind& KindOf(const std::string& name) {
     return PaneKinds().front();
 }
 
+std::vector<PaneKind> KindsOfFrames() { return {KindOf("Table"), KindOf("Hypertrophy"), KindOf("Qrs"), KindOf("Interpretation")}; }
+
 bool IsMorphology(const PaneKind& kind) { return std::strstr(kind.className, "Morph") != nullptr; }
 
 HWND WindowOf(std::uint32_t handle) { return handle == 0 ? nullptr : static_cast<HWND>(Address<KxHostWindow>(handle)->handle); }

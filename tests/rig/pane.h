@@ -106,6 +106,8 @@ struct PaneKind {
 // "Table", "Hypertrophy", "General", "Qrs", "P", "T", "Interpretation".
 const std::vector<PaneKind>& PaneKinds();
 const PaneKind& KindOf(const std::string& name);
+// One of the four morphology panes, which are one frame, and the others.
+std::vector<PaneKind> KindsOfFrames();
 bool IsMorphology(const PaneKind& kind);
 inline std::ostream& operator<<(std::ostream& out, const PaneKind& kind) { return out << kind.name; }
 

@@ -109,6 +109,15 @@ class Dictionary : public testing::Test {
     std::uint32_t options_[4] = {2};
 };
 
+TEST_F(Dictionary, SaysSoWhereTheHelpCannotBeOpened) {
+    Run([&](HWND dialog) {
+        ClickOn(dialog, Item(dialog, IDHELP));
+        SendMessageA(dialog, WM_HELP, 0, 0);  // what F1 becomes
+        const auto said = HasSubstr("SHOWINFORMATION \"Aggiorna Dizionario Utenti\" \"La guida non si apre");
+        EXPECT_THAT(suite_.TakeReports(), ElementsAre(said, said));
+    });
+}
+
 TEST_F(Dictionary, ShowsSectionsAndStatements) {
     Run([&](HWND dialog) {
         EXPECT_EQ(SendDlgItemMessageA(dialog, IDC_DICT_SECTION, CB_GETCOUNT, 0, 0), 48);
