@@ -74,7 +74,7 @@ int main() {
         return 1;
     }
     kx::bench::Run(
-        "two_keystrokes_to_the_list", 2.5, [bare] { TypeAndTakeBack(bare); },
+        "two_keystrokes_to_the_list", 1.2, [bare] { TypeAndTakeBack(bare); },
         [statement] { TypeAndTakeBack(statement); });
     return 0;
 }

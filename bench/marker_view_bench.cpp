@@ -77,7 +77,7 @@ void MeasurePicture(const MarkerViewWindow& window, BarePicture& bare) {
             GdiFlush();
         });
     kx::bench::Run(
-        "back_buffer_rebuild", 1.2,
+        "back_buffer_rebuild", 1.1,
         [&] {
             bare.Rebuild();
             bare.Repaint();

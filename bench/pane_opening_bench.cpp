@@ -45,7 +45,7 @@ bool MeasureMorphology(LoadedLibrary& library) {
                 opened = opened && bare != nullptr && IsWindowVisible(pane);
                 LoadedLibrary::Close(pane);
             });
-        kx::bench::PrintLine(row.name, measured, 2.0);
+        kx::bench::PrintLine(row.name, measured, 1.2);
     }
     return opened;
 }

@@ -108,7 +108,7 @@ int MeasureLoading() {
         return 1;
     }
     kx::bench::Run(
-        "load_full_statement_library", 5.0,
+        "load_full_statement_library", 2.0,
         [&] {
             file.LoadAll(nullptr);
             kx::bench::Keep(std::memchr(file.Content(), '\1', file.Length()) != nullptr ? 1 : 0);

@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Pictures of the workstation window and of every pane into build/shots/: of the built-in recording and, where the
 # recordings are, of a real one. The built-in ones are also the README's pictures in docs/pictures/.
-# tools/shots.sh [--panes]: the panes alone, and docs/pictures/ is left alone. Fails when a picture could not be made.
+# tools/shots.sh [--panes]: the panes of the built-in recording alone, and docs/pictures/ is left as it is. Fails when a picture
+# could not be made.
 set -eu
 . "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 cd "$KX_ROOT"
@@ -39,9 +40,11 @@ shoot() {
 }
 
 shoot builtin --builtin
-records="$(sed -n 's/^KX_RECORDS:PATH=//p' build/win32/CMakeCache.txt)"
-if [ -n "$records" ] && [ -e "$records/ptb/s0010_re.hea" ]; then
-    shoot ptb "Z:$records/ptb/s0010_re.hea"
+records="$(records_folder)"
+if [ -n "$panes_alone" ]; then
+    :
+elif [ -n "$records" ] && [ -e "$records/ptb/s0010_re.hea" ]; then
+    shoot ptb "Z:$(realpath "$records")/ptb/s0010_re.hea"
 else
     say "no recordings here: no pictures of a real one"
 fi
