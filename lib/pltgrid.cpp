@@ -108,7 +108,7 @@ bool PaperGrid::Tile(GridSurface& surface, const GridColours& colours) const {
     if (cell.width < 1 || cell.height < 1 || rows < 1 || columns < 1) {
         return false;
     }
-    surface.Fill(0, 0, grid.width, grid.height);
+    surface.Fill(0, 0, grid.width, std::min(cell.height, grid.height));
     DrawCell(surface, colours);
     std::int32_t right = grid.width;
     for (std::int32_t j = columns - 1; j > 0; --j) {
@@ -116,11 +116,15 @@ bool PaperGrid::Tile(GridSurface& surface, const GridColours& colours) const {
         surface.CopyCorner(x, 0, std::min(cell.width, right - x), cell.height);
         right = x;
     }
-    // Every further row is a copy of the first one.
+    // Every further row is a copy of the first one, with background below it as far as there is a gap.
     std::int32_t bottom = grid.height;
-    for (std::int32_t i = rows - 1; i > 0; --i) {
+    for (std::int32_t i = rows - 1; i >= 0; --i) {
         const std::int32_t y = MulDivRound(grid.height, i, rows);
-        surface.CopyCorner(0, y, grid.width, std::min(cell.height, bottom - y));
+        const std::int32_t height = std::min(cell.height, bottom - y);
+        if (i > 0) {
+            surface.CopyCorner(0, y, grid.width, height);
+        }
+        surface.Fill(0, y + height, grid.width, bottom - y - height);
         bottom = y;
     }
     return true;

@@ -212,6 +212,7 @@ void MarkerViewControl::Rebuild() {
 void MarkerViewControl::OnSize(UINT, int width, int height) {
     if (geometryValid_ && (width != geometry_.Width() || height != geometry_.Height())) {
         DiscardBackBuffer();
+        device_.reset();
         InvalidateRect(Handle(), nullptr, FALSE);
     }
 }
@@ -238,11 +239,13 @@ const ViewGeometry& MarkerViewControl::Geometry() {
     if (!geometryValid_) {
         RECT client = {};
         GetClientRect(client);
-        const WindowContext screen(Handle());
+        if (!device_) {
+            const WindowContext screen(Handle());
+            device_ = {screen.WidthPixels(), screen.WidthMm(), screen.HeightPixels(), screen.HeightMm()};
+        }
         measure_ = Measure();
-        geometry_ = ViewGeometry(
-            {screen.WidthPixels(), screen.WidthMm(), screen.HeightPixels(), screen.HeightMm()}, measure_,
-            settings_, static_cast<std::int32_t>(client.right), static_cast<std::int32_t>(client.bottom));
+        geometry_ = ViewGeometry(*device_, measure_, settings_, static_cast<std::int32_t>(client.right),
+                                 static_cast<std::int32_t>(client.bottom));
         geometryValid_ = true;
     }
     return geometry_;

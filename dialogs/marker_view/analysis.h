@@ -152,6 +152,8 @@ class MarkerViewControl final : public Window {
     std::unique_ptr<MemoryContext> surface_;  // the back buffer, with the grid's bitmap selected
     MarkerLine markerLine_;
     bool backBufferValid_ = false;
+    // Asked once for a size of the view: asking the system costs as much as half the picture.
+    std::optional<DeviceMeasure> device_;
     ViewGeometry geometry_;
     BeatMeasure measure_;         // that the geometry is made for
     std::uint32_t drawnSum_ = 0;  // of the samples in the back buffer
