@@ -76,55 +76,79 @@ bool MergeEntry(const Statement& base, const Statement& mine, StatementLibrary& 
     return place.has_value();
 }
 
+bool IsChanged(const StatementLibrary& base, const StatementLibrary& mine, std::size_t section) {
+    if (!IsSame(base.Title(section), mine.Title(section))) {
+        return true;
+    }
+    for (std::size_t entry = 0; entry < StatementLibrary::kEntries; ++entry) {
+        if (!(At(base, section, entry) == At(mine, section, entry))) {
+            return true;
+        }
+    }
+    return false;
+}
+
+// Where theirs has a section that is `title` now and that base may have under another one.
+std::optional<std::size_t> PlaceOf(const StatementLibrary& base, std::size_t section, const char* title,
+                                   const StatementLibrary& theirs) {
+    const char* const before = base.Title(section);
+    std::optional<std::size_t> place = FindSection(theirs, IsHidden(before) ? title : before);
+    if (!place && !IsHidden(title)) {
+        place = FindSection(theirs, title);
+    }
+    // Renamed by them: a title that base does not have, in the same place.
+    if (!place && IsSame(before, title) && !FindSection(base, theirs.Title(section))) {
+        place = section;
+    }
+    return place;
+}
+
+// What a hidden section held is written by nobody.
+std::optional<std::size_t> ClearedPlace(StatementLibrary& theirs) {
+    const std::optional<std::size_t> place = FindSection(theirs, kHiddenText);
+    for (std::size_t entry = 0; place && entry < StatementLibrary::kEntries; ++entry) {
+        theirs.SetEntry(*place, entry, "", "");
+    }
+    return place;
+}
+
+bool MergeSection(const StatementLibrary& base, const StatementLibrary& mine, std::size_t section,
+                  StatementLibrary& theirs) {
+    const char* const title = mine.Title(section);
+    std::optional<std::size_t> place = PlaceOf(base, section, title, theirs);
+    if (IsHidden(title)) {
+        if (place && IsSameSection(base, section, theirs, *place)) {
+            theirs.SetTitle(*place, "");
+        }
+        return true;
+    }
+    if (!place) {
+        place = ClearedPlace(theirs);
+    }
+    if (!place) {
+        return false;
+    }
+    if (!IsSame(base.Title(section), title) || IsHidden(theirs.Title(*place))) {
+        theirs.SetTitle(*place, title);
+    }
+    for (std::size_t entry = 0; entry < StatementLibrary::kEntries; ++entry) {
+        const Statement ofBase = At(base, section, entry);
+        const Statement ofMine = At(mine, section, entry);
+        if (!(ofBase == ofMine) && !MergeEntry(ofBase, ofMine, theirs, *place)) {
+            return false;
+        }
+    }
+    return true;
+}
+
 }  // namespace
 
 bool MergeStatements(const StatementLibrary& base, const StatementLibrary& mine, StatementLibrary& theirs) {
     for (std::size_t section = 0; section < StatementLibrary::kSections; ++section) {
-        const char* const before = base.Title(section);
-        const char* const title = mine.Title(section);
-        if (IsHidden(before) && IsHidden(title)) {
-            continue;  // written by nobody
-        }
-        std::optional<std::size_t> place = FindSection(theirs, IsHidden(before) ? title : before);
-        if (IsHidden(title)) {
-            if (place && IsSameSection(base, section, theirs, *place)) {
-                theirs.SetTitle(*place, "");
-            }
-            continue;
-        }
-        if (!place) {
-            place = FindSection(theirs, title);
-        }
-        // Renamed by them: a title that base does not have, in the same place.
-        if (!place && IsSame(before, title) && !FindSection(base, theirs.Title(section))) {
-            place = section;
-        }
-        bool changed = !IsSame(before, title);
-        for (std::size_t entry = 0; entry < StatementLibrary::kEntries && !changed; ++entry) {
-            changed = !(At(base, section, entry) == At(mine, section, entry));
-        }
-        if (!changed) {
-            continue;
-        }
-        if (!place) {
-            place = FindSection(theirs, kHiddenText);
-            if (!place) {
-                return false;
-            }
-            // What a hidden section held is written by nobody.
-            for (std::size_t entry = 0; entry < StatementLibrary::kEntries; ++entry) {
-                theirs.SetEntry(*place, entry, "", "");
-            }
-        }
-        if (!IsSame(before, title) || IsHidden(theirs.Title(*place))) {
-            theirs.SetTitle(*place, title);
-        }
-        for (std::size_t entry = 0; entry < StatementLibrary::kEntries; ++entry) {
-            const Statement ofMine = At(mine, section, entry);
-            if (!(At(base, section, entry) == ofMine) &&
-                !MergeEntry(At(base, section, entry), ofMine, theirs, *place)) {
-                return false;
-            }
+        // A section that neither has is written by nobody.
+        const bool isThere = !IsHidden(base.Title(section)) || !IsHidden(mine.Title(section));
+        if (isThere && IsChanged(base, mine, section) && !MergeSection(base, mine, section, theirs)) {
+            return false;
         }
     }
     return true;
