@@ -21,11 +21,11 @@ GlobalRow FoundPoints(const Waves& waves) {
 // The automatic boundaries of a lead's waves, inside the global points.
 LeadRow FoundBoundaries(const Waves& waves, std::size_t code, const GlobalRow& points) {
     LeadRow row{};
-    const Interval p = Within(waves.p.leads[code], points[kPOn], points[kPOff]);
-    const Interval t = Within(waves.t.leads[code], points[kQrsOff], points[kTOff]);
+    const Interval p = Within(waves.p.leads[code], points[kGlobalPOn], points[kGlobalPOff]);
+    const Interval t = Within(waves.t.leads[code], points[kGlobalQrsOff], points[kGlobalTOff]);
     row[kLeadPOn] = p.on;
     row[kLeadPOff] = p.off;
-    row[kLeadQrsOff] = Within(waves.qrs.leads[code], points[kQrsOn], points[kQrsOff]).off;
+    row[kLeadQrsOff] = Within(waves.qrs.leads[code], points[kGlobalQrsOn], points[kGlobalQrsOff]).off;
     row[kLeadTOn] = t.on;
     row[kLeadTOff] = t.off;
     return row;
@@ -34,7 +34,7 @@ LeadRow FoundBoundaries(const Waves& waves, std::size_t code, const GlobalRow& p
 // Fills in the automatic components between the boundaries that the row holds.
 void FindComponents(const Beat& beat, const BeatLead& lead, const GlobalRow& points, Interval complex,
                     LeadRow& row) {
-    const double base = IsoelectricLevel(lead, points[kQrsOn], points[kPOff]);
+    const double base = IsoelectricLevel(lead, points[kGlobalQrsOn], points[kGlobalPOff]);
     const auto second = [&](LeadMarker on, LeadMarker off, double level) {
         const bool present = row[on] != 0 && row[off] != 0;
         return present ? FindSecondComponent(lead.fine, level, {row[on], row[off]}, beat.phases) : 0;
@@ -67,7 +67,8 @@ LeadRow MarkersOf(const Beat& beat, const Waves& waves, std::size_t code, const 
         row[kLeadQrsOff] = stored[kLeadQrsOff];
     }
     row = JoinLead(row, stored, manual);
-    FindComponents(beat, lead, points, Within(waves.qrs.leads[code], points[kQrsOn], points[kQrsOff]), row);
+    FindComponents(beat, lead, points,
+                   Within(waves.qrs.leads[code], points[kGlobalQrsOn], points[kGlobalQrsOff]), row);
     return JoinLead(row, stored, manual);
 }
 

@@ -67,10 +67,11 @@ double ComponentAmplitude(const Trace& level, double base, const LeadRow& marker
 }  // namespace
 
 void DeriveIntervals(const GlobalRow& points, KxMeasurementSet& set) {
-    set.pDuration = Between(points[kPOn], points[kPOff]);
-    set.prInterval = points[kPOff] == 0 ? std::uint16_t{0} : Between(points[kPOn], points[kQrsOn]);
-    set.qrsDuration = Between(points[kQrsOn], points[kQrsOff]);
-    set.qtInterval = Between(points[kQrsOn], points[kTOff]);
+    set.pDuration = Between(points[kGlobalPOn], points[kGlobalPOff]);
+    set.prInterval =
+        points[kGlobalPOff] == 0 ? std::uint16_t{0} : Between(points[kGlobalPOn], points[kGlobalQrsOn]);
+    set.qrsDuration = Between(points[kGlobalQrsOn], points[kGlobalQrsOff]);
+    set.qtInterval = Between(points[kGlobalQrsOn], points[kGlobalTOff]);
     const double rrSeconds = set.rrInterval / 1000.0;
     set.qtc = rrSeconds == 0 ? std::uint16_t{0} : ToTime(set.qtInterval / std::cbrt(rrSeconds));
     set.qtcBazett = rrSeconds == 0 ? std::uint16_t{0} : ToTime(set.qtInterval / std::sqrt(rrSeconds));
@@ -84,24 +85,26 @@ void DeriveAxes(const Beat& beat, const GlobalRow& points, Place tOn, KxMeasurem
         return;
     }
     const auto base = [&](const BeatLead& lead) {
-        return IsoelectricLevel(lead, points[kQrsOn], points[kPOff]);
+        return IsoelectricLevel(lead, points[kGlobalQrsOn], points[kGlobalPOff]);
     };
-    if (points[kQrsOn] != 0 && points[kQrsOff] != 0) {
+    if (points[kGlobalQrsOn] != 0 && points[kGlobalQrsOff] != 0) {
         const auto net = [&](const BeatLead& lead) {
-            return NetDeflection(lead.level, base(lead), points[kQrsOn], points[kQrsOff]);
+            return NetDeflection(lead.level, base(lead), points[kGlobalQrsOn], points[kGlobalQrsOff]);
         };
         set.qrsAxis = AxisDegrees(net(leadI), net(leadAvf));
     }
-    if (points[kTOff] != 0) {
+    if (points[kGlobalTOff] != 0) {
         const auto area = [&](const BeatLead& lead) {
-            return Area(lead.level, std::max(tOn, points[kQrsOff]), points[kTOff], base(lead), base(lead));
+            return Area(lead.level, std::max(tOn, points[kGlobalQrsOff]), points[kGlobalTOff], base(lead),
+                        base(lead));
         };
         set.tAxis = AxisDegrees(area(leadI), area(leadAvf));
     }
-    if (points[kPOn] != 0 && points[kPOff] != 0) {
+    if (points[kGlobalPOn] != 0 && points[kGlobalPOff] != 0) {
         const auto area = [&](const BeatLead& lead) {
-            return Area(lead.level, points[kPOn], points[kPOff], LevelBeforeP(lead, points[kPOn]),
-                        IsoelectricLevel(lead, points[kQrsOn], points[kPOff]));
+            return Area(lead.level, points[kGlobalPOn], points[kGlobalPOff],
+                        LevelBeforeP(lead, points[kGlobalPOn]),
+                        IsoelectricLevel(lead, points[kGlobalQrsOn], points[kGlobalPOff]));
         };
         set.pAxis = AxisDegrees(area(leadI), area(leadAvf));
     }
@@ -117,7 +120,7 @@ void DeriveLeadValues(const BeatLead& lead, const GlobalRow& points, const LeadR
         return;
     }
     const Trace& level = lead.level;
-    const double base = IsoelectricLevel(lead, points[kQrsOn], points[kPOff]);
+    const double base = IsoelectricLevel(lead, points[kGlobalQrsOn], points[kGlobalPOff]);
     const auto qrs = [&](LeadMarker component, int sign) {
         return ToWord(ComponentAmplitude(level, base, markers, component, kLeadQrsOff, sign));
     };
@@ -139,11 +142,11 @@ void DeriveLeadValues(const BeatLead& lead, const GlobalRow& points, const LeadR
     const Place fallOn = second ? markers[kLeadSPrimeOn] : markers[kLeadSOn];
     const Place rEnd = fallOn != 0 ? fallOn : markers[kLeadQrsOff];
     const Place peak = rOn == 0 ? 0 : ExtremumPlace(level, base, rOn, rEnd, 1);
-    values.intrinsicoidDeflection = Between(points[kQrsOn], peak);
+    values.intrinsicoidDeflection = Between(points[kGlobalQrsOn], peak);
 
     for (std::size_t k = 0; k < std::size(values.stLevel); ++k) {
-        const Place place =
-            std::clamp(points[kQrsOff] + 10 * static_cast<Place>(k), 0, static_cast<Place>(level.size()) - 1);
+        const Place place = std::clamp(points[kGlobalQrsOff] + 10 * static_cast<Place>(k), 0,
+                                       static_cast<Place>(level.size()) - 1);
         values.stLevel[k] = ToWord(lead.fine[static_cast<std::size_t>(place)] - base);
     }
 }

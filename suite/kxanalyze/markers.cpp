@@ -6,18 +6,6 @@
 namespace kx::analysis {
 namespace {
 
-using GlobalField = std::uint16_t KxLeadMeasurements::*;
-constexpr std::array<GlobalField, kGlobalPoints> kGlobalFields = {
-    &KxLeadMeasurements::pOn, &KxLeadMeasurements::pOff, &KxLeadMeasurements::qrsOn,
-    &KxLeadMeasurements::qrsOff, &KxLeadMeasurements::tOff};
-constexpr std::array<GlobalField, kLeadMarkers> kLeadFields = {
-    &KxLeadMeasurements::pOnMarker,      &KxLeadMeasurements::pPrimeOnMarker,
-    &KxLeadMeasurements::pOffMarker,     &KxLeadMeasurements::qOnMarker,
-    &KxLeadMeasurements::rOnMarker,      &KxLeadMeasurements::sOnMarker,
-    &KxLeadMeasurements::rPrimeOnMarker, &KxLeadMeasurements::sPrimeOnMarker,
-    &KxLeadMeasurements::qrsOffMarker,   &KxLeadMeasurements::tOnMarker,
-    &KxLeadMeasurements::tPrimeOnMarker, &KxLeadMeasurements::tOffMarker};
-
 bool IsManual(std::uint32_t flags, std::size_t marker) {
     return (flags >> marker & 1) != 0;
 }
@@ -64,7 +52,7 @@ void TakeAbsence(std::span<Place> row, std::uint32_t manual, std::size_t on, std
 GlobalRow ReadGlobalRow(const KxMeasurementSet& set) {
     GlobalRow row{};
     for (std::size_t i = 0; i < row.size(); ++i) {
-        row[i] = set.leads[0].*kGlobalFields[i];
+        row[i] = set.leads[0].*kGlobalMarkers[i].ms;
     }
     return row;
 }
@@ -72,7 +60,7 @@ GlobalRow ReadGlobalRow(const KxMeasurementSet& set) {
 LeadRow ReadLeadRow(const KxLeadMeasurements& lead) {
     LeadRow row{};
     for (std::size_t i = 0; i < row.size(); ++i) {
-        row[i] = lead.*kLeadFields[i];
+        row[i] = lead.*kLeadMarkers[i].ms;
     }
     return row;
 }
@@ -80,21 +68,21 @@ LeadRow ReadLeadRow(const KxLeadMeasurements& lead) {
 void WriteGlobalRow(const GlobalRow& row, KxMeasurementSet& set) {
     for (KxLeadMeasurements& lead : set.leads) {
         for (std::size_t i = 0; i < row.size(); ++i) {
-            lead.*kGlobalFields[i] = static_cast<std::uint16_t>(row[i]);
+            lead.*kGlobalMarkers[i].ms = static_cast<std::uint16_t>(row[i]);
         }
     }
 }
 
 void WriteLeadRow(const LeadRow& row, KxLeadMeasurements& lead) {
     for (std::size_t i = 0; i < row.size(); ++i) {
-        lead.*kLeadFields[i] = static_cast<std::uint16_t>(row[i]);
+        lead.*kLeadMarkers[i].ms = static_cast<std::uint16_t>(row[i]);
     }
 }
 
 GlobalRow JoinGlobal(const GlobalRow& found, const GlobalRow& stored, std::uint32_t manual) {
     GlobalRow row = found;
     TakeManual(row, stored, manual);
-    TakeAbsence(row, manual, kPOn, kPOff);
+    TakeAbsence(row, manual, kGlobalPOn, kGlobalPOff);
     return row;
 }
 

@@ -5,29 +5,14 @@
 #include <array>
 #include <cstdint>
 
+#include "lib/fiducial_markers.h"
 #include "suite/kxanalyze/boundaries.h"
 
 namespace kx::analysis {
 
-// Index i of a row is bit i of the row's manual flags in the record.
-enum GlobalPoint : std::size_t { kPOn, kPOff, kQrsOn, kQrsOff, kTOff, kGlobalPoints };
-enum LeadMarker : std::size_t {
-    kLeadPOn,
-    kLeadPPrimeOn,
-    kLeadPOff,
-    kLeadQOn,
-    kLeadROn,
-    kLeadSOn,
-    kLeadRPrimeOn,
-    kLeadSPrimeOn,
-    kLeadQrsOff,
-    kLeadTOn,
-    kLeadTPrimeOn,
-    kLeadTOff,
-    kLeadMarkers
-};
-using GlobalRow = std::array<Place, kGlobalPoints>;
-using LeadRow = std::array<Place, kLeadMarkers>;
+// The rows stand in the order of kGlobalMarkers and kLeadMarkers: index i is bit i of the manual flags.
+using GlobalRow = std::array<Place, kGlobalMarkers.size()>;
+using LeadRow = std::array<Place, kLeadMarkers.size()>;
 
 GlobalRow ReadGlobalRow(const KxMeasurementSet& set);
 LeadRow ReadLeadRow(const KxLeadMeasurements& lead);
