@@ -1,4 +1,4 @@
-// What nearly every test of the portable code includes, compiled once for all of them. Each file still names what it uses.
+// What nearly every test of the portable code uses, compiled once for all of them and not named again in each.
 #pragma once
 
 #include <gmock/gmock.h>

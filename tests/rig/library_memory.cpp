@@ -150,7 +150,7 @@ void* AsAddress(Function* function) {
 
 }  // namespace
 
-LibraryMemory::LibraryMemory(Kind kind) {
+LibraryMemory::LibraryMemory() {
     static const bool imported = [] {
         g_blocks = static_cast<Block*>(VirtualAlloc(nullptr, kMostBlocks * sizeof(Block), MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE));
         Import("malloc", AsAddress(Allocate));
@@ -160,11 +160,11 @@ LibraryMemory::LibraryMemory(Kind kind) {
         return true;
     }();
     EXPECT_TRUE(imported);
-    if (kind == Kind::kFenced && g_arena == nullptr) {
+    if (g_arena == nullptr) {
         g_arena = static_cast<char*>(VirtualAlloc(nullptr, kArena, MEM_RESERVE, PAGE_NOACCESS));
         EXPECT_NE(g_arena, nullptr);
     }
-    g_fenced = kind == Kind::kFenced;
+    g_fenced = true;
     g_held = 0;
     g_left = -1;
     g_markHeld = -1;

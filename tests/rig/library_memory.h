@@ -7,17 +7,12 @@
 
 namespace kx::test {
 
-// One at a time; blocks that were there before stay as they are.
+// One at a time; blocks that were there before stay as they are. Each new block stands alone before a page that is not
+// there and its pages go away with it: an access behind its end, or after its end until the next Rewind, is an access
+// violation.
 class LibraryMemory {
   public:
-    enum class Kind {
-        kCounted,  // as fast as ever
-        // Each new block stands alone before a page that is not there and its pages go away with it: an access
-        // behind its end, or after its end until the next Rewind, is an access violation.
-        kFenced,
-    };
-
-    explicit LibraryMemory(Kind kind = Kind::kCounted);
+    LibraryMemory();
     ~LibraryMemory();
     LibraryMemory(const LibraryMemory&) = delete;
     LibraryMemory& operator=(const LibraryMemory&) = delete;
@@ -26,7 +21,7 @@ class LibraryMemory {
     void Limit(int allocations);
     // Whether an allocation was refused since the last Limit.
     bool RanOut() const;
-    // The addresses of the fenced blocks since the last Rewind may be used again, when all of these have been
+    // The addresses of the blocks since the last Rewind may be used again, when all of these have been
     // freed: there is room for half a gigabyte of them.
     void Rewind();
     // Blocks that the library got since this object was made and still has.

@@ -45,7 +45,7 @@ TEST(Soak, ARandomHostBreaksNothing) {
     const unsigned seed = Setting("KX_SOAK_SEED", 1);
     const unsigned episodes = Setting("KX_SOAK_EPISODES", 8);
     SpyingSuite suite;
-    LibraryMemory memory(LibraryMemory::Kind::kFenced);
+    LibraryMemory memory;
     UseEverythingOnce();
     SoakCounts counts;
     GuiObjects most{};

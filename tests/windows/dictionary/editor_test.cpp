@@ -53,7 +53,7 @@ class Editor : public testing::Test {
     Editor() {
         suite_.On("PHYS_LIST", [](auto a) {
             Address<PhysicianRecord>(a[1])[0] = Physician("Nicol\xF2", "B", "Rossi", "");
-            Address<PhysicianRecord>(a[1])[1] = Physician("Oreste Maria", "B", "Rossi della Valle", "Specialista in cardiologia");
+            Address<PhysicianRecord>(a[1])[1] = Physician("Oreste Maria", "B", "Rossi della Valle", "Primario di cardiologia");
             return 2u;
         });
         record_->SetConfirmedBy("Bruni");
@@ -137,7 +137,7 @@ TEST_F(Editor, ConfirmsTheTestByThePhysiciansName) {
         std::string stored;
     } rows[] = {
         {"nic\r", "Nicol\xF2 B Rossi"},
-        {"ore\r", "Oreste Maria B Rossi della Valle, Spec"},  // as much as a record keeps, and as the user sees
+        {"ore\r", "Oreste Maria B Rossi della Valle, Prim"},  // as much as a record keeps, and as the user sees
         {"Verdi\rPaolo\r", "Verdi Paolo"},
         {"nnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnn", std::string(38, 'n')},
     };

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "lib/timestmp.h"
-#include "tests/unit/collected_reports.h"
+#include "tests/rig/recorded_reports.h"
 
 namespace kx::test {
 namespace {
@@ -82,7 +82,7 @@ TEST(DateTimeOnWindows, ReadsBackWhatItWrites) {
         const ChangedFormat date(LOCALE_SSHORTDATE, formats.date);
         const ChangedFormat clock(LOCALE_STIMEFORMAT, formats.time);
         for (const DateTime& time : times) {
-            CollectedReports reports;
+            RecordedReports reports;
             DateTime read = DateTime::None();
             const std::string dateText = Text(time, &DateTime::ShortDate);
             const std::string timeText = Text(time, &DateTime::LongTime);
@@ -92,7 +92,7 @@ TEST(DateTimeOnWindows, ReadsBackWhatItWrites) {
             const bool midnight = time.Hour() == 0 && formats.time == kAmerican.time;
             const DateTime expected = midnight ? DateTime(time.Year(), time.Month(), time.Day(), 12) : time;
             EXPECT_EQ(read.MillisecondsSince(expected), 0) << dateText << ' ' << timeText << " by " << formats.date;
-            EXPECT_EQ(reports.Only(), "") << dateText;
+            EXPECT_THAT(reports.Take(), testing::IsEmpty()) << dateText;
         }
     }
 }

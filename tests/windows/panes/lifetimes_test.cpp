@@ -66,7 +66,7 @@ class Lifetimes : public testing::Test {
     }
 
     SpyingSuite suite_;
-    LibraryMemory memory_{LibraryMemory::Kind::kFenced};
+    LibraryMemory memory_;
     LibraryUse library_;
     std::uint32_t options_[4] = {};
 };

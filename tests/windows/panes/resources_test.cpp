@@ -56,7 +56,7 @@ class Resources : public testing::TestWithParam<PaneKind> {
     }
 
     SpyingSuite suite_;
-    LibraryMemory memory_{LibraryMemory::Kind::kFenced};
+    LibraryMemory memory_;
     LibraryUse library_;
     HostWindow host_;
     int windows_ = TopLevelWindows();
