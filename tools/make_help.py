@@ -45,7 +45,8 @@ def title_of(page):
 def item(name, target):
     return (
         '<LI><OBJECT type="text/sitemap"><param name="Name" value="%s"><param name="Local" value="%s"></OBJECT>\n'
-        % (ascii_html(html.escape(name)), target)
+        # An apostrophe as it is: viewers drop its number.
+        % (ascii_html(html.escape(name, quote=False).replace('"', "&quot;")), target)
     )
 
 
