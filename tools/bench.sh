@@ -85,7 +85,10 @@ summary() {
                     range = sprintf("%.2f-%.2f %3.0f %%", r[1], r[n], middle > 0 ? 100 * off / middle : 0)
                 }
                 mark = middle > target[name] + 0 ? "over" : ""
-                printf "%-36s %14.0f %14.0f %9.2f %9s   %-20s %s\n", name, median(f, n), median(s, n), middle, target[name], range, mark
+                # What is counted has no nanoseconds.
+                counted = floors[name, 1] == "-"
+                printf "%-36s %14s %14s %9.2f %9s   %-20s %s\n", name, counted ? "-" : sprintf("%.0f", median(f, n)),
+                    counted ? "-" : sprintf("%.0f", median(s, n)), middle, target[name], range, mark
             }
         }' "$1"
 }
