@@ -80,6 +80,7 @@ void RandomHost::Run(int steps) {
     }
     Note("the end");
     RememberShown();
+    grandparent_->Destroy();  // while both are held: what it says on its way out may end them once more
     parent_.reset();
     grandparent_.reset();
     Pump();
