@@ -51,7 +51,7 @@ fi
 
 if [ -z "$panes_alone" ]; then
     # The two modal dialogs are pictured by their tests while they are driven; these write into build/shots/ themselves.
-    for modal in "dictionary_test *ShowsSections*" "dictionary_test *CompletesStatements"; do
+    for modal in "dictionary_test *ShowsTheSections*" "dictionary_test *CompletesStatements"; do
         program="${modal%% *}"
         (cd build/win32 && ../../tools/wine.sh "test-bin/$program/$program.exe" --gtest_brief=1 "--gtest_filter=${modal#* }") ||
             missing=$((missing + 1))

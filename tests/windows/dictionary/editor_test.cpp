@@ -7,16 +7,9 @@
 #include <commctrl.h>
 
 #include <cstring>
-#include <ostream>
 
 #include "tests/rig/pane.h"
 #include "tests/rig/window_shot.h"
-
-// For messages of failed comparisons.
-inline bool operator==(const RECT& a, const RECT& b) { return EqualRect(&a, &b) != FALSE; }
-inline std::ostream& operator<<(std::ostream& out, const RECT& area) {
-    return out << area.left << ", " << area.top << ", " << area.right << ", " << area.bottom;
-}
 
 namespace kx::test {
 namespace {
@@ -32,13 +25,11 @@ constexpr int kPanel = 500;
 
 HWND Item(HWND editor, int id) { return GetDlgItem(editor, id); }
 std::string EditText(HWND editor) { return TextOf(Item(editor, kEdit)); }
-RECT PlaceOf(HWND editor, HWND child) {
+int WidthOf(HWND window) {
     RECT area{};
-    GetWindowRect(child, &area);
-    MapWindowPoints(nullptr, editor, reinterpret_cast<POINT*>(&area), 2);
-    return area;
+    GetWindowRect(window, &area);
+    return static_cast<int>(area.right - area.left);
 }
-RECT OnScreen(HWND window) { return PlaceOf(nullptr, window); }
 bool IsProposing() {
     const HWND popup = FindWindowA("CompletionPopup", nullptr);
     return popup != nullptr && IsWindowVisible(popup);
@@ -65,7 +56,6 @@ class Editor : public testing::Test {
         EXPECT_TRUE(DriveModal([&] { result = library_->editInterpretation(host_.Object(), record_.get(), &area_, mode); }, script));
         return result;
     }
-    std::string Bytes() { return {reinterpret_cast<const char*>(static_cast<KxTestRecord*>(record_.get())), sizeof(KxTestRecord)}; }
     std::string Stored() { return record_->InterpretationText(nullptr, 0); }
 
     SpyingSuite suite_;
@@ -75,24 +65,12 @@ class Editor : public testing::Test {
     KxRect area_{340, 30, 740, 190};
 };
 
-TEST_F(Editor, StandsInItsArea) {
-    for (const std::uint32_t mode : {kStatement, kPhysician}) {
-        Run(mode, [&](HWND editor) {
-            EXPECT_EQ(OnScreen(editor), (RECT{340, 30, 740, 190}));
-            EXPECT_EQ(PlaceOf(editor, Item(editor, kEdit)), (RECT{0, 0, 370, 160}));
-            EXPECT_EQ(PlaceOf(editor, Item(editor, IDOK)), (RECT{370, 0, 400, 20}));
-            EXPECT_EQ(PlaceOf(editor, Item(editor, IDCANCEL)), (RECT{370, 20, 400, 40}));
-            EXPECT_EQ(Item(editor, kPanelButton) != nullptr, mode == kStatement);
-            EXPECT_EQ(GetFocus(), Item(editor, kEdit));
-            EXPECT_FALSE(IsWindowEnabled(HostWindow::Frame()));
-        });
-    }
+TEST_F(Editor, CanBeLeftHoweverSmallItIs) {
     for (const KxRect& area : {KxRect{0, 0, 0, 0}, KxRect{50, 50, 10, 10}, KxRect{INT32_MIN, INT32_MIN, INT32_MAX, INT32_MAX}}) {
-        area_ = area;  // it can be left however small it is
+        area_ = area;
         EXPECT_EQ(Run(kStatement, [&](HWND editor) { ClickOn(editor, Item(editor, IDOK)); }), 1u);
     }
-    EXPECT_THAT(suite_.TakeReports(), IsEmpty());
-    EXPECT_EQ(library_->editInterpretation(host_.Object(), record_.get(), nullptr, 0), 0u);
+    EXPECT_EQ(library_->editInterpretation(host_.Object(), record_.get(), nullptr, kStatement), 0u);
     EXPECT_EQ(library_->editInterpretation(host_.Object(), record_.get(), &area_, 2), 0u);
     EXPECT_THAT(suite_.TakeReports(),
                 ElementsAre("LOGOEMERROR \"interp\" 2176 \"no Wpar or tst\"", "LOGOEMERROR \"interp\" 2180 \"mode\""));
@@ -179,7 +157,7 @@ TEST_F(Editor, AlwaysEndsAndLeavesTheRecordAlone) {
          [](HWND e) { PostMessageA(Item(e, kEdit), WM_CONTEXTMENU, 0, MAKELPARAM(420, 120)), PostMessageA(e, WM_SYSCOMMAND, SC_CLOSE, 0); },
          0},
     };
-    const std::string before = Bytes();
+    const KxTestRecord before = *record_;
     for (const auto& row : rows) {
         for (const std::uint32_t mode : {kStatement, kPhysician}) {
             parent.emplace(host_.Handle());
@@ -193,8 +171,7 @@ TEST_F(Editor, AlwaysEndsAndLeavesTheRecordAlone) {
                        });
             EXPECT_TRUE(ended) << row.name;
             EXPECT_EQ(result, row.result) << row.name;
-            EXPECT_EQ(Bytes(), before) << row.name;
-            parent.reset();
+            EXPECT_EQ(std::memcmp(static_cast<KxTestRecord*>(record_.get()), &before, sizeof before), 0) << row.name;
         }
     }
 }
@@ -218,22 +195,16 @@ TEST_F(Editor, CompletesStatements) {
     EXPECT_THAT(suite_.TakeReports(), IsEmpty());
 }
 
-TEST_F(Editor, OpensItsPanelToTheLeft) {
+TEST_F(Editor, InsertsFromItsPanel) {
     Run(kStatement, [&](HWND editor) {
         const auto next = [&](UINT which, LRESULT item) { return SendDlgItemMessageA(editor, kPanel, TVM_GETNEXTITEM, which, item); };
-        const RECT closed = OnScreen(editor);
         ClickOn(editor, Item(editor, kPanelButton));
-        EXPECT_EQ(OnScreen(editor), (RECT{closed.left - 300, closed.top, closed.right, closed.bottom}));
-        EXPECT_EQ(PlaceOf(editor, Item(editor, kEdit)), (RECT{0, 0, 370, 160}));
-        EXPECT_EQ(PlaceOf(editor, Item(editor, kPanel)), (RECT{370, 0, 670, 160}));
-        EXPECT_EQ(PlaceOf(editor, Item(editor, kPanelButton)), (RECT{670, 140, 700, 160}));
-        EXPECT_EQ(TextOf(Item(editor, kPanelButton)), "<<");
+        EXPECT_EQ(WidthOf(editor), 700) << "it opens to the left";
+        EXPECT_EQ(WidthOf(Item(editor, kEdit)), 370);
         SetFocus(Item(editor, kEdit));
         TypeText(editor, "\rrit");
         EXPECT_FALSE(IsProposing()) << "nothing is completed while it is open";
-
-        const LRESULT section = next(TVGN_ROOT, 0);
-        SendDlgItemMessageA(editor, kPanel, TVM_SELECTITEM, TVGN_CARET, next(TVGN_CHILD, section));
+        SendDlgItemMessageA(editor, kPanel, TVM_SELECTITEM, TVGN_CARET, next(TVGN_CHILD, next(TVGN_ROOT, 0)));
         NMHDR header{Item(editor, kPanel), kPanel, static_cast<UINT>(NM_DBLCLK)};
         SendMessageA(editor, WM_NOTIFY, kPanel, reinterpret_cast<LPARAM>(&header));
         Pump(editor);
@@ -242,45 +213,23 @@ TEST_F(Editor, OpensItsPanelToTheLeft) {
         SetFocus(Item(editor, kPanel));
         PressKey(editor, VK_RETURN);  // is no OK
         EXPECT_EQ(EditText(editor), "Testo di prima.\r\nritRitmo sinusale. Ritmo sinusale. ");
-
         ClickOn(editor, Item(editor, kPanelButton));
-        EXPECT_EQ(OnScreen(editor), closed);
+        EXPECT_EQ(WidthOf(editor), 400);
         EXPECT_EQ(Item(editor, kPanel), nullptr);
-        for (const auto& [text, report] : {std::pair{">", "LOGOEMERROR \"interp\" 2052 \"GetText\""},
-                                           std::pair{"><", "LOGOEMERROR \"interp\" 2051 \"GetText value\""}}) {
-            SetWindowTextA(Item(editor, kPanelButton), text);
-            suite_.TakeReports();
-            ClickOn(editor, Item(editor, kPanelButton));
-            EXPECT_THAT(suite_.TakeReports(), ElementsAre(report));
-        }
     });
 }
 
 // Hidden, the one that has the focus would lose it, and the key or the click that is on its way.
-TEST_F(Editor, BlinksItsButtonsInTurn) {
+TEST_F(Editor, ABlinkingButtonThatHasTheFocusStays) {
     Run(kStatement, [&](HWND editor) {
-        std::string events;
-        const auto watch = [&] {
-            const DWORD start = GetTickCount();
-            bool okShown = true;
-            bool cancelShown = true;
-            events.clear();
-            PumpUntil(editor, [&] {
-                if ((IsWindowVisible(Item(editor, IDOK)) != FALSE) != okShown) {
-                    okShown = !okShown, events += okShown ? "O" : "o";
-                }
-                if ((IsWindowVisible(Item(editor, IDCANCEL)) != FALSE) != cancelShown) {
-                    cancelShown = !cancelShown, events += cancelShown ? "X" : "x";
-                }
-                return GetTickCount() - start > 2600;
-            });
+        const auto blinks = [&](int button, DWORD milliseconds) {
+            return PumpUntil(
+                editor, [&] { return !IsWindowVisible(Item(editor, button)); }, milliseconds);
         };
-        watch();
-        EXPECT_THAT(events, testing::StartsWith("oOxXo"));
-        PumpUntil(editor, [&] { return IsWindowVisible(Item(editor, IDOK)) != FALSE; });
+        EXPECT_TRUE(blinks(IDOK, 5000) && blinks(IDCANCEL, 5000));
+        EXPECT_TRUE(PumpUntil(editor, [&] { return IsWindowVisible(Item(editor, IDOK)) != FALSE; }));
         SetFocus(Item(editor, IDOK));
-        watch();
-        EXPECT_EQ(events.find('o'), std::string::npos) << events;
+        EXPECT_FALSE(blinks(IDOK, 2100));
         EXPECT_EQ(GetFocus(), Item(editor, IDOK));
     });
 }
