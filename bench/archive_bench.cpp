@@ -1,7 +1,6 @@
 // The archive: a list of 100,000 tests, searches in it, and a save against writing and flushing the same
 // bytes.
 #include <cstdio>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <random>
@@ -37,7 +36,7 @@ class Silent final : public kx::Reporter {
 
 TestRow MakeRow(int i, std::size_t size) {
     TestRow row;
-    row.listing.time = 20'200'101'000'000 + i % 28 * 1'000'000 + i;
+    row.listing.time = 20'200'101'000'000 + i % 28 * 1'000'000LL + i;
     row.listing.name = "paziente" + std::to_string(i % 5000) + ", nome" + std::to_string(i);
     row.listing.patientId = std::to_string(1'000'000 + i);
     row.listing.words = row.listing.name + ' ' + row.listing.patientId + " 2020-01-01 originale";
@@ -113,7 +112,7 @@ int main() {
         archive.List({}, kArchiveNewestFirst, 0, 64);
         for (const char* words : {"paziente4711", "1099999", "2020-01-01", "originale nome77"}) {
             ArchiveFilter filter{};
-            std::strcpy(filter.words, words);
+            std::snprintf(filter.words, sizeof filter.words, "%s", words);
             PrintWait("archive_search", kSearchTargetMs, [&] {
                 archive.Count(filter);
                 archive.List(filter, kArchiveNewestFirst, 0, 64);

@@ -171,7 +171,7 @@ bool StatementMatcher::CollectCodes() {
         return true;
     }
     const auto key = FoldedKey<std::uint32_t>(Prefix());
-    const std::uint32_t open = OpenBits<std::uint32_t>(prefixLength_);
+    const auto open = OpenBits<std::uint32_t>(prefixLength_);
     for (std::size_t index = 0; index < count_; ++index) {
         const std::uint32_t difference = codeKeys_[index] ^ key;
         if ((difference & ~open) != 0) {

@@ -9,8 +9,8 @@
 namespace kx::test {
 namespace {
 
-// More than what one opening could leave free in the table by chance.
-constexpr std::size_t kBatch = 256;
+// More than what can ever stand empty in the table: then the highest slot counts the objects in use, however they lie.
+constexpr std::size_t kBatch = 1024;
 
 unsigned long Slot(const void* handle) { return reinterpret_cast<std::uintptr_t>(handle) & 0xFFFF; }
 
