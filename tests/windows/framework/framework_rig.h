@@ -72,8 +72,11 @@ int Slot(Member member) {
     return offset % 4 == 1 ? static_cast<int>(offset / 4) : -1;
 }
 
-// Every handler that answers yes or no answers `handled`, every one with a value answers `value`; what it does besides is
-// `onCall`. A nothing of it is touched once that has been called.
+// What every handler with an answer gives when it handles its message; else 0, false or nothing.
+constexpr LRESULT kAnswer = 77;
+
+// Takes down each call of a handler with its arguments and answers as `handled` says; what it does besides is `onCall`.
+// Nothing of it is touched once that has been called.
 template <class Self, class Base>
 class Noting : public Base {
   public:
@@ -85,20 +88,17 @@ class Noting : public Base {
     }
 
     bool handled = false;
-    LRESULT value = 0;
     bool dies = false;  // the object was made with new and ends with its window
     std::function<void()> onCall;
     std::vector<std::string> calls;
     std::vector<std::string> TakeCalls() { return std::exchange(calls, {}); }
 
-    bool OnEraseBackground(DeviceContext& context) override { return Handled("OnEraseBackground", context.Handle()); }
+    bool OnEraseBackground(DeviceContext& context) override { return Note("OnEraseBackground", context.Handle()) != 0; }
     void OnSize(UINT type, int width, int height) override { Note("OnSize", type, width, height); }
     void OnClose() override { Note("OnClose"); }
-    LRESULT OnMeasureItem(UINT id, MEASUREITEMSTRUCT*) override { return Value("OnMeasureItem", id); }
-    bool OnDrawItem(UINT id, DRAWITEMSTRUCT*) override { return Handled("OnDrawItem", id); }
-    HBRUSH OnCtlColorStatic(HDC context, HWND control) override {
-        return reinterpret_cast<HBRUSH>(Value("OnCtlColorStatic", context, control));
-    }
+    LRESULT OnMeasureItem(UINT id, MEASUREITEMSTRUCT*) override { return Note("OnMeasureItem", id); }
+    bool OnDrawItem(UINT id, DRAWITEMSTRUCT*) override { return Note("OnDrawItem", id) != 0; }
+    HBRUSH OnCtlColorStatic(HDC dc, HWND control) override { return reinterpret_cast<HBRUSH>(Note("OnCtlColorStatic", dc, control)); }
     void OnDeviceChange(UINT event, LPARAM data) override { Note("OnDeviceChange", event, data); }
     void OnDestroy() override {
         Base::OnDestroy();
@@ -111,24 +111,14 @@ class Noting : public Base {
 
   protected:
     template <class... Arguments>
-    void Note(const char* handler, Arguments... arguments) {
+    LRESULT Note(const char* handler, Arguments... arguments) {
         std::string line = handler;
         ((line += ' ', line += Text(arguments)), ...);
         calls.push_back(line);
+        const LRESULT answer = handled ? kAnswer : 0;
         if (const auto act = onCall) {
             act();
         }
-    }
-    template <class... Arguments>
-    bool Handled(const char* handler, Arguments... arguments) {
-        const bool answer = handled;
-        Note(handler, arguments...);
-        return answer;
-    }
-    template <class... Arguments>
-    LRESULT Value(const char* handler, Arguments... arguments) {
-        const LRESULT answer = value;
-        Note(handler, arguments...);
         return answer;
     }
 
@@ -152,14 +142,15 @@ class RecordingWindow final : public Noting<RecordingWindow, Window> {
         Note("OnPaint", area.left, area.top, area.right, area.bottom);
     }
     void OnInitMenuPopup(Menu&) override { Note("OnInitMenuPopup"); }
-    LRESULT OnNotify(WPARAM id, NMHDR* header) override { return Value("OnNotify", id, header); }
-    LRESULT OnControlCommand(WPARAM wParam, LPARAM lParam) override { return Value("OnControlCommand", wParam, lParam); }
-    bool OnKeyDown(UINT key, LPARAM data) override { return Handled("OnKeyDown", key, data); }
-    bool OnKeyUp(UINT key, LPARAM data) override { return Handled("OnKeyUp", key, data); }
+    LRESULT OnNotify(WPARAM id, NMHDR* header) override { return Note("OnNotify", id, header); }
+    LRESULT OnControlCommand(WPARAM wParam, LPARAM lParam) override { return Note("OnControlCommand", wParam, lParam); }
+    LRESULT OnMenuCommand(UINT id) override { return Note("OnMenuCommand", id); }
+    bool OnKeyDown(UINT key, LPARAM data) override { return Note("OnKeyDown", key, data) != 0; }
+    bool OnKeyUp(UINT key, LPARAM data) override { return Note("OnKeyUp", key, data) != 0; }
     void OnSetFocus() override { Note("OnSetFocus"); }
     void OnKillFocus() override { Note("OnKillFocus"); }
     void OnTimer(UINT_PTR id) override { Note("OnTimer", id); }
-    LRESULT OnQueryNewPalette() override { return Value("OnQueryNewPalette"); }
+    LRESULT OnQueryNewPalette() override { return Note("OnQueryNewPalette"); }
     void OnPaletteChanged(HWND window) override { Note("OnPaletteChanged", window); }
     void OnHScroll(int code, int position) override { Note("OnHScroll", code, position); }
     void OnVScroll(int code, int position) override { Note("OnVScroll", code, position); }
@@ -170,16 +161,13 @@ class RecordingWindow final : public Noting<RecordingWindow, Window> {
     void OnRButtonUp(UINT keys, int x, int y) override { Note("OnRButtonUp", keys, x, y); }
     void OnRButtonDblClk(UINT keys, int x, int y) override { Note("OnRButtonDblClk", keys, x, y); }
     void OnMouseMove(int x, int y, bool left) override { Note("OnMouseMove", x, y, left); }
-    bool OnSetCursor(HWND window, UINT hit) override { return Handled("OnSetCursor", window, hit); }
-    LRESULT OnNcHitTest(LRESULT hit, int x, int y) override { return Value("OnNcHitTest", hit, x, y); }
-    bool OnWindowPosChanged(WINDOWPOS*) override { return Handled("OnWindowPosChanged"); }
+    bool OnSetCursor(HWND window, UINT hit) override { return Note("OnSetCursor", window, hit) != 0; }
+    LRESULT OnNcHitTest(LRESULT hit, int x, int y) override { return Note("OnNcHitTest", hit, x, y); }
+    bool OnWindowPosChanged(WINDOWPOS*) override { return Note("OnWindowPosChanged") != 0; }
     void OnMoving(RECT* area) override { Note("OnMoving", area->left); }
     void OnSizing(UINT edge, RECT* area) override { Note("OnSizing", edge, area->left); }
     void OnExitSizeMove() override { Note("OnExitSizeMove"); }
-    bool OnGetDlgCode(LRESULT& code) override {
-        code = value;
-        return Handled("OnGetDlgCode");
-    }
+    bool OnGetDlgCode(LRESULT& code) override { return (code = Note("OnGetDlgCode")) != 0; }
 };
 
 class RecordingDialog final : public Noting<RecordingDialog, Dialog> {
@@ -187,20 +175,18 @@ class RecordingDialog final : public Noting<RecordingDialog, Dialog> {
     using Noting::Noting;
 
     std::function<bool()> onInit;
+    bool passesCommands = false;
 
     bool OnInitDialog() override { return onInit ? onInit() : true; }
     INT_PTR OnDialogCommand(WPARAM wParam) override {
-        return passesCommands ? Dialog::OnDialogCommand(wParam) : Handled("OnDialogCommand", wParam);
+        return passesCommands ? Dialog::OnDialogCommand(wParam) : Note("OnDialogCommand", wParam) != 0;
     }
     bool OnDialogNotify(UINT_PTR id, NMHDR* header, LRESULT& result) override {
-        result = 77;
-        return Handled("OnDialogNotify", id, header == nullptr ? 0 : header->code);
+        result = kAnswer;
+        return Note("OnDialogNotify", id, header->code) != 0;
     }
     void OnDialogHotKey(int id, LPARAM lParam) override { Note("OnDialogHotKey", id, lParam); }
-
     const char* ReportName() const noexcept override { return "RecordingDialog"; }
-
-    bool passesCommands = false;
 };
 
 }  // namespace kx::test

@@ -11,19 +11,17 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr LRESULT kValue = 77;
-
-// What the sender gets: 0, the handler's value, or what the default procedure says.
-enum class Result { kZero, kAnswer, kDefault };
+// What the sender gets: 0, the handler's answer, or what the default procedure says.
+enum class Result { kZero, kHandlers, kDefault };
 using enum Result;
 
 struct WindowRow {
     UINT message;
     WPARAM wParam;
     LPARAM lParam;
-    const char* call;  // "" for none
-    Result handled;    // when the handler answers yes, or 77
-    Result declined;   // when it answers no, or 0
+    std::vector<std::string> calls;  // one, or none
+    Result handled;
+    Result declined;
 };
 
 const LPARAM kPoint = MAKELPARAM(static_cast<WORD>(-3), static_cast<WORD>(-70));
@@ -33,54 +31,52 @@ WINDOWPOS g_unmoved{nullptr, nullptr, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE | 0x18
 const LPARAM kUnmoved = reinterpret_cast<LPARAM>(&g_unmoved);
 
 const WindowRow kWindowRows[] = {
-    {WM_SIZE, SIZE_MAXIMIZED, MAKELPARAM(300, 40000), "OnSize 2 300 40000", kZero, kZero},
-    {WM_TIMER, 5, 0, "OnTimer 5", kZero, kZero},
-    {WM_HSCROLL, MAKEWPARAM(SB_THUMBTRACK, 40000), 0, "OnHScroll 5 40000", kZero, kZero},
-    {WM_VSCROLL, MAKEWPARAM(SB_PAGEDOWN, 0), 0, "OnVScroll 3 0", kZero, kZero},
-    {WM_KEYDOWN, VK_F5, 0x3F0001, "OnKeyDown 116 4128769", kZero, kDefault},
-    {WM_KEYUP, VK_F5, 1, "OnKeyUp 116 1", kZero, kDefault},
-    {WM_SETFOCUS, 0, 0, "OnSetFocus", kDefault, kDefault},
-    {WM_KILLFOCUS, 0, 0, "OnKillFocus", kDefault, kDefault},
-    {WM_LBUTTONDOWN, MK_LBUTTON | MK_SHIFT, kPoint, "OnLButtonDown 5 -3 -70", kZero, kZero},
-    {WM_LBUTTONUP, 0, kPoint, "OnLButtonUp 0 -3 -70", kZero, kZero},
-    {WM_LBUTTONDBLCLK, 1, kPoint, "OnLButtonDblClk 1 -3 -70", kZero, kZero},
-    {WM_RBUTTONDOWN, 2, kPoint, "OnRButtonDown 2 -3 -70", kZero, kZero},
-    {WM_RBUTTONUP, 0, kPoint, "OnRButtonUp 0 -3 -70", kZero, kZero},
-    {WM_RBUTTONDBLCLK, 2, kPoint, "OnRButtonDblClk 2 -3 -70", kZero, kZero},
-    {WM_MOUSEMOVE, MK_LBUTTON | MK_RBUTTON, kPoint, "OnMouseMove -3 -70 1", kZero, kZero},
-    {WM_MOUSEMOVE, MK_RBUTTON, kPoint, "OnMouseMove -3 -70 0", kZero, kZero},
-    {WM_EXITSIZEMOVE, 0, 0, "OnExitSizeMove", kZero, kZero},
-    {WM_CLOSE, 0, 0, "OnClose", kZero, kZero},
-    {WM_DESTROY, 0, 0, "OnDestroy", kZero, kZero},
-    {WM_PAINT, 0, 0, "OnPaint 0 0 0 0", kDefault, kDefault},
-    {WM_ERASEBKGND, 0, 0, "OnEraseBackground 0", kDefault, kDefault},
-    {WM_INITMENUPOPUP, 0, 0, "OnInitMenuPopup", kZero, kZero},
-    {WM_PALETTECHANGED, 9, 0, "OnPaletteChanged 9", kZero, kZero},
-    {WM_QUERYNEWPALETTE, 0, 0, "OnQueryNewPalette", kAnswer, kZero},
-    {WM_NOTIFY, 8, 0, "OnNotify 8 0", kAnswer, kZero},
-    {WM_COMMAND, 0x30007, 4, "OnControlCommand 196615 4", kZero, kZero},
-    {WM_COMMAND, 7, 0, "OnControlCommand 7 0", kZero, kZero},
-    {WM_DRAWITEM, 12, 0, "OnDrawItem 12", kZero, kZero},
-    {WM_MEASUREITEM, 12, 0, "OnMeasureItem 12", kAnswer, kZero},
-    {WM_CTLCOLORSTATIC, 3, 4, "OnCtlColorStatic 3 4", kAnswer, kZero},
-    {WM_GETDLGCODE, 0, 0, "OnGetDlgCode", kAnswer, kDefault},
-    {WM_DEVICECHANGE, 7, 0, "OnDeviceChange 7 0", kDefault, kDefault},
-    {WM_NCHITTEST, 0, kPoint, "OnNcHitTest 0 -3 -70", kAnswer, kZero},
-    {WM_SETCURSOR, 5, MAKELPARAM(HTCLIENT, WM_MOUSEMOVE), "OnSetCursor 5 1", kZero, kDefault},
-    {WM_WINDOWPOSCHANGED, 0, kUnmoved, "OnWindowPosChanged", kZero, kDefault},
-    {WM_MOVING, 0, kArea, "OnMoving 11", kDefault, kDefault},
-    {WM_SIZING, WMSZ_LEFT, kArea, "OnSizing 1 11", kDefault, kDefault},
-    {WM_GETTEXTLENGTH, 0, 0, "", kDefault, kDefault},
+    {WM_SIZE, SIZE_MAXIMIZED, MAKELPARAM(300, 40000), {"OnSize 2 300 40000"}, kZero, kZero},
+    {WM_TIMER, 5, 0, {"OnTimer 5"}, kZero, kZero},
+    {WM_HSCROLL, MAKEWPARAM(SB_THUMBTRACK, 40000), 0, {"OnHScroll 5 40000"}, kZero, kZero},
+    {WM_VSCROLL, MAKEWPARAM(SB_PAGEDOWN, 0), 0, {"OnVScroll 3 0"}, kZero, kZero},
+    {WM_KEYDOWN, VK_F5, 0x3F0001, {"OnKeyDown 116 4128769"}, kZero, kDefault},
+    {WM_KEYUP, VK_F5, 1, {"OnKeyUp 116 1"}, kZero, kDefault},
+    {WM_SETFOCUS, 0, 0, {"OnSetFocus"}, kDefault, kDefault},
+    {WM_KILLFOCUS, 0, 0, {"OnKillFocus"}, kDefault, kDefault},
+    {WM_LBUTTONDOWN, MK_LBUTTON | MK_SHIFT, kPoint, {"OnLButtonDown 5 -3 -70"}, kZero, kZero},
+    {WM_LBUTTONUP, 0, kPoint, {"OnLButtonUp 0 -3 -70"}, kZero, kZero},
+    {WM_LBUTTONDBLCLK, 1, kPoint, {"OnLButtonDblClk 1 -3 -70"}, kZero, kZero},
+    {WM_RBUTTONDOWN, 2, kPoint, {"OnRButtonDown 2 -3 -70"}, kZero, kZero},
+    {WM_RBUTTONUP, 0, kPoint, {"OnRButtonUp 0 -3 -70"}, kZero, kZero},
+    {WM_RBUTTONDBLCLK, 2, kPoint, {"OnRButtonDblClk 2 -3 -70"}, kZero, kZero},
+    {WM_MOUSEMOVE, MK_LBUTTON | MK_RBUTTON, kPoint, {"OnMouseMove -3 -70 1"}, kZero, kZero},
+    {WM_MOUSEMOVE, MK_RBUTTON, kPoint, {"OnMouseMove -3 -70 0"}, kZero, kZero},
+    {WM_EXITSIZEMOVE, 0, 0, {"OnExitSizeMove"}, kZero, kZero},
+    {WM_CLOSE, 0, 0, {"OnClose"}, kZero, kZero},
+    {WM_DESTROY, 0, 0, {"OnDestroy"}, kZero, kZero},
+    {WM_PAINT, 0, 0, {"OnPaint 0 0 0 0"}, kDefault, kDefault},
+    {WM_ERASEBKGND, 0, 0, {"OnEraseBackground 0"}, kDefault, kDefault},
+    {WM_INITMENUPOPUP, 0, 0, {"OnInitMenuPopup"}, kZero, kZero},
+    {WM_PALETTECHANGED, 9, 0, {"OnPaletteChanged 9"}, kZero, kZero},
+    {WM_QUERYNEWPALETTE, 0, 0, {"OnQueryNewPalette"}, kHandlers, kZero},
+    {WM_NOTIFY, 8, 0, {"OnNotify 8 0"}, kHandlers, kZero},
+    {WM_COMMAND, 0x30007, 4, {"OnControlCommand 196615 4"}, kZero, kZero},
+    {WM_DRAWITEM, 12, 0, {"OnDrawItem 12"}, kZero, kZero},
+    {WM_MEASUREITEM, 12, 0, {"OnMeasureItem 12"}, kHandlers, kZero},
+    {WM_CTLCOLORSTATIC, 3, 4, {"OnCtlColorStatic 3 4"}, kHandlers, kZero},
+    {WM_GETDLGCODE, 0, 0, {"OnGetDlgCode"}, kHandlers, kDefault},
+    {WM_DEVICECHANGE, 7, 0, {"OnDeviceChange 7 0"}, kDefault, kDefault},
+    {WM_NCHITTEST, 0, kPoint, {"OnNcHitTest 0 -3 -70"}, kHandlers, kZero},
+    {WM_SETCURSOR, 5, MAKELPARAM(HTCLIENT, WM_MOUSEMOVE), {"OnSetCursor 5 1"}, kZero, kDefault},
+    {WM_WINDOWPOSCHANGED, 0, kUnmoved, {"OnWindowPosChanged"}, kZero, kDefault},
+    {WM_MOVING, 0, kArea, {"OnMoving 11"}, kDefault, kDefault},
+    {WM_SIZING, WMSZ_LEFT, kArea, {"OnSizing 1 11"}, kDefault, kDefault},
+    {WM_GETTEXTLENGTH, 0, 0, {}, kDefault, kDefault},
 };
 
 class WindowMessages : public FrameworkTest {
   protected:
-    bool Create(RecordingWindow& window) {
-        const bool created = window.Create("KxFramework", "title", ThisLibrary().instance.Handle(), &window,
-                                           WS_CHILD | WS_VISIBLE | WS_BORDER, 0, 100, 100, 300, 200);
+    static void Create(RecordingWindow& window) {
+        const HINSTANCE module = ThisLibrary().instance.Handle();
+        ASSERT_TRUE(window.Create("KxFramework", "title", module, &window, WS_CHILD | WS_VISIBLE | WS_BORDER, 0, 100, 100, 300, 200));
         Pump();
         window.calls.clear();
-        return created;
     }
 
     WindowClass class_{&ThisLibrary(), "KxFramework", 0, 0, &services_};
@@ -88,114 +84,70 @@ class WindowMessages : public FrameworkTest {
 
 TEST_F(WindowMessages, ReachTheirHandlerAndReturnItsResult) {
     RecordingWindow window(&frame_);
-    ASSERT_TRUE(Create(window));
+    Create(window);
     for (const WindowRow& row : kWindowRows) {
         for (const bool handled : {true, false}) {
             window.handled = handled;
-            window.value = handled ? kValue : 0;
             const LRESULT result = window.SendMsg(row.message, row.wParam, row.lParam);
             const auto calls = window.TakeCalls();
             const Result expected = handled ? row.handled : row.declined;
-            const LRESULT wanted = expected == kAnswer    ? kValue
+            const LRESULT wanted = expected == kHandlers  ? kAnswer
                                    : expected == kDefault ? DefWindowProcA(window.Handle(), row.message, row.wParam, row.lParam)
                                                           : 0;
             window.calls.clear();
             EXPECT_EQ(result, wanted) << "message " << row.message << (handled ? " handled" : " declined");
-            EXPECT_EQ(calls, (*row.call == '\0' ? std::vector<std::string>{} : std::vector<std::string>{row.call}));
+            EXPECT_EQ(calls, row.calls);
         }
     }
 }
 
-TEST_F(WindowMessages, MayEndTheirWindowAndObject) {
+TEST_F(WindowMessages, MayEndTheirWindowAndAreReportedWhenTheirHandlerThrows) {
     for (const WindowRow& row : kWindowRows) {
-        if (*row.call == '\0') {
+        if (row.calls.empty()) {
             continue;
         }
         Parent parent;
         auto* const window = Watched(new RecordingWindow(&parent));
-        ASSERT_TRUE(Create(*window));
+        Create(*window);
+        window->onCall = [] { throw std::runtime_error("handler"); };
+        EXPECT_EQ(window->SendMsg(row.message, row.wParam, row.lParam), 0) << row.message;
+        EXPECT_EQ(window->TakeCalls(), row.calls);
+        EXPECT_THAT(Reports(), ElementsAre("LOGEXCEPTION \"KxFramework\"")) << row.message;
         window->dies = true;
         window->onCall = [&parent] { parent.Destroy(); };
         SendMessageA(window->Handle(), row.message, row.wParam, row.lParam);
-        EXPECT_EQ(Deletions(window), 1) << row.call;
-        EXPECT_TRUE(IsUntouched(window)) << row.call;
+        EXPECT_EQ(Deletions(window), 1) << row.message;
+        EXPECT_TRUE(IsUntouched(window)) << row.message;
     }
 }
 
-TEST_F(WindowMessages, AreReportedWhenTheirHandlerThrows) {
+TEST_F(WindowMessages, PaintOnceAlsoWhenItFails) {
     RecordingWindow window(&frame_);
-    ASSERT_TRUE(Create(window));
-    window.onCall = [] { throw std::runtime_error("handler"); };
-    for (const WindowRow& row : kWindowRows) {
-        if (*row.call == '\0') {
-            continue;
-        }
-        EXPECT_EQ(window.SendMsg(row.message, row.wParam, row.lParam), 0) << row.call;
-        EXPECT_THAT(window.TakeCalls(), ElementsAre(row.call));
-        EXPECT_THAT(Reports(), ElementsAre("LOGEXCEPTION \"KxFramework\"")) << row.call;
-    }
-    // The painting that failed is over: it does not come again.
-    window.Invalidate();
-    window.Update();
-    EXPECT_THAT(Reports(), testing::Each("LOGEXCEPTION \"KxFramework\""));
-    window.calls.clear();
-    window.Update();
-    EXPECT_THAT(window.TakeCalls(), IsEmpty());
-}
-
-TEST_F(WindowMessages, PaintOnceAndTellTheSizeAfterAPositionOnlyWhenItIsDeclined) {
-    RecordingWindow window(&frame_);
-    ASSERT_TRUE(Create(window));
+    Create(window);
+    window.onCall = [] { throw 5; };
     const RECT part{10, 20, 50, 60};
     window.Invalidate(&part);
     window.Update();
-    EXPECT_THAT(window.TakeCalls(), ElementsAre("OnPaint 10 20 50 60"));
     window.Update();
-    EXPECT_THAT(window.TakeCalls(), IsEmpty());
-    window.handled = true;
-    window.Resize(90, 80);
-    EXPECT_THAT(window.TakeCalls(), testing::Not(testing::Contains(testing::StartsWith("OnSize"))));
-    window.handled = false;
-    window.Resize(92, 82);
-    EXPECT_THAT(window.TakeCalls(), testing::Contains("OnSize 0 90 80"));
+    EXPECT_THAT(window.TakeCalls(), ElementsAre("OnPaint 10 20 50 60"));
+    window.onCall = nullptr;
 }
 
-class CommandWindow final : public Window {
-  public:
-    LRESULT OnControlCommand(WPARAM wParam, LPARAM) override {
-        control = wParam;
-        return taken;
-    }
-    LRESULT OnMenuCommand(UINT id) override {
-        menu = id;
-        return 55;
-    }
-
-    LRESULT taken = 0;
-    WPARAM control = 0;
-    UINT menu = 0;
-};
-
-TEST(WindowCommand, GoesToTheControlFirst) {
+TEST_F(WindowMessages, OfACommandGoToTheControlFirst) {
     const struct {
-        const char* name;
         WPARAM wParam;
-        LRESULT taken, result;
-        UINT menu;
-    } rows[] = {
-        {"menu", MAKEWPARAM(40001, 0), 0, 55, 40001},
-        {"accelerator", MAKEWPARAM(40001, 1), 0, 55, 40001},
-        {"notification", MAKEWPARAM(40001, 0x300), 0, 0x300, 0},
-        {"notification with code 2", MAKEWPARAM(40001, 2), 0, 2, 0},
-        {"taken notification", MAKEWPARAM(40001, 0x300), 9, 9, 0},
-        {"taken menu command", MAKEWPARAM(40001, 0), 9, 9, 0},
-    };
+        bool taken;
+        LRESULT result;
+        std::vector<std::string> calls;
+    } rows[] = {{MAKEWPARAM(7, 0), false, 0, {"OnControlCommand 7 0", "OnMenuCommand 7"}},
+                {MAKEWPARAM(7, 1), false, 0, {"OnControlCommand 65543 0", "OnMenuCommand 7"}},
+                {MAKEWPARAM(7, 2), false, 2, {"OnControlCommand 131079 0"}},
+                {MAKEWPARAM(7, 0), true, kAnswer, {"OnControlCommand 7 0"}}};
     for (const auto& row : rows) {
-        CommandWindow window;
-        window.taken = row.taken;
-        EXPECT_EQ(window.OnCommand(row.wParam, 0), row.result) << row.name;
-        EXPECT_EQ(window.control, row.wParam) << row.name;
-        EXPECT_EQ(window.menu, row.menu) << row.name;
+        RecordingWindow window;
+        window.handled = row.taken;
+        EXPECT_EQ(window.OnCommand(row.wParam, 0), row.result) << row.wParam;
+        EXPECT_EQ(window.calls, row.calls);
     }
 }
 
@@ -203,29 +155,28 @@ TEST(WindowCommand, GoesToTheControlFirst) {
 
 constexpr LRESULT kUntouched = 5;
 NMHDR g_header{nullptr, 0, 3};
-const auto kBrush = static_cast<INT_PTR>(kValue);
 
 const struct DialogRow {
     UINT message;
     WPARAM wParam;
     LPARAM lParam;
-    const char* call;
+    std::vector<std::string> calls;
     INT_PTR handled;        // what the dialog procedure returns then
     LRESULT handledResult;  // and the message's result
     INT_PTR declined;
 } kDialogRows[] = {
-    {WM_COMMAND, 0x12345, 0, "OnDialogCommand 74565", TRUE, kUntouched, FALSE},
-    {WM_NOTIFY, 40001, reinterpret_cast<LPARAM>(&g_header), "OnDialogNotify 40001 3", TRUE, 77, FALSE},
-    {WM_DRAWITEM, 40001, 0, "OnDrawItem 40001", TRUE, 1, FALSE},
-    {WM_SIZE, SIZE_MINIMIZED, MAKELPARAM(300, 40000), "OnSize 1 300 40000", FALSE, kUntouched, FALSE},
-    {WM_HOTKEY, 0xC001, 9, "OnDialogHotKey 49153 9", FALSE, kUntouched, FALSE},
-    {WM_ERASEBKGND, 6, 0, "OnEraseBackground 6", TRUE, 1, FALSE},
-    {WM_CTLCOLORSTATIC, 3, 4, "OnCtlColorStatic 3 4", kBrush, kUntouched, FALSE},
-    {WM_MEASUREITEM, 40001, 0, "OnMeasureItem 40001", FALSE, kUntouched, FALSE},
-    {WM_CLOSE, 0, 0, "OnClose", FALSE, kUntouched, FALSE},
-    {WM_DEVICECHANGE, 7, 8, "OnDeviceChange 7 8", FALSE, kUntouched, FALSE},
-    {WM_MOUSEMOVE, 0, 0, "", FALSE, kUntouched, FALSE},
-    {WM_TIMER, 1, 0, "", FALSE, kUntouched, FALSE},
+    {WM_COMMAND, 0x12345, 0, {"OnDialogCommand 74565"}, TRUE, kUntouched, FALSE},
+    {WM_NOTIFY, 40001, reinterpret_cast<LPARAM>(&g_header), {"OnDialogNotify 40001 3"}, TRUE, kAnswer, FALSE},
+    {WM_DRAWITEM, 40001, 0, {"OnDrawItem 40001"}, TRUE, 1, FALSE},
+    {WM_SIZE, SIZE_MINIMIZED, MAKELPARAM(300, 40000), {"OnSize 1 300 40000"}, FALSE, kUntouched, FALSE},
+    {WM_HOTKEY, 0xC001, 9, {"OnDialogHotKey 49153 9"}, FALSE, kUntouched, FALSE},
+    {WM_ERASEBKGND, 6, 0, {"OnEraseBackground 6"}, TRUE, 1, FALSE},
+    {WM_CTLCOLORSTATIC, 3, 4, {"OnCtlColorStatic 3 4"}, kAnswer, kUntouched, FALSE},
+    {WM_MEASUREITEM, 40001, 0, {"OnMeasureItem 40001"}, FALSE, kUntouched, FALSE},
+    {WM_CLOSE, 0, 0, {"OnClose"}, FALSE, kUntouched, FALSE},
+    {WM_DEVICECHANGE, 7, 8, {"OnDeviceChange 7 8"}, FALSE, kUntouched, FALSE},
+    {WM_MOUSEMOVE, 0, 0, {}, FALSE, kUntouched, FALSE},
+    {WM_TIMER, 1, 0, {}, FALSE, kUntouched, FALSE},
 };
 
 class DialogMessages : public FrameworkTest {
@@ -246,35 +197,33 @@ TEST_F(DialogMessages, ReachTheirHandlerAndReturnItsResult) {
     for (const DialogRow& row : kDialogRows) {
         for (const bool handled : {true, false}) {
             dialog.handled = handled;
-            dialog.value = handled ? kValue : 0;
             dialog.SetMsgResult(kUntouched);
             EXPECT_EQ(Call(dialog.Handle(), row.message, row.wParam, row.lParam), handled ? row.handled : row.declined)
                 << "message " << row.message;
             EXPECT_EQ(GetWindowLongA(dialog.Handle(), DWLP_MSGRESULT), handled ? row.handledResult : kUntouched)
                 << "message " << row.message;
-            EXPECT_EQ(dialog.TakeCalls(), (*row.call == '\0' ? std::vector<std::string>{} : std::vector<std::string>{row.call}));
+            EXPECT_EQ(dialog.TakeCalls(), row.calls);
         }
     }
 }
 
 TEST_F(DialogMessages, MayEndTheirDialogAndAreReportedWhenTheirHandlerThrows) {
     for (const DialogRow& row : kDialogRows) {
-        if (*row.call == '\0') {
+        if (row.calls.empty()) {
             continue;
         }
         Parent parent;
         auto* const dialog = Watched(new RecordingDialog(ThisLibrary(), &parent, nullptr, &services_));
         Create(*dialog);
-        ASSERT_TRUE(dialog->IsValid());
         dialog->onCall = [] { throw 5; };
-        EXPECT_EQ(Call(dialog->Handle(), row.message, row.wParam, row.lParam), 0) << row.call;
-        EXPECT_THAT(Reports(), ElementsAre("LOGEXCEPTION \"RecordingDialog\"")) << row.call;
+        EXPECT_EQ(Call(dialog->Handle(), row.message, row.wParam, row.lParam), 0) << row.message;
+        EXPECT_THAT(Reports(), ElementsAre("LOGEXCEPTION \"RecordingDialog\"")) << row.message;
         dialog->handled = true;
         dialog->dies = true;
         dialog->onCall = [&parent] { parent.Destroy(); };
         Call(dialog->Handle(), row.message, row.wParam, row.lParam);
-        EXPECT_EQ(Deletions(dialog), 1) << row.call;
-        EXPECT_TRUE(IsUntouched(dialog)) << row.call;
+        EXPECT_EQ(Deletions(dialog), 1) << row.message;
+        EXPECT_TRUE(IsUntouched(dialog)) << row.message;
     }
 }
 
