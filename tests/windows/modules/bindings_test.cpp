@@ -2,6 +2,7 @@
 // missing, too old or without the export. Besides, the resources and the version record of a module: here this program's.
 #include <gmock/gmock.h>
 
+#include <filesystem>
 #include <functional>
 
 #include "lib/modules/analysis_engine.h"
@@ -23,11 +24,9 @@ using testing::IsEmpty;
 
 // Wider than 31 bits, so that a result is seen to pass whole.
 constexpr std::uint32_t kAnswer = 0xFEDC1234;
-constexpr const char* kTexts[] = {"primo", "secondo", "terzo"};
 
-// What numbers and addresses are taken from: an owner is looked at.
+// Where the arguments point: a text is read, an owner is looked at.
 std::uint32_t g_places[8];
-std::uint32_t Place(std::size_t index) { return static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(&g_places[index])); }
 
 // A number that stands for itself and for an address.
 struct Number {
@@ -42,39 +41,25 @@ struct Number {
 template <char kKind>
 auto Argument(std::size_t index) {
     if constexpr (kKind == 't') {
-        return kTexts[index];
+        return reinterpret_cast<const char*>(&g_places[index]);
     } else {
-        return Number{Place(index)};
+        return Number{static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(&g_places[index]))};
     }
 }
 
-template <std::size_t kSize>
-struct Kinds {
-    char text[kSize];
-    // NOLINTNEXTLINE(google-explicit-constructor): a literal becomes one
-    constexpr Kinds(const char (&kinds)[kSize]) { std::copy(kinds, kinds + kSize, text); }
-};
-
 class Bindings : public testing::Test {
   protected:
-    // Calls the method with the arguments that the export's kinds ask for; it is to pass them on, and the answer back.
-    template <Kinds kKinds, class Binding, class Method>
-    void Check(const char* name, Binding& binding, const Method& method) {
-        std::string heard;
-        suite_.On(name, [&heard](SpyingSuite::Arguments arguments) {
-            for (std::size_t i = 0; kKinds.text[i] != '\0'; ++i) {
-                heard += (kKinds.text[i] == 't' ? Address<char>(arguments[i]) : std::to_string(arguments[i])) + " ";
+    // The call is to pass on the addresses of the places, and the answer back.
+    void Check(const char* name, ModuleBinder& binding, std::size_t count, const std::function<std::uint32_t()>& call) {
+        std::vector<const void*> heard, passed;
+        suite_.On(name, [&](SpyingSuite::Arguments arguments) {
+            for (std::size_t i = 0; i < count; ++i) {
+                heard.push_back(Address<void>(arguments[i]));
+                passed.push_back(&g_places[i]);
             }
             return kAnswer;
         });
-        std::string passed;
-        for (std::size_t i = 0; kKinds.text[i] != '\0'; ++i) {
-            passed += (kKinds.text[i] == 't' ? kTexts[i] : std::to_string(Place(i))) + " ";
-        }
-        [&]<std::size_t... kIndex>(std::index_sequence<kIndex...>) {
-            EXPECT_EQ(method(binding, Argument<kKinds.text[kIndex]>(kIndex)...), kAnswer) << name;
-        }
-        (std::make_index_sequence<sizeof kKinds.text - 1>());
+        EXPECT_EQ(call(), kAnswer) << name;
         EXPECT_EQ(heard, passed) << name;
         EXPECT_EQ(suite_.Calls(name), 1) << name;
         EXPECT_STREQ(binding.ErrorText(), "") << name;
@@ -91,19 +76,22 @@ TEST_F(Bindings, PassEveryExportOfTheTableItsArguments) {
     RenderServices render;
     InterpretationEngine interpreter;
     AnalysisEngine analysis;
-#define CALL_OF(object, name, kinds)                                       \
-    Check<kinds>(#name, object, [this](auto& binding, auto... arguments) { \
-        if constexpr (requires { binding.name(arguments...); }) {          \
-            return binding.name(arguments...);                             \
-        } else {                                                           \
-            return binding.name(reports_, arguments...);                   \
-        }                                                                  \
+#define CALL_OF(object, name, count, kinds)                                                 \
+    Check(#name, object, count, [&] {                                                       \
+        return [&]<std::size_t... kIndex>(auto& binding, std::index_sequence<kIndex...>) {  \
+            if constexpr (requires { binding.name(Argument<kinds[kIndex]>(kIndex)...); }) { \
+                return binding.name(Argument<kinds[kIndex]>(kIndex)...);                    \
+            } else {                                                                        \
+                return binding.name(reports_, Argument<kinds[kIndex]>(kIndex)...);          \
+            }                                                                               \
+        }                                                                                   \
+        (object, std::make_index_sequence<count>());                                        \
     });
-#define SYSTEM(name, count, kinds) CALL_OF(system, name, kinds)
-#define DATABASE(name, count, kinds) CALL_OF(database, name, kinds)
-#define RENDER(name, count, kinds) CALL_OF(render, name, kinds)
-#define INTERPRETER(name, count, kinds) CALL_OF(interpreter, name, kinds)
-#define ANALYSIS(name, count, kinds) CALL_OF(analysis, name, kinds)
+#define SYSTEM(name, count, kinds) CALL_OF(system, name, count, kinds)
+#define DATABASE(name, count, kinds) CALL_OF(database, name, count, kinds)
+#define RENDER(name, count, kinds) CALL_OF(render, name, count, kinds)
+#define INTERPRETER(name, count, kinds) CALL_OF(interpreter, name, count, kinds)
+#define ANALYSIS(name, count, kinds) CALL_OF(analysis, name, count, kinds)
     KX_SYS_EXPORTS(SYSTEM)
     KX_DB_EXPORTS(DATABASE)
     KX_RENDER_EXPORTS(RENDER)
@@ -113,19 +101,17 @@ TEST_F(Bindings, PassEveryExportOfTheTableItsArguments) {
 }
 
 TEST_F(Bindings, PassATextForAStringsId) {
-    constexpr std::uint32_t kText = 100, kLongText = 101, kNoText = 999;
     std::string longText;
     for (int i = 0; i < 10; ++i) {
         longText += "0123456789abcdefghijABCDEFGHIJ";
     }
     SystemServices services(&library_);
     suite_.TakeReports();
-    services.LOGSERVICESTART(kText);
-    services.INQUIRE(nullptr, kText, 4);
-    services.LOGINFORMATION(kNoText);
-    services.LOGOEMMESSAGE(kLongText);
-    EXPECT_THAT(suite_.TakeReports(), ElementsAre("LOGSERVICESTART \"Ampiezza pi\xF9 alta\"", "INQUIRE \"\" \"Ampiezza pi\xF9 alta\" 4",
-                                                  "LOGINFORMATION \"\"", "LOGOEMMESSAGE \"" + longText.substr(0, 255) + "\""));
+    services.INQUIRE(nullptr, 100, 4);
+    services.LOGINFORMATION(999);
+    services.LOGOEMMESSAGE(101);
+    EXPECT_THAT(suite_.TakeReports(), ElementsAre("INQUIRE \"\" \"Ampiezza pi\xF9 alta\" 4", "LOGINFORMATION \"\"",
+                                                  "LOGOEMMESSAGE \"" + longText.substr(0, 255) + "\""));
 }
 
 class Binding : public ModuleBinder {
@@ -185,7 +171,7 @@ TEST_F(Bindings, KeepTheirFirstFailureUntilItIsReportedAndCallNothingMeanwhile) 
     }
 }
 
-TEST_F(Bindings, ReportAnExportOnceThatReportsItsAbsence) {
+TEST_F(Bindings, ReportAnExportOnceThatReportsItsAbsenceAndTheSystemsMessageOrCode) {
     Binding binding;
     suite_.On("LOGEXCEPTION", [](SpyingSuite::Arguments) { return 9u; });
     EXPECT_EQ(binding.CallOrReport(reports_, "LOGEXCEPTION", "x"), 9u);
@@ -193,42 +179,7 @@ TEST_F(Bindings, ReportAnExportOnceThatReportsItsAbsence) {
     EXPECT_EQ(binding.CallOrReport(reports_, "NOSUCHEXPORT"), 0u);
     EXPECT_THAT(reports_.Take(), ElementsAre(EndsWith(" (NOSUCHEXPORT)")));
     EXPECT_STREQ(binding.ErrorText(), "");
-}
-
-TEST_F(Bindings, GiveTextsThatAreCutAndAlwaysTerminated) {
-    const struct {
-        std::uint32_t id;
-        std::size_t size;
-        const char* expected;
-    } rows[] = {{100, 64, "Ampiezza pi\xF9 alta"},
-                {100, 18, "Ampiezza pi\xF9 alta"},
-                {100, 17, "Ampiezza pi\xF9 alt"},
-                {100, 1, ""},
-                {999, 64, ""}};
-    for (const auto& row : rows) {
-        char buffer[65];
-        std::fill(std::begin(buffer), std::end(buffer), '#');
-        EXPECT_EQ(library_.instance.LoadText(row.id, buffer, row.size), std::strlen(row.expected)) << row.id << " " << row.size;
-        EXPECT_STREQ(buffer, row.expected) << row.id << " " << row.size;
-        EXPECT_EQ(buffer[row.size], '#') << "written beyond " << row.size;
-    }
-    EXPECT_EQ(library_.instance.LoadText(100, nullptr, 10), 0u);
-    char untouched = '#';
-    EXPECT_EQ(library_.instance.LoadText(100, &untouched, 0), 0u);
-    EXPECT_EQ(untouched, '#');
-    // Without a module nothing is found in the program itself, nor of the system's own.
-    const ModuleInstance none;
-    SetLastError(0);
-    EXPECT_EQ(none.GetProc("RIG_SUITE_CALL"), nullptr);
-    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_MOD_NOT_FOUND));
-    EXPECT_EQ(none.LoadCursorById(32512), nullptr);
-}
-
-TEST_F(Bindings, ReportTheSystemsMessageOrElseTheCode) {
-    SetLastError(0);
-    EXPECT_EQ(ModuleInstance::LogLastSystemError(reports_), 0u);
-    EXPECT_THAT(reports_.Take(), IsEmpty());
-    for (const DWORD code : {DWORD{ERROR_FILE_NOT_FOUND}, DWORD{ERROR_BAD_EXE_FORMAT}, DWORD{0x20000001}}) {
+    for (const DWORD code : {DWORD{0}, DWORD{ERROR_FILE_NOT_FOUND}, DWORD{ERROR_BAD_EXE_FORMAT}, DWORD{0x20000001}}) {
         SetLastError(code);
         ModuleInstance::LogLastSystemError(reports_);
     }
@@ -236,26 +187,37 @@ TEST_F(Bindings, ReportTheSystemsMessageOrElseTheCode) {
     EXPECT_THAT(reports_.Take(), ElementsAre(testing::Not(testing::HasSubstr("E = ")), "system E = 193", "system E = 536870913"));
 }
 
+TEST_F(Bindings, GiveTextsThatAreCutAndAlwaysTerminated) {
+    const std::string text = "Ampiezza pi\xF9 alta";
+    for (std::size_t size = 0; size < 64; ++size) {
+        char buffer[65];
+        std::fill(std::begin(buffer), std::end(buffer), '#');
+        const std::string expected = text.substr(0, size - 1);
+        EXPECT_EQ(library_.instance.LoadText(100, buffer, size), size == 0 ? 0 : expected.size());
+        EXPECT_TRUE(size == 0 || buffer == expected) << size;
+        EXPECT_EQ(buffer[size], '#') << "written beyond " << size;
+    }
+    EXPECT_EQ(library_.instance.LoadText(100, nullptr, 10), 0u);
+    // Without a module nothing is found in the program itself, nor of the system's own.
+    const ModuleInstance none;
+    EXPECT_TRUE(none.GetProc("RIG_SUITE_CALL") == nullptr && none.LoadCursorById(32512) == nullptr);
+}
+
 TEST_F(Bindings, ReadTheVersionRecordOfAModuleInAnyFolder) {
     const VersionInfo info(library_.instance.Handle());
     EXPECT_EQ(info.PackedVersion(), 0x04000006u);
-    const char* const fields[] = {info.ProductName(),    info.InternalName(), info.FileDescription(),
+    const std::string fields[] = {info.ProductName(),    info.InternalName(), info.FileDescription(),
                                   info.ProductVersion(), info.FileVersion(),  info.CompanyName()};
-    EXPECT_THAT(fields,
-                ElementsAre(testing::StrEq("Risorse di prova"), testing::StrEq("resources"), testing::StrEq("Perch\xE9 cos\xEC \xE8"),
-                            testing::StrEq("4.0.0.6 prodotto"), testing::StrEq("4.0.0.6 file"), testing::StrEq("Casa di prova")));
+    EXPECT_THAT(fields, ElementsAre("Risorse di prova", "resources", "Perch\xE9 cos\xEC \xE8", "4.0.0.6 prodotto", "4.0.0.6 file",
+                                    "Casa di prova"));
     // A folder that only Unicode can write.
-    const std::wstring folder = L"modules-\u0141\u00F3d\u017A-\u65E5";
-    CreateDirectoryW(folder.c_str(), nullptr);
-    const std::wstring file = folder + L"\\copy.dll";
-    const std::string spy = Beside("kxdb.dll");
-    ASSERT_TRUE(CopyFileW(std::wstring(spy.begin(), spy.end()).c_str(), file.c_str(), FALSE));
-    HMODULE const copy = LoadLibraryW(file.c_str());
-    ASSERT_NE(copy, nullptr);
+    const std::filesystem::path folder = L"modules-\u0141\u00F3d\u017A-\u65E5";
+    std::filesystem::create_directory(folder);
+    std::filesystem::copy_file(Beside("kxdb.dll"), folder / "copy.dll");
+    HMODULE const copy = LoadLibraryW((folder / "copy.dll").c_str());
     EXPECT_EQ(VersionInfo(copy).PackedVersion(), kMinimumModuleVersion);
     FreeLibrary(copy);
-    DeleteFileW(file.c_str());
-    RemoveDirectoryW(folder.c_str());
+    std::filesystem::remove_all(folder);
 }
 
 }  // namespace
