@@ -1,7 +1,9 @@
 // Any bytes as the record of a host and as what it points to: every text of it ends within its buffer, and
 // reading changes nothing.
+#include <algorithm>
 #include <cstring>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "lib/dbclient/sub_records.h"
@@ -28,107 +30,75 @@ class OneList final : public ResourceTexts {
     }
 };
 
-// The input over and over: a short one reaches every field.
-struct Source {
-    Bytes input;
-    std::size_t at = 0;
-
-    template <class... Objects>
-    void Fill(Objects&... objects) {
-        (FillBytes(&objects, sizeof objects), ...);
-    }
-    void FillBytes(void* object, std::size_t count) {
-        for (auto* to = static_cast<std::uint8_t*>(object); count > 0; --count, ++at) {
-            *to++ = input[at % input.size()];
-        }
-    }
-    template <class T>
-    T Take() {
-        T value;
-        Fill(value);
-        return value;
-    }
-};
-
-// A record and what its pointers lead to, all of it the host's.
-struct HostTest {
-    explicit HostTest(Source& bytes) {
-        bytes.Fill(points, values);
-        values.points = points;
-        bytes.FillBytes(&test, offsetof(KxTestRecord, buffer7584));
-        bytes.FillBytes(&episode, offsetof(KxEpisodeRecord, samples));
-        bytes.Fill(episode.measurements, stage, reading, holter, summary, spirometry, entries, history.count);
-        history.entries = entries;
-        test.episodeCount = bytes.Take<std::uint32_t>();
-        test.episodes[0] = &episode;
-        test.stageCount = test.pressureCount = 1;
-        test.stages[0] = test.currentStage = &stage;
-        test.pressures[0] = test.pressureSummary = &reading;
-        // Understood or not, as the input has it; a count that is understood is the points' own.
-        const bool understood = bytes.Take<std::uint8_t>() % 4 != 0;
-        Mark(understood, stage, reading, holter, summary, spirometry, values);
-        values.count %= 3;
-        for (KxValueSeries*& series : test.series) {
-            series = &values;
-        }
-        test.holterData = &holter;
-        test.holterSummary = &summary;
-        test.spirometry = &spirometry;
-        test.history = &history;
-    }
-
-    template <class... Records>
-    static void Mark(bool understood, Records&... records) {
-        if (understood) {
-            ((records.size = sizeof records, records.mark = kMarkOf<Records>), ...);
-        }
-    }
-
-    KxTestRecord test{};
-    KxEpisodeRecord episode{};
+// A record and what its pointers lead to, all of it the host's, and what is asked of it.
+struct Host {
+    KxTestRecord test;
+    KxEpisodeRecord episode;
     KxStressStage stage;
     KxPressureReading reading;
     KxHolterData holter;
     KxHolterSummary summary;
     KxSpirometry spirometry;
     KxHistoryEntry entries[kHistoryCapacity];
-    KxHistory history{};
+    KxHistory history;
     KxSeriesPoint points[2];
-    KxValueSeries values{};
+    KxValueSeries values;
+    std::int32_t timeMs, eventValue, eventHeartRate, stTimeMs;
+    std::uint8_t eventClass, amplitudeUnit, understood, firstCode;
+    std::uint16_t size;
 };
 
-void RenderEverything(const TestRecord& test, Source& bytes, std::vector<char>& buffer) {
+void Connect(Host& host) {
+    KxTestRecord& test = host.test;
+    std::memset(&test.buffer7584, 0, sizeof test - offsetof(KxTestRecord, buffer7584));
+    test.episodeCount = host.history.count;
+    test.episodes[0] = &host.episode;
+    test.stageCount = test.pressureCount = 1;
+    test.stages[0] = test.currentStage = &host.stage;
+    test.pressures[0] = test.pressureSummary = &host.reading;
+    test.holterData = &host.holter, test.holterSummary = &host.summary, test.spirometry = &host.spirometry, test.history = &host.history;
+    std::fill(std::begin(test.series), std::end(test.series), &host.values);
+    host.episode.samples = nullptr;
+    host.history.entries = host.entries;
+    host.values.points = host.points;
+    // Understood or not, as the input has it; a count that is understood is the points' own.
+    const auto mark = [&host]<class... Records>(Records&... records) {
+        if (host.understood % 4 != 0) {
+            ((records.size = sizeof records, records.mark = kMarkOf<Records>), ...);
+        }
+    };
+    mark(host.stage, host.reading, host.holter, host.summary, host.spirometry, host.values);
+    host.values.count %= 3;
+}
+
+void RenderEverything(const Host& host, const TestRecord& test, std::vector<char>& buffer) {
     const OneList texts;
     const test::PlainLocale locale;
     SummaryRequest request(texts, locale);
-    request.timeMs = bytes.Take<std::int32_t>();
-    request.eventClass = bytes.Take<std::uint8_t>();
-    request.eventValue = bytes.Take<std::int32_t>();
-    request.eventHeartRate = bytes.Take<std::int32_t>();
-    request.amplitudeUnit = static_cast<AmplitudeUnit>(bytes.Take<std::uint8_t>() % 4);
-    request.stTimeMs = bytes.Take<std::int32_t>();
-    for (int code = bytes.Take<std::uint8_t>() % kCodeStep - 1; code < kCodesEnd; code += kCodeStep) {
+    request.timeMs = host.timeMs, request.stTimeMs = host.stTimeMs, request.eventClass = host.eventClass;
+    request.eventValue = host.eventValue, request.eventHeartRate = host.eventHeartRate;
+    request.amplitudeUnit = static_cast<AmplitudeUnit>(host.amplitudeUnit % 4);
+    for (int code = host.firstCode % kCodeStep - 1; code < kCodesEnd; code += kCodeStep) {
         FieldText(test, code, buffer.data(), buffer.size(), request);
         Require(std::memchr(buffer.data(), '\0', buffer.size()) != nullptr);
     }
-    char text[sizeof test.text332];
-    std::memcpy(text, test.text332, sizeof text);
-    text[sizeof text - 1] = '\0';
-    Require(ExpandPlaceholders(test, text, buffer.data(), buffer.size()));
+    const std::string text(test.text332, strnlen(test.text332, sizeof test.text332 - 1));
+    Require(ExpandPlaceholders(test, text.c_str(), buffer.data(), buffer.size()));
     Require(std::memchr(buffer.data(), '\0', buffer.size()) != nullptr);
 }
 
 }  // namespace
 
+// The input over and over: a short one reaches every field.
 void RecordTexts(Bytes input) {
-    if (input.empty()) {
-        return;
+    const auto host = std::make_unique<Host>();
+    for (std::size_t i = 0; i < sizeof *host && !input.empty(); ++i) {
+        reinterpret_cast<std::uint8_t*>(host.get())[i] = input[i % input.size()];
     }
-    Source bytes{input};
-    std::vector<char> buffer(1 + bytes.Take<std::uint16_t>() % 700u);
-    const auto host = std::make_unique<HostTest>(bytes);
+    Connect(*host);
+    std::vector<char> buffer(1 + host->size % 700u);
     const auto before = std::make_unique<KxTestRecord>(host->test);
-    RenderEverything(*TestRecord::Of(&host->test), bytes, buffer);
+    RenderEverything(*host, *TestRecord::Of(&host->test), buffer);
     Require(std::memcmp(before.get(), &host->test, sizeof *before) == 0);
     const auto listed = std::make_unique<TestListEntry>(*TestRecord::Of(&host->test));
     Require(listed->SameTest(listed.get()) && !listed->IsNewerThan(listed.get()));

@@ -1,4 +1,5 @@
 // Bytes as the files of recordings: a whole recording, in which beats can be sought, or one line that says why not.
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <numeric>
@@ -24,10 +25,7 @@ void RequireOneLine(const std::string& text) { Require(!text.empty() && text.fin
 void UseEverything(const Recording& recording, Bytes input) {
     Require(recording.SampleCount() > 0 && recording.sampleRate > 0);
     for (const auto& lead : recording.leads) {
-        Require(lead.size() == recording.SampleCount());
-        for (const float value : lead) {
-            Require(std::isfinite(value));
-        }
+        Require(lead.size() == recording.SampleCount() && std::ranges::all_of(lead, [](float value) { return std::isfinite(value); }));
     }
     std::size_t end = 0;
     for (const auto& gap : recording.gaps) {
@@ -76,16 +74,13 @@ void Scp(Bytes input) { UseFile(recording::ReadScp, input); }
 // A header up to the first zero byte, behind it the contents of every signal file. The same bytes are also taken as samples, since
 // a changed sample seldom passes its record's checksum.
 void Wfdb(Bytes input) {
-    const std::size_t headerSize = TextOf(input).find('\0') == std::string_view::npos ? input.size() : TextOf(input).find('\0');
+    const std::size_t headerSize = std::min(TextOf(input).find('\0'), input.size());
     const Bytes header = input.first(headerSize), samples = input.subspan(std::min(headerSize + 1, input.size()));
-    const auto files = [&](const std::filesystem::path& file, std::uint64_t largest,
-                           std::string& error) -> std::optional<std::vector<std::uint8_t>> {
+    using Content = std::optional<std::vector<std::uint8_t>>;
+    const auto files = [&](const std::filesystem::path& file, std::uint64_t largest, std::string& error) -> Content {
         const Bytes bytes = file.extension() == ".hea" ? header : samples;
-        if (bytes.size() > largest) {
-            error = "too large";
-            return std::nullopt;
-        }
-        return std::vector<std::uint8_t>(bytes.begin(), bytes.end());
+        error = bytes.size() > largest ? "too large" : "";
+        return bytes.size() > largest ? Content() : Content({bytes.begin(), bytes.end()});
     };
     for (const double unitsPerMv : {0.0, 1000.0}) {
         std::string error;
@@ -96,9 +91,8 @@ void Wfdb(Bytes input) {
         }
     }
     SeekBeatsIn(input);
-    for (const auto& mark : recording::ParseAnnotations({input.data(), input.size()})) {
-        Require(mark.code > 0 && mark.code < 50);
-    }
+    const auto marks = recording::ParseAnnotations({input.data(), input.size()});
+    Require(std::ranges::all_of(marks, [](const auto& mark) { return mark.code > 0 && mark.code < 50; }));
 }
 
 }  // namespace kx::fuzz

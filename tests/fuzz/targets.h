@@ -20,36 +20,7 @@ inline void Require(bool holds) {
     }
 }
 
-void Aecg(Bytes input);
-void AnnotationBlock(Bytes input);
-void BmpFormat(Bytes input);
-void Dicom(Bytes input);
-void EpisodeBlock(Bytes input);
-void RecordTexts(Bytes input);
-void Scp(Bytes input);
-void Script(Bytes input);
-void Staff(Bytes input);
-void StatementFile(Bytes input);
-void TypedTime(Bytes input);
-void Wfdb(Bytes input);
-
-struct Target {
-    std::string_view name;  // also that of its folder in corpus/
-    void (*run)(Bytes input);
-};
-inline constexpr Target kTargets[] = {
-    {"aecg", Aecg},
-    {"annotation_block", AnnotationBlock},
-    {"bmp_format", BmpFormat},
-    {"dicom", Dicom},
-    {"episode_block", EpisodeBlock},
-    {"record_texts", RecordTexts},
-    {"scp", Scp},
-    {"script", Script},
-    {"staff_list", Staff},
-    {"statement_library", StatementFile},
-    {"typed_time", TypedTime},
-    {"wfdb", Wfdb},
-};
+using Run = void(Bytes input);
+Run Aecg, AnnotationBlock, Dicom, EpisodeBlock, RecordTexts, Scp, Script, Staff, StatementFile, TypedTime, Wfdb;
 
 }  // namespace kx::fuzz

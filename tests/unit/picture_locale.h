@@ -1,7 +1,6 @@
 // A locale made of pictures and names, as the system would format by it: what the portable tests give the time stamps.
 #pragma once
 
-#include <array>
 #include <string>
 
 #include "lib/locale_formats.h"
@@ -9,9 +8,13 @@
 namespace kx::test {
 
 struct PictureLocale final : LocaleFormats {
+    PictureLocale(const char* shortDateIs, const char* longDateIs, const char* timeIs, const char* monthsAre, const char* abbreviationsAre)
+        : shortDate(shortDateIs), longDate(longDateIs), time(timeIs), months(monthsAre), abbreviations(abbreviationsAre) {}
+
     std::string shortDate, longDate, time;  // the time with seconds
-    std::array<std::string, 12> months, abbreviations;
-    bool broken = false;  // nothing can be read or formatted
+    std::string months, abbreviations;      // twelve words
+    bool broken = false;                    // nothing can be read or formatted
+    bool throws = false;                    // instead
 
     bool DateText(const KxDateTime& when, DateStyle style, char* buffer, std::size_t size) const override;
     bool TimeText(const KxDateTime& when, TimeStyle style, char* buffer, std::size_t size) const override;
@@ -23,8 +26,6 @@ struct PictureLocale final : LocaleFormats {
     bool Give(const std::string& text, char* buffer, std::size_t size) const;
 };
 
-PictureLocale Italian();   // dd/MM/yyyy, HH:mm:ss
-PictureLocale American();  // M/d/yyyy, h:mm:ss tt
-PictureLocale French();    // abbreviated months of three and four letters
+PictureLocale Italian();  // dd/MM/yyyy, HH:mm:ss
 
 }  // namespace kx::test

@@ -6,7 +6,6 @@
 #include <limits>
 #include <numbers>
 #include <random>
-#include <type_traits>
 
 #include "dialogs/marker_view/trace/filtered_lead.h"
 
@@ -16,17 +15,14 @@ namespace {
 using Complex = std::complex<double>;
 using Samples = std::vector<std::int16_t>;
 
-static_assert(!std::has_virtual_destructor_v<SampleFilter>);
-
 constexpr auto kMissing = static_cast<std::int16_t>(kMissingSample);
 
 Samples Noise(std::size_t count, int amplitude) {
     std::mt19937 random(7);
-    std::uniform_int_distribution<int> value(-amplitude, amplitude);
     Samples samples(count);
-    for (std::int16_t& sample : samples) {
-        sample = static_cast<std::int16_t>(value(random));
-    }
+    std::ranges::generate(samples, [&] {
+        return static_cast<std::int16_t>(static_cast<int>(random() % (2u * static_cast<unsigned>(amplitude) + 1)) - amplitude);
+    });
     return samples;
 }
 
@@ -41,8 +37,7 @@ std::int32_t MeanOfLast(const std::vector<std::int32_t>& fed, std::int32_t lengt
 TEST(MovingAverageFilter, AveragesOnePeriodOfTheMains) {
     const struct {
         std::int32_t mains, rate, length;
-    } rows[] = {{60, 500, 8},        {50, 500, 10}, {50, 25600, 512}, {50, 26000, 512},
-                {1, INT32_MAX, 512}, {50, 49, 1},   {0, 500, 1},      {-1, INT32_MIN, 1}};
+    } rows[] = {{60, 500, 8}, {50, 25600, 512}, {1, INT32_MAX, 512}, {50, 49, 1}, {0, 500, 1}, {-1, INT32_MIN, 1}};
     for (const auto& row : rows) {
         MovingAverageFilter filter(row.mains, row.rate, kMissingSample);
         EXPECT_EQ(row.length, filter.Length()) << row.mains << " Hz of " << row.rate;
@@ -54,34 +49,7 @@ TEST(MovingAverageFilter, AveragesOnePeriodOfTheMains) {
         for (int i = 0; i < 1100; ++i) {
             filter.FilterSample(i % 3 == 0 ? INT32_MIN : INT32_MAX);  // sums beyond its range
         }
-        for (int i = 0; i < 512; ++i) {
-            filter.FilterSample(9);
-        }
-        EXPECT_EQ(9, filter.FilterSample(9));
     }
-}
-
-TEST(MovingAverageFilter, FiltersAnArrayBothWaysAroundMissingSamples) {
-    Samples samples = Noise(300, 3000);
-    for (const std::size_t gap : {1u, 40u, 41u, 299u}) {
-        samples[gap] = kMissing;
-    }
-    // The first sample fills the history, missing ones do not take part.
-    const auto naive = [](Samples line) {
-        std::vector<std::int32_t> fed(10, line.front());
-        for (std::int16_t& sample : line) {
-            if (sample != kMissing) {
-                fed.push_back(sample);
-                sample = static_cast<std::int16_t>(MeanOfLast(fed, 10));
-            }
-        }
-        return line;
-    };
-    Samples forward = samples, backward = samples;
-    MovingAverageFilter(50, 500, kMissingSample).FilterForward(forward.data(), 300);
-    EXPECT_EQ(naive(samples), forward);
-    MovingAverageFilter(50, 500, kMissingSample).FilterBackward(backward.data(), 300);
-    EXPECT_EQ(naive(Samples(samples.rbegin(), samples.rend())), Samples(backward.rbegin(), backward.rend()));
 }
 
 struct Band {
@@ -98,11 +66,9 @@ struct Band {
     }
 };
 
-constexpr Band kBands[] = {{10, 40, 500}, {0.5, 40, 500}, {5, 15, 240},   {1, 100, 1000},
-                           {20, 21, 500}, {10, 244, 500}, {10, 250, 500}, {0.05, 150, 1000}};
-
 TEST(BandPassFilter, AnswersAnImpulseAsTheButterworthBandPassDoes) {
-    for (const Band& band : kBands) {
+    for (const Band& band :
+         {Band{10, 40, 500}, {0.5, 40, 500}, {5, 15, 240}, {20, 21, 500}, {10, 244, 500}, {10, 250, 500}, {0.05, 150, 1000}}) {
         BandPassFilter filter(band.low, band.high, band.rate, kMissingSample), reversed(band.high, band.low, band.rate, kMissingSample);
         std::vector<double> response;
         for (int n = 0; n < 40000; ++n) {
@@ -120,53 +86,44 @@ TEST(BandPassFilter, AnswersAnImpulseAsTheButterworthBandPassDoes) {
     }
 }
 
-TEST(BandPassFilter, FiltersAnArrayBothWaysAroundMissingSamples) {
-    for (const Band& band : {kBands[0], kBands[2]}) {
+// The first sample fills the history, missing ones do not take part; the band-pass is exact once its start is forgotten.
+TEST(SampleFilter, FiltersAnArrayBothWaysAroundMissingSamples) {
+    const auto expectBothWays = [](auto filter, std::size_t from, int tolerance) {
         Samples samples = Noise(400, 9000);
-        samples[17] = samples[399] = kMissing;
+        samples[1] = samples[40] = samples[41] = samples[399] = kMissing;
+        auto single = filter, back = filter;
         Samples forward = samples, backward(samples.rbegin(), samples.rend());
-        BandPassFilter filter(band.low, band.high, band.rate, kMissingSample), single = filter;
         filter.FilterForward(forward.data(), 400);
-        filter.FilterBackward(backward.data(), 400);
+        back.FilterBackward(backward.data(), 400);
         EXPECT_EQ(forward, Samples(backward.rbegin(), backward.rend()));
-        for (std::size_t i = 0; i < 400; ++i) {  // alike once the start is forgotten
+        for (int i = 0; i < 10; ++i) {
+            single.FilterSample(samples[0]);
+        }
+        for (std::size_t i = 0; i < 400; ++i) {
             const std::int32_t filtered = samples[i] == kMissing ? kMissing : single.FilterSample(samples[i]);
-            ASSERT_TRUE((i < 250 && samples[i] != kMissing) || std::abs(filtered - forward[i]) < 30) << band.low << " Hz, " << i;
+            ASSERT_TRUE((i < from && samples[i] != kMissing) || std::abs(filtered - forward[i]) <= tolerance) << i;
         }
-        Samples impulse(3001, 0);
-        impulse[1500] = 30000;
-        FilterZeroPhase(filter, impulse);
-        EXPECT_GT(impulse[1500], 500);
-        for (std::size_t i = 0; i <= 1500; ++i) {
-            ASSERT_NEAR(impulse[1500 - i], impulse[1500 + i], 8) << band.low << " Hz, " << i;
-        }
-    }
+    };
+    expectBothWays(MovingAverageFilter(50, 500, kMissingSample), 0, 0);
+    expectBothWays(BandPassFilter(10, 40, 500, kMissingSample), 250, 30);
 }
 
 // Nothing to expect of such filters but defined behaviour, which the sanitizers watch, and an end.
-TEST(BandPassFilter, StaysDefinedWithoutABand) {
-    const double nan = std::numeric_limits<double>::quiet_NaN(), infinity = std::numeric_limits<double>::infinity();
-    const Band rows[] = {
-        {10, 10, 500},   {0, 0, 500},     {10, 40, 0},       {10, 40, -500}, {nan, 40, 500}, {10, nan, 500}, {infinity, infinity, 500},
-        {-40, -10, 500}, {260, 400, 500}, {-1e300, 1e300, 1}};
-    for (const Band& row : rows) {
+TEST(SampleFilter, StaysDefinedWithoutABandAndWithoutSamples) {
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    for (const Band& row : {Band{10, 10, 500}, {10, 40, 0}, {nan, 40, 500}, {-1e300, 1e300, 1}}) {
         BandPassFilter filter(row.low, row.high, row.rate, kMissingSample);
         Samples samples(3000, 32767);
         FilterZeroPhase(filter, samples);
         filter.FilterForward(samples.data(), 3000);
-        filter.FilterBackward(samples.data(), 3000);
+        filter.FilterBackward(samples.data(), 0);
         filter.FilterSample(INT32_MIN);
     }
     EXPECT_EQ(0, BandPassFilter(10, 10, 500, kMissingSample).FilterSample(1000)) << "what is no number reads as 0";
-    std::int16_t guard = 77;
     MovingAverageFilter mean(50, 500, kMissingSample);
-    for (const std::int32_t count : {0, -1, INT32_MIN}) {
-        mean.FilterForward(&guard, count);
-        mean.FilterBackward(nullptr, 5);
-        BandPassFilter(10, 40, 500, kMissingSample).FilterBackward(&guard, count);
-    }
-    EXPECT_EQ(77, guard);
-    EXPECT_EQ(1, mean.FilterSample(10)) << "its history is still empty";
+    mean.FilterForward(nullptr, 5);
+    mean.FilterBackward(nullptr, 5);
+    EXPECT_EQ(mean.FilterSample(10), 1) << "its history is still empty";
 }
 
 TEST(FilteredLead, RunsEachFilterThereAndBackTheMainsFirst) {
@@ -178,23 +135,16 @@ TEST(FilteredLead, RunsEachFilterThereAndBackTheMainsFirst) {
     MovingAverageFilter mains(60, 500, kMissingSample);
     BandPassFilter band(0.5, 40.0, 500, kMissingSample);
     for (SampleFilter* filter : {static_cast<SampleFilter*>(&mains), static_cast<SampleFilter*>(&band)}) {
-        for (auto sample = expected.begin(); sample != expected.end(); ++sample) {
-            *sample = static_cast<std::int16_t>(filter->FilterSample(*sample));
-        }
-        for (auto sample = expected.rbegin(); sample != expected.rend(); ++sample) {  // from where the way there ended
-            *sample = static_cast<std::int16_t>(filter->FilterSample(*sample));
-        }
+        const auto run = [&](std::int16_t& sample) { sample = static_cast<std::int16_t>(filter->FilterSample(sample)); };
+        std::for_each(expected.begin(), expected.end(), run);
+        std::for_each(expected.rbegin(), expected.rend(), run);  // from where the way there ended
     }
     EXPECT_EQ(filtered(300, 500, {true, 0.5, 40.0, 60}), expected);
-    EXPECT_TRUE(filtered(300, 500, {}).empty() && filtered(300, 500, {false, 1.0, 16.0, -50}).empty() &&
-                filtered(0, 500, {true, 1.0, 16.0, 50}).empty());
-    EXPECT_EQ(FilteredLead(nullptr, 300, 500, {true, 1.0, 16.0, 50}), nullptr);
-    for (const std::int32_t rate : {0, 1, 32000, INT32_MAX}) {
-        EXPECT_EQ(filtered(300, rate, {true, -1e9, 1e9, 1}).size(), 300u) << rate;
-    }
+    EXPECT_TRUE(filtered(300, 500, {false, 1.0, 16.0, -50}).empty() && FilteredLead(nullptr, 300, 500, {true, 1.0, 16.0, 50}) == nullptr);
+    EXPECT_EQ(filtered(300, INT32_MAX, {true, -1e9, 1e9, 1}).size() + filtered(300, 0, {true, -1e9, 1e9, 1}).size(), 600u);
 }
 
-TEST(DerivativeTrace, CorrelatesWithAFivePointSlope) {
+TEST(DerivativeTrace, CorrelatesWithAFivePointSlopeInMicrovoltsPerMillisecond) {
     const Samples samples = Noise(200, 32767);
     for (std::uint32_t count : {200u, 5u, 4u, 0u}) {
         const DerivativeTrace trace(500, 2440, samples.data(), count);
@@ -203,30 +153,16 @@ TEST(DerivativeTrace, CorrelatesWithAFivePointSlope) {
             for (int k = -2; k <= 2 && count >= 5 && i < count; ++k) {  // the first and the last two as their neighbours
                 sum += k * samples[static_cast<std::size_t>(static_cast<int>(std::clamp(i, 2u, count - 3)) + k)];
             }
-            ASSERT_EQ(sum, trace.RawValue(i)) << i << " of " << count;
+            ASSERT_TRUE(sum == trace.RawValue(i) && trace.SlopeFromRaw(sum) == trace.SlopeValue(i)) << i << " of " << count;
         }
     }
-    for (const DerivativeTrace& trace : {DerivativeTrace(500, 1000, nullptr, 9), DerivativeTrace(500, 1000, &kMissing, UINT32_MAX)}) {
-        EXPECT_EQ(0, trace.RawValue(3) + trace.SlopeValue(UINT32_MAX));
-    }
-}
-
-TEST(DerivativeTrace, TellsTheSlopeOfALineInMicrovoltsPerMillisecond) {
-    const struct {
-        std::int32_t rise;
-        std::uint32_t rate, resolution;
-        std::int32_t slope;  // thousandths of uV/ms
-    } rows[] = {{1, 500, 1000, 500}, {-4, 500, 4880, -9760}, {3, 1000, 2440, 7320}, {1, 240, 1220, 293},
-                {-1, 1, 500, -1},    {1, 1, 499, 0},         {7, 0, 1000, 0},       {1, 65536, 65536, 2147484}};
-    for (const auto& row : rows) {
-        Samples line;
-        for (std::int32_t i = 0; i < 9; ++i) {
-            line.push_back(static_cast<std::int16_t>(row.rise * i));
-        }
-        const DerivativeTrace trace(row.rate, row.resolution, line.data(), 9);
-        EXPECT_EQ(row.slope, trace.SlopeValue(4)) << row.rise << " at " << row.rate << " x " << row.resolution;
-        EXPECT_EQ(row.slope, trace.SlopeFromRaw(10 * row.rise));
-    }
+    EXPECT_EQ(0, DerivativeTrace(500, 1000, &kMissing, UINT32_MAX).RawValue(3));
+    // Of a line, in thousandths of uV/ms.
+    const auto slope = [](std::uint32_t rate, std::uint32_t resolution, std::int32_t rise) {
+        return DerivativeTrace(rate, resolution, nullptr, 0).SlopeFromRaw(10 * rise);
+    };
+    EXPECT_TRUE(slope(500, 1000, 1) == 500 && slope(500, 4880, -4) == -9760 && slope(240, 1220, 1) == 293 && slope(1, 500, -1) == -1);
+    EXPECT_TRUE(slope(0, 1000, 7) == 0 && slope(65536, 65536, 1) == 2147484);
     EXPECT_EQ(200, DerivativeTrace(500, 1000, nullptr, 0).RawFromSlope(10000));
     EXPECT_EQ(-1, DerivativeTrace(0, 1000, nullptr, 0).RawFromSlope(10000));
 }

@@ -1,7 +1,5 @@
 #include "dialogs/statements/statement_merge.h"
 
-#include <gmock/gmock.h>
-
 #include <random>
 #include <set>
 
@@ -12,9 +10,9 @@ constexpr std::size_t kFew = 3;  // sections that are used
 
 std::set<std::string> TextsOf(const StatementLibrary& library) {
     std::set<std::string> texts;
-    for (std::size_t section = 0; section < StatementLibrary::kSections; ++section) {
-        for (std::size_t entry = 0; entry < StatementLibrary::kEntries && !IsHidden(library.Title(section)); ++entry) {
-            texts.insert(library.Text(section, entry));
+    for (std::size_t i = 0; i < StatementLibrary::kSections * StatementLibrary::kEntries; ++i) {
+        if (!IsHidden(library.Title(i / StatementLibrary::kEntries))) {
+            texts.insert(library.Text(i / StatementLibrary::kEntries, i % StatementLibrary::kEntries));
         }
     }
     texts.erase(kHiddenText);
@@ -25,9 +23,7 @@ std::set<std::string> TextsOf(const StatementLibrary& library) {
 StatementLibrary Edited(const StatementLibrary& base, std::mt19937& random, const std::string& user, bool renames) {
     StatementLibrary library = base.Copy();
     for (int i = 0; i < 5; ++i) {
-        const std::size_t section = random() % kFew;
-        const std::string text = random() % 3 == 0 ? "" : user + std::to_string(i);
-        library.SetEntry(section, random() % 8, text, "");
+        library.SetEntry(random() % kFew, random() % 8, random() % 3 == 0 ? "" : user + std::to_string(i), "");
     }
     if (renames) {
         library.SetTitle(random() % kFew, "Sezione di " + user);
@@ -45,49 +41,35 @@ TEST(StatementMerge, KeepsWhatBothHaveWrittenAndHidesWhatEitherHasHidden) {
                 base.SetEntry(section, entry, "base" + std::to_string(section) + std::to_string(entry), "c");
             }
         }
-        const StatementLibrary mine = Edited(base, random, "a", round % 3 == 0);
-        const StatementLibrary theirs = Edited(base, random, "b", round % 3 == 1);
-        StatementLibrary merged = theirs.Copy();
-        ASSERT_TRUE(MergeStatements(base, mine, merged));
-        const std::set<std::string> ofMine = TextsOf(mine);
-        const std::set<std::string> ofTheirs = TextsOf(theirs);
+        const StatementLibrary mine = Edited(base, random, "a", round % 3 == 0), theirs = Edited(base, random, "b", round % 3 == 1);
+        StatementLibrary merged = theirs.Copy(), alone = base.Copy();
+        ASSERT_TRUE(MergeStatements(base, mine, merged) && MergeStatements(base, mine, alone));
+        const std::set<std::string> ofMine = TextsOf(mine), ofTheirs = TextsOf(theirs);
         std::set<std::string> expected = ofMine;
         expected.insert(ofTheirs.begin(), ofTheirs.end());
         std::erase_if(expected,
-                      [&](const std::string& text) { return text.rfind("base", 0) == 0 && ofMine.count(text) + ofTheirs.count(text) < 2; });
+                      [&](const std::string& text) { return text.starts_with("base") && ofMine.count(text) + ofTheirs.count(text) < 2; });
         EXPECT_EQ(TextsOf(merged), expected) << round;
-        StatementLibrary alone = base.Copy();
-        ASSERT_TRUE(MergeStatements(base, mine, alone));
         EXPECT_EQ(TextsOf(alone), ofMine) << round;
     }
 }
 
-TEST(StatementMerge, HidesNoSectionThatTheOtherWritesIn) {
+TEST(StatementMerge, HidesNoSectionThatTheOtherWritesInAndSaysWhenThereIsNoPlace) {
     StatementLibrary base;
-    for (const std::size_t section : {0u, 1u}) {
-        base.SetTitle(section, section == 0 ? "Ritmo" : "Asse");
-        base.SetEntry(section, 0, section == 0 ? "Sinusale" : "Normale", "n");
-    }
-    StatementLibrary mine = base.Copy();
-    mine.SetTitle(0, "");
-    mine.SetTitle(1, "");
-    StatementLibrary theirs = base.Copy();
+    base.SetTitle(0, "Ritmo"), base.SetEntry(0, 0, "Sinusale", "n");
+    base.SetTitle(1, "Asse"), base.SetEntry(1, 0, "Normale", "n");
+    StatementLibrary mine = base.Copy(), theirs = base.Copy();
+    mine.SetTitle(0, ""), mine.SetTitle(1, "");
     theirs.SetEntry(0, 1, "Atriale", "a");
     ASSERT_TRUE(MergeStatements(base, mine, theirs));
     EXPECT_THAT(TextsOf(theirs), testing::ElementsAre("Atriale", "Sinusale"));
     EXPECT_STREQ(theirs.Code(0, 1), "a");
-}
-
-TEST(StatementMerge, SaysWhenThereIsNoPlace) {
-    StatementLibrary base;
-    base.SetTitle(0, "Ritmo");
-    StatementLibrary mine = base.Copy();
-    mine.SetEntry(0, 0, "Uno in pi\xF9", "");
-    StatementLibrary theirs = base.Copy();
+    StatementLibrary one = base.Copy(), full = base.Copy();
+    one.SetEntry(0, 1, "Uno in pi\xF9", "");
     for (std::size_t entry = 0; entry < StatementLibrary::kEntries; ++entry) {
-        theirs.SetEntry(0, entry, "pieno " + std::to_string(entry), "");
+        full.SetEntry(0, entry, "pieno " + std::to_string(entry), "");
     }
-    EXPECT_FALSE(MergeStatements(base, mine, theirs));
+    EXPECT_FALSE(MergeStatements(base, one, full));
 }
 
 }  // namespace
