@@ -19,9 +19,7 @@ void UseEverything(AnnotationStore& store) {
     for (std::uint32_t i = 0; i <= count; ++i) {
         store.UpdateHeartRate(i);
         store.SetWidth(i, store.QrsDurationMs(i));
-        store.StrongestLead(i, nullptr);
         store.AmplitudeMicrovolts(17, i, &LeadBeat::amplitude3);
-        store.LabelInLead(i, i % 24);
     }
     const std::uint32_t t = store.Time(count / 2);
     if (const auto index = store.Insert(3, t)) {
@@ -40,7 +38,6 @@ void UseEverything(EpisodeRecord& episode) {
         const std::int16_t* lead = episode.Samples(code);
         Require(lead == nullptr || episode.Sample(code, count - 1) == (code == 16 ? -lead[count - 1] : lead[count - 1]));
         Require(episode.Sample(code, count) == 0);
-        episode.SampleMicrovolts(code, count / 2);
         episode.ShiftLead(code, 12345);
         episode.SetLeadSamples(code, zeros.data(), static_cast<std::uint32_t>(zeros.size()));
         episode.Measurements().LeadStLevel(static_cast<int>(code) % KX_MEASURED_LEADS, static_cast<std::int32_t>(code * count));
@@ -49,7 +46,6 @@ void UseEverything(EpisodeRecord& episode) {
     episode.AddSecond();
     char text[2048];
     episode.Interpretation().Text(text, sizeof text);
-    episode.Interpretation().Code(text, sizeof text);
 }
 
 void UseAsEpisode(Bytes input) {

@@ -22,7 +22,6 @@ constexpr std::pair<std::string_view, Run*> kTargets[] = {{"aecg", Aecg},
                                                           {"record_texts", RecordTexts},
                                                           {"scp", Scp},
                                                           {"script", Script},
-                                                          {"staff_list", Staff},
                                                           {"statement_library", StatementFile},
                                                           {"typed_time", TypedTime},
                                                           {"wfdb", Wfdb}};

@@ -11,7 +11,7 @@
 #include "lib/dbclient/test_list_entry.h"
 #include "lib/dbclient/test_record.h"
 #include "tests/fuzz/targets.h"
-#include "tests/rig/plain_locale.h"
+#include "tests/unit/picture_locale.h"
 
 namespace kx::fuzz {
 namespace {
@@ -22,9 +22,8 @@ constexpr int kCodeStep = 8;
 
 class OneList final : public ResourceTexts {
   public:
-    std::size_t LoadText(std::uint32_t, char* buffer, std::size_t size) const override {
+    std::size_t LoadText(std::uint32_t, char* buffer, std::size_t) const override {
         constexpr char kList[] = "0^...^1^Uomo^2^Donna";
-        Require(size >= sizeof kList);
         std::memcpy(buffer, kList, sizeof kList);
         return sizeof kList - 1;
     }
@@ -56,7 +55,10 @@ void Connect(Host& host) {
     test.stageCount = test.pressureCount = 1;
     test.stages[0] = test.currentStage = &host.stage;
     test.pressures[0] = test.pressureSummary = &host.reading;
-    test.holterData = &host.holter, test.holterSummary = &host.summary, test.spirometry = &host.spirometry, test.history = &host.history;
+    test.holterData = &host.holter;
+    test.holterSummary = &host.summary;
+    test.spirometry = &host.spirometry;
+    test.history = &host.history;
     std::fill(std::begin(test.series), std::end(test.series), &host.values);
     host.episode.samples = nullptr;
     host.history.entries = host.entries;
@@ -73,10 +75,13 @@ void Connect(Host& host) {
 
 void RenderEverything(const Host& host, const TestRecord& test, std::vector<char>& buffer) {
     const OneList texts;
-    const test::PlainLocale locale;
+    const test::PictureLocale locale = test::Italian();
     SummaryRequest request(texts, locale);
-    request.timeMs = host.timeMs, request.stTimeMs = host.stTimeMs, request.eventClass = host.eventClass;
-    request.eventValue = host.eventValue, request.eventHeartRate = host.eventHeartRate;
+    request.timeMs = host.timeMs;
+    request.eventClass = host.eventClass;
+    request.eventValue = host.eventValue;
+    request.eventHeartRate = host.eventHeartRate;
+    request.stTimeMs = host.stTimeMs;
     request.amplitudeUnit = static_cast<AmplitudeUnit>(host.amplitudeUnit % 4);
     for (int code = host.firstCode % kCodeStep - 1; code < kCodesEnd; code += kCodeStep) {
         FieldText(test, code, buffer.data(), buffer.size(), request);

@@ -21,6 +21,6 @@ inline void Require(bool holds) {
 }
 
 using Run = void(Bytes input);
-Run Aecg, AnnotationBlock, Dicom, EpisodeBlock, RecordTexts, Scp, Script, Staff, StatementFile, TypedTime, Wfdb;
+Run Aecg, AnnotationBlock, Dicom, EpisodeBlock, RecordTexts, Scp, Script, StatementFile, TypedTime, Wfdb;
 
 }  // namespace kx::fuzz

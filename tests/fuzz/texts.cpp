@@ -1,4 +1,4 @@
-// Bytes as texts that a user or a site writes: scripts, staff, statements, dates and times.
+// Bytes as texts that a user or a site writes: scripts, statements, dates and times.
 #include <algorithm>
 #include <cstring>
 #include <string>
@@ -9,11 +9,10 @@
 #include "dialogs/statements/statement_reader.h"
 #include "dialogs/statements/statement_writer.h"
 #include "lib/timestmp.h"
-#include "suite/kxdb/staff_list.h"
 #include "suite/kxrender/script.h"
 #include "tests/fuzz/targets.h"
 #include "tests/rig/memory_file.h"
-#include "tests/rig/plain_locale.h"
+#include "tests/unit/picture_locale.h"
 
 namespace kx::fuzz {
 namespace {
@@ -46,7 +45,6 @@ void Complete(const StatementLibrary& library, std::string_view typed) {
         Require(BeginsWithFolded(match.text, matcher.Prefix()) || BeginsWithFolded(match.code, matcher.Prefix()));
     }
     matcher.Extend(matcher.PrefixStart() + matcher.Prefix().size(), 'a');
-    matcher.Extend(matcher.PrefixStart(), 'r');
 }
 
 // Up to a zero byte, which goes too.
@@ -69,18 +67,6 @@ void Script(Bytes input) {
     Require(std::string_view(whole.data()).starts_with(part.data()));
 }
 
-// Every record that comes of them is terminated and names somebody.
-void Staff(Bytes input) {
-    SilentReporter log;
-    const db::StaffList staff = db::ParseStaff(TextOf(input), "staff.csv", log);
-    const auto requireName = [](const auto& record) {
-        const auto isTerminated = [](const auto&... fields) { return ((std::memchr(fields, '\0', sizeof fields) != nullptr) && ...); };
-        Require(record.lastName[0] != '\0' && isTerminated(record.lastName, record.firstName, record.initial));
-    };
-    std::ranges::for_each(staff.technicians, requireName);
-    std::ranges::for_each(staff.physicians, requireName);
-}
-
 // What is read can be completed from and written, and reads back the same.
 void StatementFile(Bytes input) {
     test::MemoryFile file(TextOf(input)), written, again;
@@ -97,12 +83,12 @@ void StatementFile(Bytes input) {
     }
 }
 
-// A locale's picture, a month's name and what a user typed, each up to a zero byte, and a time stamp behind them: what is read is a
+// A locale's picture, its months and what a user typed, each up to a zero byte, and a time stamp behind them: what is read is a
 // time that exists, or none.
 void TypedTime(Bytes input) {
-    test::PlainLocale locale;
-    locale.picture = TakeText(input);
-    locale.monthName = TakeText(input);
+    test::PictureLocale locale = test::Italian();
+    locale.shortDate = locale.time = TakeText(input);
+    locale.months = locale.abbreviations = TakeText(input);
     const std::string typed = TakeText(input);
     KxDateTime time{};
     std::copy_n(input.begin(), std::min(input.size(), sizeof time), reinterpret_cast<std::uint8_t*>(&time));

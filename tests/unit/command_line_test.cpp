@@ -19,7 +19,6 @@ TEST(CommandLine, UnderstandsItsForms) {
     EXPECT_TRUE(open.record == (RecordRequest{"a.hea", 1000}) && open.archive == "x" && !open.builtin);
     EXPECT_TRUE(As<OpenWorkstation>("--builtin").builtin);
     As<ShowHelp>("a -h --nonsense");
-    As<ShowVersion>("--version");
     const std::vector<RecordRequest> records{{"", 9}, {"b", 9}};
     const auto import = As<ImportRecords>("--import --builtin b --units-per-mv 9 --archive x");
     EXPECT_TRUE(import.records == records && import.archive == "x");
@@ -29,18 +28,14 @@ TEST(CommandLine, UnderstandsItsForms) {
     EXPECT_EQ(As<ListTests>("--archive x --list rossi").filter + As<ListTests>("--list").filter, "rossi");
     const auto test = As<ExportTest>("--export 7 x.CSV --archive y");
     EXPECT_TRUE(test.id == 7 && test.file == "x.CSV" && test.format == ExportFormat::kSamples && test.archive == "y");
-    EXPECT_EQ(As<ExportSignal>("--export-csv --builtin x.csv").format, SignalFormat::kCsv);
     const auto shot = As<Shot>("--size 64x4096 --shot f.png a table");
     EXPECT_TRUE(shot.width == 64 && shot.height == 4096 && RowOf(*shot.pane).name == std::string_view("table"));
     EXPECT_FALSE(As<Shot>("--shot f.png --builtin window").pane);
     EXPECT_EQ(As<ListFields>("--fields a 3,1,48-50,9999").codes, (std::vector<int>{3, 1, 48, 49, 50, 9999}));
     EXPECT_EQ(As<Expand>("--expand --measure a").text, "--measure");
-    EXPECT_EQ(As<ExportTable>("--table x.HTML --builtin").format, TableFormat::kHtml);
     const auto print = As<PrintToFile>("--print x.pcl a avr --paper letter");
     EXPECT_TRUE(print.settings.lead == 3u && print.settings.paper == Paper::kLetter && print.format == PageFormat::kPcl);
-    EXPECT_FALSE(As<PrintToFile>("--print x.pdf a tracing").settings.lead);
     EXPECT_EQ(As<PrintToPrinter>("--paper A4 --print-to p a I").settings.lead, 0u);
-    EXPECT_TRUE(As<PrintToPrinter>("--print-by-driver p a").byDriver);
 }
 
 TEST(CommandLine, SaysWhatItDoesNotUnderstand) {

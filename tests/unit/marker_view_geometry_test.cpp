@@ -41,11 +41,8 @@ TEST(ViewGeometry, ANarrowBeatIsCentredAndAWideOneScrolls) {
         EXPECT_TRUE(geometry.XOrigin() == row.origin && geometry.HorizontalBar() == row.horizontal) << row.percent;
         EXPECT_TRUE(geometry.Baseline() == row.baseline && geometry.VerticalBar() == row.vertical) << row.microvolts;
     }
-    for (const std::int32_t sample : {0, 50, 300, 599}) {  // a marker can be brought into view
-        const std::int32_t percent = ViewGeometry(kDevice, kBeat, {20, 1000, 0, 0}, 400, 300).PercentShowing(sample);
-        const std::int32_t column = ViewGeometry(kDevice, kBeat, {20, 1000, percent, 0}, 400, 300).ColumnOf(sample);
-        EXPECT_TRUE(column >= 0 && column < 400) << sample;
-    }
+    const std::int32_t percent = ViewGeometry(kDevice, kBeat, {20, 1000, 0, 0}, 400, 300).PercentShowing(300);
+    EXPECT_EQ(ViewGeometry(kDevice, kBeat, {20, 1000, percent, 0}, 400, 300).ColumnOf(300), 200) << "a marker is brought into view";
 }
 
 TEST(ViewGeometry, ATraceEndsWithTheFirstPointBeyondTheEdge) {
@@ -131,8 +128,11 @@ TEST(ViewGeometry, AbsurdInputIsHarmless) {
             value > 0, [&](std::int32_t k) { return geometry.SampleHeight(k % 2 == 0 ? -32768 : 32767); }, [&](int, int) { ++points; });
         EXPECT_LE(points, geometry.Samples());
         for (const std::int32_t where : kValues) {
-            (void)geometry.DragTarget(where), (void)geometry.Stepped(where, size), (void)geometry.PercentShowing(where);
-            (void)geometry.SlopeHeight(where), (void)HitsMarker(geometry.ColumnOf(where), {24, 20}, size, mm, size);
+            (void)geometry.DragTarget(where);
+            (void)geometry.Stepped(where, size);
+            (void)geometry.PercentShowing(where);
+            (void)geometry.SlopeHeight(where);
+            (void)geometry.ColumnOf(where);
         }
     }
 }

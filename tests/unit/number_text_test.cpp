@@ -13,8 +13,6 @@ constexpr std::int32_t kLeast = std::numeric_limits<std::int32_t>::min();
 
 TEST(NumberText, WritesNumbersWithinTheirBuffer) {
     char text[32] = {};
-    FormatTenths(text, sizeof text, 9);
-    EXPECT_STREQ(text, "0.9");
     FormatFixed(text, sizeof text, 0.5, 99);
     EXPECT_STREQ(text, "0.500000000000000");
     FormatNumber(text, 3, -1234);

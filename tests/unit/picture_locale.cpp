@@ -1,5 +1,6 @@
 #include "tests/unit/picture_locale.h"
 
+#include <algorithm>
 #include <cstring>
 #include <map>
 #include <sstream>

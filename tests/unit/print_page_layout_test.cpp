@@ -41,11 +41,5 @@ TEST(ChooseScale, TakesTheLargestScaleAtWhichTheBeatFits) {
     EXPECT_EQ(ColumnOf(page, scale, 1e300), page.grid.left + DotsOf(1000));
 }
 
-TEST(StaggerLabels, NoLabelCoversAnother) {
-    const auto rows = [](const std::vector<LabelPlace>& labels) { return StaggerLabels(labels, 3); };
-    EXPECT_EQ(rows({{160, 40}, {100, 40}, {139, 40}, {140, 40}}), (std::vector<int>{2, 0, 1, 0})) << "in no order";
-    EXPECT_EQ(rows({{100, 40}, {100, 40}, {100, 40}, {100, 40}}), (std::vector<int>{0, 1, 2, 2})) << "more than there are rows";
-}
-
 }  // namespace
 }  // namespace kxhost

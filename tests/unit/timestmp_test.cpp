@@ -81,8 +81,7 @@ TEST(DateTime, TimesAddUpToTheirDifference) {
 
 TEST(DateTime, FieldsOutOfRangeGiveSomeTime) {
     DateTime a(2013, 0, 3), b(2013, 0, 1), none = DateTime::None(), date(2013, 11, 30, 23, 59, 58, 99);
-    EXPECT_EQ(a.DaysBetween(b), 2);
-    EXPECT_EQ(a.Month() + b.Month(), 2) << "a month below 1 becomes 1 in the operands";
+    EXPECT_TRUE(a.DaysBetween(b) == 2 && a.Month() == 1 && b.Month() == 1) << "a month below 1 becomes 1 in the operands";
     EXPECT_EQ(DateTime(2013, 1, 5).DaysBetween(static_cast<const DateTime&>(DateTime(2013, 0, 5))), 0);
     none.AddDays(1);
     EXPECT_EQ(none, DateTime(0, 1, 1));
@@ -142,9 +141,8 @@ TEST(DateTime, WritesTheTimeAfterWithItsDay) {
     EXPECT_EQ(after({2013, 3, 7, 23, 0}, 4800000), "00:20:00 (2), 00:20 (2)");
     EXPECT_EQ(after({2013, 12, 31, 12, 0}, 5 * 86400000), "12:00:00 (6), 12:00 (6)");
     EXPECT_EQ(after({2013, 0, 200, 23, 0}, 0), "23:00:00 (100), 23:00 (100)") << "a day that no month has";
-    char text[32] = "before";
-    EXPECT_FALSE(DateTime(2013, 3, 7, 23).TimeAfter(0, text, 12, Italian()));
-    EXPECT_STREQ(text, "");
+    char text[12] = "before";
+    EXPECT_TRUE(!DateTime(2013, 3, 7, 23).TimeAfter(0, text, 12, Italian()) && text == std::string());
 }
 
 constexpr char kBadCharacter[] = "oem ..\\..\\lib\\timestmp 697 Invalid format character";

@@ -27,7 +27,6 @@ TEST(StaffNames, AppendThePiecesThatFit) {
         EXPECT_EQ(shown(technician), fitting(std::span(pieces).first(4)) + '\0') << size;
         EXPECT_EQ(shown(physician), fitting(pieces) + '\0') << size;
     }
-    EXPECT_EQ(DisplayName(technician, nullptr, 10), 0u);
     physician.initial[0] = physician.title[0] = '\0';
     EXPECT_EQ(DisplayName(physician, std::vector<char>(64).data(), 64), 12u) << "an empty piece has its blank, an empty title nothing";
 }

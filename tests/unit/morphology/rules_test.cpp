@@ -193,7 +193,6 @@ const Box kBoxes[] = {
     {"S removed before R'", kQrs, ClickQrs<kSOn>, kComplex, true, false, kComplex, 0, 0},
     {"S behind R", kQrs, ClickQrs<kSOn>, {200, 220, 0, 0, 0, 225}, false, true, {200, 220, 230, 0, 0, 225}, kFive, 1},
     {"S without R", kQrs, ClickQrs<kSOn>, {200, 0, 0, 0, 0, 320}, false, false, {200, 0, 0, 0, 0, 320}, 0, 0},
-    {"R' removed before S'", kQrs, ClickQrs<kRPrimeOn>, kComplex, true, false, kComplex, 0, 0},
     {"P wave removed", kP, Click<ApplyPWaveBox>, kWave, true, true, {0, 0, 0}, 7, 1},
     {"P wave restored", kP, Click<ApplyPWaveBox>, {0, 0, 0}, false, true, {50, 0, 100}, 7, 1},
     {"T wave restored", kT, Click<ApplyTWaveBox>, {0, 0, 0}, false, true, {450, 0, 500}, 0xE00, 1},

@@ -50,11 +50,9 @@ TEST(StatementMatcher, FindsThePrefixAtTheFirstWordThatBeginsAText) {
                 {"un q1", false, 5, ""},  // farther on it is a word like another
                 {"", false, 0, ""}};
     for (const auto& row : rows) {
-        for (const std::size_t lineStart : {std::size_t{0}, std::size_t{70}}) {
-            EXPECT_EQ(matcher.Start(lineStart, row.line), row.found) << row.line;
-            EXPECT_EQ(matcher.PrefixStart(), lineStart + row.start) << row.line;
-            EXPECT_TRUE(row.found ? matcher.Prefix() == row.prefix : matcher.MatchCount() == 0) << row.line;
-        }
+        EXPECT_EQ(matcher.Start(70, row.line), row.found) << row.line;
+        EXPECT_EQ(matcher.PrefixStart(), 70 + row.start) << row.line;
+        EXPECT_TRUE(row.found ? matcher.Prefix() == row.prefix : matcher.MatchCount() == 0) << row.line;
     }
 }
 

@@ -56,10 +56,13 @@ TEST(StatementMerge, KeepsWhatBothHaveWrittenAndHidesWhatEitherHasHidden) {
 
 TEST(StatementMerge, HidesNoSectionThatTheOtherWritesInAndSaysWhenThereIsNoPlace) {
     StatementLibrary base;
-    base.SetTitle(0, "Ritmo"), base.SetEntry(0, 0, "Sinusale", "n");
-    base.SetTitle(1, "Asse"), base.SetEntry(1, 0, "Normale", "n");
+    base.SetTitle(0, "Ritmo");
+    base.SetEntry(0, 0, "Sinusale", "n");
+    base.SetTitle(1, "Asse");
+    base.SetEntry(1, 0, "Normale", "n");
     StatementLibrary mine = base.Copy(), theirs = base.Copy();
-    mine.SetTitle(0, ""), mine.SetTitle(1, "");
+    mine.SetTitle(0, "");
+    mine.SetTitle(1, "");
     theirs.SetEntry(0, 1, "Atriale", "a");
     ASSERT_TRUE(MergeStatements(base, mine, theirs));
     EXPECT_THAT(TextsOf(theirs), testing::ElementsAre("Atriale", "Sinusale"));
