@@ -56,16 +56,5 @@ TEST(HtmlDocument, WritesATableWithinItsLimitsAndTheRowsOfItsDerivedClassAsTheyA
     EXPECT_EQ(document.FindOpenTag(0, "P"), 0u);  // nothing is left of what was loaded before
 }
 
-TEST(HtmlDocument, FindsTagsAndElements) {
-    HtmlDocument document(nullptr);
-    MemoryFile file("<PP><P>abcdefghi<P>b</P><P>");
-    char text[8] = "?";
-    ASSERT_TRUE(document.Load(file));
-    EXPECT_TRUE(document.FindOpenTag(0, "P") == 7 && document.FindOpenTag(5, "P") == 19 && document.FindOpenTag(4000000000u, "P") == 0);
-    EXPECT_TRUE(document.ReadElement(20, "P", text, sizeof text) == 0 && text == std::string("?")) << "not closed";
-    EXPECT_TRUE(document.ReadElement(0, "P", nullptr, 8) == 7 && document.ReadElement(0, "P", text, sizeof text) == 7);
-    EXPECT_STREQ(text, "abcdefg");
-}
-
 }  // namespace
 }  // namespace kx::test

@@ -36,12 +36,9 @@ TEST(AnnotationStore, AnswersWhatDoesNotExist) {
         EXPECT_TRUE(store.HeartRate(i) == 0 && store.Width(i) == 0 && store.QrsDurationMs(i) == 0 && store.LeadMask(i) == 0) << i;
         EXPECT_TRUE(store.StrongestLead(i, &slot) == 0 && slot == 0) << i;
         store.UpdateHeartRate(i);
-        store.RemoveAt(i);
         store.RemoveRange(i, UINT32_MAX);
         EXPECT_FALSE(store.IsModified());
         store.SetTime(i, 1);
-        store.SetLabel(i, 1, true);
-        store.SetHeartRate(i, 1);
         store.SetSubLabelAndLeadValue(i, 1, 1);
         store.SetLeadWidth(17, i, 9);
         EXPECT_TRUE(store.IsModified());
