@@ -50,7 +50,7 @@ void Complete(const StatementLibrary& library, std::string_view typed) {
 // Up to a zero byte, which goes too.
 std::string TakeText(Bytes& input) {
     const std::size_t zero = TextOf(input).find('\0');
-    const std::string text(TextOf(input).substr(0, zero));
+    std::string text(TextOf(input).substr(0, zero));
     input = input.subspan(std::min(text.size() + 1, input.size()));
     return text;
 }

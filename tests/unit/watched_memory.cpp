@@ -12,9 +12,6 @@ extern "C" int __sanitizer_install_malloc_and_free_hooks(  // NOLINT(bugprone-re
 
 namespace {
 
-constexpr int kPlenty = -1;
-int left = kPlenty;
-
 std::array<void*, 4096> freed;
 std::size_t freedCount = 0;
 bool watching = false;
@@ -27,20 +24,6 @@ void Freed(const volatile void* address) {
 
 }  // namespace
 
-void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
-    if (left == 0) {
-        return nullptr;
-    }
-    if (left > 0) {
-        --left;
-    }
-    try {
-        return operator new[](size);
-    } catch (const std::bad_alloc&) {
-        return nullptr;
-    }
-}
-
 // The sanitizer keeps its own operators, which tell delete from delete[], and calls back instead.
 #ifndef __SANITIZE_ADDRESS__
 void operator delete(void* address) noexcept {
@@ -51,10 +34,6 @@ void operator delete(void* address, std::size_t) noexcept { operator delete(addr
 #endif
 
 namespace kx::test {
-
-FailingMemory::FailingMemory(int allocationsLeft) { left = allocationsLeft; }
-
-FailingMemory::~FailingMemory() { left = kPlenty; }
 
 void WatchFreedMemory() {
 #ifdef __SANITIZE_ADDRESS__

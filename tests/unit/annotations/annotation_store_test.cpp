@@ -1,13 +1,41 @@
 #include "lib/annotation_store.h"
 
+#include <new>
 #include <random>
 
 #include "lib/dbclient/test_record.h"
 #include "tests/rig/recorded_reports.h"
-#include "tests/unit/watched_memory.h"
+
+namespace {
+
+constexpr int kPlenty = -1;
+int allocationsThatSucceed = kPlenty;
+
+}  // namespace
+
+// Allocations of arrays that ask for null on failure: for memory that runs short on purpose.
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
+    if (allocationsThatSucceed == 0) {
+        return nullptr;
+    }
+    allocationsThatSucceed -= allocationsThatSucceed > 0 ? 1 : 0;
+    try {
+        return operator new[](size);
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
 
 namespace kx::test {
 namespace {
+
+// While it lives, so many allocations succeed.
+struct FailingMemory {
+    explicit FailingMemory(int allocationsLeft) { allocationsThatSucceed = allocationsLeft; }
+    ~FailingMemory() { allocationsThatSucceed = kPlenty; }
+    FailingMemory(const FailingMemory&) = delete;
+    FailingMemory& operator=(const FailingMemory&) = delete;
+};
 
 using Times = std::vector<std::uint32_t>;
 
