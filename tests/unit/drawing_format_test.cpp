@@ -68,7 +68,7 @@ TEST(BmpFormat, TheHeadIsThatOfATwoColourPictureAndItsRowsAreTurnedOverAndFillWo
     const struct {
         std::uint32_t width, height;
         std::vector<int> expected;
-    } rows[] = {{16, 2, {5, 6, 1, 2}}, {8, 3, {9, 0, 5, 0, 1, 0}}, {24, 2, {5, 6, 7, 0, 1, 2, 3, 0}}, {40, 1, {1, 2, 3, 4, 5, 0}}};
+    } rows[] = {{16, 2, {5, 6, 1, 2}}, {8, 3, {9, 0, 5, 0, 1, 0}}, {40, 1, {1, 2, 3, 4, 5, 0}}};
     for (const auto& row : rows) {
         const Bytes file = File(row.width, row.height, 1);
         BmpPicture picture;

@@ -11,14 +11,6 @@ namespace {
 constexpr std::int32_t kMost = std::numeric_limits<std::int32_t>::max();
 constexpr std::int32_t kLeast = std::numeric_limits<std::int32_t>::min();
 
-TEST(NumberText, WritesNumbersWithinTheirBuffer) {
-    char text[32] = {};
-    FormatFixed(text, sizeof text, 0.5, 99);
-    EXPECT_STREQ(text, "0.500000000000000");
-    FormatNumber(text, 3, -1234);
-    EXPECT_EQ(std::string_view(text, 5), std::string_view("-1\0\x30\x30", 5)) << "cut to its buffer";
-}
-
 TEST(NumberText, WritesScaledNumbers) {
     const auto scaled = [](std::int32_t multiplier, std::int32_t divisor, int decimals, std::int32_t value) {
         char text[352];

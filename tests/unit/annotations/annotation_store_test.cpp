@@ -8,8 +8,7 @@
 
 namespace {
 
-constexpr int kPlenty = -1;
-int allocationsThatSucceed = kPlenty;
+int allocationsThatSucceed = -1;  // any number
 
 }  // namespace
 
@@ -32,9 +31,7 @@ namespace {
 // While it lives, so many allocations succeed.
 struct FailingMemory {
     explicit FailingMemory(int allocationsLeft) { allocationsThatSucceed = allocationsLeft; }
-    ~FailingMemory() { allocationsThatSucceed = kPlenty; }
-    FailingMemory(const FailingMemory&) = delete;
-    FailingMemory& operator=(const FailingMemory&) = delete;
+    ~FailingMemory() { allocationsThatSucceed = -1; }
 };
 
 using Times = std::vector<std::uint32_t>;
