@@ -84,33 +84,6 @@ void TreeView::Clear() {
     SendMsg(TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(TVI_ROOT));
 }
 
-HTREEITEM TreeView::SelectedItem() const {
-    return reinterpret_cast<HTREEITEM>(SendMsg(TVM_GETNEXTITEM, TVGN_CARET));
-}
-
-LPARAM TreeView::ItemData(HTREEITEM item) const {
-    TVITEMA asked{};
-    asked.mask = TVIF_PARAM;
-    asked.hItem = item;
-    const bool found = item != nullptr && SendMsg(TVM_GETITEMA, 0, reinterpret_cast<LPARAM>(&asked)) != FALSE;
-    return found ? asked.lParam : 0;
-}
-
-bool TreeView::ItemText(HTREEITEM item, char* buffer, std::size_t size) const {
-    if (size == 0) {
-        return false;
-    }
-    buffer[0] = 0;
-    TVITEMA asked{};
-    asked.mask = TVIF_TEXT;
-    asked.hItem = item;
-    asked.pszText = buffer;
-    asked.cchTextMax = static_cast<int>(size);
-    const bool found = item != nullptr && SendMsg(TVM_GETITEMA, 0, reinterpret_cast<LPARAM>(&asked)) != FALSE;
-    buffer[size - 1] = 0;
-    return found;
-}
-
 bool TreeView::Notify(std::uint32_t id, NMHDR* header, LRESULT& result) {
     if (id != Id() || header == nullptr) {
         return false;

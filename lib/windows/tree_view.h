@@ -38,13 +38,6 @@ class TreeView : public Window {
     // Removes every item.
     void Clear();
 
-    // Null: none.
-    HTREEITEM SelectedItem() const;
-    // The data of an item; 0 for null.
-    LPARAM ItemData(HTREEITEM item) const;
-    // Copies an item's text, cut at size - 1 characters and always terminated. False: there is no such item.
-    bool ItemText(HTREEITEM item, char* buffer, std::size_t size) const;
-
     // Told by the parent of every WM_NOTIFY; one of this tree's is given to its handler below. Returns
     // whether that handler consumed it, with the answer for the control in `result`. Notifications of other
     // controls, and those without a handler, are not consumed.

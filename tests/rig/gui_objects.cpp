@@ -12,42 +12,23 @@ namespace {
 // More than what can ever stand empty in the table: then the highest slot counts the objects in use, however they lie.
 constexpr std::size_t kBatch = 1024;
 
-unsigned long Slot(const void* handle) { return reinterpret_cast<std::uintptr_t>(handle) & 0xFFFF; }
-
-unsigned long HighestGdiSlot() {
-    std::array<HBRUSH, kBatch> brushes{};
+// The highest place in the handle table that a batch of new objects gets.
+template <class Make, class Destroy>
+unsigned long HighestSlot(Make make, Destroy destroy) {
+    std::array<decltype(make()), kBatch> batch;
     unsigned long highest = 0;
-    for (std::size_t i = 0; i < kBatch; ++i) {
-        brushes[i] = CreateSolidBrush(static_cast<COLORREF>(i));
-        highest = std::max(highest, Slot(brushes[i]));
+    for (auto& handle : batch) {
+        handle = make();
+        highest = std::max(highest, static_cast<unsigned long>(reinterpret_cast<std::uintptr_t>(handle) & 0xFFFF));
     }
-    std::for_each(brushes.rbegin(), brushes.rend(), [](HBRUSH brush) { DeleteObject(brush); });
-    return highest;
-}
-
-unsigned long HighestUserSlot() {
-    std::array<HMENU, kBatch> menus{};
-    unsigned long highest = 0;
-    for (HMENU& menu : menus) {
-        menu = CreateMenu();
-        highest = std::max(highest, Slot(menu));
-    }
-    std::for_each(menus.rbegin(), menus.rend(), [](HMENU menu) { DestroyMenu(menu); });
+    std::for_each(batch.rbegin(), batch.rend(), destroy);
     return highest;
 }
 
 }  // namespace
 
 GuiObjects CountGuiObjects() {
-    const HANDLE process = GetCurrentProcess();
-    GuiObjects counted{GetGuiResources(process, GR_GDIOBJECTS), GetGuiResources(process, GR_USEROBJECTS)};
-    if (counted.gdi == 0) {
-        counted.gdi = HighestGdiSlot();
-    }
-    if (counted.user == 0) {
-        counted.user = HighestUserSlot();
-    }
-    return counted;
+    return {HighestSlot([] { return CreateSolidBrush(0); }, DeleteObject), HighestSlot(CreateMenu, DestroyMenu)};
 }
 
 }  // namespace kx::test

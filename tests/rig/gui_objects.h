@@ -4,8 +4,8 @@
 
 namespace kx::test {
 
-// Numbers to compare with each other only: the counts of GetGuiResources or, where the platform does not keep
-// them, the highest slot that a batch of new objects gets in the handle table, which a leak drives up.
+// Numbers to compare with each other only: the highest slot that a batch of new objects gets in the handle table, which a
+// leak drives up. Wine does not keep the counts of GetGuiResources.
 struct GuiObjects {
     unsigned long gdi;
     unsigned long user;

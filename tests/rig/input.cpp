@@ -81,8 +81,6 @@ void CALLBACK RunScript(HWND, UINT, UINT_PTR timer, DWORD) {
     PostMessageA(dialog, WM_NULL, 0, 0);
 }
 
-LPARAM Packed(POINT at) { return MAKELPARAM(at.x, at.y); }
-
 }  // namespace
 
 bool DriveModal(const std::function<void()>& open, const std::function<void(HWND)>& script) {
@@ -147,22 +145,12 @@ void TypeText(HWND dialog, std::string_view text) {
     }
 }
 
-void ClickAt(HWND dialog, HWND window, POINT at) {
-    PostMessageA(window, WM_LBUTTONDOWN, MK_LBUTTON, Packed(at));
-    PostMessageA(window, WM_LBUTTONUP, 0, Packed(at));
-    Pump(dialog);
-}
-
 void ClickOn(HWND dialog, HWND window) {
     RECT area{};
     GetClientRect(window, &area);
-    ClickAt(dialog, window, {area.right / 2, area.bottom / 2});
-}
-
-void DoubleClickAt(HWND dialog, HWND window, POINT at) {
-    ClickAt(dialog, window, at);
-    PostMessageA(window, WM_LBUTTONDBLCLK, MK_LBUTTON, Packed(at));
-    PostMessageA(window, WM_LBUTTONUP, 0, Packed(at));
+    const LPARAM middle = MAKELPARAM(area.right / 2, area.bottom / 2);
+    PostMessageA(window, WM_LBUTTONDOWN, MK_LBUTTON, middle);
+    PostMessageA(window, WM_LBUTTONUP, 0, middle);
     Pump(dialog);
 }
 

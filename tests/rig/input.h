@@ -28,9 +28,7 @@ void PressKey(HWND dialog, UINT virtualKey);
 void PressControl(HWND control, char letter);
 // Characters (Windows-1252) where the focus is; each is dispatched before the next.
 void TypeText(HWND dialog, std::string_view text);
-// The left button on a point of a window's client area; without one, on its middle.
-void ClickAt(HWND dialog, HWND window, POINT at);
+// The left button on the middle of a window's client area.
 void ClickOn(HWND dialog, HWND window);
-void DoubleClickAt(HWND dialog, HWND window, POINT at);
 
 }  // namespace kx::test

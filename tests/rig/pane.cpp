@@ -112,19 +112,10 @@ void HostWindow::Destroy() {
 
 LRESULT CALLBACK HostWindow::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     auto* const host = reinterpret_cast<HostWindow*>(GetWindowLongPtrA(window, GWLP_USERDATA));
-    if (host == nullptr) {
-        return DefWindowProcA(window, message, wParam, lParam);
-    }
-    if (host->onMessage) {
-        const auto kept = host->onMessage;  // it may replace itself
-        if (const std::optional<LRESULT> answer = kept(message, wParam, lParam)) {
-            return *answer;
-        }
-    }
-    if (message == WM_DESTROY) {
+    if (host != nullptr && message == WM_DESTROY) {
         DWORD before = 0;
         VirtualProtect(host->object_, kPage, PAGE_NOACCESS, &before);
-    } else if (message == WM_USER && wParam == 1024 && lParam == 1024) {
+    } else if (host != nullptr && message == WM_USER && wParam == 1024 && lParam == 1024) {
         ++host->notices;
         if (const auto kept = host->onNotice) {
             kept();

@@ -17,7 +17,6 @@
 
 #include <cstdint>
 #include <functional>
-#include <optional>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -79,8 +78,6 @@ class HostWindow {
     KxHostWindow* Object() const { return object_; }
     void Destroy();
 
-    // Sees every message first; what it returns is the answer, nothing leaves it to the system.
-    std::function<std::optional<LRESULT>(UINT message, WPARAM wParam, LPARAM lParam)> onMessage;
     // WM_USER with 1024, 1024: how often, and what is called then.
     int notices = 0;
     std::function<void()> onNotice;

@@ -19,13 +19,10 @@ std::map<std::string, Sibling>& Laid() {
     return laid;
 }
 
-std::string SourceOf(const std::string& fileName, Sibling kind) {
-    switch (kind) {
-        case Sibling::kSpying: return "..\\rig\\spying_current.dll";
-        case Sibling::kOutdated: return "..\\rig\\spying_outdated.dll";
-        case Sibling::kWithoutExports: return "..\\rig\\spying_bare.dll";
-        default: return "..\\..\\bin\\" + fileName;
-    }
+const char* SourceOf(Sibling kind) {
+    return kind == Sibling::kOutdated         ? "..\\rig\\spying_outdated.dll"
+           : kind == Sibling::kWithoutExports ? "..\\rig\\spying_bare.dll"
+                                              : "..\\rig\\spying_current.dll";
 }
 
 template <std::size_t kSize>
@@ -104,7 +101,7 @@ void SpyingSuite::Lay(const std::string& fileName, Sibling kind) {
     }
     DeleteFileA(Beside(fileName).c_str());
     if (kind != Sibling::kMissing) {
-        ASSERT_TRUE(CopyFileA(Beside(SourceOf(fileName, kind)).c_str(), Beside(fileName).c_str(), FALSE)) << fileName;
+        ASSERT_TRUE(CopyFileA(Beside(SourceOf(kind)).c_str(), Beside(fileName).c_str(), FALSE)) << fileName;
     }
     Laid()[fileName] = kind;
 }
@@ -112,28 +109,42 @@ void SpyingSuite::Lay(const std::string& fileName, Sibling kind) {
 void SpyingSuite::On(const char* exportName, Answer answer) { answers_[exportName] = std::move(answer); }
 
 void SpyingSuite::AnswerGarbage() {
-    constexpr std::uint32_t kEverything = 0xFFFFFFFF;
-    On("TECH_LIST", [](Arguments a) {
-        std::memset(Address<char>(a[0]), 0xFF, a[1] * sizeof(TechnicianRecord));
-        return kEverything;
-    });
-    On("PHYS_LIST", [](Arguments a) {
-        std::memset(Address<char>(a[1]), 0xFF, a[2] * sizeof(PhysicianRecord));
-        return kEverything;
-    });
-    On("INTERPRET", [](Arguments a) {
-        std::memset(Address<char>(a[1]), 0xFF, sizeof(KxInterpretationResult));
-        return kEverything;
-    });
-    On("CREATETEXT", [](Arguments a) {
-        std::memset(Address<char>(a[1]), 0xFF, a[2]);
-        return kEverything;
-    });
-    On("UPDATEDETECTION", [](Arguments a) {
-        auto* const episode = Address<KxEpisodeRecord>(a[0]);
-        std::memset(&episode->measurements, 0xFF, sizeof episode->measurements);
-        return kEverything;
-    });
+    struct Written {
+        void* place;
+        std::size_t size;
+    };
+    const struct {
+        const char* exportName;
+        Written (*mayWrite)(Arguments a);
+    } rows[] = {
+        {"TECH_LIST",
+         [](Arguments a) {
+             return Written{Address<void>(a[0]), a[1] * sizeof(TechnicianRecord)};
+         }},
+        {"PHYS_LIST",
+         [](Arguments a) {
+             return Written{Address<void>(a[1]), a[2] * sizeof(PhysicianRecord)};
+         }},
+        {"INTERPRET",
+         [](Arguments a) {
+             return Written{Address<void>(a[1]), sizeof(KxInterpretationResult)};
+         }},
+        {"CREATETEXT",
+         [](Arguments a) {
+             return Written{Address<void>(a[1]), a[2]};
+         }},
+        {"UPDATEDETECTION",
+         [](Arguments a) {
+             return Written{&Address<KxEpisodeRecord>(a[0])->measurements, sizeof(KxMeasurementSet)};
+         }},
+    };
+    for (const auto& row : rows) {
+        On(row.exportName, [mayWrite = row.mayWrite](Arguments a) {
+            const Written written = mayWrite(a);
+            std::memset(written.place, 0xFF, written.size);
+            return 0xFFFFFFFFu;
+        });
+    }
 }
 
 int SpyingSuite::Calls(const std::string& exportName) const {

@@ -26,7 +26,6 @@ enum class Sibling {
     kSpying,          // answers what the test says
     kOutdated,        // the same, of a version that is refused
     kWithoutExports,  // has LIBSTART and LIBSTOP only
-    kProduct,         // the stand-in that the product is shipped with
     kMissing,
 };
 

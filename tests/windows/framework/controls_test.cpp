@@ -62,19 +62,6 @@ TEST_F(Controls, EndWithTheirOwnerAndGiveBackWhatTheyHeld) {
         EXPECT_EQ(label.OnCtlColor(nullptr, windows[0]), nullptr);
     }
     EXPECT_FALSE(IsWindow(windows[0]) || IsWindow(windows[1]) || GetObjectType(brush) != 0);
-    // A button keeps its icon until the next one.
-    const HWND item = parent_.NewItem("BUTTON", BS_PUSHBUTTON | BS_ICON, 1);
-    CheckBox& box = *new CheckBox(&parent_, 1);
-    const BYTE bits[16 * 16 / 8] = {};
-    const HICON icons[] = {CreateIcon(nullptr, 16, 16, 1, 1, bits, bits), CreateIcon(nullptr, 16, 16, 1, 1, bits, bits)};
-    ICONINFO info{};
-    for (const HICON icon : icons) {
-        EXPECT_TRUE(box.SetIcon(UniqueIcon(icon)));
-        EXPECT_EQ(reinterpret_cast<HICON>(SendMessageA(item, BM_GETIMAGE, IMAGE_ICON, 0)), icon);
-    }
-    EXPECT_FALSE(GetIconInfo(icons[0], &info));
-    DestroyWindow(item);
-    EXPECT_FALSE(GetIconInfo(icons[1], &info));
 }
 
 // ---- what they take, send and read back
@@ -132,23 +119,6 @@ TEST_F(Combos, HoldItemsWithCodes) {
         EXPECT_EQ(buffer, std::string(size - 1, 'x'));
         EXPECT_EQ(combo_.GetLBText(1, buffer, size), CB_ERR);
         EXPECT_TRUE(size == 7 || buffer[size] == '#');
-    }
-}
-
-TEST_F(Combos, TellTheForwardTargetOfASelection) {
-    const HWND receiver = parent_.NewItem("STATIC", 0, 90);
-    Window target(receiver, &parent_, 90);
-    ComboBox& combo = *new ComboBox(library_, &parent_, 31, 10, 20, 120, 15, &target, WM_USER + 7);
-    combo.FillPickListText(kSexes, 2);
-    const std::string longText(3000, 'y');
-    combo.AddItem(5, longText.c_str());
-    MSG message{};
-    for (const int item : {2, 3}) {
-        combo.SetCurSel(item);
-        SendMessageA(combo.Handle(), WM_COMMAND, MAKEWPARAM(1000, LBN_SELCHANGE), 0);
-        ASSERT_TRUE(PeekMessageA(&message, receiver, WM_USER + 7, WM_USER + 7, PM_REMOVE));
-        EXPECT_EQ(message.wParam, item == 2 ? 2u : 5u);
-        EXPECT_EQ(reinterpret_cast<const char*>(message.lParam), item == 2 ? "Donna" : longText.substr(0, 1023));
     }
 }
 

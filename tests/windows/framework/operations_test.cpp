@@ -17,11 +17,6 @@ class HeardWindow final : public Window {
         }
         return heard ? 21 : Window::WindowProc(message, wParam, lParam);
     }
-    bool GetToolTipText(UINT_PTR id, HINSTANCE& module, const char*& text) override {
-        module = GetModuleHandleA(nullptr);
-        text = "Aiuto";
-        return id == 7;
-    }
     bool IsCommandEnabled(UINT id) override { return id == 40001; }
     bool IsCommandChecked(UINT id) override { return id == 40002; }
     void OnTimer(UINT_PTR) override { ++ticks; }
@@ -114,7 +109,7 @@ TEST_F(Operations, TickUntilTheTimerIsStoppedOrItsObjectGone) {
         nullptr, [&] { return child_.ticks > 0; }, 50));
 }
 
-TEST_F(Operations, AnswerMenusAndToolTipsByTheirHandlers) {
+TEST_F(Operations, EnableAndCheckTheItemsOfAMenu) {
     const HMENU menu = CreatePopupMenu();
     for (const UINT id : {40001u, 40002u}) {
         AppendMenuA(menu, MF_STRING, id, "voce");
@@ -123,12 +118,6 @@ TEST_F(Operations, AnswerMenusAndToolTipsByTheirHandlers) {
     EXPECT_EQ(GetMenuState(menu, 40001, MF_BYCOMMAND), UINT{MF_ENABLED | MF_UNCHECKED});
     EXPECT_EQ(GetMenuState(menu, 40002, MF_BYCOMMAND), UINT{MF_GRAYED | MF_CHECKED});
     DestroyMenu(menu);
-    for (const UINT_PTR id : {7u, 8u}) {
-        NMTTDISPINFOA request{};
-        request.hdr = {child_.Handle(), id, static_cast<UINT>(TTN_NEEDTEXTA)};
-        EXPECT_EQ(child_.SendNotify(id, &request.hdr), 0);
-        EXPECT_STREQ(request.lpszText, id == 7 ? "Aiuto" : nullptr);
-    }
 }
 
 TEST(WindowWithoutHandle, DoesNothing) {

@@ -1,12 +1,8 @@
-// DataFile on real files, and its dialogs answered as a user would with the keyboard.
+// DataFile on real files.
 #include <gmock/gmock.h>
 #include <windows.h>
 
-#include <commdlg.h>
-#include <dlgs.h>
-
 #include "lib/fileutil.h"
-#include "tests/rig/input.h"
 #include "tests/rig/recorded_reports.h"
 #include "tests/windows/modules/temp_folder.h"
 
@@ -112,35 +108,6 @@ TEST_F(DataFileTest, EditsTheContentAndTheFileAndKeepsTheEditWhenTheFileIsTaken)
     EXPECT_TRUE(file.DeleteRange(0, 1));
     file.Close();
     EXPECT_EQ(ReadBytes(Path()), "6789");
-}
-
-TEST_F(DataFileTest, TakesTheFilesThatTheUserChooses) {
-    for (const char* name : {"a.txt", "b.txt"}) {
-        WriteBytes(Path(name), name);
-    }
-    bool chosen = true;
-    const auto choose = [&](const char* typed, WORD button) {
-        const auto open = [&] { chosen = file.ChooseOpen(nullptr, "", folder.Path().c_str(), nullptr, "Tutti^*.*", &log, true); };
-        return DriveModal(open, [&](HWND dialog) {
-            HWND edit = GetDlgItem(dialog, cmb13) != nullptr ? GetDlgItem(dialog, cmb13) : GetDlgItem(dialog, edt1);
-            while (const HWND inner = GetWindow(edit, GW_CHILD)) {
-                edit = inner;
-            }
-            SetWindowTextA(edit, typed);
-            SendMessageA(dialog, WM_COMMAND, button, 0);
-        });
-    };
-    EXPECT_TRUE(choose("a.txt", IDCANCEL) && !chosen);
-    EXPECT_EQ(file.FileName(0), nullptr);
-    EXPECT_TRUE(choose("\"a.txt\"", IDOK) && chosen);
-    EXPECT_STREQ(file.FileName(0), Path("a.txt").c_str());
-    EXPECT_TRUE(choose("\"a.txt\" \"b.txt\"", IDOK));
-    EXPECT_STREQ(file.FileName(1), Path("b.txt").c_str());
-    EXPECT_EQ(file.FileName(2), nullptr);
-    // An edit is of the file that was read, not of the first.
-    EXPECT_TRUE(file.ReadAll(1, 10, &log) && file.InsertAt(1, "3", 1));
-    file.Close();
-    EXPECT_EQ(ReadBytes(Path("a.txt")) + ReadBytes(Path("b.txt")), "a.txtb3.txt");
 }
 
 }  // namespace
