@@ -149,10 +149,6 @@ class Window {
     // object may be gone.
     bool Create(const char* className, const char* title, HINSTANCE module, Window* createParam, DWORD style,
                 DWORD extendedStyle, int x, int y, int width, int height);
-    // A top-level window without a title: an overlapped frame, or a bare popup. area null: the system's
-    // default place.
-    bool CreateFrame(const char* className, HINSTANCE module, Window* createParam, const RECT* area,
-                     bool framed);
     // A child window (WS_CHILD in style) of the parent, with this object's id. Not attached; see Subclass.
     bool CreateControl(const char* className, const char* title, HINSTANCE module, DWORD style,
                        DWORD extendedStyle, int x, int y, int width, int height);
@@ -176,8 +172,6 @@ class Window {
 
     bool Show();
     bool Hide();
-    bool ShowNormal();
-    bool Maximize();
     // Returns whether the window was disabled before.
     bool Enable(bool enabled);
     bool IsValid() const;
@@ -188,13 +182,6 @@ class Window {
     // activation.
     bool MoveTo(int x, int y, int width, int height);
     bool Resize(int width, int height);
-    bool BringToTopmost();
-    bool ToTop();
-    bool ToBottom();
-    // Centres along one axis over the parent's window (without a parent: over 0, 0, 1024, 780), keeping the
-    // size and the place along the other axis.
-    bool CenterHorizontally();
-    bool CenterVertically();
     // The client area's rectangle, and the window's on the screen. False: the rectangle is unchanged.
     bool GetClientRect(RECT& area) const;
     bool GetWindowRect(RECT& area) const;
@@ -205,8 +192,63 @@ class Window {
     HWND SetCapture();
     // Whoever has the capture.
     static bool ReleaseCapture();
+
+    // ---- text, number and font (window_text.cpp); forms of the numbers: lib/number_text.h
+
+    // At most size - 1 characters, always terminated; returns their number.
+    int GetText(char* buffer, int size) const;
+    int GetTextLength() const;
+    bool SetText(const char* text);
+    bool SetNumber(std::int32_t value);
+    // The font stays the caller's and outlives the window.
+    void SetFont(HFONT font, bool redraw);
+    HFONT GetFont() const;
+
+    // ---- scroll bars (window_scroll.cpp); V: vertical, H: horizontal
+
+    // All 32 bits of the thumb's position while it is dragged.
+    int GetVTrackPosition() const;
+    int GetHTrackPosition() const;
+
+    // ---- messages and boxes (window_messages.cpp)
+
+    LRESULT SendMsg(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
+    bool PostMsg(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
+    // WM_USER.
+    bool PostUser(WPARAM wParam, LPARAM lParam) const;
+    // To the parent's window.
+    bool PostToParent(UINT message, WPARAM wParam, LPARAM lParam) const;
+
+    // A box owned by this window (by none with handle 0), as the others below: MB_OK and its kin; IDOK and
+    // its kin.
+    int MessageBox(const char* text, const char* caption, UINT flags) const;
+
+    // ---- timer (window_timer.cpp)
+
+    // One timer for each object, started anew when it runs; calls OnTimer. It ends with the object or the
+    // window.
+    bool StartTimer(UINT milliseconds);
+    void StopTimer();
+
+    // ---- what the suite's other windows do, and no pane of this library; each beside its kin in the files
+    // named above
+
+    // A top-level window without a title: an overlapped frame, or a bare popup. area null: the system's
+    // default place.
+    bool CreateFrame(const char* className, HINSTANCE module, Window* createParam, const RECT* area,
+                     bool framed);
+
+    bool ShowNormal();
+    bool Maximize();
     bool BringToTop();
     bool SetForeground();
+    bool BringToTopmost();
+    bool ToTop();
+    bool ToBottom();
+    // Centres along one axis over the parent's window (without a parent: over 0, 0, 1024, 780), keeping the
+    // size and the place along the other axis.
+    bool CenterHorizontally();
+    bool CenterVertically();
 
     // Style bits. They show with the next change of the frame.
     bool SetMinimizeBox(bool on);
@@ -216,13 +258,6 @@ class Window {
     bool SetStaticEdge(bool on);
     bool SetStyles(DWORD style, DWORD extendedStyle);
 
-    // ---- text, number and font (window_text.cpp); forms of the numbers: lib/number_text.h
-
-    // At most size - 1 characters, always terminated; returns their number.
-    int GetText(char* buffer, int size) const;
-    int GetTextLength() const;
-    bool SetText(const char* text);
-    bool SetNumber(std::int32_t value);
     bool SetUnsigned(std::uint32_t value);
     bool SetHex(std::uint32_t value);
     bool SetFixed(double value, int decimals);
@@ -234,11 +269,6 @@ class Window {
     // The number at the start of the window's text (of its first 64 characters); 0 when there is none.
     std::uint32_t GetHexText() const;
     std::int32_t GetNumberText() const;
-    // The font stays the caller's and outlives the window.
-    void SetFont(HFONT font, bool redraw);
-    HFONT GetFont() const;
-
-    // ---- scroll bars (window_scroll.cpp); V: vertical, H: horizontal
 
     bool HasScrollBar(bool vertical) const;
     // A bar without need for scrolling is disabled, not hidden. The position that results is returned.
@@ -252,24 +282,13 @@ class Window {
     UINT GetHPage() const;
     int GetVPosition() const;
     int GetHPosition() const;
-    // All 32 bits of the thumb's position while it is dragged.
-    int GetVTrackPosition() const;
-    int GetHTrackPosition() const;
     int GetVMinimum() const;
     int GetHMinimum() const;
 
-    // ---- messages, menu, hot keys, boxes (window_messages.cpp)
-
-    LRESULT SendMsg(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
-    bool PostMsg(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
-    // WM_USER.
-    bool PostUser(WPARAM wParam, LPARAM lParam) const;
     bool PostCommand(WPARAM wParam, LPARAM lParam) const;
     LRESULT SendCommand(WPARAM wParam, LPARAM lParam) const;
     LRESULT SendDrawItem(WPARAM id, const DRAWITEMSTRUCT* item) const;
     LRESULT SendNotify(WPARAM id, const NMHDR* header) const;
-    // To the parent's window.
-    bool PostToParent(UINT message, WPARAM wParam, LPARAM lParam) const;
 
     // The window takes the menu; false for no menu.
     bool SetMenu(const Menu& menu);
@@ -278,22 +297,12 @@ class Window {
     ATOM RegisterHotKey(const char* name, UINT modifiers, UINT virtualKey);
     bool UnregisterHotKey(ATOM atom);
 
-    // Boxes owned by this window (by none with handle 0). MessageBox: MB_OK and its kin; IDOK and its kin.
-    int MessageBox(const char* text, const char* caption, UINT flags) const;
     bool AskYesNo(const char* text, const char* caption, bool defaultYes) const;
     void Warn(const char* text, const char* caption) const;
     void Inform(const char* text, const char* caption) const;
     // The table of contents of an HTML Help file; true when a help window opened.
     bool ShowHelpContents(const char* helpFile) const;
     static void PostQuit();
-
-    // ---- timer (window_timer.cpp)
-
-    // One timer for each object, started anew when it runs; calls OnTimer. It ends with the object or the
-    // window.
-    bool StartTimer(UINT milliseconds);
-    void StopTimer();
-    bool IsTimerRunning() const { return timerId_ != 0; }
 
   protected:
     // For creations other than the above.
