@@ -37,8 +37,8 @@ class Parent : public Window {
     ~Parent() { Destroy(); }
 
     // A control of this window as a dialog's template would make it.
-    HWND NewItem(const char* className, DWORD style, std::uint32_t id, const char* text = "") const {
-        return CreateWindowExA(0, className, text, WS_CHILD | WS_VISIBLE | style, 5, 5, 100, 100, Handle(),
+    HWND NewItem(const char* className, DWORD style, std::uint32_t id) const {
+        return CreateWindowExA(0, className, "", WS_CHILD | WS_VISIBLE | style, 5, 5, 100, 100, Handle(),
                                reinterpret_cast<HMENU>(static_cast<UINT_PTR>(id)), GetModuleHandleA(nullptr), nullptr);
     }
 
