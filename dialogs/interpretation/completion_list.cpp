@@ -64,6 +64,29 @@ void CompletionList::SetHighlight(std::string_view text) {
     highlight_[length] = '\0';
 }
 
+void CompletionList::KeepRows(int count) {
+    const int rows = ItemCount();
+    if (count < rows / 2) {
+        DeleteAllRows();
+    }
+    for (int row = ItemCount(); row > count; --row) {
+        SendMsg(LVM_DELETEITEM, static_cast<WPARAM>(row - 1));
+    }
+}
+
+void CompletionList::ShowEntry(int row, const CompletionEntry& entry) {
+    const auto data = reinterpret_cast<LPARAM>(&entry);
+    if (row >= ItemCount()) {
+        AppendRow(data, 0);
+        return;
+    }
+    LVITEMA item{};
+    item.mask = LVIF_PARAM;
+    item.iItem = row;
+    item.lParam = data;
+    SendMsg(LVM_SETITEMA, 0, reinterpret_cast<LPARAM>(&item));
+}
+
 void CompletionList::ShowSelected(int row) {
     SelectRow(row);
     RECT client{};

@@ -18,6 +18,11 @@ class CompletionList final : public ListView {
 
     // What has been typed, which the rows set off from what is still to come.
     void SetHighlight(std::string_view text);
+    // Rows that stand there take another entry and the rest goes: making rows anew moves the list's parts for
+    // each of them, at every letter typed.
+    void KeepRows(int count);
+    // Row i of the entries, appended when there is none yet.
+    void ShowEntry(int row, const CompletionEntry& entry);
     // Selects a row and draws the list anew: rows reach farther than the columns, which is what the control
     // takes for their end.
     void ShowSelected(int row);

@@ -6,6 +6,7 @@
 #include "dialogs/interpretation/staff_names.h"
 #include "dialogs/statements/interp_report.h"
 #include "lib/windows/device_context.h"
+#include "lib/windows/drawing_pause.h"
 #include "lib/windows/held_control.h"
 
 namespace kx {
@@ -138,14 +139,19 @@ bool CompletionPopup::Extend(std::size_t position, char character) {
 }
 
 void CompletionPopup::Refresh() {
-    list_->SendMsg(WM_SETREDRAW, FALSE);
+    const auto matches = static_cast<int>(matcher_.MatchCount());
+    std::optional<DrawingPause>
+        pause;  // it lays the list out anew, which nothing asks for as long as the rows are as many
+    if (matches != list_->ItemCount()) {
+        pause.emplace(*list_);
+    }
     list_->SetHighlight(matcher_.Prefix());
-    list_->DeleteAllRows();
-    for (std::size_t i = 0; i < matcher_.MatchCount(); ++i) {
-        list_->AppendRow(reinterpret_cast<LPARAM>(&matcher_.Match(i)), 0);
+    list_->KeepRows(matches);
+    for (int i = 0; i < matches; ++i) {
+        list_->ShowEntry(i, matcher_.Match(static_cast<std::size_t>(i)));
     }
     Select(0);
-    list_->SendMsg(WM_SETREDRAW, TRUE);
+    pause.reset();
     list_->Invalidate();
     if (matcher_.IsExactCode()) {
         Choose();

@@ -8,6 +8,7 @@
 #include "lib/number_text.h"
 #include "lib/pick_list.h"
 #include "lib/windows/control_notification.h"
+#include "lib/windows/drawing_pause.h"
 #include "lib/windows/subclassed_control.h"
 
 namespace kx {
@@ -71,11 +72,14 @@ void ComboBox::FillPickList(std::uint32_t textId, std::int32_t selectedCode) {
 }
 
 void ComboBox::FillPickListText(std::string_view text, std::int32_t selectedCode) {
-    Reset();
-    PickList choices(text);
-    PickListItem item;
-    while (choices.Next(item)) {
-        AddItem(item.Code(), std::string(item.text).c_str());
+    {
+        const DrawingPause pause(*this);
+        Reset();
+        PickList choices(text);
+        PickListItem item;
+        while (choices.Next(item)) {
+            AddItem(item.Code(), std::string(item.text).c_str());
+        }
     }
     SetCurSel(0);
     SelectCode(selectedCode);

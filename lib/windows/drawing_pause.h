@@ -5,8 +5,9 @@
 
 namespace kx {
 
-// The control, which is a visible one, does not draw itself while the object lives, and draws what it has
-// become afterwards. To be made for one control at a time, not nested.
+// The control, which is a visible one or a combo box, does not draw itself while the object lives, and draws
+// what it has become afterwards. To be made for one control at a time, not nested. (Most controls are visible
+// once drawing is resumed; a combo box hands the message to its list.)
 class DrawingPause {
   public:
     explicit DrawingPause(const Window& control) : control_(&control) {
