@@ -22,8 +22,64 @@ bool Initialise(Dialog& dialog) {
     }
 }
 
+// The control of whose notification the handler is running; null for any other message.
+HWND NotifierOf(UINT message, LPARAM lParam) {
+    switch (message) {
+        case WM_COMMAND:
+            return reinterpret_cast<HWND>(lParam);
+        case WM_NOTIFY:
+            return lParam != 0 ? reinterpret_cast<const NMHDR*>(lParam)->hwndFrom : nullptr;
+        default:
+            return nullptr;
+    }
+}
+
+// A control that is destroyed within its own notification may go on in memory that it has given back: not
+// every system's edit asks whether it still lives. One that is notifying when its dialog ends lives, hidden
+// and without a parent, until its notifications have returned.
+class Notification {
+  public:
+    explicit Notification(HWND control) : control_(control), outer_(innermost_) { innermost_ = this; }
+    ~Notification() {
+        innermost_ = outer_;
+        if (released_) {
+            PostMessageA(control_, WM_CLOSE, 0, 0);
+        }
+    }
+    Notification(const Notification&) = delete;
+    Notification& operator=(const Notification&) = delete;
+
+    static void ReleaseThoseOf(HWND dialog) {
+        for (Notification* running = innermost_; running != nullptr; running = running->outer_) {
+            if (running->control_ != nullptr && GetParent(running->control_) == dialog) {
+                ShowWindow(running->control_, SW_HIDE);
+                SetParent(running->control_, HWND_MESSAGE);
+                running->Outermost().released_ = true;
+            }
+        }
+    }
+
+  private:
+    // The first of the control's notifications that are running: the last to return.
+    Notification& Outermost() {
+        Notification* outermost = this;
+        for (Notification* running = this; running != nullptr; running = running->outer_) {
+            if (running->control_ == control_) {
+                outermost = running;
+            }
+        }
+        return *outermost;
+    }
+
+    static inline Notification* innermost_ = nullptr;
+    HWND control_;
+    Notification* outer_;
+    bool released_ = false;
+};
+
 INT_PTR Dispatch(Dialog& dialog, UINT message, WPARAM wParam, LPARAM lParam) {
     const HandlerScope scope(dialog, dialog.Services());
+    const Notification notification(NotifierOf(message, lParam));
     try {
         return dialog.DialogProc(message, wParam, lParam);
     } catch (...) {
@@ -103,6 +159,7 @@ void Dialog::OnDestroy() {
     } catch (...) {
         scope.Exception();
     }
+    Notification::ReleaseThoseOf(Handle());
     LetGo();
 }
 
