@@ -5,8 +5,8 @@
 
 namespace kx {
 
-void ShowHelpTopic(Dialog& dialog) {
-    if (OpenHtmlHelp(dialog.Handle(), kHelpFile, kHelpContext, dialog.Id()) == nullptr &&
+void ShowHelpTopic(Dialog& dialog, std::uint32_t topic) {
+    if (OpenHtmlHelp(dialog.Handle(), kHelpFile, kHelpContext, topic) == nullptr &&
         dialog.Services() != nullptr) {
         dialog.Services()->SHOWINFORMATION(&dialog, std::uint32_t{IDS_NO_HELP});
     }

@@ -173,7 +173,7 @@ INT_PTR UserDictionaryDialog::OnDialogCommand(WPARAM wParam) {
         return TRUE;
     }
     if (wParam == IDHELP) {
-        ShowHelpTopic(*this);
+        ShowHelpTopic(*this, Id());
         return TRUE;
     }
     if (entry < buttons_.size()) {

@@ -207,7 +207,7 @@ INT_PTR StatementEditor::OnDialogCommand(WPARAM wParam) {
         return 1;
     }
     if (wParam == IDHELP) {
-        ShowHelpTopic(*this);
+        ShowHelpTopic(*this, kEditorTopic);
         return 1;
     }
     if (wParam == MAKEWPARAM(kPanelButtonId, BN_CLICKED)) {

@@ -35,8 +35,8 @@ bool FrameWindow::ConfirmLoss() {
     if (session_->HasChangedText()) {
         lost += L"\n- il testo dell'interpretazione";
     }
-    if (lost.empty()) {
-        lost = L"\n- i dati del referto (stadio, nomi, date)";
+    if (session_->HasChangedReport() || lost.empty()) {
+        lost += L"\n- i dati del referto (stadio, nomi, date)";
     }
     const std::wstring question =
         L"Salvare le modifiche a «" + session_->Title() + L"»?\n\nSenza salvare vanno perduti:" + lost;

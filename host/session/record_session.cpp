@@ -6,6 +6,8 @@
 #include <cstring>
 #include <optional>
 #include <random>
+#include <string_view>
+#include <tuple>
 
 #include "host/printing/tracing_output.h"
 #include "host/recording/aecg/aecg_writer.h"
@@ -50,6 +52,15 @@ MedianBeat MakeBeat(const Recording& recording) {
     return std::move(*beat);
 }
 
+template <std::size_t Size>
+std::string_view Text(const char (&field)[Size]) {
+    return {field, strnlen(field, Size)};
+}
+
+std::string_view Bytes(const KxDateTime& time) {
+    return {reinterpret_cast<const char*>(&time), sizeof time};
+}
+
 // A random UUID (RFC 4122, version 4).
 std::string NewIdentifier() {
     std::random_device random;
@@ -75,7 +86,6 @@ std::unique_ptr<RecordSession> RecordSession::Open(const RecordRequest& request,
     session->measuringFailure_ = analysis.MeasureEpisode(*session->episode_);
     session->source_ = request.path;
     session->TakeAsSaved();
-    session->openedTest_ = session->test_;
     session->beatsMs_ = beat.beatsMs;
     session->rPeakMs_ = kx::recording::kAlignmentMs;
     session->title_ = request.path.empty() ? L"Tracciato di esempio" : FromUtf8(recording.name);
@@ -123,6 +133,7 @@ std::unique_ptr<RecordSession> RecordSession::OpenArchived(const ArchiveClient& 
 void RecordSession::TakeAsSaved() {
     opened_ = episode_->measurements;
     openedText_ = test_.InterpretationText(nullptr, 0);
+    openedReport_ = test_;
     test_.ClearModified();
 }
 
@@ -155,6 +166,14 @@ std::filesystem::path RecordSession::Folder() const {
 
 bool RecordSession::HasChangedMarkers() const {
     return std::memcmp(&opened_, &episode_->measurements, sizeof opened_) != 0;
+}
+
+bool RecordSession::HasChangedReport() const {
+    const auto report = [](const KxTestRecord& test) {
+        return std::tuple(test.reportState, Text(test.overreadBy), Text(test.confirmedBy),
+                          Bytes(test.overreadTime), Bytes(test.confirmedTime));
+    };
+    return report(test_) != report(openedReport_);
 }
 
 bool RecordSession::HasChangedText() const {

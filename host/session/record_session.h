@@ -59,8 +59,11 @@ class RecordSession {
 
     // Whether anything was changed since the recording was opened: a value of the test, a marker, a
     // measurement.
-    bool HasChanges() const { return HasChangedMarkers() || test_.IsModified(); }
+    bool HasChanges() const { return HasChangedMarkers() || HasChangedReport() || test_.IsModified(); }
     bool HasChangedMarkers() const;
+    // Who, when and how far: what the library stores without setting `modified` as well (a reviewer's name, a
+    // confirmation).
+    bool HasChangedReport() const;
     bool HasChangedText() const;
     bool HasManualMarkers() const;
     // The median beat with its measurements in its serialized form. The file is replaced as a whole; false,
@@ -86,9 +89,9 @@ class RecordSession {
     kx::EpisodeRecord* episode_ = nullptr;  // the test's, never null in an opened session
     KxMeasurementSet opened_{};             // as first measured, or as last saved
     std::string openedText_;                // the statement likewise
+    KxTestRecord openedReport_{};           // the report's state, names and times likewise
     std::string source_;                    // the recording's path, UTF-8
     ArchivedKey key_;
-    KxTestRecord openedTest_{};
 };
 
 }  // namespace kxhost
