@@ -1,4 +1,4 @@
-// What kind of file a name stands for.
+// What a file that is written is, by its name's extension.
 #pragma once
 
 #include <optional>

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Opens the workstation: tools/demo.sh [RECORD.hea], the built-in recording when none is named.
+# Opens the workstation: tools/demo.sh [FILE], the built-in recording when none is named.
 # Where there is no screen that can be used, writes pictures into build/shots/ instead.
 set -eu
 . "$(dirname "${BASH_SOURCE[0]}")/common.sh"

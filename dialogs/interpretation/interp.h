@@ -23,8 +23,8 @@
 
 namespace kx {
 
-// Every change is in the record at once, and the parent window is told of it (WM_USER, 1024, 1024). The
-// parent may destroy the pane while it is being told.
+// Every change is in the record at once (a ticked box with the next save), and the parent window is told of
+// it (WM_USER, 1024, 1024). The parent may destroy the pane while it is being told.
 class InterpretationDialog final : public Pane {
   public:
     // hostOptions is not null (see automatic_interpretation.h). All outlive the pane; none is owned.

@@ -11,6 +11,8 @@
 namespace kx {
 namespace {
 
+static_assert(kFirstMarkerNotification == MVN_MARKERMOVED && kMostMarkers == kMarkerSlots);
+
 constexpr int kFirstLead = KX_LEAD_V6;
 constexpr std::int32_t kFirstLowEdge = 10;  // thousandths of a Hz
 constexpr std::int32_t kMainsOff = 0;

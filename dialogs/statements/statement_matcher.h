@@ -1,4 +1,4 @@
-// Typing completion: which statements or names the user may be about to write.
+// Which statements or names the user may be about to write: the portable half of typing completion.
 #pragma once
 
 #include <array>

@@ -1,4 +1,4 @@
-// The middle of the workstation: the window in which the library's panes are opened.
+// The middle of the workstation: the window in which the tabs' panes are opened.
 #pragma once
 
 #include <memory>

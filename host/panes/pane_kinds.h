@@ -1,4 +1,4 @@
-// The panes of the library as the workstation offers them: one row per tab.
+// The tabs of the workstation: the panes of the library and its own, one row a tab.
 #pragma once
 
 #include <array>

@@ -1,4 +1,4 @@
-// The workstation's own pane: every report field of the test, to look through, to search and to copy.
+// One of the workstation's own panes: every report field of the test, to look through, to search and to copy.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-// The workstation's first pane: the whole recording on millimetre paper, with calipers.
+// The workstation's pane: the whole recording on millimetre paper, with calipers.
 #pragma once
 
 #include <optional>

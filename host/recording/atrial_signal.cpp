@@ -8,7 +8,7 @@ namespace kx::recording {
 namespace {
 
 constexpr std::size_t kSmoothing = 11;  // samples at kWorkingRate: 22 ms
-// H. C. Bazett's and others' cube-root form: a QT of 420 ms at 60 beats a minute.
+// By a cube-root form: a QT of 420 ms at 60 beats a minute.
 constexpr double kQtMs = 420;
 constexpr std::ptrdiff_t kAfterT = ToAtrialSamples(240);  // the least between the end of T and the next place
 constexpr double kLongestCycle = 1.15;                    // of the median interval

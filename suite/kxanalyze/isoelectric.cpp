@@ -1,3 +1,4 @@
+// The isoelectric levels of a lead: before the QRS complex and before the P wave.
 #include <algorithm>
 
 #include "suite/kxanalyze/boundaries.h"

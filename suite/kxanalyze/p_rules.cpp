@@ -1,3 +1,4 @@
+// Where the P wave of all leads begins and ends, by the curve of joined slopes (rules.h).
 #include <algorithm>
 #include <cmath>
 

@@ -1,3 +1,4 @@
+// Where the T wave of all leads ends, by the curve of joined slopes (rules.h).
 #include <algorithm>
 #include <cmath>
 

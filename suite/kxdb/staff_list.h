@@ -8,9 +8,9 @@
 //
 // - ruolo: "tecnico" (may review) or "medico" (may confirm), in any case. A line whose first field is
 //   "ruolo" is the heading.
-// - cognome is required; cognome, nome and titolo hold up to 31 characters, iniziale up to 3; titolo is for
-//   physicians only. Blanks around a field do not count; a field in double quotes may hold semicolons, and
-//   two quotes for one.
+// - cognome is required; cognome and nome hold up to 31 characters, iniziale up to 3, titolo, which is for
+//   physicians only, up to 579. Blanks around a field do not count; a field in double quotes may hold
+//   semicolons, and two quotes for one.
 // - Empty lines and lines that begin with # are passed over.
 // - UTF-8 or Windows-1252, told apart by their bytes. No field holds a question mark, a control character
 //   or one that Windows-1252 does not have.
