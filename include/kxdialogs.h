@@ -492,9 +492,8 @@ typedef struct KxTestRecord {
     char text7492[32];
     char text7524[32];
     uint32_t testType; /* KX_TEST_... */
-    uint8_t
-        modified; /* set when the report or the patient is changed; not by markers, the reviewer's name, the confirmed state
-                       * and its time: a host that asks whether anything changed compares these as well */
+    uint8_t modified;  /* set by a changed text, patient, overread time or physician; not by markers, the reviewer's
+                       * name, the confirmed state or its time: a host that asks for changes compares these itself */
     uint8_t reserved7561[3];
     uint32_t currentAnnotation;
     uint8_t externalReview;

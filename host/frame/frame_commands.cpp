@@ -24,7 +24,30 @@ void FrameWindow::Say(const std::wstring& text, UINT icon) const {
     MessageBoxW(Window(), text.c_str(), L"Stazione ECG", MB_OK | icon);
 }
 
+// The interpretation pane writes a box that was ticked with its next save, at the latest when it ends; what
+// is saved or printed is to be what is shown.
+void FrameWindow::StoreShown() {
+    if (!session_ || ShownPane() != PaneKind::Interpretation) {
+        return;
+    }
+    const HWND focus = GetFocus();
+    const bool isInside = IsChild(paneHost_->Pane(), focus) != FALSE;
+    const int control = GetDlgCtrlID(focus);
+    const DWORD selection = static_cast<DWORD>(SendMessageW(focus, EM_GETSEL, 0, 0));
+    ShowPane();
+    if (!isInside) {
+        return;
+    }
+    if (const HWND same = GetDlgItem(paneHost_->Pane(), control)) {
+        SetFocus(same);
+        SendMessageW(same, EM_SETSEL, LOWORD(selection), HIWORD(selection));
+    } else {
+        paneHost_->FocusPane();
+    }
+}
+
 bool FrameWindow::ConfirmLoss() {
+    StoreShown();
     if (!session_ || !session_->HasChanges()) {
         return true;
     }
@@ -82,6 +105,7 @@ void FrameWindow::OnCommand(int id) {
             OpenRecordForUser({});
             break;
         case IDM_FILE_SAVE:
+            StoreShown();
             OnSave();
             break;
         case IDM_FILE_IMPORT:
@@ -91,12 +115,14 @@ void FrameWindow::OnCommand(int id) {
             OnSaveEpisode();
             break;
         case IDM_FILE_EXPORT:
+            StoreShown();
             OnExport();
             break;
         case IDM_FILE_EXPORT_TABLE:
             OnExportTable();
             break;
         case IDM_FILE_PRINT:
+            StoreShown();
             OnPrint();
             break;
         case IDM_FILE_SAVE_PICTURE:

@@ -97,6 +97,7 @@ class FrameWindow final : public HostWindow, private WorklistActions {
     void OnSetFocus();
     void OnTabChosen();
     bool ConfirmLoss();
+    void StoreShown();
     void Say(const std::wstring& text, UINT icon) const;
     Snapshot TakeSnapshot() const;
 

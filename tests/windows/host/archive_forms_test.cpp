@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "host/resource_ids.h"
 #include "tests/windows/host/host_fixture.h"
 #include "tests/windows/host/host_process.h"
 
@@ -88,6 +89,22 @@ TEST_F(HostTest, EverySaveThatWasToldOfIsThereAfterTheProgramWasKilled) {
     for (std::size_t id = 1; id <= told; id += 3) {
         EXPECT_EQ(RunHost({L"--export", std::to_wstring(id), whole.wstring(), L"--archive", file.wstring()}).exitCode, 0u) << id;
     }
+}
+
+// A box that is ticked is no change to the library before its next save.
+TEST_F(HostTest, AConfirmationThatIsOnlyTickedIsAskedAboutAndSaved) {
+    constexpr int kPanePhysician = 33830;
+    const OpenHost host({});
+    ASSERT_NE(host.Frame(), nullptr);
+    SendMessageW(host.Frame(), WM_COMMAND, IDM_VIEW_FIRST_PANE + 7, 0);
+    const HWND pane = host.Pane();
+    SendDlgItemMessageW(pane, kPanePhysician, BM_CLICK, 0, 0);
+    PostMessageW(host.Frame(), WM_CLOSE, 0, 0);
+    const HWND question = host.WaitForMessageBox();
+    ASSERT_NE(question, nullptr);
+    EXPECT_NE(TextsOf(question).find(L"i dati del referto"), std::wstring::npos) << fs::path(TextsOf(question)).string();
+    PostMessageW(question, WM_COMMAND, IDYES, 0);
+    EXPECT_TRUE(WaitUntil([&] { return IsWindow(host.Frame()) == FALSE; })) << "saved, it asks again";
 }
 
 }  // namespace
