@@ -96,8 +96,10 @@ void BarePicture::AddTraces(MarkerViewWindow& window) {
         });
         traces_.push_back(std::move(trace));
     };
-    add(RGB(255, 128, 255), [&](std::int32_t i) { return geometry.SampleHeight(raw[i]); });
-    add(RGB(0, 0, 0), [&](std::int32_t i) { return geometry.SampleHeight(filtered[i]); });
+    add(RGB(255, 128, 255),
+        [&](std::int32_t i) { return geometry.SampleHeight(raw[static_cast<std::size_t>(i)]); });
+    add(RGB(0, 0, 0),
+        [&](std::int32_t i) { return geometry.SampleHeight(filtered[static_cast<std::size_t>(i)]); });
     add(RGB(0, 0, 128), [&](std::int32_t i) {
         return geometry.SlopeHeight(slope.SlopeValue(static_cast<std::uint32_t>(i)));
     });

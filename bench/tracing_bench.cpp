@@ -98,8 +98,8 @@ int main() {
     signal.sampleRate = kRate;
     signal.unitMv.assign(12, 0.001);
     std::vector<TracedBeat> beats;
-    for (double ms = 300; ms < signal.DurationMs(); ms += 800) {
-        beats.push_back({ms, 1, true});
+    for (int ms = 300; ms < signal.DurationMs(); ms += 800) {
+        beats.push_back({static_cast<double>(ms), 1, true});
     }
 
     const HWND parent = CreateWindowExW(WS_EX_NOACTIVATE, L"STATIC", L"", WS_POPUP, 0, 0, kWidth + 40,

@@ -11,10 +11,10 @@ bool g_refusesNext = false;
 
 // The linker turns every call of malloc into one of the first, and every one of __real_malloc into malloc
 // (dialogs/CMakeLists.txt).
-extern "C" void* __real_malloc(std::size_t size);  // NOLINT(bugprone-reserved-identifier)
-extern "C" void* __wrap_malloc(std::size_t size);  // NOLINT(bugprone-reserved-identifier)
+extern "C" void* __real_malloc(std::size_t size);
+extern "C" void* __wrap_malloc(std::size_t size);
 
-void* __wrap_malloc(std::size_t size) {  // NOLINT(bugprone-reserved-identifier)
+void* __wrap_malloc(std::size_t size) {
     if (g_refusesNext) {
         g_refusesNext = false;
         return nullptr;

@@ -102,7 +102,7 @@ BmpFault ParseBmp(std::span<const std::byte> file, BmpPicture& picture) {
 std::vector<std::byte> MonochromeRows(const BmpPicture& picture) {
     const auto height = static_cast<std::size_t>(picture.height);
     const auto used = static_cast<std::size_t>(picture.width / 8);
-    const std::size_t sourceRow = static_cast<std::size_t>(BmpRowSize(picture.width, 1));
+    const auto sourceRow = static_cast<std::size_t>(BmpRowSize(picture.width, 1));
     // A row of width / 8 bytes, and one more where the system, which counts in words, would read it.
     const std::size_t row = used + used % 2;
     std::vector<std::byte> rows(row * height);

@@ -9,7 +9,7 @@
 #include "lib/reporter.h"
 
 // Declared as <windows.h> does, which the portable half is not to include.
-struct HINSTANCE__;  // NOLINT(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
+struct HINSTANCE__;
 
 namespace kx {
 

@@ -55,7 +55,8 @@ void DrawHeader(PageCanvas& canvas, const PrintedPage& texts) {
     constexpr std::size_t kAcross = 4;
     for (std::size_t i = 0; i < texts.globalValues.size(); ++i) {
         const double x = kRight - kCell * double(kAcross - i % kAcross);
-        const double y = 11.5 + double(i / kAcross) * 9;
+        const std::size_t row = i / kAcross;
+        const double y = 11.5 + double(row) * 9;
         canvas.Text({x, y}, kSmall, Ink::kGrey, texts.globalValues[i].name);
         canvas.Text({x, y + 4.2}, kStrong, Ink::kBlack, texts.globalValues[i].value);
     }
@@ -115,7 +116,8 @@ void DrawStatement(PageCanvas& canvas, const PrintedPage& texts) {
         lines.back() = L"[...] Il testo intero è nella stazione.";
     }
     for (std::size_t i = 0; i < lines.size(); ++i) {
-        canvas.Text({kTracingPaper.left + column * double(i / kStatementLines),
+        const std::size_t across = i / kStatementLines;
+        canvas.Text({kTracingPaper.left + column * double(across),
                      kStatementTop + kStatementLine * double(i % kStatementLines + 1)},
                     kBody, Ink::kBlack, lines[i]);
     }

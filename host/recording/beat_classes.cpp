@@ -138,7 +138,7 @@ BeatClasses ClassifyBeats(const Recording& recording, const std::vector<std::ptr
                 home = &group;
             }
         }
-        if (best.correlation < kSameShape) {
+        if (home == nullptr || best.correlation < kSameShape) {
             if (classes.size() == kMostClasses) {
                 continue;
             }

@@ -41,8 +41,8 @@ constexpr Projection kProjections[] = {
 
 // The weights of any lead: the limb leads follow from I and II.
 Vector WeightsOf(std::size_t lead) {
-    const Vector& one = kProjections[0].weights;
-    const Vector& two = kProjections[1].weights;
+    const Vector one = kProjections[0].weights;
+    const Vector two = kProjections[1].weights;
     const auto mix = [&](double ofOne, double ofTwo) {
         return Vector{ofOne * one[0] + ofTwo * two[0], ofOne * one[1] + ofTwo * two[1],
                       ofOne * one[2] + ofTwo * two[2]};

@@ -70,6 +70,7 @@ WaveShape WaveSearch::ShapeAt(std::ptrdiff_t first) const {
 
 WaveShape WaveSearch::MedianShape(const std::vector<WaveMatch>& matches) const {
     std::vector<WaveShape> shapes;
+    shapes.reserve(matches.size());
     for (const WaveMatch& match : matches) {
         shapes.push_back(ShapeAt(match.first));
     }

@@ -168,7 +168,7 @@ std::wstring LeadText(int lead) {
         return L"derivazione " + std::to_wstring(lead + 1);
     }
     const std::string name = kx::StandardLeadName(static_cast<std::uint32_t>(lead));
-    return std::wstring(name.begin(), name.end());
+    return {name.begin(), name.end()};
 }
 
 std::wstring NameOf(const Row& row, int place) {

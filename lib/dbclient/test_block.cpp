@@ -153,7 +153,7 @@ bool SetFixed(Reader& chunk, Setter set) {
     if (record == nullptr || Understood(record.get()) == nullptr) {
         return false;
     }
-    set(std::move(record));
+    set(std::move(record));  // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks): the setter owns it
     return true;
 }
 

@@ -12,9 +12,6 @@ class DeviceContext;
 class Menu;
 class PaintContext;
 
-// See window_class.h.
-LRESULT CALLBACK ClassWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
-
 // Base of every window that the library creates or adopts. While a window is attached to an object, its
 // user-data long (GWLP_USERDATA) holds the object's address, and the window's messages become calls of the
 // object's handlers; 0 means that no object is attached.

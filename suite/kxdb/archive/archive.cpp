@@ -7,6 +7,8 @@
 
 namespace kx::db {
 
+using namespace std::string_view_literals;
+
 namespace {
 
 constexpr char kSource[] = "archive.kxdb";
@@ -21,7 +23,7 @@ std::filesystem::path Beside(const std::filesystem::path& file, const char* suff
 // A file that never was an archive: it is not to be put aside as a damaged one. One with its copy beside it
 // was.
 bool IsSomethingElse(const std::filesystem::path& file, const std::filesystem::path& copy) {
-    constexpr std::string_view kBeginning("SQLite format 3", 16);
+    constexpr std::string_view kBeginning = "SQLite format 3\0"sv;
     std::ifstream stream(file, std::ios::binary);
     std::string beginning(kBeginning.size(), '\0');
     stream.read(beginning.data(), static_cast<std::streamsize>(beginning.size()));
@@ -33,7 +35,7 @@ bool IsSomethingElse(const std::filesystem::path& file, const std::filesystem::p
 // The first of archive.kxdb.damaged-1, -2, … that is free.
 std::filesystem::path NameForDamaged(const std::filesystem::path& file) {
     for (int number = 1;; ++number) {
-        const std::filesystem::path name = Beside(file, (".damaged-" + std::to_string(number)).c_str());
+        std::filesystem::path name = Beside(file, (".damaged-" + std::to_string(number)).c_str());
         if (!std::filesystem::exists(name)) {
             return name;
         }

@@ -78,7 +78,7 @@ TestBlockFault DescribeTest(std::span<const std::uint8_t> block, TestRow& row) {
 void FillEntry(const ListingRow& row, KxTestListEntry& entry) {
     auto* bytes = reinterpret_cast<char*>(&entry);
     std::memset(bytes, 0, sizeof entry);
-    std::memcpy(bytes, row.entry.data(), std::min(row.entry.size(), kEntrySize));
+    std::copy_n(row.entry.data(), std::min(row.entry.size(), kEntrySize), bytes);
     entry.reserved0[0] = static_cast<std::uint32_t>(row.id);
     entry.reserved0[1] = static_cast<std::uint32_t>(row.revision);
 }
