@@ -102,16 +102,6 @@ TEST(Library, RefusesWithoutUseAndReportsEveryMissingArgument) {
     }
 }
 
-TEST(Library, SaysTheSameAtItsStartAndItsStop) {
-    SpyingSuite suite;
-    LibraryExports().start();
-    const std::vector<std::string> started = suite.TakeReports();
-    LibraryExports().stop();
-    ASSERT_THAT(started, ElementsAre("LIBSTART", MatchesRegex("LOGSERVICESTART \"ECG review dialogs \\(\\w+ - \\w\\w\\w .\\d \\d\\d\\d\\d "
-                                                              "\\d\\d:\\d\\d:\\d\\d\\)\"")));
-    EXPECT_THAT(suite.TakeReports(), ElementsAre("LOGSERVICESTOP" + started[1].substr(std::strlen("LOGSERVICESTART")), "LIBSTOP"));
-}
-
 // S: LIBSTART, P: LIBSTOP. Whether the library exists afterwards shows in whether a null argument is reported.
 TEST(Library, CountsStartsAndStops) {
     const std::pair<const char*, bool> rows[] = {

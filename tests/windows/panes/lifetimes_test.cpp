@@ -73,8 +73,10 @@ class Lifetimes : public testing::Test {
 
 class PaneLifetimes : public Lifetimes, public testing::WithParamInterface<PaneKind> {
   protected:
-    // Opens a pane and does a step in it, which ends at its n-th message when n is above 0; how many messages there were.
+    // Opens a pane and does a step in it (null: opens it only), which ends at its n-th message when n is above 0; how many
+    // messages there were.
     int Do(const Step* step, int at, const Ending& ending) {
+        SCOPED_TRACE(std::string(step == nullptr ? "opened" : step->name) + " at message " + std::to_string(at) + ": " + ending.name);
         memory_.Rewind();
         Stage stage;
         const auto end = [&] {
@@ -95,50 +97,34 @@ class PaneLifetimes : public Lifetimes, public testing::WithParamInterface<PaneK
         Pump();
         return hook.Count();
     }
-
-    // At so many of its messages, evenly, and the first and last ones.
-    void EndAnywhere(const Step* step, int most) {
-        const int count = Do(step, 0, kEndings[0]);
-        const int stride = std::max(1, count / most);
-        for (int at = 1; at <= count; at += stride) {
-            const Ending& ending = kEndings[at / stride % std::size(kEndings)];
-            SCOPED_TRACE(std::string(step == nullptr ? "opened" : step->name) + " at message " + std::to_string(at) + " of " +
-                         std::to_string(count) + ": " + ending.name);
-            Do(step, at, ending);
-        }
-    }
 };
 
-// A few of them each: the random host ends panes at all of them, for hours.
-TEST_P(PaneLifetimes, EndsAtAnyMessageOfItsOpening) { EndAnywhere(nullptr, 10); }
-
-TEST_P(PaneLifetimes, EndsAtAnyMessageOfAStep) {
-    for (const Step& step : StepsOf(GetParam())) {
-        EndAnywhere(&step, 2);
+// A few of them each, evenly: the random host ends panes at all of them, for hours.
+TEST_P(PaneLifetimes, EndsAtAnyMessageOfItsOpening) {
+    const int count = Do(nullptr, 0, kEndings[0]);
+    const int stride = std::max(1, count / 7);
+    for (int at = 1; at <= count; at += stride) {
+        Do(nullptr, at, kEndings[at / stride % std::size(kEndings)]);
     }
 }
 
-// A module that dispatches messages while it works.
-TEST_P(PaneLifetimes, EndsWithinACallOfAModule) {
-    std::size_t turn = 0;
-    for (const Step& step : StepsOf(GetParam())) {
-        for (const std::uint32_t answer : {0u, 1u}) {
-            const Ending& ending = kEndings[turn++ % std::size(kEndings)];
-            SCOPED_TRACE(std::string(step.name) + ", " + ending.name + ", answer " + std::to_string(answer));
-            memory_.Rewind();
-            Stage stage;
-            Open(GetParam(), stage);
-            Pump();
-            bool called = false;
-            suite_.On("UPDATEDETECTION", [&](SpyingSuite::Arguments) {
-                called = true;
-                End(ending, stage);
-                return answer;
-            });
+TEST_P(PaneLifetimes, EndsAtAnyMessageOfAStep) {
+    std::vector<std::pair<Step, int>> counted;
+    {
+        Stage stage;
+        Open(GetParam(), stage);
+        Pump();
+        for (const Step& step : StepsOf(GetParam())) {
+            const MessageHook hook(0, [] {});
             step.act(stage.PaneWindow());
             Pump();
-            EXPECT_EQ(called && stage.PaneWindow() != nullptr, false);
-            suite_.On("UPDATEDETECTION", [](SpyingSuite::Arguments) { return 1u; });
+            counted.emplace_back(step, hook.Count());
+        }
+    }
+    std::size_t turn = 0;
+    for (const auto& [step, count] : counted) {
+        for (const int at : {std::max(1, count / 2), std::max(1, count)}) {
+            Do(&step, at, kEndings[turn++ % std::size(kEndings)]);
         }
     }
 }
@@ -165,6 +151,29 @@ TEST_P(PaneLifetimes, ItsControlsEndOneByOne) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Panes, PaneLifetimes, testing::ValuesIn(KindsOfFrames()), [](const auto& row) { return row.param.name; });
+
+// A module that dispatches messages while it works.
+TEST_F(Lifetimes, EndsWithinACallOfTheEngine) {
+    std::size_t turn = 0;
+    for (const Step& step : kMeasuredSteps) {
+        for (const std::uint32_t answer : {0u, 1u}) {
+            const Ending& ending = kEndings[turn++ % std::size(kEndings)];
+            SCOPED_TRACE(std::string(step.name) + ", " + ending.name + ", answer " + std::to_string(answer));
+            memory_.Rewind();
+            Stage stage;
+            Open(KindOf("Qrs"), stage);
+            Pump();
+            suite_.On("UPDATEDETECTION", [&](SpyingSuite::Arguments) {
+                End(ending, stage);
+                return answer;
+            });
+            step.act(stage.PaneWindow());
+            Pump();
+            EXPECT_EQ(stage.PaneWindow(), nullptr);
+            suite_.On("UPDATEDETECTION", [](SpyingSuite::Arguments) { return 1u; });
+        }
+    }
+}
 
 TEST_F(Lifetimes, EndsWithinItsNotices) {
     for (const Ending& ending : kEndings) {
@@ -234,35 +243,33 @@ TEST_F(Lifetimes, EndsWhileTheEngineComesAndGoes) {
 
 // The host goes on while a dialog of the library is open in front.
 TEST_F(Lifetimes, EndsBehindAModalDialog) {
+    int button = IDOK;
     for (const Ending& ending : kEndings) {
-        for (const int button : {IDOK, IDCANCEL}) {
-            SCOPED_TRACE(std::string(ending.name) + ' ' + std::to_string(button));
-            Stage stage;
-            Open(KindOf("Interpretation"), stage);
-            EXPECT_TRUE(DriveModal([&] { Send(stage.PaneWindow(), 31224, BM_CLICK); },
-                                   [&](HWND dialog) {
-                                       End(ending, stage);
-                                       SetDlgItemTextA(dialog, 31218, "Altro");
-                                       SendDlgItemMessageA(dialog, button, BM_CLICK, 0, 0);
-                                   }));
-            EXPECT_EQ(stage.PaneWindow(), nullptr);
+        SCOPED_TRACE(std::string(ending.name) + ' ' + std::to_string(button));
+        Stage stage;
+        Open(KindOf("Interpretation"), stage);
+        EXPECT_TRUE(DriveModal([&] { Send(stage.PaneWindow(), 31224, BM_CLICK); },
+                               [&](HWND dialog) {
+                                   End(ending, stage);
+                                   SetDlgItemTextA(dialog, 31218, "Altro");
+                                   SendDlgItemMessageA(dialog, button, BM_CLICK, 0, 0);
+                               }));
+        EXPECT_EQ(stage.PaneWindow(), nullptr);
 
-            Stage behind;
-            const KxRect area{0, 0, 300, 100};
-            std::uint32_t result = 99;
-            for (const PaneKind& kind : PaneKinds()) {
-                Open(kind, behind);
-            }
-            EXPECT_TRUE(
-                DriveModal([&] { result = library_->editInterpretation(behind.parent.Object(), &behind.record.Record(), &area, 0); },
-                           [&](HWND editor) {
-                               TypeText(editor, "rit");
-                               (&ending == kEndings ? kEndings[1] : ending).end(behind);
-                               behind.record.Revoke();
-                               SendDlgItemMessageA(editor, button, BM_CLICK, 0, 0);
-                           }));
-            EXPECT_EQ(result, 0u);
+        Stage behind;
+        const KxRect area{0, 0, 300, 100};
+        std::uint32_t result = 99;
+        for (const PaneKind& kind : KindsOfFrames()) {
+            Open(kind, behind);
         }
+        EXPECT_TRUE(DriveModal([&] { result = library_->editInterpretation(behind.parent.Object(), &behind.record.Record(), &area, 0); },
+                               [&](HWND editor) {
+                                   TypeText(editor, "rit");
+                                   End(&ending == kEndings ? kEndings[1] : ending, behind);
+                                   SendDlgItemMessageA(editor, button, BM_CLICK, 0, 0);
+                               }));
+        EXPECT_EQ(result, 0u);
+        button = button == IDOK ? IDCANCEL : IDOK;
     }
 }
 

@@ -76,16 +76,18 @@ inline void DragInView(HWND pane) {
 inline const Step kCommonSteps[] = {
     {"sized", [](HWND pane) { MoveWindow(pane, 0, 0, 900, 600, TRUE); }},
     {"painted", [](HWND pane) { RedrawWindow(pane, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW | RDW_ALLCHILDREN); }},
-    {"hidden", [](HWND pane) { ShowWindow(pane, SW_HIDE); }},
 };
-inline const Step kMorphologySteps[] = {
+// These call the engine.
+inline const Step kMeasuredSteps[] = {
     {"marker moved", [](HWND pane) { SendMessageA(pane, 1345, 190, KX_LEAD_V6); }},
     {"dragged", DragInView},
     {"marker stepped", [](HWND pane) { SetFocus(GetDlgItem(pane, 31283)), Send(pane, 31283, WM_KEYDOWN, VK_LEFT, 1), Pump(); }},
     {"undone", [](HWND pane) { SendMessageA(pane, 1345, 190, KX_LEAD_V6), SendMessageA(pane, 1451, 0, 0); }},
+    {"reset", [](HWND pane) { SendMessageA(pane, 1345, 190, KX_LEAD_V6), Send(pane, 31264, BM_CLICK); }},
+};
+inline const Step kMorphologySteps[] = {
     {"lead chosen", [](HWND pane) { ChooseItem(pane, 31254, CBN_SELENDOK); }},
     {"gain chosen", [](HWND pane) { ChooseItem(pane, 31242, CBN_SELENDOK); }},
-    {"reset", [](HWND pane) { SendMessageA(pane, 1345, 190, KX_LEAD_V6), Send(pane, 31264, BM_CLICK); }},
     {"readout", [](HWND pane) { SendMessageA(pane, 1450, 0, reinterpret_cast<LPARAM>("text")), SendMessageA(pane, 1450, 0, 0); }},
 };
 inline const Step kInterpretationSteps[] = {
@@ -104,12 +106,14 @@ inline const Step kInterpretationSteps[] = {
 };
 
 inline std::vector<Step> StepsOf(const PaneKind& kind) {
-    std::vector<Step> steps(std::begin(kCommonSteps), std::end(kCommonSteps));
+    std::vector<Step> steps;
     if (IsMorphology(kind)) {
+        steps.assign(std::begin(kMeasuredSteps), std::end(kMeasuredSteps));
         steps.insert(steps.end(), std::begin(kMorphologySteps), std::end(kMorphologySteps));
     } else if (kind.templateId == 20542) {
-        steps.insert(steps.end(), std::begin(kInterpretationSteps), std::end(kInterpretationSteps));
+        steps.assign(std::begin(kInterpretationSteps), std::end(kInterpretationSteps));
     }
+    steps.insert(steps.end(), std::begin(kCommonSteps), std::end(kCommonSteps));
     return steps;
 }
 
