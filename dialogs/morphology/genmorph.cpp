@@ -7,7 +7,8 @@
 namespace kx {
 namespace {
 
-constexpr MorphReports kReports{"genmorph", 92, 186, 311};
+constexpr MorphReports kReports{
+    .source = "genmorph", .noEpisodeLine = 92, .initialisationLine = 186, .redetectionLine = 311};
 
 constexpr MeasurementRow kMeasurements[] = {
     {IDC_MORPH_PR, Read<&MeasurementSet::PrInterval>},

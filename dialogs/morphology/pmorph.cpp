@@ -7,7 +7,8 @@
 namespace kx {
 namespace {
 
-constexpr MorphReports kReports{"pmorph", 94, 198, 327};
+constexpr MorphReports kReports{
+    .source = "pmorph", .noEpisodeLine = 94, .initialisationLine = 198, .redetectionLine = 327};
 
 constexpr MeasurementRow kMeasurements[] = {
     {IDC_MORPH_QRS_START, Read<&MeasurementSet::QrsOn>},

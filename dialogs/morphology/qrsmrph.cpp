@@ -7,7 +7,8 @@
 namespace kx {
 namespace {
 
-constexpr MorphReports kReports{"qrsmrph", 96, 203, 402};
+constexpr MorphReports kReports{
+    .source = "qrsmrph", .noEpisodeLine = 96, .initialisationLine = 203, .redetectionLine = 402};
 
 constexpr MeasurementRow kMeasurements[] = {
     {IDC_MORPH_QRS_START, Read<&MeasurementSet::QrsOn>},

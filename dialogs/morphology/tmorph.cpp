@@ -7,7 +7,8 @@
 namespace kx {
 namespace {
 
-constexpr MorphReports kReports{"tmorph", 95, 199, 329};
+constexpr MorphReports kReports{
+    .source = "tmorph", .noEpisodeLine = 95, .initialisationLine = 199, .redetectionLine = 329};
 
 constexpr MeasurementRow kMeasurements[] = {
     {IDC_MORPH_QRS_END, Read<&MeasurementSet::QrsOff>},
