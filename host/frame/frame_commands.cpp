@@ -33,7 +33,7 @@ void FrameWindow::StoreShown() {
     const HWND focus = GetFocus();
     const bool isInside = IsChild(paneHost_->Pane(), focus) != FALSE;
     const int control = GetDlgCtrlID(focus);
-    const DWORD selection = static_cast<DWORD>(SendMessageW(focus, EM_GETSEL, 0, 0));
+    const auto selection = static_cast<DWORD>(SendMessageW(focus, EM_GETSEL, 0, 0));
     ShowPane();
     if (!isInside) {
         return;

@@ -305,12 +305,9 @@ LRESULT FrameWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_DROPFILES:
             OnDropFiles(reinterpret_cast<HDROP>(wParam));
             return 0;
-        case WM_USER:
-            ShowChanges();
-            return 0;
-        case WM_ENTERIDLE:
-            // From the message loop of a dialog or menu over this window, which the program's own does not
-            // see.
+        case WM_USER:       // a pane has stored something
+        case WM_ENTERIDLE:  // from the loop of a dialog or menu over this window, which the program's own
+                            // does not see
             ShowChanges();
             return 0;
         case WM_CLOSE:

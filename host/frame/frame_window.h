@@ -29,7 +29,7 @@ class FrameWindow final : public HostWindow, private WorklistActions {
     // The references outlive the window. The window is made hidden and empty.
     FrameWindow(const LibraryClient& library, const AnalysisClient& analysis, const ArchiveClient& archive,
                 const UiMetrics& metrics);
-    ~FrameWindow();
+    ~FrameWindow() override;
 
     // Opens a recording in place of the one shown. Throws RecordError when it cannot be read; the one shown
     // stays.

@@ -20,7 +20,7 @@ class PaneHost final : public HostWindow {
     // actions: what a worklist asks for; a host without one shows no worklist.
     PaneHost(HWND parent, const LibraryClient& library, const UiMetrics& metrics,
              const ArchiveClient* archive = nullptr, WorklistActions* actions = nullptr);
-    ~PaneHost();
+    ~PaneHost() override;
 
     // Closes the pane there is and opens this one on the record as it is now: the library's, or the
     // workstation's own. When the library makes none, the reason stands in the middle instead, and false is

@@ -44,7 +44,7 @@ void PaneHost::StrikeControl(char letter) const {
         return;
     }
     const ControlHeld control;
-    const auto key = static_cast<WPARAM>(letter);
+    const WPARAM key = static_cast<unsigned char>(letter);
     SendMessageW(target, WM_KEYDOWN, key, 1);
     // What Windows makes of it for an edit; the pane may have ended by then.
     if (IsWindow(target)) {

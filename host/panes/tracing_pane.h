@@ -20,7 +20,7 @@ class TracingPane final : public HostWindow {
   public:
     // The record outlives the pane.
     TracingPane(HWND parent, const UiMetrics& metrics, const KxTestRecord& test);
-    ~TracingPane();
+    ~TracingPane() override;
 
     // Of the recording, where the paper begins; 0 without a recording.
     double StartMs() const { return paper_ ? paper_->StartMs() : 0; }

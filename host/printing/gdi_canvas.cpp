@@ -22,6 +22,7 @@ COLORREF ColourOf(Ink ink, bool isMonochrome) {
 // A pen whose ends and corners do not reach beyond its line.
 UniquePen MakePen(COLORREF colour, int width) {
     const LOGBRUSH brush{BS_SOLID, colour, 0};
+    // NOLINTNEXTLINE(misc-redundant-expression): two of the styles are 0
     return UniquePen(ExtCreatePen(PS_GEOMETRIC | PS_SOLID | PS_ENDCAP_FLAT | PS_JOIN_ROUND,
                                   static_cast<DWORD>(width), &brush, 0, nullptr));
 }
