@@ -71,6 +71,16 @@ int SwapArms(Recording& recording) {
     return 0;
 }
 
+// The electrodes of the left arm and the left leg: III upside down, I and II, aVL and aVF exchanged.
+int SwapLeftArmAndLeg(Recording& recording) {
+    for (float& value : recording.leads[2]) {
+        value = -value;
+    }
+    std::swap(recording.leads[recording::kLeadI], recording.leads[recording::kLeadII]);
+    std::swap(recording.leads[recording::kLeadAVL], recording.leads[recording::kLeadAVF]);
+    return 0;
+}
+
 // V2 to V4 held at 40 % of their largest deflections.
 int Saturate(Recording& recording) {
     for (std::size_t lead = recording::kLeadV1 + 1; lead < recording::kLeadV1 + 4; ++lead) {
@@ -148,6 +158,7 @@ const std::vector<Degradation> kDegradations = {
     {"V2 flat", FlattenV2},
     {"I, II and V2 alone", KeepThreeLeads},
     {"arm electrodes exchanged", SwapArms},
+    {"left arm and leg exchanged", SwapLeftArmAndLeg},
     {"V2 to V4 saturate", Saturate},
     {"two seconds", KeepTwoSeconds},
     {"one beat", KeepOneBeat},

@@ -29,6 +29,11 @@ double Correlation(const std::vector<std::int16_t>& a, const std::vector<std::in
     return scale > 0 ? products / scale : 0;
 }
 
+bool HasPOfExchangedLeftElectrodes(const KxMeasurementSet& set) {
+    const KxLeadMeasurements &i = set.leads[kLeadI], &ii = set.leads[kLeadII], &iii = set.leads[kLeadIII];
+    return i.aP1 > 0 && i.aP1 >= ii.aP1 && iii.aP1 < 0 && iii.aP2 > 0;
+}
+
 }  // namespace
 
 const char* FindExchangedElectrodes(const MedianBeat& beat, const KxMeasurementSet& set) {
@@ -47,6 +52,9 @@ const char* FindExchangedElectrodes(const MedianBeat& beat, const KxMeasurementS
     }
     if (p(kAxisOfAvf) < 0 && p(kAxisOfII) < 0 && isOpposite(kLeadII)) {
         return "the electrodes of the right arm and the left leg seem to be exchanged";
+    }
+    if (HasPOfExchangedLeftElectrodes(set)) {
+        return "the electrodes of the left arm and the left leg seem to be exchanged";
     }
     return nullptr;
 }

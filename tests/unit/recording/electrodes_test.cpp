@@ -20,6 +20,12 @@ TEST(Electrodes, ThatAreExchangedAreRemarked) {
                 {"arms", {-1, 3, 2, 5, 4, 6}, "left arm"},
                 {"right arm and leg", {-3, -2, -1, 6, 5, 4}, "left leg"},
                 {"left arm and leg, a record like another person's", {2, 1, -3, 4, 6, 5}, ""}};
+    const auto find = [](const MedianBeat& beat, KxMeasurementSet set, int p2, int p3) {
+        set.leads[1].aP1 = static_cast<std::int16_t>(p2);
+        set.leads[2].aP1 = static_cast<std::int16_t>(p3);
+        set.leads[2].aP2 = static_cast<std::int16_t>(-p3);
+        return FindExchangedElectrodes(beat, set) != nullptr;
+    };
     for (const auto& row : rows) {
         Recording recording = MakeSyntheticRecording();
         const auto right = recording.leads;
@@ -38,6 +44,12 @@ TEST(Electrodes, ThatAreExchangedAreRemarked) {
         ASSERT_EQ(analysis::MeasureEpisode(episode.Get()), 1u) << row.name;
         const char* remark = FindExchangedElectrodes(*beat, episode.Set());
         EXPECT_EQ(remark != nullptr, *row.remark != '\0') << row.name << ": " << (remark ? remark : "nothing");
+        if (&row == rows) {
+            const int p1 = episode.Set().leads[0].aP1;
+            EXPECT_TRUE(find(*beat, episode.Set(), p1, -40)) << "left arm and leg, III ends upwards";
+            EXPECT_FALSE(find(*beat, episode.Set(), p1, 40)) << "III ends downwards";
+            EXPECT_FALSE(find(*beat, episode.Set(), p1 + 1, -40)) << "II is higher";
+        }
         EXPECT_NE(std::string(remark ? remark : "").find(row.remark), std::string::npos) << row.name << ": " << remark;
     }
 }
