@@ -9,8 +9,9 @@ namespace {
 
 constexpr int kIncompleteMs = 110;  // AHA III, adults
 constexpr int kShortPrMs = 120;
-constexpr int kSlurredMs = 40;  // half of the complexes without a delta wave are in full movement after 22
-constexpr int kSmallQ = 40;     // microvolts, 0.4 mm: less is no Q wave
+constexpr int kSlurredMs = 40;   // half of the complexes without a delta wave are in full movement after 22
+constexpr int kLatePeakMs = 60;  // AHA III
+constexpr int kSmallQ = 40;      // microvolts, 0.4 mm: less is no Q wave
 
 // AHA III: rsr', rsR' or rSR' in V1 or V2, or a broad R with a late peak; S longer than R or of 40 ms in I
 // and V6.
@@ -31,14 +32,26 @@ bool HasSecondR(const Ecg& ecg) {
     return ecg.RPrime(lead) >= kLeast || (ecg.Q(lead) >= kLeast && ecg.R(lead) >= kLeast);
 }
 
+// Strauss: 140 ms in men, QS or rS in V1 and V2, slurred or notched in two leads, for which a late peak
+// stands. Q waves to the left, which with this block are those of a septal scar, do not speak against it.
+bool HasStrictLeftPattern(const Ecg& ecg) {
+    constexpr int kLeastMs = 140;
+    const auto isRsOrQs = [&ecg](int lead) { return ecg.IsQs(lead) || ecg.S(lead) > ecg.R(lead); };
+    const int slurred = (ecg.RPeakTime(KX_LEAD_I) > kLatePeakMs) +
+                        (ecg.RPeakTime(KX_LEAD_AVL) > kLatePeakMs) +
+                        (ecg.RPeakTime(KX_LEAD_V5) > kLatePeakMs) + (ecg.RPeakTime(KX_LEAD_V6) > kLatePeakMs);
+    return ecg.TypicalQrsDuration() >= kLeastMs && isRsOrQs(KX_LEAD_V1) && isRsOrQs(KX_LEAD_V2) &&
+           slurred >= 2;
+}
+
 // AHA III: V1 points away; broad R in I, V5 or V6 with a late peak. Q is absent in I and V6, but for a scar
 // in one of them.
 bool HasLeftPattern(const Ecg& ecg) {
     const bool leftward = ecg.Net(KX_LEAD_I) > 0 && std::max(ecg.Net(KX_LEAD_V5), ecg.Net(KX_LEAD_V6)) > 0;
-    const bool late =
-        std::max({ecg.RPeakTime(KX_LEAD_I), ecg.RPeakTime(KX_LEAD_V5), ecg.RPeakTime(KX_LEAD_V6)}) > 60;
+    const bool late = std::max({ecg.RPeakTime(KX_LEAD_I), ecg.RPeakTime(KX_LEAD_V5),
+                                ecg.RPeakTime(KX_LEAD_V6)}) > kLatePeakMs;
     return ecg.Net(KX_LEAD_V1) < 0 && leftward && late &&
-           std::min(ecg.Q(KX_LEAD_I), ecg.Q(KX_LEAD_V6)) < kSmallQ;
+           (std::min(ecg.Q(KX_LEAD_I), ecg.Q(KX_LEAD_V6)) < kSmallQ || HasStrictLeftPattern(ecg));
 }
 
 bool IsPreexcited(const Ecg& ecg) {

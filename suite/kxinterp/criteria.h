@@ -10,6 +10,8 @@
 //   WHO/ISFC      J. L. Willems et al., "Criteria for intraventricular conduction disturbances and
 //   pre-excitation",
 //                 J. Am. Coll. Cardiol. 5, 1261-1275, 1985
+//   Strauss       D. G. Strauss, R. H. Selvester, G. S. Wagner, "Defining left bundle branch block in the era
+//                 of cardiac resynchronization therapy", Am. J. Cardiol. 107, 927-934, 2011
 //   UDMI          Fourth Universal Definition of Myocardial Infarction, Circulation 138, e618-e651, 2018
 //   ACC 2018      ACC/AHA/HRS Guideline on Bradycardia and Conduction Delay, Circulation 140, e382-e482, 2019
 #pragma once

@@ -15,6 +15,7 @@ struct Row {
 
 const std::string kRight = "V1=0,200,500,99 I=0,700,200 V6=0,900,200 all.end=";
 const std::string kLeft = "I+V5+V6=0,1200,0 I+V5+V6.peak=61 all.end=";
+const std::string kScarred = "I+V6=40,1200,0 V5=0,1200,0 I+V5+V6.peak=61 all.end=";
 const std::string kAnterior = "axis=-10 aVL=40,600,0 III=0,100,500 aVF=0,100,300 II=0,500,200 ";
 const std::string kPosterior = "I=0,100,500 aVL=0,100,600 III=80,900,0 aVF=80,900,0 axis=";
 const std::string kRightHypertrophy = "axis=91 V1=0,800,200 V6=0,500,251 ";
@@ -35,6 +36,9 @@ const Row kRows[] = {
     {30133, "V1=0,200,500,100 all.end=510", "V1=0,200,500,100 all.end=509"},
     {30055, kLeft + "520", kLeft + "519"},
     {30055, kLeft + "520 I=40,1200,0 V6=39,1200,0", kLeft + "520 I+V6=40,1200,0"},
+    {30055, kScarred + "540", kScarred + "539"},
+    {30059, kScarred + "540 V2=0,900,900", kScarred + "540"},
+    {30059, kScarred + "540 V5+V6.peak=60", kScarred + "540"},
     {30057, kLeft + "510", kLeft + "509"},
     {30059, "all.end=520", "all.end=519"},
     {30059, kLeft + "520 I+V5+V6.peak=60", "qrs=150"},
