@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Judges the measurement of the median beat against recordings that cardiologists have marked, and prints the errors per
-# boundary: tools/evaluate.sh [--leads] [--records] [--shipped] [--degraded] (bench/evaluation/delineation_report.cpp), each
+# boundary: tools/evaluate.sh [--leads] [--records] [--shipped] [--degraded] [--nested] (bench/evaluation/delineation_report.cpp), each
 # record by the networks that were trained without it. With --statements
 # it holds the automatic interpretation against their diagnoses instead (bench/evaluation/statements_report.cpp).
 set -eu

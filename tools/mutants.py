@@ -133,7 +133,7 @@ def main():
     trees = [] if options.list else [Tree(number) for number in range(options.jobs)]
     commands = json.loads((WORK / "build0" / "compile_commands.json").read_text())
     portable = {os.path.relpath(entry["file"], WORK / "tree0") for entry in commands}
-    todo = sites(WORK / "tree0", sorted(path for path in portable if path.startswith(("lib/", "dialogs/", "suite/", "host/")) and not path.endswith("_weights.cpp")))
+    todo = sites(WORK / "tree0", sorted(path for path in portable if path.startswith(("lib/", "dialogs/", "suite/", "host/")) and "_weights_" not in path))
     RESULTS.write_text("".join(f"{key}\t{found}\n" for key, found in known.items()))
     free, lock, done = queue.SimpleQueue(), threading.Lock(), {}
     for tree in trees:

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Trains the networks of kxanalyze again, from the recordings (KX_RECORDS): tools/train_delineator.sh. About an hour on one idle core.
-# Writes the tables of the cross-validation (bench/evaluation/folds), the source file of the shipped table
-# (suite/kxanalyze/network_weights.cpp) and the beats of its test (tests/unit/analyze/network_beats.txt). Nothing of it is
+# Writes the tables of the cross-validation (bench/evaluation/folds), the source files of the shipped tables
+# (suite/kxanalyze/network_weights_*.cpp) and the beats of its test (tests/unit/analyze/network_beats.txt). Nothing of it is
 # needed to build or to test; it needs Python with PyTorch, as the distribution packages them.
 set -eu
 . "$(dirname "${BASH_SOURCE[0]}")/common.sh"
@@ -19,8 +19,8 @@ say "writing the beats ..."
 { cmake --preset optimised && cmake --build --preset optimised --target delineation_report; } >build/train-build.log 2>&1 ||
     die "building the report failed, see build/train-build.log"
 build/optimised/bench/evaluation/delineation_report "$records/ludb" --training "$out/beats"
-say "training; a table that is in $out is not made again ..."
+say "training; a network whose table is in $out is not trained again ..."
 /usr/bin/python3 tools/delineator/train.py "$out/beats" "$out"
 cp "$out"/fold?.weights "$out/records.txt" bench/evaluation/folds/
-cp "$out/network_weights.cpp" suite/kxanalyze/
+cp "$out"/network_weights_?.cpp suite/kxanalyze/
 cp "$out/network_beats.txt" tests/unit/analyze/

@@ -9,6 +9,7 @@
 #include "bench/evaluation/degradations.h"
 #include "bench/evaluation/fold_weights.h"
 #include "bench/evaluation/judge.h"
+#include "bench/evaluation/nested_joining.h"
 #include "bench/evaluation/training_beats.h"
 
 namespace {
@@ -16,11 +17,14 @@ namespace {
 using namespace kx::evaluation;
 
 constexpr char kUsage[] =
-    "delineation_report FOLDER [--leads] [--records] [--shipped] [--degraded] [--training FOLDER]\n"
+    "delineation_report FOLDER [--leads] [--records] [--shipped] [--degraded] [--nested] [--training "
+    "FOLDER]\n"
     "  --leads     a table of each lead\n"
     "  --records   the errors of each record\n"
     "  --shipped   by the network that is shipped, which has seen the records, not by those of the folds\n"
     "  --degraded  instead: how far the points move when the same records are degraded\n"
+    "  --nested    instead: with the constants that join rules and networks chosen for each fold by the "
+    "others\n"
     "  --training  instead: write the beats for tools/delineator/train.py\n";
 
 [[noreturn]] void Fail(const std::string& text) {
@@ -149,6 +153,16 @@ int main(int argc, char** argv) {
     }
     if (option("--degraded")) {
         PrintDegraded(ReadRecords(argv[1], Scale::kTrue), *networks);
+        return 0;
+    }
+    if (option("--nested")) {
+        for (const Scale scale : {Scale::kTrue, Scale::kHeader}) {
+            const auto records = ReadRecords(argv[1], scale);
+            const auto judge = [&](FoldNetworks& folds) { return JudgeAll(records, folds); };
+            if (!PrintNestedJoining(KX_FOLDS, judge, error)) {
+                Fail(error);
+            }
+        }
         return 0;
     }
     const auto judged = JudgeAll(ReadRecords(argv[1], Scale::kTrue), *networks);

@@ -16,6 +16,7 @@ std::optional<FoldWeights> FoldWeights::Read(const std::filesystem::path& file, 
         read(table.bytes, analysis::kNetworkBytes);
         read(table.factors, analysis::kNetworkOutputs);
         read(table.biases, analysis::kNetworkOutputs);
+        table.weights = {table.bytes.data(), table.factors.data(), table.biases.data()};
     }
     if (!stream || stream.peek() != std::ifstream::traits_type::eof()) {
         error = file.string() + ": no tables of these networks";
@@ -27,7 +28,7 @@ std::optional<FoldWeights> FoldWeights::Read(const std::filesystem::path& file, 
 analysis::TrainedNetworks FoldWeights::Networks() const {
     analysis::TrainedNetworks networks{};
     for (std::size_t n = 0; n < networks.size(); ++n) {
-        networks[n] = {tables_[n].bytes.data(), tables_[n].factors.data(), tables_[n].biases.data()};
+        networks[n] = &tables_[n].weights;
     }
     return networks;
 }
@@ -36,8 +37,10 @@ FoldNetworks::FoldNetworks() {
     workspaces_.push_back(std::make_unique<analysis::Workspace>());
 }
 
-std::unique_ptr<FoldNetworks> FoldNetworks::Read(const std::filesystem::path& folder, std::string& error) {
+std::unique_ptr<FoldNetworks> FoldNetworks::Read(const std::filesystem::path& folder, std::string& error,
+                                                 const analysis::Joining& joining) {
     auto networks = std::make_unique<FoldNetworks>();
+    networks->weights_.reserve(kFolds);
     for (std::size_t fold = 0; fold < kFolds; ++fold) {
         auto weights = FoldWeights::Read(folder / ("fold" + std::to_string(fold) + ".weights"), error);
         if (!weights) {
@@ -46,7 +49,7 @@ std::unique_ptr<FoldNetworks> FoldNetworks::Read(const std::filesystem::path& fo
         networks->weights_.push_back(std::move(*weights));
         networks->workspaces_.insert(
             networks->workspaces_.end() - 1,
-            std::make_unique<analysis::Workspace>(networks->weights_.back().Networks()));
+            std::make_unique<analysis::Workspace>(networks->weights_.back().Networks(), joining));
     }
     std::ifstream records(folder / "records.txt");
     int record = 0;
@@ -60,9 +63,14 @@ std::unique_ptr<FoldNetworks> FoldNetworks::Read(const std::filesystem::path& fo
     return networks;
 }
 
-analysis::Workspace& FoldNetworks::Of(int record) {
+std::optional<std::size_t> FoldNetworks::FoldOf(int record) const {
     const auto found = folds_.find(record);
-    return found == folds_.end() ? *workspaces_.back() : *workspaces_[found->second];
+    return found == folds_.end() ? std::nullopt : std::optional(found->second);
+}
+
+analysis::Workspace& FoldNetworks::Of(int record) {
+    const auto fold = FoldOf(record);
+    return fold ? *workspaces_[*fold] : *workspaces_.back();
 }
 
 }  // namespace kx::evaluation

@@ -25,7 +25,7 @@ class FoldWeights {
     // Nothing, and one line in `error`, when the file is not such a table.
     static std::optional<FoldWeights> Read(const std::filesystem::path& file, std::string& error);
 
-    // Valid as long as this is.
+    // Valid as long as this is and is not moved.
     analysis::TrainedNetworks Networks() const;
 
   private:
@@ -33,6 +33,7 @@ class FoldWeights {
         std::vector<std::int8_t> bytes;
         std::vector<float> factors;
         std::vector<float> biases;
+        analysis::NetworkWeights weights;  // the three
     };
     std::array<Table, analysis::kNetworks> tables_;
 };
@@ -46,9 +47,12 @@ class FoldNetworks {
     // folder: what tools/train_delineator.sh has written, fold0.weights to fold4.weights and records.txt, of
     // each record a line with its number and its fold. Nothing, and one line in `error`, when it cannot be
     // read.
-    static std::unique_ptr<FoldNetworks> Read(const std::filesystem::path& folder, std::string& error);
+    static std::unique_ptr<FoldNetworks> Read(const std::filesystem::path& folder, std::string& error,
+                                              const analysis::Joining& joining = {});
 
     analysis::Workspace& Of(int record);
+    // Nothing for a record that none of the networks was trained on.
+    std::optional<std::size_t> FoldOf(int record) const;
 
   private:
     std::vector<FoldWeights> weights_;

@@ -15,15 +15,10 @@ namespace {
 constexpr int kBelievedQrs = 40;
 constexpr int kBelievedP = 60;
 constexpr int kBelievedT = 80;
-// Where between the ends of the QRS complex that the network (0) and the rules (1) see, when they are near to
-// one another: the rules are steadier where the complex begins.
-constexpr double kOnsetByRules = 0.75;
-constexpr double kOffsetByRules = 0.25;
 // The leads' ends follow one that was moved so far.
 constexpr double kLeadShare = 0.5;
-// The T wave of all leads ends where that of all but the outermost of the leads has ended, and so much later,
-// ms: steadier than the network's own point of all leads.
-constexpr double kLateQuantile = 0.9;
+// The T wave of all leads ends so much later than the late quantile of the leads' ends, ms, which is steadier
+// than the network's own point of all leads.
 constexpr double kTOffLag = 4;
 // Of two T ends far from one another the one is taken that is nearer to a QT interval of 400 ms at one second
 // (L. S. Fridericia, Acta Med. Scand. 53, 469-486, 1920).
@@ -41,18 +36,6 @@ constexpr int kBetween = 2;
 
 // The points of the network, as it gives them.
 enum LeadPoint : std::size_t { kPOnPoint, kPOffPoint, kQrsOnPoint, kQrsOffPoint, kTOnPoint, kTOffPoint };
-
-void Add(const NetworkOutput& output, NetworkOutput& mean) {
-    for (std::size_t point = 0; point < mean.global.size(); ++point) {
-        mean.global[point] += output.global[point] / kNetworks;
-    }
-    for (std::size_t lead = 0; lead < mean.leads.size(); ++lead) {
-        for (std::size_t point = 0; point < kLeadPoints; ++point) {
-            mean.leads[lead][point] += output.leads[lead][point] / kNetworks;
-        }
-    }
-    mean.pWave += output.pWave / kNetworks;
-}
 
 // The place of a point, which is ms from the centre of the complex.
 Place PlaceOf(const Beat& beat, double ms) {
@@ -77,7 +60,7 @@ Place JoinPPoint(Place network, Place rules) {
 }
 
 // One point of the leads that are present, ms from the centre of the complex.
-LeadValues SettledPoints(const Beat& beat, const NetworkOutput& output, LeadPoint point) {
+LeadValues SettledPoints(const Beat& beat, const NetworkPoints& output, LeadPoint point) {
     LeadValues own;
     std::size_t count = 0;
     for (const BeatLead& lead : beat.leads) {
@@ -96,7 +79,7 @@ LeadValues SettledPoints(const Beat& beat, const NetworkOutput& output, LeadPoin
 // Puts them in their places. shift: by how much the point of all leads was moved from where the network saw
 // it.
 template <Place Interval::*kEnd>
-void TakeLeads(const Beat& beat, const NetworkOutput& output, LeadPoint point, double shift,
+void TakeLeads(const Beat& beat, const NetworkPoints& output, LeadPoint point, double shift,
                WaveBoundaries& wave) {
     const LeadValues values = SettledPoints(beat, output, point);
     auto value = std::span<const double>(values).begin();
@@ -107,24 +90,26 @@ void TakeLeads(const Beat& beat, const NetworkOutput& output, LeadPoint point, d
     }
 }
 
-WaveBoundaries JoinQrs(const Beat& beat, const QrsByRules& rules, const NetworkOutput& output) {
+WaveBoundaries JoinQrs(const Beat& beat, const QrsByRules& rules, const NetworkPoints& output,
+                       const Joining& joining) {
     WaveBoundaries qrs;
     const Place on = PlaceOf(beat, output.global[kQrsOnPoint]),
                 off = PlaceOf(beat, output.global[kQrsOffPoint]);
-    qrs.global.on = rules.paced ? rules.all.on : JoinQrsPoint(on, rules.all.on, kOnsetByRules);
-    qrs.global.off = JoinQrsPoint(off, rules.all.off, kOffsetByRules);
+    qrs.global.on = rules.paced ? rules.all.on : JoinQrsPoint(on, rules.all.on, joining.onsetByRules);
+    qrs.global.off = JoinQrsPoint(off, rules.all.off, joining.offsetByRules);
     qrs.global.off = std::max(qrs.global.off, std::min(qrs.global.on + kShortestQrs, beat.length - 1));
     TakeLeads<&Interval::on>(beat, output, kQrsOnPoint, kLeadShare * (qrs.global.on - on), qrs);
     TakeLeads<&Interval::off>(beat, output, kQrsOffPoint, kLeadShare * (qrs.global.off - off), qrs);
     return qrs;
 }
 
-WaveBoundaries JoinT(const Beat& beat, Place rules, const WaveBoundaries& qrs, const NetworkOutput& output) {
+WaveBoundaries JoinT(const Beat& beat, Place rules, const WaveBoundaries& qrs, const NetworkPoints& output,
+                     double lateQuantile) {
     WaveBoundaries t;
     if (rules == 0) {
         return t;
     }
-    const double late = Quantile(beat, SettledPoints(beat, output, kTOffPoint), kLateQuantile);
+    const double late = Quantile(beat, SettledPoints(beat, output, kTOffPoint), lateQuantile);
     const Place off = PlaceOf(beat, late + kTOffLag);
     t.global.off = JoinTOff(beat, qrs.global.on, off, rules);
     if (t.global.off >= beat.length - kEdge || t.global.off < qrs.global.off + kShortestT) {
@@ -142,7 +127,7 @@ WaveBoundaries JoinT(const Beat& beat, Place rules, const WaveBoundaries& qrs, c
 }
 
 WaveBoundaries JoinP(const Beat& beat, const PByRules& rules, const WaveBoundaries& qrs,
-                     const NetworkOutput& output) {
+                     const NetworkPoints& output) {
     WaveBoundaries p;
     // For both to say: what the network takes for the odds of a wave, and how clear one is to the rules.
     if (output.pWave + std::log(rules.clearness) <= 0) {
@@ -161,26 +146,31 @@ WaveBoundaries JoinP(const Beat& beat, const PByRules& rules, const WaveBoundari
 
 }  // namespace
 
-Delineation::Delineation(const TrainedNetworks& weights)
-    : networks_{Network(weights[0]), Network(weights[1])} {}
+Delineation::Delineation(const TrainedNetworks& weights, const Joining& joining) : joining_(joining) {
+    for (const NetworkWeights* network : weights) {
+        networks_.emplace_back(*network);
+    }
+}
 
 void Delineation::Run(const Beat& beat) {
-    mean_ = {};
     for (Network& network : networks_) {
         network.Begin();
     }
+    std::size_t count = 0;
     for (std::size_t code = 0; code < beat.leads.size(); ++code) {
         if (beat.leads[code].present) {
             FillInput(beat, beat.leads[code], input_);
             for (Network& network : networks_) {
                 network.AddLead(input_, code);
             }
+            ++count;
         }
     }
+    output_.Clear(count);
     for (Network& network : networks_) {
         network.Conclude(output_);
-        Add(output_, mean_);
     }
+    points_.Take(output_, networks_.size());
 }
 
 Waves Delineation::Of(const Beat& beat) {
@@ -192,9 +182,9 @@ Waves Delineation::Of(const Beat& beat) {
     const Place tOff = FindTOff(beat, qrs.all);
     const PByRules p = FindP(beat, qrs.all, tOff);
     Run(beat);
-    waves.qrs = JoinQrs(beat, qrs, mean_);
-    waves.t = JoinT(beat, tOff, waves.qrs, mean_);
-    waves.p = JoinP(beat, p, waves.qrs, mean_);
+    waves.qrs = JoinQrs(beat, qrs, points_, joining_);
+    waves.t = JoinT(beat, tOff, waves.qrs, points_, joining_.lateQuantile);
+    waves.p = JoinP(beat, p, waves.qrs, points_);
     return waves;
 }
 

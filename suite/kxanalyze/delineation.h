@@ -1,7 +1,10 @@
 // Where the waves of a beat begin and end, by the rules and the network together.
 #pragma once
 
+#include <vector>
+
 #include "suite/kxanalyze/boundaries.h"
+#include "suite/kxanalyze/joining.h"
 #include "suite/kxanalyze/network.h"
 
 namespace kx::analysis {
@@ -18,7 +21,7 @@ struct Waves {
 class Delineation {
   public:
     // The tables of the networks outlive it.
-    explicit Delineation(const TrainedNetworks& weights);
+    explicit Delineation(const TrainedNetworks& weights, const Joining& joining = {});
 
     // Needs a beat of ReadBeat. Without a QRS complex nothing is present.
     Waves Of(const Beat& beat);
@@ -26,10 +29,11 @@ class Delineation {
   private:
     void Run(const Beat& beat);
 
-    std::array<Network, kNetworks> networks_;
+    std::vector<Network> networks_;
+    Joining joining_;
     Rows input_;
-    NetworkOutput output_{};
-    NetworkOutput mean_{};  // of the networks
+    NetworkOutput output_;
+    NetworkPoints points_;
 };
 
 }  // namespace kx::analysis

@@ -93,7 +93,7 @@ void WriteMeasurements(const Beat& beat, const Waves& waves, bool honourManual, 
 // A beat and everything that its samples say, with a copy of what it was read from.
 class Workspace::Kept {
   public:
-    explicit Kept(const TrainedNetworks& networks) : delineation_(networks) {}
+    Kept(const TrainedNetworks& networks, const Joining& joining) : delineation_(networks, joining) {}
 
     // Null when the episode can be measured, else why not. Does nothing for the episode of the call before.
     const char* Take(const KxEpisodeRecord* episode) {
@@ -149,7 +149,8 @@ class Workspace::Kept {
     std::vector<std::int16_t> samples_;
 };
 
-Workspace::Workspace(const TrainedNetworks& networks) : kept_(std::make_unique<Kept>(networks)) {}
+Workspace::Workspace(const TrainedNetworks& networks, const Joining& joining)
+    : kept_(std::make_unique<Kept>(networks, joining)) {}
 Workspace::~Workspace() = default;
 
 const char* Workspace::LeadRefusal(std::size_t leadCode) const {

@@ -14,6 +14,7 @@
 #include <memory>
 
 #include "kxdialogs.h"
+#include "suite/kxanalyze/joining.h"
 #include "suite/kxanalyze/network_weights.h"
 
 namespace kx::analysis {
@@ -30,7 +31,7 @@ inline constexpr std::uint32_t kLongestBeatMs = 4000;  // a longer block is no m
 class Workspace {
   public:
     // The tables of the networks outlive the workspace.
-    explicit Workspace(const TrainedNetworks& networks = kTrainedNetworks);
+    explicit Workspace(const TrainedNetworks& networks = kTrainedNetworks, const Joining& joining = {});
     ~Workspace();
 
     // Why the last measurement failed, one line of English; null when it did not.

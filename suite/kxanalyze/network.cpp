@@ -31,6 +31,24 @@ Summary Summarise(const float* row, int length) {
 
 }  // namespace
 
+void NetworkOutput::Clear(std::size_t leadCount) {
+    global.Resize(kPointsOfAll, kNetworkPlaces);
+    leads.Resize(leadCount * kLeadPoints, kNetworkPlaces);
+    global.Clear();
+    leads.Clear();
+    pWave = 0;
+}
+
+void NetworkPoints::Take(const NetworkOutput& output, std::size_t networks) {
+    for (std::size_t point = 0; point < kPointsOfAll; ++point) {
+        global[point] = ToMs(MedianPlace(output.global[point], kNetworkPlaces));
+    }
+    for (std::size_t row = 0; row < output.leads.Count(); ++row) {
+        leads[row / kLeadPoints][row % kLeadPoints] = ToMs(MedianPlace(output.leads[row], kNetworkPlaces));
+    }
+    pWave = output.pWave / static_cast<double>(networks);
+}
+
 Network::Network(const NetworkWeights& weights) : weights_(weights) {}
 
 void Network::Begin() {
@@ -115,7 +133,7 @@ void Network::Conclude(NetworkOutput& output) {
         leadOut.Begin(points_);
         leadOut.Add(top_, 0, points_);
         for (std::size_t point = 0; point < kLeadPoints; ++point) {
-            output.leads[i][point] = ToMs(MedianPlace(points_[point], kNetworkPlaces));
+            AddDistribution(points_[point], kNetworkPlaces, output.leads[i * kLeadPoints + point]);
         }
     }
     top.Conclude();
@@ -124,7 +142,7 @@ void Network::Conclude(NetworkOutput& output) {
     globalOut.Begin(globalPoints_);
     globalOut.Add(global_, 0, globalPoints_);
     for (std::size_t point = 0; point < kPointsOfAll; ++point) {
-        output.global[point] = ToMs(MedianPlace(globalPoints_[point], kNetworkPlaces));
+        AddDistribution(globalPoints_[point], kNetworkPlaces, output.global[point]);
     }
     const LayerWeights pWave(weights_, kPWave);
     float sum = pWave.Bias(0);
@@ -132,7 +150,7 @@ void Network::Conclude(NetworkOutput& output) {
         const Summary summary = Summarise(global_[row], kNetworkPlaces);
         sum += pWave.At(0, row, 0) * summary.mean + pWave.At(0, kGlobal + row, 0) * summary.largest;
     }
-    output.pWave = double{sum};
+    output.pWave += double{sum};
 }
 
 }  // namespace kx::analysis

@@ -8,6 +8,7 @@
 // of all leads together are what a median beat adds. tools/delineator/train.py trains it.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <vector>
@@ -28,6 +29,7 @@ inline constexpr std::size_t kPointsOfAll = 5;  // of all leads: P on, P off, QR
 class Rows {
   public:
     void Resize(std::size_t rows, int length);
+    void Clear() { std::fill(values_.begin(), values_.end(), 0.0f); }
     float* operator[](std::size_t row) { return values_.data() + row * Pitch() + kRoom; }
     const float* operator[](std::size_t row) const { return values_.data() + row * Pitch() + kRoom; }
     std::size_t Count() const { return count_; }
@@ -41,12 +43,23 @@ class Rows {
     std::vector<float> values_;
 };
 
+// What networks see of a beat: where each point lies, as the sum of their distributions; leads in the order
+// in which they were added.
 struct NetworkOutput {
-    // Medians of the distributions, ms from the centre of the complex; leads in the order in which they were
-    // added.
-    std::array<double, kPointsOfAll> global;
-    std::array<std::array<double, kLeadPoints>, KX_MEASURED_LEADS> leads;
-    double pWave;  // above 0: there is one
+    Rows global;
+    Rows leads;        // kLeadPoints rows of each
+    double pWave = 0;  // the sum of the logarithms of the odds that there is one
+
+    void Clear(std::size_t leadCount);
+};
+
+// The medians of the distributions, ms from the centre of the complex, and the mean logarithm of the odds.
+struct NetworkPoints {
+    std::array<double, kPointsOfAll> global{};
+    std::array<std::array<double, kLeadPoints>, KX_MEASURED_LEADS> leads{};
+    double pWave = 0;
+
+    void Take(const NetworkOutput& output, std::size_t networks);
 };
 
 // A network in memory of its own, which it takes at its first run for so many leads and keeps.
@@ -54,8 +67,8 @@ class Network {
   public:
     explicit Network(const NetworkWeights& weights);
 
-    // A beat: Begin, then its leads (codes 0 to 14; input: see network_input.h), then Conclude, which sets
-    // what the output says of them.
+    // A beat: Begin, then its leads (codes 0 to 14; input: see network_input.h), then Conclude, which adds
+    // what it sees to an output cleared for as many leads.
     void Begin();
     void AddLead(const Rows& input, std::size_t leadCode);
     void Conclude(NetworkOutput& output);

@@ -1,6 +1,7 @@
 #include "suite/kxanalyze/network_layers.h"
 
 #include <algorithm>
+#include <numeric>
 
 #include "suite/kxanalyze/elementary.h"
 
@@ -118,17 +119,25 @@ void Pool::Conclude() {
     }
 }
 
-double MedianPlace(const float* logits, int length) {
+void AddDistribution(const float* logits, int length, float* sum) {
     const auto largest = double{*std::max_element(logits, logits + length)};
-    double sum = 0;
+    std::array<double, kNetworkPlaces> parts;
+    double whole = 0;
     for (int t = 0; t < length; ++t) {
-        sum += Exp(double{logits[t]} - largest);
+        whole += parts[static_cast<std::size_t>(t)] = Exp(double{logits[t]} - largest);
     }
+    for (int t = 0; t < length; ++t) {
+        sum[t] += static_cast<float>(parts[static_cast<std::size_t>(t)] / whole);
+    }
+}
+
+double MedianPlace(const float* distribution, int length) {
+    const double half = std::accumulate(distribution, distribution + length, 0.0) / 2;
     double before = 0;
     for (int t = 0; t < length; ++t) {
-        const double part = Exp(double{logits[t]} - largest);
-        if (before + part >= sum / 2) {
-            return t + (sum / 2 - before) / part - 0.5;
+        const auto part = double{distribution[t]};
+        if (part > 0 && before + part >= half) {
+            return t + (half - before) / part - 0.5;
         }
         before += part;
     }

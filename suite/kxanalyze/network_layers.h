@@ -104,8 +104,10 @@ class Pool {
     int count_ = 0;
 };
 
-// The place below which half of the distribution lies whose logarithms (up to a constant) a row holds, in
-// places.
-double MedianPlace(const float* logits, int length);
+// Adds the distribution whose logarithms (up to a constant) a row holds.
+void AddDistribution(const float* logits, int length, float* sum);
+
+// The place below which half of a distribution, or of a sum of them, lies, in places.
+double MedianPlace(const float* distribution, int length);
 
 }  // namespace kx::analysis

@@ -20,10 +20,11 @@ extern const std::size_t kNetworkBytes;
 extern const std::size_t kNetworkOutputs;
 
 // Networks of the same form, trained from different beginnings: the mean of what they see is steadier.
-inline constexpr std::size_t kNetworks = 2;
-using TrainedNetworks = std::array<NetworkWeights, kNetworks>;
+inline constexpr std::size_t kNetworks = 3;
+using TrainedNetworks = std::array<const NetworkWeights*, kNetworks>;
 
-// network_weights.cpp
-extern const TrainedNetworks kTrainedNetworks;
+// network_weights_1.cpp and those behind it
+extern const NetworkWeights kNetwork1, kNetwork2, kNetwork3;
+inline constexpr TrainedNetworks kTrainedNetworks{&kNetwork1, &kNetwork2, &kNetwork3};
 
 }  // namespace kx::analysis

@@ -123,21 +123,23 @@ def twice(rows):
     return functional.interpolate(rows, scale_factor=2, mode="nearest")
 
 
-def medians(logits):
+def medians(part):
     """Where half of each distribution lies below, ms from the centre."""
-    part = torch.softmax(logits.double(), -1)
     sums = part.cumsum(-1)
     place = (sums < 0.5).sum(-1, keepdim=True).clamp(max=PLACES - 1)
     here, so_far = part.gather(-1, place), sums.gather(-1, place)
     return ((place + (0.5 - (so_far - here)) / here - 0.5) * STEP_MS - BEFORE_MS)[..., 0]
 
 
-def run(network, level, centre, rr, names):
-    """A beat of 1 sample a ms: the points of all leads, those of the leads, and the odds of a P wave."""
+def run(networks, level, centre, rr, names):
+    """A beat of 1 sample a ms: the points of all leads, those of the leads, and the odds of a P wave, in the mean of the
+    distributions of the networks."""
     rows = torch.from_numpy(make_input(level, centre, rr))[None]
     with torch.no_grad():
-        lead_points, all_points, p_wave = network(rows, torch.as_tensor(names)[None])
-    return medians(all_points)[0].numpy(), medians(lead_points)[0].numpy(), float(p_wave[0])
+        results = [network(rows, torch.as_tensor(names)[None]) for network in networks]
+    lead_points, all_points = (sum(torch.softmax(r[i].double(), -1) for r in results) / len(results) for i in (0, 1))
+    p_wave = sum(float(result[2][0]) for result in results) / len(results)
+    return medians(all_points)[0].numpy(), medians(lead_points)[0].numpy(), p_wave
 
 
 def to_table(network):

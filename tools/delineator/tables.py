@@ -1,5 +1,7 @@
 """Tables of weights, for the cross-validation and as a source file, and the beats by which the C++ program is tested."""
 
+import os
+
 import numpy as np
 
 import network
@@ -21,7 +23,7 @@ namespace {
 SOURCE_TAIL = """
 }  // namespace
 
-const TrainedNetworks kTrainedNetworks{{%s}};
+constinit const NetworkWeights kNetwork%d{kBytes, kFactors, kBiases};
 
 }  // namespace kx::analysis
 """
@@ -37,16 +39,12 @@ def write_binary(file, made):
                 out.write(part.astype(part.dtype.newbyteorder("<")).tobytes())
 
 
-def read_binary(file, networks):
+def read_binary(file):
+    """The table of one network."""
     data = open(file, "rb").read()
     bytes_count, outputs = network.table_sizes()
-    size = bytes_count + 8 * outputs
-    tables = []
-    for n in range(networks):
-        part = data[n * size : (n + 1) * size]
-        floats = np.frombuffer(part[bytes_count:], "<f4")
-        tables.append((np.frombuffer(part[:bytes_count], np.int8), floats[:outputs], floats[outputs:]))
-    return tables
+    floats = np.frombuffer(data[bytes_count:], "<f4")
+    return np.frombuffer(data[:bytes_count], np.int8), floats[:outputs], floats[outputs:]
 
 
 def rows_of(words):
@@ -64,23 +62,21 @@ def floating(value):
     return text + "f"
 
 
-def write_source(file, made):
-    entries = []
-    with open(file, "w", encoding="ascii") as out:
+def write_source(folder, n, made):
+    weights, factors, biases = made
+    with open(os.path.join(folder, f"network_weights_{n + 1}.cpp"), "w", encoding="ascii") as out:
         out.write(SOURCE_HEAD)
-        for n, (weights, factors, biases) in enumerate(made):
-            for name, kind, words in (
-                (f"kBytes{n}", "std::int8_t", map(str, weights)),
-                (f"kFactors{n}", "float", map(floating, factors)),
-                (f"kBiases{n}", "float", map(floating, biases)),
-            ):
-                out.write(f"constexpr {kind} {name}[] = {{\n" + "\n".join(rows_of(words)) + "};\n")
-            entries.append(f"{{kBytes{n}, kFactors{n}, kBiases{n}}}")
-        out.write(SOURCE_TAIL % ", ".join(entries))
+        for name, kind, words in (
+            ("kBytes", "std::int8_t", map(str, weights)),
+            ("kFactors", "float", map(floating, factors)),
+            ("kBiases", "float", map(floating, biases)),
+        ):
+            out.write(f"constexpr {kind} {name}[] = {{\n" + "\n".join(rows_of(words)) + "};\n")
+        out.write(SOURCE_TAIL % (n + 1))
 
 
 def write_beats(file, made, records):
-    """Ten beats of three leads, 500 samples a second, with what the networks say of them in the mean."""
+    """Ten beats of three leads, 500 samples a second, with what the networks say of them together."""
     nets = [network.from_table(*table) for table in made]
     chosen = records[:: len(records) // TEST_BEATS][:TEST_BEATS]
     with open(file, "w", encoding="ascii") as out:
@@ -88,10 +84,7 @@ def write_beats(file, made, records):
             kept = [i for i in range(len(record.beats)) if record.kept[i]]
             signal = np.rint(record.median_beat(kept)[list(TEST_LEADS)])
             level = network.to_1000(signal)
-            results = [network.run(net, level, record.centre, record.rr, TEST_LEADS) for net in nets]
-            all_points = np.mean([result[0] for result in results], axis=0)
-            lead_points = np.mean([result[1] for result in results], axis=0)
-            p_wave = np.mean([result[2] for result in results])
+            all_points, lead_points, p_wave = network.run(nets, level, record.centre, record.rr, TEST_LEADS)
             out.write(f"beat {record.number} {record.rr} {record.centre}\n")
             for lead, samples in zip(TEST_LEADS, signal):
                 out.write(f"lead {lead} " + " ".join(str(int(value)) for value in samples) + "\n")

@@ -1,11 +1,12 @@
-"""Trains the network that reads beats: for each fold of the cross-validation on the other records, then on all of them.
+"""Trains the networks that read beats: for each fold of the cross-validation on the other records, then on all of them.
 
-    tools/train_delineator.sh            everything again, from the recordings; about an hour on one core
-    train.py BEATS OUT [NAME ...]        the named tables alone: fold0 to fold4, all
+    tools/train_delineator.sh            everything again, from the recordings
+    train.py BEATS OUT [NAME ...]        the named networks alone, as fold0-1 or all-3: what they learn from, and the seed
 
-BEATS: the folder that `delineation_report --training` has written. OUT: where the tables of weights go, NAME.weights,
-and with "all" network_weights.cpp and network_beats.txt. A table that is there is not made again. The same
-recordings and the same version of the libraries give the same tables: seeds and folds are fixed, one thread.
+BEATS: the folder that `delineation_report --training` has written. OUT: where the tables of weights go, one for each
+network, NAME.weights; when all of them are there, joined as fold0.weights to fold4.weights, and those of all records as
+source files with network_beats.txt. A network whose table is there is not trained again. The same recordings and the
+same version of the libraries give the same tables: seeds and folds are fixed, one thread.
 """
 
 import math
@@ -23,7 +24,7 @@ import beats
 import network
 import tables
 
-SEEDS = (1, 2)  # of the networks whose mean is taken
+SEEDS = (1, 2, 3)  # of the networks whose mean is taken
 FOLDS = 5
 STEPS = 2000
 RECORDS_A_STEP = 8
@@ -103,33 +104,48 @@ def train(records, seed, name):
             for key, value in net.state_dict().items():
                 mean[key].mul_(KEPT_A_STEP).add_(value, alpha=1 - KEPT_A_STEP)
         if step % 200 == 0:
-            print(f"{name}, seed {seed}, step {step} of {STEPS}: {loss.item():.2f}", flush=True)
+            print(f"{name}, step {step} of {STEPS}: {loss.item():.2f}", flush=True)
     net.load_state_dict(mean)
     return net
 
 
+def name_of(fold, seed):
+    return f"{'all' if fold is None else f'fold{fold}'}-{seed}"
+
+
+def join(out, records):
+    """What the program and its judge read, from the tables of the networks."""
+
+    def made(fold):
+        return [tables.read_binary(os.path.join(out, f"{name_of(fold, seed)}.weights")) for seed in SEEDS]
+
+    for fold in range(FOLDS):
+        tables.write_binary(os.path.join(out, f"fold{fold}.weights"), made(fold))
+    shipped = made(None)
+    for n, table in enumerate(shipped):
+        tables.write_source(out, n, table)
+    tables.write_beats(os.path.join(out, "network_beats.txt"), shipped, records)
+
+
 def main():
     beats_folder, out = sys.argv[1:3]
-    names = sys.argv[3:] or [f"fold{fold}" for fold in range(FOLDS)] + ["all"]
     torch.set_num_threads(1)
     records = beats.read_records(beats_folder)
     os.makedirs(out, exist_ok=True)
     with open(os.path.join(out, "records.txt"), "w", encoding="ascii") as file:
         file.writelines(f"{record.number} {n % FOLDS}\n" for n, record in enumerate(records))
-    for name in names:
+    networks = {name_of(fold, seed): (fold, seed) for seed in SEEDS for fold in (*range(FOLDS), None)}
+    for name in sys.argv[3:] or networks:
         file = os.path.join(out, f"{name}.weights")
         if os.path.exists(file):
             continue
-        fold = None if name == "all" else int(name.removeprefix("fold"))
-        # Of the records in ascending order the n-th is left to the network of fold n mod 5.
+        fold, seed = networks[name]
+        # Of the records in ascending order the n-th is left to the networks of fold n mod 5.
         seen = [record for n, record in enumerate(records) if n % FOLDS != fold]
-        nets = [train(seen, 100 * seed + (FOLDS if fold is None else fold), name) for seed in SEEDS]
-        tables.write_binary(file, [network.to_table(net) for net in nets])
-    shipped = os.path.join(out, "all.weights")
-    if os.path.exists(shipped):
-        made = tables.read_binary(shipped, len(SEEDS))
-        tables.write_source(os.path.join(out, "network_weights.cpp"), made)
-        tables.write_beats(os.path.join(out, "network_beats.txt"), made, records)
+        net = train(seen, 100 * seed + (FOLDS if fold is None else fold), name)
+        tables.write_binary(file, [network.to_table(net)])
+    if all(os.path.exists(os.path.join(out, f"{name}.weights")) for name in networks):
+        join(out, records)
 
 
 if __name__ == "__main__":
