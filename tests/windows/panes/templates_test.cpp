@@ -1,13 +1,11 @@
 // Every dialog template of the product, laid out by the dialog manager itself as it is at three screen scalings: room for
-// every text and for the largest value, nothing over another, and an order for the keyboard.
+// every text and for the largest value, and nothing over another.
 #include <gmock/gmock.h>
 
-#include <cwctype>
 #include <map>
 #include <set>
 
 #include "dialogs/resources/interpretation_ids.h"
-#include "dialogs/resources/morphology_ids.h"
 #include "dialogs/resources/resource_ids.h"
 #include "tests/rig/pane.h"
 
@@ -59,7 +57,6 @@ class Layout {
             }
         }
         CheckPlaces();
-        CheckGroups();
         return faults_;
     }
 
@@ -113,8 +110,6 @@ class Layout {
         }
         if (StaticKind(item) >= SS_LEFT && StaticKind(item) <= SS_RIGHT) {
             format = DT_WORDBREAK;
-        } else if (Is(item, "ComboBox")) {
-            room = {0, 0, room.right - GetSystemMetrics(SM_CXVSCROLL) - MulDiv(8, dpi_, 96), room.bottom};
         } else if (kind >= 0) {
             // The frame of a push button; of a box its square of 13 pixels at 96 dpi, and half a digit before the text.
             const bool isPush = kind == BS_PUSHBUTTON || kind == BS_DEFPUSHBUTTON;
@@ -139,7 +134,6 @@ class Layout {
     }
 
     void CheckPlaces() {
-        std::set<wint_t> mnemonics;
         RECT client{};
         GetClientRect(dialog, &client);
         for (std::size_t i = 0; i < items_.size(); ++i) {
@@ -154,41 +148,6 @@ class Layout {
                     Add(items_[i], "covers " + std::to_string(GetDlgCtrlID(items_[j])));
                 }
             }
-            const std::wstring text = TextOfItem(items_[i]);
-            const std::size_t mark = text.find(L'&');
-            if (mark != text.npos && mark + 1 < text.size() && !IsIcon(items_[i]) &&
-                !mnemonics.insert(std::towlower(text[mark + 1])).second) {
-                Add(items_[i], "has the letter of another one");
-            }
-        }
-    }
-
-    // What stands in a group box follows one another, downwards or to the right; so do the controls outside of all.
-    void CheckGroups() {
-        for (const HWND group : items_) {
-            if (!IsGroup(group)) {
-                continue;
-            }
-            const RECT box = PlaceOf(group);
-            RECT last{};
-            bool left = false;
-            for (const HWND item : items_) {
-                const RECT area = PlaceOf(item);
-                RECT common{};
-                IntersectRect(&common, &box, &area);
-                if (item == group || EqualRect(&common, &area) == FALSE) {
-                    left = left || !IsRectEmpty(&last);
-                    continue;
-                }
-                if (left) {
-                    Add(item, "is apart from its group");
-                    break;
-                }
-                if (!IsRectEmpty(&last) && area.top < last.top && area.left < last.right) {
-                    Add(item, "stands before the one that it follows");
-                }
-                last = area;
-            }
         }
     }
 
@@ -197,30 +156,9 @@ class Layout {
     std::vector<std::string> faults_;
 };
 
-Texts Choices(UINT pickList) {
-    wchar_t list[1024] = {};
-    LoadStringW(LibraryModuleHandle(), pickList, list, 1024);
-    Texts pieces(1);
-    for (const wchar_t* c = list; *c != L'\0'; ++c) {
-        *c == L'^' ? pieces.emplace_back() : pieces.back() += *c;
-    }
-    Texts choices;
-    for (std::size_t i = 1; i < pieces.size(); i += 2) {
-        choices.push_back(pieces[i]);
-    }
-    return choices;
-}
-
-// The largest values, and what the combo boxes offer.
+// The largest values.
 std::map<int, Texts> ShownTexts() {
     std::map<int, Texts> shown = {
-        {IDC_MORPH_LEAD, Choices(IDS_LEAD_PICK_LIST)},
-        {IDC_MORPH_GAIN, Choices(IDS_GAIN_PICK_LIST)},
-        {IDC_MORPH_SPEED, Choices(IDS_SPEED_PICK_LIST)},
-        {IDC_MORPH_MAINS, Choices(IDS_MAINS_PICK_LIST)},
-        {IDC_MORPH_LOW_EDGE, Choices(IDS_FILTER_EDGE_PICK_LIST)},
-        {IDC_MORPH_HIGH_EDGE, Choices(IDS_FILTER_EDGE_PICK_LIST)},
-        {IDC_HYP_SEX, Choices(IDS_SEX_PICK_LIST)},
         {IDC_HYP_SOKOLOW_LYON, {L"-65536"}},
         {IDC_HYP_CORNELL, {L"-65536"}},
         {IDC_HYP_TOTAL_POINTS, {L"13"}},
@@ -238,7 +176,7 @@ BOOL CALLBACK TakeName(HMODULE, LPCWSTR, LPWSTR name, LONG_PTR names) {
     return TRUE;
 }
 
-TEST(Templates, HaveRoomForTheirTextsAndAnOrderForTheKeyboard) {
+TEST(Templates, HaveRoomForTheirTextsAndLargestValues) {
     SpyingSuite suite;
     LibraryUse library;
     const HMODULE host = LoadLibraryExA(Beside("..\\..\\bin\\kxhost.exe").c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
@@ -253,20 +191,6 @@ TEST(Templates, HaveRoomForTheirTextsAndAnOrderForTheKeyboard) {
         }
     }
     FreeLibrary(host);
-}
-
-// The check itself must see what is wrong.
-TEST(Templates, AreSeenToBeWrong) {
-    SpyingSuite suite;
-    LibraryUse library;
-    Layout layout(library.Module(), MAKEINTRESOURCEW(IDD_HYPERTROPHY), 96);
-    const auto resize = [&](int id, int width, int height) {
-        SetWindowPos(GetDlgItem(layout.dialog, id), nullptr, 0, 0, width, height, SWP_NOMOVE | SWP_NOZORDER);
-    };
-    resize(IDC_HYP_LONG_QRS, 60, 13);     // too narrow
-    resize(IDC_HYP_OPPOSED_ST, 300, 13);  // too low
-    resize(IDC_HYP_R_V6, 80, 13);         // over the next label
-    EXPECT_EQ(layout.Faults({}, {}).size(), 3u);
 }
 
 }  // namespace
