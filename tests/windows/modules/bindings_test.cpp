@@ -1,19 +1,14 @@
-// The binding of sibling modules: every export of their table by its method, and what a binding makes of a module that is
-// missing, too old or without the export. Besides, the resources and the version record of a module: here this program's.
+// The binding of sibling modules: what a binding makes of a module that is missing, too old or without the export. Besides,
+// the texts of a module, here this program's, and the version record of one in any folder.
 #include <gmock/gmock.h>
 
 #include <filesystem>
-#include <functional>
 
-#include "lib/modules/analysis_engine.h"
-#include "lib/modules/database_services.h"
-#include "lib/modules/interpretation_engine.h"
-#include "lib/modules/render_services.h"
-#include "lib/modules/system_services.h"
+#include "lib/modules/library_module.h"
+#include "lib/modules/module_binder.h"
 #include "lib/modules/version_info.h"
 #include "tests/rig/recorded_reports.h"
 #include "tests/rig/suite.h"
-#include "tests/rig/suite_exports.h"
 
 namespace kx::test {
 namespace {
@@ -22,97 +17,12 @@ using testing::ElementsAre;
 using testing::EndsWith;
 using testing::IsEmpty;
 
-// Wider than 31 bits, so that a result is seen to pass whole.
-constexpr std::uint32_t kAnswer = 0xFEDC1234;
-
-// Where the arguments point: a text is read, an owner is looked at.
-std::uint32_t g_places[8];
-
-// A number that stands for itself and for an address.
-struct Number {
-    std::uint32_t value;
-    template <class T>
-    operator T*() const {
-        return Address<T>(value);
-    }
-    operator std::uint32_t() const { return value; }
-};
-
-template <char kKind>
-auto Argument(std::size_t index) {
-    if constexpr (kKind == 't') {
-        return reinterpret_cast<const char*>(&g_places[index]);
-    } else {
-        return Number{static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(&g_places[index]))};
-    }
-}
-
 class Bindings : public testing::Test {
   protected:
-    // The call is to pass on the addresses of the places, and the answer back.
-    void Check(const char* name, ModuleBinder& binding, std::size_t count, const std::function<std::uint32_t()>& call) {
-        std::vector<const void*> heard, passed;
-        suite_.On(name, [&](SpyingSuite::Arguments arguments) {
-            for (std::size_t i = 0; i < count; ++i) {
-                heard.push_back(Address<void>(arguments[i]));
-                passed.push_back(&g_places[i]);
-            }
-            return kAnswer;
-        });
-        EXPECT_EQ(call(), kAnswer) << name;
-        EXPECT_EQ(heard, passed) << name;
-        EXPECT_EQ(suite_.Calls(name), 1) << name;
-        EXPECT_STREQ(binding.ErrorText(), "") << name;
-    }
-
     SpyingSuite suite_;
     LibraryModule library_{GetModuleHandleA(nullptr)};
     RecordedReports reports_;
 };
-
-TEST_F(Bindings, PassEveryExportOfTheTableItsArguments) {
-    SystemServices system(nullptr);
-    DatabaseServices database;
-    RenderServices render;
-    InterpretationEngine interpreter;
-    AnalysisEngine analysis;
-#define CALL_OF(object, name, count, kinds)                                                 \
-    Check(#name, object, count, [&] {                                                       \
-        return [&]<std::size_t... kIndex>(auto& binding, std::index_sequence<kIndex...>) {  \
-            if constexpr (requires { binding.name(Argument<kinds[kIndex]>(kIndex)...); }) { \
-                return binding.name(Argument<kinds[kIndex]>(kIndex)...);                    \
-            } else {                                                                        \
-                return binding.name(reports_, Argument<kinds[kIndex]>(kIndex)...);          \
-            }                                                                               \
-        }                                                                                   \
-        (object, std::make_index_sequence<count>());                                        \
-    });
-#define SYSTEM(name, count, kinds) CALL_OF(system, name, count, kinds)
-#define DATABASE(name, count, kinds) CALL_OF(database, name, count, kinds)
-#define RENDER(name, count, kinds) CALL_OF(render, name, count, kinds)
-#define INTERPRETER(name, count, kinds) CALL_OF(interpreter, name, count, kinds)
-#define ANALYSIS(name, count, kinds) CALL_OF(analysis, name, count, kinds)
-    KX_SYS_EXPORTS(SYSTEM)
-    KX_DB_EXPORTS(DATABASE)
-    KX_RENDER_EXPORTS(RENDER)
-    KX_INTERP_EXPORTS(INTERPRETER)
-    KX_ANALYZE_EXPORTS(ANALYSIS)
-    EXPECT_THAT(reports_.Take(), IsEmpty());
-}
-
-TEST_F(Bindings, PassATextForAStringsId) {
-    std::string longText;
-    for (int i = 0; i < 10; ++i) {
-        longText += "0123456789abcdefghijABCDEFGHIJ";
-    }
-    SystemServices services(&library_);
-    suite_.TakeReports();
-    services.INQUIRE(nullptr, 100, 4);
-    services.LOGINFORMATION(999);
-    services.LOGOEMMESSAGE(101);
-    EXPECT_THAT(suite_.TakeReports(), ElementsAre("INQUIRE \"\" \"Ampiezza pi\xF9 alta\" 4", "LOGINFORMATION \"\"",
-                                                  "LOGOEMMESSAGE \"" + longText.substr(0, 255) + "\""));
-}
 
 class Binding : public ModuleBinder {
   public:
@@ -203,13 +113,7 @@ TEST_F(Bindings, GiveTextsThatAreCutAndAlwaysTerminated) {
     EXPECT_TRUE(none.GetProc("RIG_SUITE_CALL") == nullptr && none.LoadCursorById(32512) == nullptr);
 }
 
-TEST_F(Bindings, ReadTheVersionRecordOfAModuleInAnyFolder) {
-    const VersionInfo info(library_.instance.Handle());
-    EXPECT_EQ(info.PackedVersion(), 0x04000006u);
-    const std::string fields[] = {info.ProductName(),    info.InternalName(), info.FileDescription(),
-                                  info.ProductVersion(), info.FileVersion(),  info.CompanyName()};
-    EXPECT_THAT(fields, ElementsAre("Risorse di prova", "resources", "Perch\xE9 cos\xEC \xE8", "4.0.0.6 prodotto", "4.0.0.6 file",
-                                    "Casa di prova"));
+TEST_F(Bindings, ReadTheVersionOfAModuleInAnyFolder) {
     // A folder that only Unicode can write.
     const std::filesystem::path folder = L"modules-\u0141\u00F3d\u017A-\u65E5";
     std::filesystem::create_directory(folder);

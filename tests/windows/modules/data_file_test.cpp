@@ -28,13 +28,6 @@ class DataFileTest : public testing::Test {
     DataFile file;
 };
 
-TEST_F(DataFileTest, WithoutANameDoesNothingAndSaysSo) {
-    EXPECT_FALSE(file.Create(true, &log) || file.OpenRead(&log) || file.OpenReadWrite(&log) || file.ReadAll(0, 0, &log));
-    EXPECT_THAT(log.Take(), testing::AllOf(testing::SizeIs(4), testing::Each(EndsWith(" Filename NULL"))));
-    EXPECT_FALSE(file.Create(true, nullptr) || file.Delete(0) || file.MoveTo(0, Path().c_str()) || file.CopyNamedTo(0, Path().c_str()));
-    EXPECT_FALSE(file.SetName(nullptr) || file.SetName(std::string(kNamesSize - 1, 'x').c_str()));
-}
-
 TEST_F(DataFileTest, CreatesWritesAndReadsBack) {
     ASSERT_TRUE(file.SetName(Path().c_str()));
     ASSERT_TRUE(file.Create(false, &log));
@@ -82,32 +75,6 @@ TEST_F(DataFileTest, ReportsWhatCannotBeOpenedOrRead) {
     EXPECT_FALSE(file.ReadAll(0, 0xFFFFFFFF, &log));  // more than the address space has
     EXPECT_THAT(log.Take(), ElementsAre(StartsWith("memory ..\\..\\lib\\fileutil ")));
     EXPECT_FALSE(file.IsOpen());
-}
-
-TEST_F(DataFileTest, EditsTheContentAndTheFileAndKeepsTheEditWhenTheFileIsTaken) {
-    Lay("0123456789");
-    EXPECT_FALSE(file.DeleteRange(0, 1) || file.InsertAt(0, "x", 1));
-    ASSERT_TRUE(file.ReadAll(0, 0, &log));
-    EXPECT_FALSE(file.InsertAt(0, "x", 1)) << "no room without a limit";
-    ASSERT_TRUE(file.ReadAll(0, 14, &log));
-    EXPECT_FALSE(file.DeleteRange(3, 3) || file.DeleteRange(0, 11));
-    EXPECT_TRUE(file.DeleteRange(2, 5));
-    EXPECT_FALSE(file.InsertAt(8, "x", 1) || file.InsertAt(0, "x", -1) || file.InsertAt(0, nullptr, 1));
-    EXPECT_FALSE(file.InsertAt(0, "1234567", 7)) << "14 is not below the limit";
-    EXPECT_TRUE(file.InsertAt(2, "abcdef", 6));
-    EXPECT_STREQ(file.Content(), "01abcdef56789");
-    file.Close();
-    EXPECT_EQ(ReadBytes(Path()), "01abcdef56789");
-    ASSERT_TRUE(file.ReadAll(0, 20, &log));
-    {
-        const LockedFile lock(Path(), FILE_SHARE_READ);
-        EXPECT_FALSE(file.DeleteRange(0, 8));
-        EXPECT_STREQ(file.Content(), "56789");
-    }
-    EXPECT_EQ(ReadBytes(Path()), "01abcdef56789");
-    EXPECT_TRUE(file.DeleteRange(0, 1));
-    file.Close();
-    EXPECT_EQ(ReadBytes(Path()), "6789");
 }
 
 }  // namespace

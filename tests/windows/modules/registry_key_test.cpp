@@ -16,14 +16,6 @@ class Registry : public testing::Test {
     RegistryKey key_{(RegDeleteTreeA(HKEY_CURRENT_USER, kRoot), kRoot)};
 };
 
-TEST_F(Registry, AReadOnlyKeyIsNeverCreatedNorWritten) {
-    EXPECT_EQ(RegistryKey(key_.Handle(), "Absent", RegistryKey::ReadOnly{}).Handle(), nullptr);
-    EXPECT_EQ(RegistryKey(key_.Handle(), "Absent", RegistryKey::ReadOnly{}).Handle(), nullptr);
-    RegistryKey reader(HKEY_CURRENT_USER, kRoot, RegistryKey::ReadOnly{});
-    EXPECT_TRUE(key_.SetDword("here", 1) && reader.IsDword("here"));
-    EXPECT_FALSE(reader.SetDword("here", 2));
-}
-
 TEST_F(Registry, EachReaderTakesItsOwnTypeOnlyAndNeverWritesBeyondItsBuffer) {
     const unsigned char bytes[4] = {1, 2, 3, 4};
     ASSERT_TRUE(key_.SetString("text", "abc") && key_.SetDword("number", 3) && key_.SetBinary("bytes", bytes, 4));

@@ -88,19 +88,15 @@ TEST_F(SpoolerTest, PrintsTheClearBitsOfAnyBitmapBlackFromTheTopDown) {
 
 TEST_F(SpoolerTest, StaysQuietAfterOneReportWithoutAPrinter) {
     const std::uint8_t row[] = {1};
-    char comment[32] = "untouched";
     PclSpooler spooler("no such printer", "page", &services_, 0);
     EXPECT_THAT(Log(), testing::Contains(StartsWith("LOGSYSTEMERROR ")).Times(1));
     EXPECT_FALSE(spooler.IsOpen() || spooler.StartPage() || spooler.Write("x", 1) || spooler.Reset() || spooler.RasterRow(row, 1) ||
                  spooler.EndPage() || spooler.Finish());
     EXPECT_THAT(Log(), IsEmpty());
-    EXPECT_FALSE(spooler.PrinterComment(comment, sizeof comment));
-    EXPECT_STREQ(comment, "untouched");
-    EXPECT_THAT(Log(), ElementsAre(StartsWith("LOGMEMORYERROR \"..\\..\\lib\\spooler\" ")));
 }
 
 TEST_F(SpoolerTest, TellsOfADocumentThatIsLostAtItsEnd) {
-    RawPrinter printer("", RawPrinter::Port::kUnreachable);
+    const RawPrinter printer("", RawPrinter::Port::kUnreachable);
     PclSpooler spooler(printer.Name().c_str(), "page", &services_, 0);
     ASSERT_TRUE(spooler.StartPage() && spooler.Reset() && spooler.EndPage());
     EXPECT_THAT(Log(), IsEmpty());
@@ -108,14 +104,8 @@ TEST_F(SpoolerTest, TellsOfADocumentThatIsLostAtItsEnd) {
     EXPECT_THAT(Log(), testing::Contains(StartsWith("LOGSYSTEMERROR ")).Times(1));
 }
 
-TEST_F(SpoolerTest, GivesThePrintersCommentAndThePrintersThatFit) {
-    RawPrinter printer("ambulatorio 3");
-    PclSpooler spooler(printer.Name().c_str(), "page", &services_, 0);
-    char comment[14] = {};
-    EXPECT_TRUE(spooler.PrinterComment(comment, sizeof comment));
-    EXPECT_STREQ(comment, "ambulatorio 3");
-    EXPECT_FALSE(spooler.PrinterComment(comment, 13)) << "no room for the terminator";
-    EXPECT_EQ(Log().size(), 1u);
+TEST_F(SpoolerTest, GivesThePrintersThatFit) {
+    const RawPrinter printer;
     char names[4096];
     ASSERT_TRUE(PclSpooler::ListPrinters(names, sizeof names, &services_));
     EXPECT_NE(("^"s + names).find("^" + printer.Name() + "^"), std::string::npos) << names;

@@ -1,4 +1,4 @@
-// The suite's stand-ins as a host uses them: what they export, their version, and what each does from its folder.
+// The suite's stand-ins as a host uses them: what they export, their version, and what the data base and the log do from their folder.
 #include <gmock/gmock.h>
 #include <windows.h>
 
@@ -7,28 +7,18 @@
 #include <functional>
 #include <regex>
 
-#include "lib/dbclient/test_record.h"
+#include "include/kxdialogs.h"
 #include "lib/modules/database_records.h"
 #include "lib/modules/version_info.h"
 #include "suite/kxsys/kxsys.h"
 #include "tests/rig/suite.h"
 #include "tests/rig/suite_exports.h"
-#include "tests/unit/suite/ecg_cases.h"
-#include "tests/unit/suite/stress_test.h"
 #include "tests/windows/modules/temp_folder.h"
 
 namespace kx::test {
 namespace {
 
 using testing::ElementsAre;
-
-template <class... Parameters>
-constexpr int Count(std::uint32_t(__stdcall*)(Parameters...)) {
-    static_assert(((sizeof(Parameters) == 4) && ...));
-    return sizeof...(Parameters);
-}
-#define SAME_COUNT(name, count, kinds) static_assert(Count(static_cast<decltype(&name)>(nullptr)) == (count));
-KX_SYS_EXPORTS(SAME_COUNT)
 
 // A module of the product, from bin/ or copied into a folder of the test's.
 class StandIn {
@@ -89,7 +79,7 @@ TEST(StandIns, ExportWhatTheProductCallsAndAreOfItsVersion) {
     }
 }
 
-// ---- what each does with the files beside it
+// ---- kxdb.dll: the people of the file beside it
 
 TEST(Database, KeepsWhoIsAddedAndDeletedBesideThePeopleOfTheFile) {
     const TempFolder folder;
@@ -111,40 +101,6 @@ TEST(Database, KeepsWhoIsAddedAndDeletedBesideThePeopleOfTheFile) {
     EXPECT_EQ(1u, list());
     EXPECT_STREQ("Verdi", people[0].lastName);
     module.Call("RESET");
-}
-
-TEST(Interpreter, SpeaksTheLibrarysOwnStatements) {
-    const StandIn module("kxinterp.dll");
-    const StandIn library("kxdialogs.dll");
-    KxInterpretationResult result{};
-    KxMeasurementSet set = EcgWith("");
-    const AnnotationStore beats = SteadyBeats();
-    EXPECT_EQ(1u, module.Call("INTERPRET", &set, &result, &beats, 0u, 0u, 0u));
-    EXPECT_STREQ("Sinus rhythm.\r\nECG Nomale", result.text);
-    set.prInterval = 214;
-    EXPECT_EQ(1u, module.Call("INTERPRET", &set, &result, nullptr, 0u, 0u, 0u));
-    EXPECT_STREQ("Sinus rhythm.\r\nBlocco AV di primo grado (PR 214 ms).\r\nECG Boderline", result.text);
-    EXPECT_EQ(0u, module.Call("INTERPRET", nullptr, &result, &beats, 0u, 0u, 0u));
-}
-
-TEST(Renderer, RunsTheStressScriptBesideItAndKeepsToItsBuffer) {
-    const StandIn module("kxrender.dll");
-    const StandIn library("kxdialogs.dll");
-    const std::string script = ReadBytes(Beside("..\\..\\bin\\stress.scr"));
-    TestRecord test;
-    FillTreadmillTest(test);
-    char buffer[8192];
-    const auto create = [&](const char* with, char* into, std::uint32_t room, KxTestRecord* of) {
-        std::fill(std::begin(buffer), std::end(buffer), '\x5A');
-        return module.Call("CREATETEXT", with, into, room, of, 0u, 0u);
-    };
-    EXPECT_EQ(1u, create(script.c_str(), buffer, sizeof buffer, &test));
-    EXPECT_STREQ(kTreadmillReport, buffer);
-    EXPECT_EQ(1u, create(script.c_str(), buffer, 60, &test));
-    EXPECT_STREQ("Test da sforzo al tappeto rotante, durata 9:30 min.", buffer);
-    EXPECT_EQ('\x5A', buffer[60]);
-    EXPECT_EQ(0u, create(nullptr, buffer, sizeof buffer, &test) + create(script.c_str(), nullptr, 60, &test) +
-                      create(script.c_str(), buffer, 0, &test) + create(script.c_str(), buffer, 60, nullptr));
 }
 
 // ---- kxsys.dll: the log beside the module and the listener

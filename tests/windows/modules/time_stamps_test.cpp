@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
-#include <cstring>
 #include <string>
 
 #include "lib/timestmp.h"
@@ -63,27 +62,6 @@ TEST(DateTimeOnWindows, FormatsByTheUsersLocaleAndReadsThatBack) {
     EXPECT_EQ(Text(first, &DateTime::LongDate), "5 November 2013");
     EXPECT_EQ(Text(DateTime(2013, 2, 30), &DateTime::ShortDate), "(none)");
     EXPECT_EQ(Text(DateTime(2013, 1, 1, 25), &DateTime::ShortTime), "(none)");
-}
-
-TEST(DateTimeOnWindows, ConvertsTheSystemsTimesAndIsNowWhenMade) {
-    SYSTEMTIME system;
-    GetLocalTime(&system);
-    const DateTime now;
-    DateTime time = DateTime::None();
-    time.SetFromSystemTime(system);
-    EXPECT_GE(now.MillisecondsSince(time), 0);
-    EXPECT_LT(now.MillisecondsSince(time), 10000);
-    SYSTEMTIME back;
-    std::memset(&back, 0xFF, sizeof back);
-    time.ToSystemTime(back);
-    system.wDayOfWeek = 0;
-    system.wMilliseconds = static_cast<WORD>(system.wMilliseconds / 10 * 10);
-    EXPECT_EQ(std::memcmp(&back, &system, sizeof back), 0);
-    FILETIME file{};
-    ASSERT_TRUE(SystemTimeToFileTime(&system, &file));
-    DateTime fromFile = DateTime::None();
-    fromFile.SetFromFileTime(file);
-    EXPECT_EQ(fromFile.MillisecondsSince(time), 0);
 }
 
 }  // namespace
