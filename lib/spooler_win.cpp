@@ -3,6 +3,8 @@
 
 #include <winspool.h>
 
+#include <algorithm>
+#include <cstdio>
 #include <cstring>
 #include <memory>
 #include <new>
@@ -136,7 +138,7 @@ bool PclSpooler::PrinterComment(char* buffer, std::size_t size) {
         if (bytes != nullptr && GetPrinterA(printer_, kCommentLevel, bytes.get(), needed, &needed)) {
             const char* comment = reinterpret_cast<const PRINTER_INFO_1A*>(bytes.get())->pComment;
             if (comment != nullptr && buffer != nullptr && std::strlen(comment) < size) {
-                std::strcpy(buffer, comment);
+                std::snprintf(buffer, size, "%s", comment);
                 return true;
             }
         }
@@ -177,7 +179,7 @@ bool PclSpooler::ListPrinters(char* buffer, std::size_t size, SystemServices* lo
         // With its separator, and room for the terminator; a shorter name may fit where a longer one does
         // not.
         if (length > 0 && used + length + 1 < size) {
-            std::memcpy(buffer + used, name, length);
+            std::copy_n(name, length, buffer + used);
             buffer[used + length] = '^';
             used += length + 1;
         }

@@ -13,7 +13,9 @@ say "clang-format over ${#files[@]} files ..."
 clang-format --dry-run -Werror "${files[@]}" || bad=1
 
 for preset in native win32; do
-    [ -e "build/$preset/compile_commands.json" ] || cmake --preset "$preset" >/dev/null || die "configuring $preset failed"
+    # clang reads no other compiler's precompiled header.
+    cmake --preset "$preset" -B "build/lint-$preset" -DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON >/dev/null ||
+        die "configuring $preset failed"
 done
 # A file is judged with the preset that compiles it; the cross compiler's own folders are told to clang.
 gcc_include="$(i686-w64-mingw32-g++-posix -print-file-name=include)"
@@ -24,9 +26,9 @@ while IFS= read -r dir; do mingw+=("--extra-arg=-isystem$dir"); done < <(
 native=() windows=()
 for file in "${files[@]}"; do
     case "$file" in *.cpp) ;; *) continue ;; esac
-    if grep -q "\"$KX_ROOT/$file\"" build/native/compile_commands.json; then
+    if grep -q "\"$KX_ROOT/$file\"" build/lint-native/compile_commands.json; then
         native+=("$file")
-    elif grep -q "\"$KX_ROOT/$file\"" build/win32/compile_commands.json; then
+    elif grep -q "\"$KX_ROOT/$file\"" build/lint-win32/compile_commands.json; then
         windows+=("$file")
     fi
 done
@@ -34,7 +36,7 @@ say "clang-tidy over ${#native[@]} portable and ${#windows[@]} Windows files ...
 run_tidy() {
     local preset="$1"
     shift
-    printf '%s\0' "$@" | xargs -0 -n 4 -P "$(nproc)" clang-tidy -p "build/$preset" --quiet "${extra[@]}" 2>/dev/null
+    printf '%s\0' "$@" | xargs -0 -n 4 -P "$(nproc)" clang-tidy -p "build/lint-$preset" --quiet "${extra[@]}" 2>/dev/null
 }
 extra=()
 [ ${#native[@]} -eq 0 ] || run_tidy native "${native[@]}" || bad=1

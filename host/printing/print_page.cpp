@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <string>
 
 namespace kxhost {
@@ -20,7 +21,7 @@ constexpr std::array<StyleRow, kTextStyles> kStyles{
 UniqueFont MakeFont(const StyleRow& style) {
     constexpr int kPointsPerInch = 72;
     LOGFONTW font{};
-    font.lfHeight = -static_cast<LONG>(style.points * kPrintDpi / kPointsPerInch + 0.5);
+    font.lfHeight = -std::lround(style.points * kPrintDpi / kPointsPerInch);
     font.lfWeight = style.weight;
     // A dot is black or white: grey edges would become ragged ones.
     font.lfQuality = NONANTIALIASED_QUALITY;
@@ -141,6 +142,7 @@ void DrawMarkers(const Canvas& canvas, const PageLayout& layout, const WaveScale
     const PageBox& grid = layout.grid;
     const int rowHeight = DotsOf(kLabelRowMm);
     std::vector<LabelPlace> places;
+    places.reserve(markers.size());
     for (const PrintedMarker& marker : markers) {
         places.push_back(
             {ColumnOf(layout, scale, marker.ms), canvas.WidthOf(kSmall, marker.name) + DotsOf(2)});
@@ -190,6 +192,7 @@ void DrawTable(const Canvas& canvas, PageBox& room, const std::wstring& title,
 
 std::vector<PrintedValue> MarkerRows(const std::vector<PrintedMarker>& markers) {
     std::vector<PrintedValue> rows;
+    rows.reserve(markers.size());
     for (const PrintedMarker& marker : markers) {
         rows.push_back(
             {marker.name, (marker.manual ? L"a mano   " : L"") + std::to_wstring(marker.ms) + L" ms"});

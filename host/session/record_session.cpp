@@ -147,7 +147,7 @@ ArchiveClient::Result RecordSession::Save(const ArchiveClient& archive, bool asN
     test_.AddHistoryEntry(key.id == 0 ? kFirstSave : kLaterSave, kx::DateTime(),
                           ArchiveClient::UserName().c_str());
     test_.ClearModified();
-    const ArchiveClient::Result saved = archive.Save(test_, source_, key);
+    ArchiveClient::Result saved = archive.Save(test_, source_, key);
     if (saved.answer == kx::kArchiveDone) {
         key_ = key;
         TakeAsSaved();

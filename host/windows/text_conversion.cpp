@@ -54,7 +54,7 @@ std::string ToUtf8(std::wstring_view wide) {
 }
 
 std::filesystem::path PathFromUtf8(std::string_view utf8) {
-    return std::filesystem::path(FromUtf8(utf8));
+    return {FromUtf8(utf8)};
 }
 
 std::wstring SystemMessage(unsigned long error, std::wstring_view subject) {

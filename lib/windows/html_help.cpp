@@ -1,5 +1,6 @@
 #include "lib/windows/html_help.h"
 
+#include <cstdio>
 #include <cstring>
 
 namespace kx {
@@ -15,7 +16,7 @@ HtmlHelpFunction FindHtmlHelp() {
     if (length == 0 || length + std::strlen(kViewer) >= sizeof path) {
         return nullptr;
     }
-    std::strcpy(path + length, kViewer);
+    std::snprintf(path + length, sizeof path - length, "%s", kViewer);
     const HMODULE viewer = LoadLibraryA(path);
     return viewer == nullptr ? nullptr
                              : reinterpret_cast<HtmlHelpFunction>(
