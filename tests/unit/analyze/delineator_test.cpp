@@ -1,11 +1,8 @@
 // What is measured in beats whose waves are known.
 #include "suite/kxanalyze/delineator.h"
 
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <cstring>
 #include <random>
+#include <tuple>
 
 #include "tests/unit/analyze/synthetic_beat.h"
 
@@ -24,51 +21,37 @@ Episode Measured(const SyntheticBeat& beat) {
     return episode;
 }
 
-struct Expected {
-    const char* what;
-    double value, got, tolerance;
-};
-
 TEST(Delineator, FindsTheSameBeatAtAnyRateAndResolution) {
-    constexpr std::pair<std::uint32_t, std::uint32_t> kRows[] = {{100, 1000}, {250, 4880}, {500, 1000},
-                                                                 {1000, 500}, {977, 2000}, {32000, 100}};
-    for (const auto& [rate, resolutionNv] : kRows) {
+    using L = KxLeadMeasurements;
+    // Place (ms) and what it may be off, a sample more at any rate. A foot without a slope is seen late, an end early.
+    const std::tuple<std::uint16_t L::*, int, int> places[] = {
+        {&L::pOn, 230, 20},      {&L::pOff, 340, 20},      {&L::qrsOn, 400, 12},        {&L::qrsOff, 490, 10},
+        {&L::tOff, 760, 25},     {&L::pOnMarker, 230, 25}, {&L::pOffMarker, 340, 25},   {&L::qOnMarker, 400, 12},
+        {&L::rOnMarker, 424, 3}, {&L::sOnMarker, 464, 3},  {&L::qrsOffMarker, 490, 10}, {&L::tOffMarker, 760, 30}};
+    // Height (uV), what it may be off, and how much more for every squared sample.
+    const std::tuple<std::int16_t L::*, int, int, double> heights[] = {
+        {&L::aP1, 150, 8, 0}, {&L::aQ, -150, 6, 0.5}, {&L::aR, 1000, 12, 1}, {&L::aS, -300, 8, 0.5}, {&L::aT1, 350, 8, 0}};
+    for (const auto& [rate, resolutionNv] :
+         {std::pair{100u, 1000u}, {250u, 4880u}, {500u, 1000u}, {1000u, 500u}, {977u, 2000u}, {32000u, 100u}}) {
+        SCOPED_TRACE(rate);
         SyntheticBeat beat{.rate = rate, .resolutionNv = resolutionNv};
         beat.r.microvolts = 1000;
         Episode episode = Measured(beat);
         const KxMeasurementSet& set = episode.Set();
-        const KxLeadMeasurements& lead = set.leads[KX_LEAD_II];
+        const L& lead = set.leads[KX_LEAD_II];
         const double step = 1000.0 / rate;
-        // A foot without a slope is seen late, an end early.
-        const Expected table[] = {
-            {"P onset", 230, double(lead.pOn), 20 + step},
-            {"P offset", 340, double(lead.pOff), 20 + step},
-            {"QRS onset", 400, double(lead.qrsOn), 12 + step},
-            {"QRS offset", 490, double(lead.qrsOff), 10 + step},
-            {"T offset", 760, double(lead.tOff), 25 + step},
-            {"P onset of II", 230, double(lead.pOnMarker), 25 + step},
-            {"P offset of II", 340, double(lead.pOffMarker), 25 + step},
-            {"Q onset", 400, double(lead.qOnMarker), 12 + step},
-            {"R onset", 424, double(lead.rOnMarker), 3 + step},
-            {"S onset", 464, double(lead.sOnMarker), 3 + step},
-            {"QRS offset of II", 490, double(lead.qrsOffMarker), 10 + step},
-            {"T offset of II", 760, double(lead.tOffMarker), 30 + step},
-            {"P1 amplitude", beat.p.microvolts, double(lead.aP1), 8},
-            {"Q amplitude", beat.q.microvolts, double(lead.aQ), 6 + step * step / 2},
-            {"R amplitude", beat.r.microvolts, double(lead.aR), 12 + step * step},
-            {"S amplitude", beat.s.microvolts, double(lead.aS), 8 + step * step / 2},
-            {"T1 amplitude", beat.t.microvolts, double(lead.aT1), 8},
-            {"no second components", 0, double(lead.rPrimeOnMarker + lead.aR1 + lead.pPrimeOnMarker + lead.aP2 + lead.aT2), 0},
-            {"QRS axis", 40, double(set.qrsAxis), 2},
-            {"intrinsicoid deflection", 444, double(lead.intrinsicoidDeflection + lead.qrsOn), 2 + step},
-            {"PR", double(lead.qrsOn - lead.pOn), double(set.prInterval), 0},
-            {"QT", double(lead.tOff - lead.qrsOn), double(set.qtInterval), 0},
-            {"QTc", std::round(set.qtInterval / std::cbrt(0.8)), double(set.qtc), 0},
-            {"QTc by Bazett", std::round(set.qtInterval / std::sqrt(0.8)), double(set.qtcBazett), 0},
-        };
-        for (const Expected& expected : table) {
-            EXPECT_NEAR(expected.got, expected.value, expected.tolerance) << rate << " a second: " << expected.what;
+        for (const auto& [field, ms, off] : places) {
+            EXPECT_NEAR(lead.*field, ms, off + step);
         }
+        for (const auto& [field, microvolts, off, perStep] : heights) {
+            EXPECT_NEAR(lead.*field, microvolts, off + perStep * step * step);
+        }
+        EXPECT_EQ(lead.rPrimeOnMarker | lead.aR1 | lead.pPrimeOnMarker | lead.aP2 | lead.aT2, 0);
+        EXPECT_NEAR(set.qrsAxis, 40, 2);
+        EXPECT_NEAR(lead.intrinsicoidDeflection + lead.qrsOn, 444, 2 + step);
+        EXPECT_TRUE(set.prInterval == lead.qrsOn - lead.pOn && set.qtInterval == lead.tOff - lead.qrsOn);
+        EXPECT_EQ(set.qtc, std::round(set.qtInterval / std::cbrt(0.8)));
+        EXPECT_EQ(set.qtcBazett, std::round(set.qtInterval / std::sqrt(0.8)));
     }
 }
 
@@ -77,60 +60,49 @@ TEST(Delineator, FindsTheSameBeatAtAnyRateAndResolution) {
 TEST(Delineator, AsksForNoGainAndForNoLead) {
     Episode whole = Measured({});
     const KxLeadMeasurements& expected = whole.Set().leads[0];
-    struct Row {
-        const char* name;
-        std::size_t leads;  // how many are left
-        double gain;        // of each lead n: 1 / (1 + gain * n), every second one upside down
-        int offset;
-        std::uint32_t lengthMs;
-        int tolerance;
-    };
-    const Row kRows[] = {{"gains", 12, 0.4, 0, 1200, 3}, {"baselines", 12, 0, 900, 1200, 0}, {"8 leads", 8, 0, 0, 1200, 20},
-                         {"6 leads", 6, 0, 0, 1200, 20}, {"3 leads", 3, 0, 0, 1200, 20},     {"1 lead", 1, 0, 0, 1200, 25},
-                         {"830 ms", 12, 0, 0, 830, 20}};
-    for (const Row& row : kRows) {
-        Episode episode(SyntheticBeat{.lengthMs = row.lengthMs});
+    // How many leads are left; gain of each lead n: 1 / (1 + gain * n), every second one upside down; baseline, length (ms), tolerance.
+    const std::tuple<std::size_t, double, int, std::uint32_t, int> rows[] = {
+        {12, 0.4, 0, 1200, 3}, {12, 0, 900, 1200, 0}, {6, 0, 0, 1200, 20}, {1, 0, 0, 1200, 25}, {12, 0, 0, 830, 20}};
+    for (const auto& [leads, gains, offset, lengthMs, tolerance] : rows) {
+        SCOPED_TRACE(testing::Message() << leads << " leads of " << lengthMs << " ms, gains " << gains << ", baseline " << offset);
+        Episode episode(SyntheticBeat{.lengthMs = lengthMs});
         for (std::size_t code = 0; code < KX_STANDARD_LEADS; ++code) {
-            const double gain = (row.gain > 0 && code % 2 == 1 ? -1 : 1) / (1 + row.gain * double(code));
+            const double gain = (gains > 0 && code % 2 == 1 ? -1 : 1) / (1 + gains * double(code));
             for (std::size_t i = 0; i < episode->samplesPerLead; ++i) {
                 std::int16_t& sample = episode.Lead(code)[i];
-                sample = static_cast<std::int16_t>(std::lround(sample * gain) + row.offset);
+                sample = static_cast<std::int16_t>(std::lround(sample * gain) + offset);
             }
-            if (code >= row.leads) {
+            if (code >= leads) {
                 episode->leadTable[code].leadCode = KX_LEAD_EMPTY;
             }
         }
-        ASSERT_EQ(MeasureEpisode(episode.Get(), Shared()), 1u) << row.name;
+        ASSERT_EQ(MeasureEpisode(episode.Get(), Shared()), 1u);
         const KxLeadMeasurements& got = episode.Set().leads[0];
         for (const auto point : {&KxLeadMeasurements::pOn, &KxLeadMeasurements::pOff, &KxLeadMeasurements::qrsOn,
                                  &KxLeadMeasurements::qrsOff, &KxLeadMeasurements::tOff}) {
-            EXPECT_NEAR(got.*point, expected.*point, row.tolerance) << row.name;
+            EXPECT_NEAR(got.*point, expected.*point, tolerance);
         }
     }
 }
 
-struct Complex {
-    const char* name;
-    SyntheticBeat beat;
-    bool q, r, s;  // which components lead II must show
-};
-
 TEST(Delineator, NamesTheComponentsThatAreThere) {
-    const Complex kComplexes[] = {
-        {"qRs", {}, true, true, true},
-        {"Rs", {.q = {}}, false, true, true},
-        {"R", {.q = {}, .s = {}}, false, true, false},
-        {"QS", {.q = {400, 480, -900}, .r = {}, .s = {}}, true, false, false},
-        {"rS", {.q = {}, .r = {400, 424, 200}, .s = {424, 480, -1000}}, false, true, true},
-    };
-    for (const Complex& complex : kComplexes) {
-        Episode episode = Measured(complex.beat);
+    const struct {
+        const char* name;
+        SyntheticBeat beat;
+        bool q, r, s;  // which components lead II must show
+    } rows[] = {{"qRs", {}, true, true, true},
+                {"Rs", {.q = {}}, false, true, true},
+                {"R", {.q = {}, .s = {}}, false, true, false},
+                {"QS", {.q = {400, 480, -900}, .r = {}, .s = {}}, true, false, false},
+                {"rS", {.q = {}, .r = {400, 424, 200}, .s = {424, 480, -1000}}, false, true, true}};
+    for (const auto& row : rows) {
+        Episode episode = Measured(row.beat);
         const KxLeadMeasurements& lead = episode.Set().leads[KX_LEAD_II];
-        EXPECT_EQ(lead.qOnMarker != 0 && lead.aQ < 0, complex.q) << complex.name;
-        EXPECT_EQ(lead.rOnMarker != 0 && lead.aR > 0, complex.r) << complex.name;
-        EXPECT_EQ(lead.sOnMarker != 0 && lead.aS < 0, complex.s) << complex.name;
+        EXPECT_TRUE((lead.qOnMarker != 0 && lead.aQ < 0) == row.q && (lead.rOnMarker != 0 && lead.aR > 0) == row.r &&
+                    (lead.sOnMarker != 0 && lead.aS < 0) == row.s)
+            << row.name;
         // aVR shows the complex upside down: where II begins with Q, aVR begins with R.
-        EXPECT_EQ(episode.Set().leads[KX_LEAD_AVR].qOnMarker == 0, complex.q) << complex.name;
+        EXPECT_EQ(episode.Set().leads[KX_LEAD_AVR].qOnMarker == 0, row.q) << row.name;
     }
 }
 
@@ -183,17 +155,17 @@ TEST(Delineator, LeavesOutLeadsThatCannotBeMeasuredAndSaysWhy) {
     }
     broken->leadTable[KX_LEAD_V6].leadCode = KX_LEAD_EMPTY;
     ASSERT_EQ(MeasureEpisode(broken.Get(), Shared()), 1u);
-    EXPECT_NEAR(broken.Set().leads[0].qrsOn, whole.Set().leads[0].qrsOn, 4);
-    EXPECT_NEAR(broken.Set().leads[0].tOff, whole.Set().leads[0].tOff, 8);
-    EXPECT_NEAR(broken.Set().leads[KX_LEAD_II].aR, whole.Set().leads[KX_LEAD_II].aR, 25);
+    const KxLeadMeasurements *is = broken.Set().leads, *was = whole.Set().leads;
+    EXPECT_NEAR(is[0].qrsOn, was[0].qrsOn, 4);
+    EXPECT_NEAR(is[0].tOff, was[0].tOff, 8);
+    EXPECT_NEAR(is[KX_LEAD_II].aR, was[KX_LEAD_II].aR, 25);
     EXPECT_STREQ(Shared().LeadRefusal(KX_LEAD_V1), "more than half of its samples are missing");
     EXPECT_STREQ(Shared().LeadRefusal(KX_LEAD_V2), "it is flat");
     EXPECT_STREQ(Shared().LeadRefusal(KX_LEAD_V3), "it exceeds the range of the recorder");
     EXPECT_EQ(Shared().LeadRefusal(KX_LEAD_V6), nullptr);
     for (const std::size_t absent : {KX_LEAD_V1, KX_LEAD_V2, KX_LEAD_V3, KX_LEAD_V6}) {
-        const KxLeadMeasurements& lead = broken.Set().leads[absent];
-        EXPECT_EQ(lead.rOnMarker | lead.aR | lead.tOffMarker | lead.stLevel[4], 0) << absent;
-        EXPECT_EQ(lead.qrsOn, broken.Set().leads[0].qrsOn);
+        EXPECT_EQ(is[absent].rOnMarker | is[absent].aR | is[absent].tOffMarker | is[absent].stLevel[4], 0) << absent;
+        EXPECT_EQ(is[absent].qrsOn, is[0].qrsOn);
     }
 }
 
@@ -214,19 +186,16 @@ TEST(Delineator, KeepsTheOrderOfTheWavesInNoise) {
             }
         }
         measured += MeasureEpisode(episode.Get(), Shared()) != 0;
-        const auto ascending = [&](std::initializer_list<std::uint16_t> places, std::size_t code) {
-            int before = 0;
-            for (const std::uint16_t place : places) {
-                EXPECT_TRUE(place == 0 || (place >= before && place <= 1200)) << "round " << round << " lead " << code;
-                before = place == 0 ? before : place;
-            }
+        const auto expectOrder = [&](std::vector<std::uint16_t> places, std::size_t code) {
+            std::erase(places, 0);
+            EXPECT_TRUE(std::ranges::is_sorted(places) && (places.empty() || places.back() <= 1200)) << round << " lead " << code;
         };
         for (std::size_t code = 0; code < KX_STANDARD_LEADS; ++code) {
             const KxLeadMeasurements& lead = episode.Set().leads[code];
-            ascending({lead.pOn, lead.pOff, lead.qrsOn, lead.qrsOff, lead.tOff}, code);
-            ascending({lead.pOnMarker, lead.pPrimeOnMarker, lead.pOffMarker, lead.qOnMarker, lead.rOnMarker, lead.sOnMarker,
-                       lead.rPrimeOnMarker, lead.sPrimeOnMarker, lead.qrsOffMarker, lead.tOnMarker, lead.tPrimeOnMarker, lead.tOffMarker},
-                      code);
+            expectOrder({lead.pOn, lead.pOff, lead.qrsOn, lead.qrsOff, lead.tOff}, code);
+            expectOrder({lead.pOnMarker, lead.pPrimeOnMarker, lead.pOffMarker, lead.qOnMarker, lead.rOnMarker, lead.sOnMarker,
+                         lead.rPrimeOnMarker, lead.sPrimeOnMarker, lead.qrsOffMarker, lead.tOnMarker, lead.tPrimeOnMarker, lead.tOffMarker},
+                        code);
             EXPECT_TRUE(lead.aQ <= 0 && lead.aS <= 0 && lead.aS1 <= 0 && lead.aR >= 0 && lead.aR1 >= 0) << round;
         }
     }

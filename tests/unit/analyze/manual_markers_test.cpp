@@ -1,11 +1,6 @@
 // The laws of re-measurement: what the reviewer placed stays, everything else follows.
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <array>
-#include <cmath>
-#include <cstring>
 #include <random>
+#include <span>
 
 #include "suite/kxanalyze/delineator.h"
 #include "tests/unit/analyze/synthetic_beat.h"
@@ -16,29 +11,13 @@ namespace {
 using Lead = KxLeadMeasurements;
 using LeadField = std::uint16_t Lead::*;
 
-struct Marker {
-    const char* name;
-    LeadField field;
-    std::uint16_t flag;
-};
-
-constexpr Marker kGlobal[] = {{"Pon", &Lead::pOn, KX_MANUAL_P_ON},
-                              {"Poff", &Lead::pOff, KX_MANUAL_P_OFF},
-                              {"QRSon", &Lead::qrsOn, KX_MANUAL_QRS_ON},
-                              {"QRSoff", &Lead::qrsOff, KX_MANUAL_QRS_OFF},
-                              {"Toff", &Lead::tOff, KX_MANUAL_T_OFF}};
-constexpr Marker kLead[] = {{"Pon", &Lead::pOnMarker, KX_MANUAL_LEAD_P_ON},
-                            {"P'on", &Lead::pPrimeOnMarker, KX_MANUAL_LEAD_P_PRIME_ON},
-                            {"Poff", &Lead::pOffMarker, KX_MANUAL_LEAD_P_OFF},
-                            {"Qon", &Lead::qOnMarker, KX_MANUAL_LEAD_Q_ON},
-                            {"Ron", &Lead::rOnMarker, KX_MANUAL_LEAD_R_ON},
-                            {"Son", &Lead::sOnMarker, KX_MANUAL_LEAD_S_ON},
-                            {"R'on", &Lead::rPrimeOnMarker, KX_MANUAL_LEAD_R_PRIME_ON},
-                            {"S'on", &Lead::sPrimeOnMarker, KX_MANUAL_LEAD_S_PRIME_ON},
-                            {"QRSoff", &Lead::qrsOffMarker, KX_MANUAL_LEAD_QRS_OFF},
-                            {"Ton", &Lead::tOnMarker, KX_MANUAL_LEAD_T_ON},
-                            {"T'on", &Lead::tPrimeOnMarker, KX_MANUAL_LEAD_T_PRIME_ON},
-                            {"Toff", &Lead::tOffMarker, KX_MANUAL_LEAD_T_OFF}};
+// The markers in the order of their flags' bits, from the lowest: those of the whole beat, those of one lead.
+constexpr LeadField kGlobal[] = {&Lead::pOn, &Lead::pOff, &Lead::qrsOn, &Lead::qrsOff, &Lead::tOff};
+constexpr LeadField kLead[] = {&Lead::pOnMarker,    &Lead::pPrimeOnMarker, &Lead::pOffMarker,     &Lead::qOnMarker,
+                               &Lead::rOnMarker,    &Lead::sOnMarker,      &Lead::rPrimeOnMarker, &Lead::sPrimeOnMarker,
+                               &Lead::qrsOffMarker, &Lead::tOnMarker,      &Lead::tPrimeOnMarker, &Lead::tOffMarker};
+constexpr std::uint16_t kP = KX_MANUAL_LEAD_P_ON | KX_MANUAL_LEAD_P_PRIME_ON | KX_MANUAL_LEAD_P_OFF;
+constexpr std::uint16_t kT = KX_MANUAL_LEAD_T_ON | KX_MANUAL_LEAD_T_PRIME_ON | KX_MANUAL_LEAD_T_OFF;
 constexpr std::uint16_t kOnsets =
     KX_MANUAL_LEAD_Q_ON | KX_MANUAL_LEAD_R_ON | KX_MANUAL_LEAD_S_ON | KX_MANUAL_LEAD_R_PRIME_ON | KX_MANUAL_LEAD_S_PRIME_ON;
 
@@ -52,87 +31,86 @@ class ManualMarkers : public testing::Test {
         for (Lead& lead : set.leads) {
             lead.markerFlags = 0;
         }
-        EXPECT_EQ(MeasureEpisode(episode.Get(), Kept()), 1u);
+        EXPECT_EQ(MeasureEpisode(episode.Get(), workspace), 1u);
         first = set;
     }
-    static Workspace& Kept() {
-        static Workspace workspace;
-        return workspace;
-    }
-    void Update() { ASSERT_EQ(UpdateDetection(episode.Get(), Kept()), 1u); }
-    void ExpectFirstAgain(const std::string& name) {
+    void Update() { ASSERT_EQ(UpdateDetection(episode.Get(), workspace), 1u); }
+    void ExpectFirstAgain() {
         Update();
-        EXPECT_EQ(std::memcmp(&first, &set, sizeof set), 0) << name;
+        EXPECT_EQ(std::memcmp(&first, &set, sizeof set), 0);
     }
 
+    Workspace workspace;
     Episode episode{SyntheticBeat{}};
     KxMeasurementSet& set = episode.Set();
     KxMeasurementSet first;
 };
 
 TEST_F(ManualMarkers, MoveTheirIntervals) {
-    struct Move {
-        const Marker& marker;
-        int by;
-        std::array<int, 4> intervals;  // PR, P, QRS, QT, in units of `by`
-    };
-    const Move kMoves[] = {{kGlobal[0], -12, {-1, -1, 0, 0}}, {kGlobal[1], 10, {0, 1, 0, 0}},  {kGlobal[2], -9, {1, 0, -1, -1}},
-                           {kGlobal[2], 14, {1, 0, -1, -1}},  {kGlobal[3], -18, {0, 0, 1, 0}}, {kGlobal[4], 40, {0, 0, 0, 1}}};
-    for (const Move& move : kMoves) {
-        const int placed = set.leads[0].*move.marker.field + move.by;
-        set.leads[0].*move.marker.field = static_cast<std::uint16_t>(placed);
-        set.leads[0].globalManualFlags = move.marker.flag;
+    // The marker, by how much it is moved, and PR, P, QRS and QT in units of that.
+    const std::tuple<std::size_t, int, std::array<int, 4>> rows[] = {{0, -12, {-1, -1, 0, 0}}, {1, 10, {0, 1, 0, 0}},
+                                                                     {2, -9, {1, 0, -1, -1}},  {2, 14, {1, 0, -1, -1}},
+                                                                     {3, -18, {0, 0, 1, 0}},   {4, 40, {0, 0, 0, 1}}};
+    for (const auto& [marker, by, intervals] : rows) {
+        SCOPED_TRACE(marker);
+        const LeadField field = kGlobal[marker];
+        const int placed = set.leads[0].*field + by;
+        set.leads[0].*field = static_cast<std::uint16_t>(placed);
+        set.leads[0].globalManualFlags = static_cast<std::uint16_t>(1 << marker);
         Update();
-        for (const Lead& lead : set.leads) {
-            EXPECT_EQ(lead.*move.marker.field, placed) << move.marker.name;
-        }
-        std::array<int, 4> moved = {set.prInterval - first.prInterval, set.pDuration - first.pDuration, set.qrsDuration - first.qrsDuration,
-                                    set.qtInterval - first.qtInterval};
+        EXPECT_TRUE(std::ranges::all_of(set.leads, [&](const Lead& lead) { return lead.*field == placed; }));
+        const std::array<int, 4> moved = {set.prInterval - first.prInterval, set.pDuration - first.pDuration,
+                                          set.qrsDuration - first.qrsDuration, set.qtInterval - first.qtInterval};
         for (std::size_t i = 0; i < moved.size(); ++i) {
-            EXPECT_EQ(moved[i], move.intervals[i] * move.by) << move.marker.name << " " << i;
+            EXPECT_EQ(moved[i], intervals[i] * by) << i;
         }
         set.leads[0].globalManualFlags = 0;
-        ExpectFirstAgain(move.marker.name);
+        ExpectFirstAgain();
     }
+}
+
+// What is nobody's, the reviewer's flags and what the caller measured.
+std::string Untouched(const KxMeasurementSet& set) {
+    std::string bytes;
+    const auto add = [&](const auto&... fields) { (bytes.append(reinterpret_cast<const char*>(&fields), sizeof fields), ...); };
+    for (const Lead& lead : set.leads) {
+        add(lead.markerFlags, lead.globalManualFlags, lead.reserved12, lead.reserved28, lead.reserved34, lead.reserved44, lead.reserved48);
+        add(lead.reserved68, lead.fieldValue251, lead.fieldValue263, lead.fieldValue275);
+    }
+    add(set.rrInterval, set.reserved18, set.reserved32, set.reserved34, set.reserved38);
+    return bytes;
 }
 
 // Any set of markers by hand, possible or not: they stay, and nothing outside the measurements changes.
 TEST_F(ManualMarkers, StayWhateverTheyAre) {
     std::mt19937 random(77);
-    for (int round = 0; round < 300; ++round) {
-        const auto place = [&] {
+    const auto place = [&](Lead& lead, std::span<const LeadField> markers) {
+        for (const LeadField field : markers) {
             const auto kind = random() % 8;
-            return static_cast<std::uint16_t>(kind == 0 ? 0 : kind == 1 ? 65535 - random() % 3 : random() % 1200);
-        };
+            lead.*field = static_cast<std::uint16_t>(kind == 0 ? 0 : kind == 1 ? 65535 - random() % 3 : random() % 1200);
+        }
+    };
+    const auto expectKept = [](const Lead& is, const Lead& was, unsigned flags, std::span<const LeadField> markers) {
+        for (std::size_t i = 0; i < markers.size(); ++i) {
+            EXPECT_TRUE((flags >> i & 1) == 0 || is.*markers[i] == was.*markers[i]) << "marker " << i << " of " << markers.size();
+        }
+    };
+    for (int round = 0; round < 300; ++round) {
+        SCOPED_TRACE(round);
         for (Lead& lead : set.leads) {
             lead.globalManualFlags = static_cast<std::uint16_t>(random());
             lead.markerFlags = static_cast<std::uint16_t>(random() & random());
-            std::for_each(std::begin(kGlobal), std::end(kGlobal), [&](const Marker& marker) { lead.*marker.field = place(); });
-            std::for_each(std::begin(kLead), std::end(kLead), [&](const Marker& marker) { lead.*marker.field = place(); });
+            place(lead, kGlobal);
+            place(lead, kLead);
         }
         const auto before = std::make_unique<KxEpisodeRecord>(*episode.Get());
+        const Lead* was = before->measurements.leads;
         Update();
-        const KxMeasurementSet& old = before->measurements;
         for (std::size_t code = 0; code < KX_MEASURED_LEADS; ++code) {
-            const Lead &was = old.leads[code], &is = set.leads[code];
-            for (const Marker& marker : kGlobal) {
-                EXPECT_TRUE((old.leads[0].globalManualFlags & marker.flag) == 0 || is.*marker.field == old.leads[0].*marker.field)
-                    << round << " " << marker.name;
-            }
-            for (const Marker& marker : kLead) {
-                EXPECT_TRUE((was.markerFlags & marker.flag) == 0 || is.*marker.field == was.*marker.field)
-                    << round << " lead " << code << " " << marker.name;
-            }
-            EXPECT_TRUE(is.markerFlags == was.markerFlags && is.globalManualFlags == was.globalManualFlags);
-            EXPECT_TRUE(is.reserved12 == was.reserved12 && is.reserved44 == was.reserved44 && is.fieldValue251 == was.fieldValue251 &&
-                        is.fieldValue263 == was.fieldValue263 && is.fieldValue275 == was.fieldValue275);
-            EXPECT_EQ(std::memcmp(is.reserved28, was.reserved28, sizeof is.reserved28), 0);
-            EXPECT_EQ(std::memcmp(is.reserved34, was.reserved34, sizeof is.reserved34), 0);
-            EXPECT_EQ(std::memcmp(is.reserved48, was.reserved48, sizeof is.reserved48), 0);
-            EXPECT_EQ(std::memcmp(is.reserved68, was.reserved68, sizeof is.reserved68), 0);
+            expectKept(set.leads[code], was[0], was[0].globalManualFlags, kGlobal);
+            expectKept(set.leads[code], was[code], was[code].markerFlags, kLead);
         }
-        EXPECT_TRUE(set.rrInterval == old.rrInterval && set.reserved18 == old.reserved18 && set.reserved32 == old.reserved32 &&
-                    set.reserved34 == old.reserved34 && std::memcmp(set.reserved38, old.reserved38, sizeof set.reserved38) == 0);
+        EXPECT_EQ(Untouched(set), Untouched(before->measurements));
         before->measurements = set;
         EXPECT_EQ(std::memcmp(before.get(), episode.Get(), sizeof(KxEpisodeRecord)), 0) << "outside the set";
     }
@@ -149,51 +127,37 @@ TEST_F(ManualMarkers, TakeAWaveAwayAndPutItIn) {
     }
     EXPECT_EQ(set.qtInterval, first.qtInterval);
     set.leads[0].globalManualFlags = 0;
-    ExpectFirstAgain("P of all leads");
+    ExpectFirstAgain();
 
-    Lead& lead = set.leads[KX_LEAD_V4];
     struct Row {
         const char* name;
-        std::initializer_list<std::pair<LeadField, int>> markers;
         std::uint16_t flags;
-        std::initializer_list<std::int16_t Lead::*> absent, present;  // which values are 0 afterwards
+        std::vector<std::pair<LeadField, std::uint16_t>> markers;
+        std::vector<std::int16_t Lead::*> absent, present;  // which values are 0 afterwards
     };
-    constexpr std::uint16_t kP = KX_MANUAL_LEAD_P_ON | KX_MANUAL_LEAD_P_PRIME_ON | KX_MANUAL_LEAD_P_OFF;
-    constexpr std::uint16_t kT = KX_MANUAL_LEAD_T_ON | KX_MANUAL_LEAD_T_PRIME_ON | KX_MANUAL_LEAD_T_OFF;
-    const Row kRows[] = {
-        {"no P",
-         {{&Lead::pOnMarker, 0}, {&Lead::pPrimeOnMarker, 0}, {&Lead::pOffMarker, 0}},
-         kP,
-         {&Lead::aP1, &Lead::aP2},
-         {&Lead::aR, &Lead::aT1}},
-        {"P' put in", {{&Lead::pPrimeOnMarker, 285}}, KX_MANUAL_LEAD_P_PRIME_ON, {}, {&Lead::aP1, &Lead::aP2}},
-        {"no T",
-         {{&Lead::tOnMarker, 0}, {&Lead::tPrimeOnMarker, 0}, {&Lead::tOffMarker, 0}},
-         kT,
-         {&Lead::aT1, &Lead::aT2},
-         {&Lead::aR, &Lead::aP1}},
-        {"T put in", {{&Lead::tOnMarker, 600}, {&Lead::tPrimeOnMarker, 0}, {&Lead::tOffMarker, 650}}, kT, {&Lead::aT2}, {&Lead::aT1}},
-        {"R ended at its peak", {{&Lead::qrsOffMarker, 450}}, KX_MANUAL_LEAD_QRS_OFF, {&Lead::aS}, {&Lead::aR}},
-    };
-    for (const Row& row : kRows) {
+    const Row rows[] = {{"no P", kP, {{&Lead::pOnMarker, 0}, {&Lead::pOffMarker, 0}}, {&Lead::aP1, &Lead::aP2}, {&Lead::aR, &Lead::aT1}},
+                        {"P' put in", KX_MANUAL_LEAD_P_PRIME_ON, {{&Lead::pPrimeOnMarker, 285}}, {}, {&Lead::aP1, &Lead::aP2}},
+                        {"no T", kT, {{&Lead::tOnMarker, 0}, {&Lead::tOffMarker, 0}}, {&Lead::aT1, &Lead::aT2}, {&Lead::aR, &Lead::aP1}},
+                        {"T put in", kT, {{&Lead::tOnMarker, 600}, {&Lead::tOffMarker, 650}}, {&Lead::aT2}, {&Lead::aT1}},
+                        {"R ended at its peak", KX_MANUAL_LEAD_QRS_OFF, {{&Lead::qrsOffMarker, 450}}, {&Lead::aS}, {&Lead::aR}}};
+    Lead& lead = set.leads[KX_LEAD_V4];
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        lead.pPrimeOnMarker = lead.tPrimeOnMarker = 0;
         for (const auto& [field, value] : row.markers) {
-            lead.*field = static_cast<std::uint16_t>(value);
+            lead.*field = value;
         }
         lead.markerFlags = row.flags;
         Update();
         for (const auto& [field, value] : row.markers) {
-            EXPECT_EQ(lead.*field, value) << row.name;
+            EXPECT_EQ(lead.*field, value);
         }
-        for (const auto amplitude : row.absent) {
-            EXPECT_EQ(lead.*amplitude, 0) << row.name;
-        }
-        for (const auto amplitude : row.present) {
-            EXPECT_NE(lead.*amplitude, 0) << row.name;
-        }
-        EXPECT_EQ(std::memcmp(&first.leads[KX_LEAD_V5], &set.leads[KX_LEAD_V5], sizeof lead), 0) << row.name;
-        EXPECT_EQ(set.qtInterval, first.qtInterval) << row.name;
+        EXPECT_TRUE(std::ranges::all_of(row.absent, [&](auto amplitude) { return lead.*amplitude == 0; }));
+        EXPECT_TRUE(std::ranges::all_of(row.present, [&](auto amplitude) { return lead.*amplitude != 0; }));
+        EXPECT_EQ(std::memcmp(&first.leads[KX_LEAD_V5], &set.leads[KX_LEAD_V5], sizeof lead), 0);
+        EXPECT_EQ(set.qtInterval, first.qtInterval);
         lead.markerFlags = 0;
-        ExpectFirstAgain(row.name);
+        ExpectFirstAgain();
     }
 }
 
@@ -216,27 +180,24 @@ TEST_F(ManualMarkers, MoveTheAutomaticOnesAside) {
 // The QRS pane gives all five onsets their flags and the offset none: it was placed by hand with them all the same.
 TEST_F(ManualMarkers, OfAWholeComplexKeepItsOffset) {
     Lead& lead = set.leads[KX_LEAD_II];
-    const auto found = lead.qrsOffMarker;
-    lead.qrsOffMarker = static_cast<std::uint16_t>(found + 40);
-    lead.markerFlags = kOnsets & ~KX_MANUAL_LEAD_Q_ON;
-    Update();
-    EXPECT_EQ(lead.qrsOffMarker, found);
-    lead.qrsOffMarker = static_cast<std::uint16_t>(found - 6);
-    lead.markerFlags = kOnsets;
-    Update();
-    EXPECT_EQ(lead.qrsOffMarker, found - 6);
-    lead.rPrimeOnMarker = static_cast<std::uint16_t>(found + 12);  // a component put in behind it
-    Update();
-    EXPECT_EQ(lead.qrsOffMarker, found + 12);
-    lead.rPrimeOnMarker = 0;
-    lead.markerFlags = 0;
-    ExpectFirstAgain("reset");
+    const std::uint16_t found = lead.qrsOffMarker;
+    const struct {
+        int offset, rPrime, flags, kept;  // the places behind the one that was found, 0: no R'
+    } rows[] = {{40, 0, kOnsets & ~KX_MANUAL_LEAD_Q_ON, 0}, {-6, 0, kOnsets, -6}, {-6, 12, kOnsets, 12}};  // R' put in behind it
+    for (const auto& row : rows) {
+        lead.qrsOffMarker = static_cast<std::uint16_t>(found + row.offset);
+        lead.rPrimeOnMarker = static_cast<std::uint16_t>(row.rPrime == 0 ? 0 : found + row.rPrime);
+        lead.markerFlags = static_cast<std::uint16_t>(row.flags);
+        Update();
+        EXPECT_EQ(lead.qrsOffMarker, found + row.kept);
+    }
+    lead.rPrimeOnMarker = lead.markerFlags = 0;
+    ExpectFirstAgain();
 }
 
 // Components by hand, at every place and in every combination that the reviewer's rules allow: the amplitudes are those
 // of the curve between the markers.
 TEST_F(ManualMarkers, SetTheAmplitudesOfTheCurveBetweenThem) {
-    constexpr LeadField kFields[] = {&Lead::qOnMarker, &Lead::rOnMarker, &Lead::sOnMarker, &Lead::rPrimeOnMarker, &Lead::sPrimeOnMarker};
     constexpr std::int16_t Lead::*kAmplitudes[] = {&Lead::aQ, &Lead::aR, &Lead::aS, &Lead::aR1, &Lead::aS1};
     Lead& lead = set.leads[KX_LEAD_II];
     const std::int16_t* samples = episode.Lead(KX_LEAD_II);  // 2 ms apart; the level before the complex is 0
@@ -244,22 +205,20 @@ TEST_F(ManualMarkers, SetTheAmplitudesOfTheCurveBetweenThem) {
     for (int round = 0; round < 400; ++round) {
         std::array<int, 6> places{};  // the five onsets and the offset
         int last = 396;
-        for (std::size_t i = 0; i < 5; ++i) {
-            places[i] = random() % 3 == 0 ? 0 : last += 5 + static_cast<int>(random() % 20);
-            lead.*kFields[i] = static_cast<std::uint16_t>(places[i]);
+        for (std::size_t i = 0; i < 6; ++i) {
+            places[i] = i < 5 && random() % 3 == 0 ? 0 : last += 6 + static_cast<int>(random() % 20);
+            lead.*kLead[3 + i] = static_cast<std::uint16_t>(places[i]);
         }
-        places[5] = last + 6 + static_cast<int>(random() % 20);
-        lead.qrsOffMarker = static_cast<std::uint16_t>(places[5]);
         lead.markerFlags = kOnsets;
         Update();
-        for (std::size_t i = 0; i < 5; ++i) {
+        int next = places[5];
+        for (std::size_t i = 5; i-- > 0;) {
             const int sign = i % 2 == 0 ? -1 : 1;
-            const int next =
-                *std::find_if(places.begin() + static_cast<std::ptrdiff_t>(i) + 1, places.end(), [](int place) { return place != 0; });
             int largest = 0;
             for (int k = (places[i] + 1) / 2; places[i] != 0 && 2 * k < next; ++k) {
                 largest = std::max(largest, sign * samples[k]);
             }
+            next = places[i] != 0 ? places[i] : next;
             // The analysis reads between the samples: up to half a millisecond of the steepest slope.
             EXPECT_NEAR(lead.*kAmplitudes[i], sign * largest, 95) << "round " << round << " component " << i;
         }
@@ -275,13 +234,11 @@ TEST_F(ManualMarkers, BoundTheSecondComponent) {
     Update();
     Lead& lead = set.leads[KX_LEAD_V4];
     const Lead before = lead;
-    ASSERT_GT(before.tPrimeOnMarker, before.tOnMarker);
-    ASSERT_LT(before.aT2, -300);
+    ASSERT_TRUE(before.tPrimeOnMarker > before.tOnMarker && before.aT2 < -300);
     lead.tOffMarker = static_cast<std::uint16_t>(before.tPrimeOnMarker - 6);
     lead.markerFlags = KX_MANUAL_LEAD_T_OFF;
     Update();
-    EXPECT_EQ(lead.tPrimeOnMarker | lead.aT2, 0);
-    EXPECT_EQ(lead.aT1, before.aT1);
+    EXPECT_TRUE(lead.tPrimeOnMarker == 0 && lead.aT2 == 0 && lead.aT1 == before.aT1);
 }
 
 }  // namespace

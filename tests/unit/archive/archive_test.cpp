@@ -53,20 +53,22 @@ class ArchiveTest : public ::testing::Test {
     Archive Open() { return {File(), log_}; }
     fs::path File() const { return folder_ / "archive.kxdb"; }
 
-    // Adds a test and saves it again until it stands at the revision.
+    // Adds the test, or saves it over what is there.
+    static SaveResult SaveNext(Archive& archive, std::int64_t id, TestRow row) {
+        const auto stored = archive.Fetch(id);
+        row.listing.id = id;
+        row.listing.revision = stored ? stored->listing.revision : 0;
+        row.block = BlockOf(id, row.listing.revision + 1);
+        return stored ? archive.Update(row, {"Bianchi", 20'261'125'110'000}) : archive.Add(row, {"Rossi", 20'261'125'100'000});
+    }
+
     std::int64_t Save(Archive& archive, const std::string& words, int revisions = 1, std::int64_t state = 0) {
-        TestRow row = RowOf(words, 20'261'125'080'000 + static_cast<std::int64_t>(words.size()), state);
         const std::int64_t id = archive.Count({}) + 1;
-        row.block = BlockOf(id, 1);
-        SaveResult saved = archive.Add(row, {"Rossi", 20'261'125'100'000});
-        for (int revision = 2; revision <= revisions; ++revision) {
-            row.listing.id = saved.stored.id;
-            row.listing.revision = revision - 1;
-            row.block = BlockOf(id, revision);
-            saved = archive.Update(row, {"Bianchi", 20'261'125'110'000});
+        for (int revision = 1; revision <= revisions; ++revision) {
+            const SaveResult saved = SaveNext(archive, id, RowOf(words, 20'261'125'080'000 + std::ssize(words), state));
+            EXPECT_TRUE(saved.answer == kArchiveDone && saved.stored.id == id && saved.stored.revision == revision);
         }
-        EXPECT_EQ(saved.answer, kArchiveDone);
-        return saved.stored.id;
+        return id;
     }
 
     // Every test of the list is whole; gives the revisions by id.
@@ -80,14 +82,6 @@ class ArchiveTest : public ::testing::Test {
         return revisions;
     }
 
-    static void FlipByte(const fs::path& file, std::uintmax_t at) {
-        std::fstream stream(file, std::ios::in | std::ios::out | std::ios::binary);
-        stream.seekg(static_cast<std::streamoff>(at));
-        const int byte = stream.get();
-        stream.seekp(static_cast<std::streamoff>(at));
-        stream.put(static_cast<char>(byte ^ 0x5A));
-    }
-
     fs::path folder_;
     test::RecordedReports log_;
 };
@@ -99,22 +93,16 @@ TEST_F(ArchiveTest, ASaveOverSomebodyElsesIsRefusedAndADeletedTestIsGone) {
     Archive other = Open();
     EXPECT_FALSE(other.IsNew());
     const TestRow mine = *archive.Fetch(id);
-    TestRow theirs = *other.Fetch(id);
-    theirs.block = BlockOf(id, 4);
-    ASSERT_EQ(other.Update(theirs, {"Verdi", 20'261'125'120'000}).answer, kArchiveDone);
-    const SaveResult refused = archive.Update(mine, {"Bianchi", 0});
-    EXPECT_EQ(refused.answer, kArchiveChanged);
-    EXPECT_EQ(refused.stored.revision, 4);
-    EXPECT_EQ(refused.stored.savedBy, "Verdi");
+    ASSERT_EQ(SaveNext(other, id, mine).answer, kArchiveDone);
+    const SaveResult refused = archive.Update(mine, {"Verdi", 0});
+    EXPECT_TRUE(refused.answer == kArchiveChanged && refused.stored.revision == 4 && refused.stored.savedBy == "Bianchi");
     EXPECT_EQ(Whole(archive)[id], 4);
     EXPECT_EQ(archive.Fetch(id)->source, "C:\\ecg\\rossi mario.hea");
 
     EXPECT_EQ(archive.Delete(id, 3, {}).answer, kArchiveChanged);
     EXPECT_EQ(archive.Delete(id, 4, {}).answer, kArchiveDone);
-    EXPECT_FALSE(archive.Fetch(id));
     EXPECT_EQ(archive.Update(mine, {}).answer, kArchiveAbsent);
-    EXPECT_EQ(archive.Count({}), 0);
-    EXPECT_TRUE(log_.Take().empty());
+    EXPECT_TRUE(!archive.Fetch(id) && archive.Count({}) == 0 && log_.Take().empty());
 }
 
 TEST_F(ArchiveTest, ListsByWordsStatesDatesAndPages) {
@@ -122,34 +110,28 @@ TEST_F(ArchiveTest, ListsByWordsStatesDatesAndPages) {
     for (const char* name : {"rossi mario 17", "rossi anna 18", "bianchi ugo 19", "d'andrea lia 20"}) {
         Save(archive, name, 1, name[0] == 'r' ? 2 : 0);
     }
-    const auto names = [&](ArchiveFilter filter, ArchiveOrder order, int first, int capacity) {
-        std::string all;
-        for (const ListingRow& row : archive.List(filter, order, first, capacity)) {
-            all += row.name.substr(0, row.name.find(' ')) + ' ';
+    const auto listed = [&](std::function<void(ArchiveFilter&)> change, ArchiveOrder order, int first, int capacity) {
+        ArchiveFilter filter{};
+        change(filter);
+        std::string names = std::to_string(archive.Count(filter)) + ":";
+        for (const ListingRow& test : archive.List(filter, order, first, capacity)) {
+            names += ' ' + test.name.substr(0, test.name.find(' '));
         }
-        return all;
+        return names;
     };
-    ArchiveFilter words{};
-    std::strcpy(words.words, "  R\xD2SSI 1");
-    EXPECT_EQ(archive.Count(words), 2);
-    EXPECT_EQ(names(words, kArchiveByName, 0, 10), "rossi rossi ");
-    ArchiveFilter state{};
-    state.states = 1;
-    EXPECT_EQ(names(state, kArchiveByName, 0, 10), "bianchi d'andrea ");
-    EXPECT_EQ(names({}, kArchiveByName, 1, 2), "d'andrea rossi ");
-    EXPECT_EQ(names({}, kArchiveNewestFirst, 0, 1), "d'andrea ");
-    ArchiveFilter day{};
-    day.fromYear = day.toYear = 2026;
-    day.fromMonthDay = day.toMonthDay = 1125;
-    EXPECT_EQ(archive.Count(day), 4);
-    day.fromMonthDay = 1126;
-    EXPECT_EQ(archive.Count(day), 0);
+    EXPECT_EQ(listed([](ArchiveFilter& f) { std::strcpy(f.words, "  R\xD2SSI 1"); }, kArchiveByName, 0, 10), "2: rossi rossi");
+    EXPECT_EQ(listed([](ArchiveFilter& f) { f.states = 1; }, kArchiveByName, 0, 10), "2: bianchi d'andrea");
+    EXPECT_EQ(listed([](ArchiveFilter&) {}, kArchiveByName, 1, 2), "4: d'andrea rossi");
+    EXPECT_EQ(listed([](ArchiveFilter&) {}, kArchiveNewestFirst, 0, 1), "4: d'andrea");
+    for (const auto& [day, found] : {std::pair<std::uint16_t, const char*>{1125, "4: d'andrea"}, {1126, "0:"}}) {
+        const auto on = [day](ArchiveFilter& f) { f.fromYear = f.toYear = 2026, f.fromMonthDay = f.toMonthDay = day; };
+        EXPECT_EQ(listed(on, kArchiveNewestFirst, 0, 1), found);
+    }
 }
 
 // What a list keeps in memory is what stands in the file, whoever saved since.
 TEST_F(ArchiveTest, AListThatIsOpenFollowsEverySave) {
-    Archive shown = Open();
-    Archive other = Open();
+    Archive shown = Open(), other = Open();
     std::mt19937 random(7);
     std::vector<ListingRow> tests;
     const auto ids = [](Archive& archive, ArchiveOrder order, const char* words) {
@@ -165,19 +147,17 @@ TEST_F(ArchiveTest, AListThatIsOpenFollowsEverySave) {
     for (int step = 0; step < 120; ++step) {
         Archive& saver = random() % 2 == 0 ? shown : other;
         TestRow row = RowOf((random() % 2 == 0 ? "rossi " : "verdi ") + std::to_string(random() % 7), 20'261'125'000'000 + random() % 5);
+        const std::size_t chosen = random() % std::max<std::size_t>(tests.size(), 1);
         if (tests.size() < 5 || random() % 3 != 0) {
             tests.push_back(saver.Add(row, {}).stored);
+        } else if (random() % 3 == 0) {
+            EXPECT_EQ(saver.Delete(tests[chosen].id, tests[chosen].revision, {}).answer, kArchiveDone);
+            tests.erase(tests.begin() + static_cast<std::ptrdiff_t>(chosen));
         } else {
-            ListingRow& chosen = tests[random() % tests.size()];
-            row.listing.id = chosen.id;
-            row.listing.revision = chosen.revision;
-            const bool deleted = random() % 3 == 0;
-            const SaveResult saved = deleted ? saver.Delete(chosen.id, chosen.revision, {}) : saver.Update(row, {});
+            row.listing.id = tests[chosen].id, row.listing.revision = tests[chosen].revision;
+            const SaveResult saved = saver.Update(row, {});
             EXPECT_EQ(saved.answer, kArchiveDone);
-            chosen = saved.stored;
-            if (deleted) {
-                std::erase_if(tests, [&](const ListingRow& test) { return test.id == saved.stored.id; });
-            }
+            tests[chosen] = saved.stored;
         }
         const auto order = static_cast<ArchiveOrder>(step / 8 % 4);
         const char* words = step % 2 == 0 ? "" : "rossi";
@@ -189,31 +169,32 @@ TEST_F(ArchiveTest, AListThatIsOpenFollowsEverySave) {
 
 TEST_F(ArchiveTest, EverySaveSurvivesAFlippedByteOrACutOfEitherFile) {
     std::map<std::int64_t, std::int64_t> saved;
-    {
+    for (int i = 1; i <= 5; ++i) {
         Archive archive = Open();
-        for (int i = 1; i <= 5; ++i) {
-            saved[Save(archive, "paziente " + std::to_string(i), 1 + i % 2)] = 1 + i % 2;
-        }
+        saved[Save(archive, "paziente " + std::to_string(i), 1 + i % 2)] = 1 + i % 2;
     }
+    const auto expectWhole = [&](const char* damage, std::uintmax_t at) {
+        Archive archive = Open();
+        ASSERT_EQ(Whole(archive), saved) << damage << at;
+    };
     std::mt19937 random(7);
     for (const char* name : {"archive.kxdb", "archive.kxdb-copy"}) {
+        SCOPED_TRACE(name);
         const std::uintmax_t size = fs::file_size(folder_ / name);
         for (std::uintmax_t page = 0; page < size; page += 8192) {
-            FlipByte(folder_ / name, page + random() % 8192);
-            Archive archive = Open();
-            EXPECT_EQ(Whole(archive), saved) << name << " page at " << page;
-            if (HasFailure()) {
-                return;
-            }
+            std::fstream stream(folder_ / name, std::ios::in | std::ios::out | std::ios::binary);
+            const auto at = static_cast<std::streamoff>(page + random() % 8192);
+            const int byte = stream.seekg(at).get();
+            stream.seekp(at).put(static_cast<char>(byte ^ 0x5A));
+            stream.close();
+            ASSERT_NO_FATAL_FAILURE(expectWhole("flipped in the page at ", page));
         }
         for (const std::uintmax_t cut : {size - 1, size / 2, std::uintmax_t{100}, std::uintmax_t{0}}) {
             fs::resize_file(folder_ / name, cut);
-            Archive archive = Open();
-            EXPECT_EQ(Whole(archive), saved) << name << " cut at " << cut;
+            ASSERT_NO_FATAL_FAILURE(expectWhole("cut at ", cut));
         }
         fs::remove(folder_ / name);
-        Archive archive = Open();
-        EXPECT_EQ(Whole(archive), saved) << name << " gone";
+        expectWhole("gone", 0);
     }
 }
 
@@ -238,12 +219,11 @@ TEST_F(ArchiveTest, AFullDiskRefusesTheSaveAndKeepsTheRest) {
     rlimit full = before;
     full.rlim_cur = static_cast<rlim_t>(fs::file_size(folder_ / "archive.kxdb-wal") + 10'000);
     setrlimit(RLIMIT_FSIZE, &full);
-    TestRow row = *archive.Fetch(id);
-    row.block = BlockOf(id, 3);
-    EXPECT_THROW(archive.Update(row, {}), SqliteError);
+    const TestRow row = *archive.Fetch(id);
+    EXPECT_THROW(SaveNext(archive, id, row), SqliteError);
     setrlimit(RLIMIT_FSIZE, &before);
     EXPECT_EQ(Whole(archive)[id], 2);
-    EXPECT_EQ(archive.Update(row, {}).answer, kArchiveDone);
+    EXPECT_EQ(SaveNext(archive, id, row).answer, kArchiveDone);
     EXPECT_EQ(Whole(archive)[id], 3);
 }
 
@@ -259,13 +239,7 @@ TEST_F(ArchiveTest, EverySaveThatReturnedIsThereAfterTheProgramWasKilled) {
         if (child == 0) {
             Archive archive = Open();
             for (std::int64_t round = 0;; ++round) {
-                const std::int64_t id = 1 + round % 7;
-                TestRow row = RowOf("paziente", 20'261'125'080'000);
-                const auto stored = archive.Fetch(id);
-                row.listing.id = id;
-                row.listing.revision = stored ? stored->listing.revision : 0;
-                row.block = BlockOf(id, row.listing.revision + 1);
-                const SaveResult saved = stored ? archive.Update(row, {}) : archive.Add(row, {});
+                const SaveResult saved = SaveNext(archive, 1 + round % 7, RowOf("paziente", 20'261'125'080'000));
                 const std::int64_t report[] = {saved.stored.id, saved.stored.revision};
                 if (saved.answer != kArchiveDone || write(channel[1], report, sizeof report) != sizeof report) {
                     _exit(1);

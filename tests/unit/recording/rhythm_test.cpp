@@ -72,14 +72,6 @@ Recording Record(const Made& made) {
     return recording;
 }
 
-Times Every(double ms, double from = 400, double until = 9700) {
-    Times times;
-    for (double t = from; t < until; t += ms) {
-        times.push_back(t);
-    }
-    return times;
-}
-
 Times After(const Times& intervals, double from = 500) {
     Times times{from};
     for (std::size_t i = 0; times.back() + intervals[i % intervals.size()] < 9700; ++i) {
@@ -88,20 +80,16 @@ Times After(const Times& intervals, double from = 500) {
     return times;
 }
 
+Times Every(double ms, double from = 400) { return After({ms}, from); }
+
 Times Moved(Times times, double by) {
-    for (double& t : times) {
-        t += by;
-    }
+    std::ranges::for_each(times, [by](double& t) { t += by; });
     return times;
 }
 
 Times Without(const Times& times, std::size_t every) {
     Times left;
-    for (std::size_t i = 0; i < times.size(); ++i) {
-        if (i % every != every - 1) {
-            left.push_back(times[i]);
-        }
-    }
+    std::ranges::copy_if(times, std::back_inserter(left), [&, i = 0u](double) mutable { return i++ % every != every - 1; });
     return left;
 }
 
@@ -122,55 +110,43 @@ std::set<int> CodesOf(const Made& made, bool pMeasured) {
     TestRecord test;
     EXPECT_TRUE(FillAnnotations(test, FindRhythm(beats)));
     KxMeasurementSet set{};
-    set.size = sizeof set;
-    set.measured = 1;
-    set.qrsDuration = 90;
-    set.rrInterval = static_cast<std::uint16_t>(beats.rrMs);
-    set.pDuration = pMeasured ? 100 : 0;
-    set.prInterval = pMeasured ? 160 : 0;
+    set.size = sizeof set, set.measured = 1;
+    set.qrsDuration = 90, set.rrInterval = static_cast<std::uint16_t>(beats.rrMs);
+    set.pDuration = pMeasured ? 100 : 0, set.prInterval = pMeasured ? 160 : 0;
     set.pAxis = set.qrsAxis = 50;
     for (KxLeadMeasurements& lead : set.leads) {
         lead.aR = 500;
     }
-    std::set<int> codes;
-    for (const std::uint16_t code : interp::StatementCodes(set, reinterpret_cast<const KxAnnotationStore*>(test.Annotations()))) {
-        if (code <= 30020 || (code >= 30036 && code <= 30051)) {
-            codes.insert(code);
-        }
-    }
-    return codes;
+    const auto codes = interp::StatementCodes(set, reinterpret_cast<const KxAnnotationStore*>(test.Annotations()));
+    std::set<int> ofRhythm(codes.begin(), codes.end());
+    std::erase_if(ofRhythm, [](int code) { return code > 30051 || (code > 30020 && code < 30036); });
+    return ofRhythm;
 }
 
 TEST(Rhythm, IsToldFromTheRecording) {
     const Times steady = Every(800);
     const Times irregular = After({620, 910, 540, 780, 1050, 660, 870, 590});
-    struct Row {
-        const char* name;
-        Made made;
-        bool pMeasured;
-        std::set<int> codes;
-    };
     Made early{Moved(steady, -160), steady};
     early.p[5] -= 270, early.beats[5] -= 270;
-    for (const Row& row : {
-             Row{"sinus rhythm", {Moved(steady, -160), steady}, true, {30036}},
-             Row{"its P wave missed in the median beat", {Moved(steady, -160), steady}, false, {30036}},
-             Row{"long PR", {Moved(steady, -290), steady}, true, {30036}},
-             Row{"an early beat", early, true, {30036, 30017}},
-             Row{"a broad beat", {Moved(Without(steady, 6), -160), Without(steady, 6), {Moved(steady, -250)[5]}}, true, {30036, 30019}},
-             Row{"fibrillation", {{}, irregular, {}, {}, 0, 40}, false, {30008}},
-             Row{"and a P wave seen by chance", {{}, irregular, {}, {}, 0, 40}, true, {30008}},
-             Row{"flutter", {{}, irregular, {}, {}, 225}, false, {30011}},
-             Row{"flutter, four to one", {{}, Every(900), {}, {}, 225}, true, {30011}},
-             Row{"complete block", {Every(780, 200), Every(1370, 500)}, false, {30046}},
-             Row{"two to one", {Every(600, 340), Every(1200, 500)}, true, {30036, 30045}},
-             Row{"Wenckebach", {Every(850, 250), Wenckebach(Every(850, 250))}, true, {30036, 30043}},
-             Row{"Mobitz", {Every(800, 340), Moved(Without(Every(800, 340), 4), 160)}, true, {30036, 30044}},
-             Row{"ventricular pacing", {{}, steady, {}, Moved(steady, -50)}, false, {30048, 30050}},
-             Row{"atrial pacing", {Moved(steady, -160), steady, {}, Moved(steady, -210)}, true, {30048, 30049}},
-             Row{"pacing in complete block", {Every(710, 200), Every(1000, 500), {}, Every(1000, 450)}, false, {30046, 30048, 30050}},
-         }) {
-        EXPECT_EQ(row.codes, CodesOf(row.made, row.pMeasured)) << row.name;
+    const std::tuple<const char*, Made, bool, std::set<int>> rows[] = {
+        {"sinus rhythm", {Moved(steady, -160), steady}, true, {30036}},
+        {"its P wave missed in the median beat", {Moved(steady, -160), steady}, false, {30036}},
+        {"long PR", {Moved(steady, -290), steady}, true, {30036}},
+        {"an early beat", early, true, {30036, 30017}},
+        {"a broad beat", {Moved(Without(steady, 6), -160), Without(steady, 6), {Moved(steady, -250)[5]}}, true, {30036, 30019}},
+        {"fibrillation", {{}, irregular, {}, {}, 0, 40}, false, {30008}},
+        {"and a P wave seen by chance", {{}, irregular, {}, {}, 0, 40}, true, {30008}},
+        {"flutter", {{}, irregular, {}, {}, 225}, false, {30011}},
+        {"flutter, four to one", {{}, Every(900), {}, {}, 225}, true, {30011}},
+        {"complete block", {Every(780, 200), Every(1370, 500)}, false, {30046}},
+        {"two to one", {Every(600, 340), Every(1200, 500)}, true, {30036, 30045}},
+        {"Wenckebach", {Every(850, 250), Wenckebach(Every(850, 250))}, true, {30036, 30043}},
+        {"Mobitz", {Every(800, 340), Moved(Without(Every(800, 340), 4), 160)}, true, {30036, 30044}},
+        {"ventricular pacing", {{}, steady, {}, Moved(steady, -50)}, false, {30048, 30050}},
+        {"atrial pacing", {Moved(steady, -160), steady, {}, Moved(steady, -210)}, true, {30048, 30049}},
+        {"pacing in complete block", {Every(710, 200), Every(1000, 500), {}, Every(1000, 450)}, false, {30046, 30048, 30050}}};
+    for (const auto& [name, made, pMeasured, codes] : rows) {
+        EXPECT_EQ(codes, CodesOf(made, pMeasured)) << name;
     }
 }
 

@@ -1,10 +1,8 @@
 #include "tests/unit/suite/ecg_cases.h"
 
-#include <algorithm>
 #include <cstddef>
-#include <cstdlib>
+#include <map>
 #include <sstream>
-#include <stdexcept>
 
 #include "lib/beat_labels.h"
 #include "suite/kxinterp/interpreter.h"
@@ -19,29 +17,26 @@ constexpr std::string_view kNormal =
     "aVL=0,300,100 aVF=40,800,90 V1=0,200,900 V2=0,500,1400 V3=0,800,900 V4=0,1300,500 V5=40,1300,200 V6=50,1000,60 I.t=250 "
     "II.t=350 III.t=120 aVR.t=-280 aVL.t=80 aVF.t=220 V1.t=50 V2+V3.t=500 V4.t=450 V5.t=400 V6.t=300 all.p=80 aVR.p=-80 ";
 
-// A value of 16 bits by its name and place.
-struct Field {
-    std::string_view name;
-    std::size_t place;
-};
+// The values of 16 bits by name: of the whole, of a lead.
 using Set = KxMeasurementSet;
 using Lead = KxLeadMeasurements;
-constexpr Field kSetFields[] = {{"p", offsetof(Set, pDuration)}, {"pr", offsetof(Set, prInterval)},    {"qrs", offsetof(Set, qrsDuration)},
-                                {"qtc", offsetof(Set, qtc)},     {"bazett", offsetof(Set, qtcBazett)}, {"axis", offsetof(Set, qrsAxis)},
-                                {"paxis", offsetof(Set, pAxis)}};
-constexpr Field kLeadFields[] = {{"t", offsetof(Lead, aT1)},           {"p", offsetof(Lead, aP1)},
-                                 {"p2", offsetof(Lead, aP2)},          {"p2on", offsetof(Lead, pPrimeOnMarker)},
-                                 {"poff", offsetof(Lead, pOffMarker)}, {"peak", offsetof(Lead, intrinsicoidDeflection)},
-                                 {"r", offsetof(Lead, rOnMarker)},     {"s", offsetof(Lead, sOnMarker)},
-                                 {"end", offsetof(Lead, qrsOffMarker)}};
+const std::map<std::string, std::size_t> kSetFields = {{"p", offsetof(Set, pDuration)},      {"pr", offsetof(Set, prInterval)},
+                                                       {"qrs", offsetof(Set, qrsDuration)},  {"qtc", offsetof(Set, qtc)},
+                                                       {"bazett", offsetof(Set, qtcBazett)}, {"axis", offsetof(Set, qrsAxis)},
+                                                       {"paxis", offsetof(Set, pAxis)}};
+const std::map<std::string, std::size_t> kLeadFields = {{"t", offsetof(Lead, aT1)},
+                                                        {"p", offsetof(Lead, aP1)},
+                                                        {"p2", offsetof(Lead, aP2)},
+                                                        {"r", offsetof(Lead, rOnMarker)},
+                                                        {"s", offsetof(Lead, sOnMarker)},
+                                                        {"end", offsetof(Lead, qrsOffMarker)},
+                                                        {"p2on", offsetof(Lead, pPrimeOnMarker)},
+                                                        {"poff", offsetof(Lead, pOffMarker)},
+                                                        {"peak", offsetof(Lead, intrinsicoidDeflection)}};
 
-template <class Record, std::size_t count>
-bool Put(Record& record, const Field (&fields)[count], std::string_view name, int value) {
-    const auto field = std::find_if(std::begin(fields), std::end(fields), [&](const Field& f) { return f.name == name; });
-    if (field != std::end(fields)) {
-        *reinterpret_cast<std::int16_t*>(reinterpret_cast<char*>(&record) + field->place) = static_cast<std::int16_t>(value);
-    }
-    return field != std::end(fields);
+void Store(void* record, std::size_t place, int value) {
+    const auto stored = static_cast<std::int16_t>(value);
+    std::memcpy(static_cast<char*>(record) + place, &stored, sizeof stored);
 }
 
 void PutLead(Set& set, int lead, const std::string& name, const std::string& text) {
@@ -51,24 +46,19 @@ void PutLead(Set& set, int lead, const std::string& name, const std::string& tex
         const int first = std::atoi(name.c_str() + 2) / 10;
         std::fill(values.stLevel + first, values.stLevel + (name.size() > 2 ? first + 1 : 10), static_cast<std::int16_t>(value));
     } else if (name.empty()) {
-        int waves[4] = {};
-        std::istringstream list(text);
-        char comma = 0;
-        for (int& wave : waves) {
-            list >> wave >> comma;
-        }
-        SetQrs(set, lead, waves[0], waves[1], waves[2], waves[3]);
-    } else if (!Put(values, kLeadFields, name, value)) {
-        throw std::invalid_argument(name);
+        int q = 0, r = 0, s = 0, rPrime = 0;
+        std::sscanf(text.c_str(), "%d,%d,%d,%d", &q, &r, &s, &rPrime);
+        SetQrs(set, lead, q, r, s, rPrime);
+    } else {
+        Store(&values, kLeadFields.at(name), value);
     }
 }
 
 void Apply(Set& set, const std::string& change) {
     constexpr std::string_view kNames[] = {"I", "II", "III", "aVR", "aVL", "aVF", "V1", "V2", "V3", "V4", "V5", "V6"};
-    const std::string name = change.substr(0, change.find('='));
-    const std::string text = change.substr(name.size() + 1);
-    if (Put(set, kSetFields, name, std::atoi(text.c_str()))) {
-        return;
+    const std::string name = change.substr(0, change.find('=')), text = change.substr(name.size() + 1);
+    if (kSetFields.contains(name)) {
+        return Store(&set, kSetFields.at(name), std::atoi(text.c_str()));
     }
     const std::size_t dot = std::min(name.find('.'), name.size());
     const std::string leads = '+' + name.substr(0, dot) + '+';

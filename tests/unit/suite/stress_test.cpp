@@ -1,6 +1,6 @@
 #include "tests/unit/suite/stress_test.h"
 
-#include <memory>
+#include <tuple>
 
 #include "lib/dbclient/sub_records.h"
 #include "lib/dbclient/test_record.h"
@@ -19,16 +19,13 @@ void FillTreadmillTest(TestRecord& test) {
     test.peakSpeed = 420;        // hundredths of a mile per hour
     test.peakGradeOrLoad = 140;  // tenths of a percent
     test.peakMets = 101;
-    auto first = NewSubRecord<KxStressStage>();
-    first->stLevel = 50;
-    first->stTimeMs = 180000;
-    first->stLead = KX_LEAD_II;
-    test.AddStage(std::move(first));
-    auto second = NewSubRecord<KxStressStage>();
-    second->stLevel = -150;
-    second->stTimeMs = 500000;
-    second->stLead = KX_LEAD_V5;
-    test.AddStage(std::move(second));
+    for (const auto& [level, ms, lead] : {std::tuple{50, 180000, KX_LEAD_II}, {-150, 500000, KX_LEAD_V5}}) {
+        auto stage = NewSubRecord<KxStressStage>();
+        stage->stLevel = level;
+        stage->stTimeMs = static_cast<std::uint32_t>(ms);
+        stage->stLead = static_cast<std::uint32_t>(lead);
+        test.AddStage(std::move(stage));
+    }
 }
 
 }  // namespace kx::test
