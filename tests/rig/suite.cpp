@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <cstring>
 #include <iterator>
 
@@ -109,39 +110,21 @@ void SpyingSuite::Lay(const std::string& fileName, Sibling kind) {
 void SpyingSuite::On(const char* exportName, Answer answer) { answers_[exportName] = std::move(answer); }
 
 void SpyingSuite::AnswerGarbage() {
-    struct Written {
-        void* place;
-        std::size_t size;
-    };
+    // The arguments that say where it may write and how much of what size (below 0: one).
     const struct {
         const char* exportName;
-        Written (*mayWrite)(Arguments a);
+        int place, count;
+        std::size_t size, offset;
     } rows[] = {
-        {"TECH_LIST",
-         [](Arguments a) {
-             return Written{Address<void>(a[0]), a[1] * sizeof(TechnicianRecord)};
-         }},
-        {"PHYS_LIST",
-         [](Arguments a) {
-             return Written{Address<void>(a[1]), a[2] * sizeof(PhysicianRecord)};
-         }},
-        {"INTERPRET",
-         [](Arguments a) {
-             return Written{Address<void>(a[1]), sizeof(KxInterpretationResult)};
-         }},
-        {"CREATETEXT",
-         [](Arguments a) {
-             return Written{Address<void>(a[1]), a[2]};
-         }},
-        {"UPDATEDETECTION",
-         [](Arguments a) {
-             return Written{&Address<KxEpisodeRecord>(a[0])->measurements, sizeof(KxMeasurementSet)};
-         }},
+        {"TECH_LIST", 0, 1, sizeof(TechnicianRecord), 0},
+        {"PHYS_LIST", 1, 2, sizeof(PhysicianRecord), 0},
+        {"INTERPRET", 1, -1, sizeof(KxInterpretationResult), 0},
+        {"CREATETEXT", 1, 2, 1, 0},
+        {"UPDATEDETECTION", 0, -1, sizeof(KxMeasurementSet), offsetof(KxEpisodeRecord, measurements)},
     };
     for (const auto& row : rows) {
-        On(row.exportName, [mayWrite = row.mayWrite](Arguments a) {
-            const Written written = mayWrite(a);
-            std::memset(written.place, 0xFF, written.size);
+        On(row.exportName, [row](Arguments a) {
+            std::memset(Address<char>(a[row.place]) + row.offset, 0xFF, row.size * (row.count < 0 ? 1 : a[row.count]));
             return 0xFFFFFFFFu;
         });
     }
