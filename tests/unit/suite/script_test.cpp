@@ -2,13 +2,14 @@
 #include "suite/kxrender/script.h"
 
 #include <iterator>
+#include <tuple>
 
+#include "lib/dbclient/sub_records.h"
 #include "lib/dbclient/test_record.h"
 #include "suite/kxrender/test_values.h"
 #include "tests/rig/recorded_reports.h"
 #include "tests/unit/picture_locale.h"
 #include "tests/unit/records/text_table.h"
-#include "tests/unit/suite/stress_test.h"
 
 namespace kx::test {
 namespace {
@@ -93,6 +94,41 @@ TEST(Script, ReportsWhatDidNotFit) {
     EXPECT_EQ(1u, reports.Take().size());
 }
 
+// A stress test on a treadmill, and the report that the shipped script makes of it.
+void FillTreadmillTest(TestRecord& test) {
+    test.SetTestType(KX_TEST_STRESS);
+    test.exerciseDevice = 0;
+    test.metricSpeed = 1;
+    test.exerciseTimeMs = 570000;
+    test.targetHeartRate = 170;
+    test.maxHeartRate = 152;
+    test.bloodPressure = 120u << 16 | 80;
+    test.peakBloodPressure = 180u << 16 | 90;
+    test.peakSpeed = 420;        // hundredths of a mile per hour
+    test.peakGradeOrLoad = 140;  // tenths of a percent
+    test.peakMets = 101;
+    for (const auto& [level, ms, lead] : {std::tuple{50, 180000, KX_LEAD_II}, {-150, 500000, KX_LEAD_V5}}) {
+        auto stage = NewSubRecord<KxStressStage>();
+        stage->stLevel = level;
+        stage->stTimeMs = static_cast<std::uint32_t>(ms);
+        stage->stLead = static_cast<std::uint32_t>(lead);
+        test.AddStage(std::move(stage));
+    }
+}
+
+constexpr char kTreadmillReport[] =
+    "Test da sforzo al tappeto rotante, durata 9:30 min.\r\n"
+    "Livello massimo: 6.8 km/h, pendenza 14.0 %.\r\n"
+    "\r\n"
+    "Frequenza cardiaca massima 152 battiti/min (89 % della teorica, 170 battiti/min).\r\n"
+    "Test massimale per frequenza cardiaca (almeno l'85 % della teorica).\r\n"
+    "Pressione arteriosa al picco 180 / 90 mmHg (a riposo 120/80 mmHg).\r\n"
+    "Doppio prodotto al picco 27360 mmHg/min.\r\n"
+    "\r\n"
+    "Sottoslivellamento del tratto ST: -1.5 mm @ 8:20 [V5]. Considerare ischemia inducibile.\r\n"
+    "\r\n"
+    "Interpretazione automatica: da confermare a cura del medico.";
+
 // The stress test's script that is shipped, over tests as the recorders leave them.
 std::string StressReport(const TestRecord& test) {
     std::ifstream stream(KX_SOURCE_DIR "/suite/kxrender/stress.scr", std::ios::binary);
@@ -111,6 +147,7 @@ std::string StressReport(const TestRecord& test) {
 TEST(StressScript, ReportsTestsAndSaysWhatIsMissing) {
     TestRecord test, empty;
     FillTreadmillTest(test);
+    EXPECT_EQ(kTreadmillReport, StressReport(test));
     test.exerciseDevice = 1, test.peakSpeed = 6000, test.peakGradeOrLoad = 1250, test.maxHeartRate = 120, test.bloodPressure = 0;
     test.Stage(1)->stLevel = -40;
     EXPECT_THAT(StressReport(test),
