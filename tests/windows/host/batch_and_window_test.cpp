@@ -145,25 +145,6 @@ TEST_F(HostTest, FailsInOneLineWhenARecordCannotBeRead) {
     }
 }
 
-TEST_F(HostTest, RefusesACommandLineItDoesNotUnderstand) {
-    const std::vector<std::wstring> rows[] = {
-        {L"--nonsense"}, {L"--measure"}, {L"--shot"}, {L"--shot", L"x.png", L"--builtin"}, {L"--interpret", L"a", L"b"},
-    };
-    for (const auto& arguments : rows) {
-        const HostResult result = RunHost(arguments);
-        EXPECT_EQ(result.exitCode, 2u) << arguments.front().size();
-        EXPECT_EQ(result.output, "");
-        EXPECT_NE(result.error.find("--help"), std::string::npos) << result.error;
-    }
-}
-
-TEST_F(HostTest, HelpGoesToStandardOutput) {
-    const HostResult result = RunHost({L"--help"});
-    EXPECT_EQ(result.exitCode, 0u);
-    EXPECT_EQ(result.error, "");
-    EXPECT_NE(result.output.find("--units-per-mv"), std::string::npos);
-}
-
 TEST_F(HostTest, WritesPicturesOfTheStatedSize) {
     const struct {
         const wchar_t* pane;
@@ -190,13 +171,6 @@ TEST_F(HostTest, WritesPicturesOfTheStatedSize) {
         }
         EXPECT_TRUE(picture.isDrawn) << name << ": nothing is drawn";
     }
-}
-
-TEST_F(HostTest, APictureThatCannotBeWrittenIsAnError) {
-    const fs::path file = folder_ / L"no such folder" / L"x.png";
-    const HostResult result = RunHost({L"--shot", file.wstring(), L"--builtin", L"table"});
-    EXPECT_EQ(result.exitCode, 1u);
-    EXPECT_EQ(Lines(result.error).size(), 1u) << result.error;
 }
 
 // The program alone, without the suite's modules beside it: what it can still do, it does.

@@ -51,68 +51,6 @@ Dots ReadBmp(const std::string& file) {
     return dots;
 }
 
-// A PCL 5 stream as a printer reads it: the commands one by one, and the dots of its raster. Rows come packed
-// by the rules of TIFF 6.0, section 9: n from 0 to 127 is followed by n + 1 bytes as they are, n from -1 to
-// -127 by one byte to be repeated 1 - n times, -128 by nothing. Dots that a row does not mention are white.
-struct PclDocument {
-    std::vector<std::string> commands;
-    Dots dots;
-    std::size_t packedBytes = 0;
-
-    PclDocument(const std::string& stream, std::size_t width) {
-        for (std::size_t at = 0; at < stream.size();) {
-            if (stream[at] != '\x1B') {
-                if (stream[at] != '\0') {
-                    commands.push_back(stream[at] == '\f' ? "FF" : "?");
-                }
-                ++at;
-                continue;
-            }
-            std::size_t end = at + 1;
-            while (end < stream.size() && (stream[end] < 'A' || stream[end] > 'Z')) {
-                ++end;
-            }
-            const std::string command = stream.substr(at + 1, end - at);
-            at = end + 1;
-            if (command.starts_with("*b") && command.back() == 'W') {
-                const std::size_t length = std::stoul(command.substr(2));
-                AddRow(stream.substr(at, length), width);
-                at += length;
-                packedBytes += length;
-            } else {
-                commands.push_back(command);
-            }
-        }
-    }
-
-  private:
-    void AddRow(const std::string& packed, std::size_t width) {
-        std::vector<bool>& row = dots.emplace_back();
-        const auto add = [&](char byte) {
-            for (int bit = 7; bit >= 0; --bit) {
-                row.push_back((byte >> bit & 1) != 0);
-            }
-        };
-        for (std::size_t i = 0; i < packed.size();) {
-            const int n = static_cast<signed char>(packed[i++]);
-            if (n >= 0) {
-                for (int k = 0; k <= n; ++k) {
-                    add(packed.at(i++));
-                }
-            } else if (n != -128) {
-                for (int k = 0; k < 1 - n; ++k) {
-                    add(packed.at(i));
-                }
-                ++i;
-            }
-        }
-        for (std::size_t x = width; x < row.size(); ++x) {
-            EXPECT_FALSE(row[x]) << "a dot behind the page";
-        }
-        row.resize(width);
-    }
-};
-
 class HostPrintTest : public HostTest {
   protected:
     HostResult Print(const std::vector<std::wstring>& to, const std::vector<std::wstring>& more = {}) const {
@@ -122,40 +60,6 @@ class HostPrintTest : public HostTest {
         return RunHost(arguments);
     }
 };
-
-TEST_F(HostPrintTest, ThePrintersStreamAndThePictureAreTheSamePage) {
-    const struct {
-        Paper paper;
-        const wchar_t* name;
-        const char* pclSize;
-    } rows[] = {{Paper::kA4, L"A4", "&l26A"}, {Paper::kLetter, L"Letter", "&l2A"}};
-    for (const auto& row : rows) {
-        SCOPED_TRACE(NameOf(row.paper));
-        const fs::path pcl = folder_ / L"page.pcl";
-        const fs::path bmp = folder_ / L"page.bmp";
-        const HostResult stream = Print({L"--print", pcl.wstring()}, {L"--paper", row.name});
-        const HostResult picture = Print({L"--print", bmp.wstring()}, {L"--paper", row.name});
-        ASSERT_EQ(stream.exitCode, 0u) << stream.error;
-        ASSERT_EQ(picture.exitCode, 0u) << picture.error;
-        EXPECT_EQ(stream.output, picture.output);
-
-        const kxhost::PageLayout layout = kxhost::LayOutPage(row.paper);
-        const Dots dots = ReadBmp(Read(bmp));
-        ASSERT_EQ(dots.size(), static_cast<std::size_t>(layout.height));
-        ASSERT_EQ(dots[0].size(), static_cast<std::size_t>(layout.width));
-        const PclDocument document(Read(pcl), dots[0].size());
-        EXPECT_EQ(document.commands,
-                  (std::vector<std::string>{"E", row.pclSize, "&l0O", "*p0x0Y", "*t300R", "*r0F", "*r1A", "*b2M", "*rC", "FF", "E"}));
-        ASSERT_EQ(document.dots.size(), dots.size());
-        for (std::size_t y = 0; y < dots.size(); ++y) {
-            ASSERT_EQ(document.dots[y], dots[y]) << "row " << y;
-        }
-
-        const std::size_t raw = dots.size() * ((dots[0].size() + 15) / 16 * 2);
-        EXPECT_EQ(stream.output, "rawBytes\t" + std::to_string(raw) + "\npackedBytes\t" + std::to_string(document.packedBytes) + "\n");
-        EXPECT_LT(document.packedBytes, raw / 2);
-    }
-}
 
 // On the page itself: the lines of the millimetre paper are where a ruler has them.
 TEST_F(HostPrintTest, TwentyFiveMillimetresAreThatOnPaper) {

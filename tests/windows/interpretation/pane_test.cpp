@@ -280,54 +280,5 @@ TEST_F(PaneTest, EndsByNoKeyAndFocusesItsStatement) {
     EXPECT_FALSE(IsWindowVisible(*pane_));
 }
 
-TEST_F(PaneTest, SaysWhatItsIconsAreFor) {
-    Open();
-    HWND tips = nullptr;
-    while ((tips = FindWindowExA(nullptr, tips, TOOLTIPS_CLASSA, nullptr)) != nullptr &&
-           GetWindowThreadProcessId(tips, nullptr) != GetCurrentThreadId()) {
-    }
-    for (const std::uint32_t id : {IDC_INTERP_INSERT_LIBRARY_ENTRY, IDC_INTERP_INSERT_AUTOMATIC, IDC_INTERP_DICTIONARY}) {
-        char text[256] = {};
-        TTTOOLINFOA tool{};
-        tool.cbSize = TTTOOLINFOA_V1_SIZE;
-        tool.hwnd = *pane_;
-        tool.uId = reinterpret_cast<UINT_PTR>(pane_->Item(id));
-        tool.lpszText = text;
-        SendMessageA(tips, TTM_GETTEXTA, 0, reinterpret_cast<LPARAM>(&tool));
-        EXPECT_GT(std::strlen(text), 20u) << id;
-    }
-    Close();
-    EXPECT_FALSE(IsWindow(tips));
-}
-
-// Statement, automatic text and library share what the pane gains, without a gap or an overlap; nothing shrinks below the template.
-TEST_F(PaneTest, SharesWhatItGains) {
-    const auto places = [this](int width, int height) {
-        SetWindowPos(*pane_, nullptr, 0, 0, width, height, SWP_NOMOVE | SWP_NOZORDER);
-        std::vector<RECT> all;
-        for (const std::uint32_t id : {IDC_INTERP_STATEMENT, IDC_INTERP_AUTOMATIC, IDC_INTERP_LIBRARY}) {
-            RECT area{};
-            GetWindowRect(pane_->Item(id), &area);
-            all.push_back(area);
-        }
-        return all;
-    };
-    Open();
-    RECT client{};
-    GetClientRect(*pane_, &client);
-    const auto first = places(client.right, client.bottom);
-    const auto grown = places(client.right + 200, client.bottom + 100);
-    const auto cut = places(client.right - 300, client.bottom - 200);
-    for (std::size_t i = 0; i < first.size(); ++i) {
-        EXPECT_EQ(std::memcmp(&cut[i], &first[i], sizeof(RECT)), 0) << i;
-        EXPECT_GT(grown[i].right - grown[i].left, first[i].right - first[i].left) << i;
-        EXPECT_GT(grown[i].bottom - grown[i].top, first[i].bottom - first[i].top) << i;
-    }
-    EXPECT_EQ(grown[1].left - grown[0].right, first[1].left - first[0].right);
-    EXPECT_EQ(grown[2].top - grown[1].bottom, first[2].top - first[1].bottom);
-    EXPECT_EQ(grown[1].right - first[1].right, 200);
-    EXPECT_EQ(grown[2].bottom - first[2].bottom, 100);
-}
-
 }  // namespace
 }  // namespace kx::test

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <random>
 
 #include "tests/rig/library_memory.h"
 #include "tests/windows/panes/pane_steps.h"
@@ -125,6 +126,37 @@ TEST_P(PaneLifetimes, EndsAtAnyMessageOfAStep) {
         for (const int at : {std::max(1, count / 2), std::max(1, count)}) {
             Do(&step, at, kEndings[turn++ % std::size(kEndings)]);
         }
+    }
+}
+
+// By whoever thinks them his own: the pane goes on without.
+TEST_P(PaneLifetimes, ItsControlsEndOneByOne) {
+    for (unsigned seed = 0; seed < 2; ++seed) {
+        SCOPED_TRACE(seed);
+        Stage stage;
+        Open(GetParam(), stage);
+        std::vector<HWND> controls;
+        for (HWND control = GetWindow(stage.PaneWindow(), GW_CHILD); control != nullptr; control = GetWindow(control, GW_HWNDNEXT)) {
+            controls.push_back(control);
+        }
+        std::shuffle(controls.begin(), controls.end(), std::mt19937(seed));
+        const std::vector<Step> steps = StepsOf(GetParam());
+        for (std::size_t i = 0; i < controls.size(); ++i) {
+            DestroyWindow(controls[i]);
+            steps[i % steps.size()].act(stage.PaneWindow());
+            Pump();
+        }
+        EXPECT_NE(stage.PaneWindow(), nullptr);
+    }
+}
+
+TEST_F(Lifetimes, APaneWithoutAWindowSaysSo) {
+    Stage stage;
+    KxHostWindow nowhere{nullptr, nullptr};
+    for (const PaneKind& kind : PaneKinds()) {
+        suite_.TakeReports();
+        EXPECT_EQ(WindowOf(kind.open(&nowhere, &stage.record.Record(), options_)), nullptr) << kind;
+        EXPECT_THAT(suite_.TakeReports(), testing::ElementsAre(testing::HasSubstr("LOGMEMORYERROR \"" + std::string(kind.source)))) << kind;
     }
 }
 

@@ -1,7 +1,8 @@
 // Every dialog template of the product, laid out by the dialog manager itself as it is at three screen scalings: room for
-// every text and for the largest value, and nothing over another.
+// every text and for the largest value, nothing over another, and a letter of its own for each.
 #include <gmock/gmock.h>
 
+#include <cwctype>
 #include <map>
 #include <set>
 
@@ -134,6 +135,7 @@ class Layout {
     }
 
     void CheckPlaces() {
+        std::set<wint_t> mnemonics;
         RECT client{};
         GetClientRect(dialog, &client);
         for (std::size_t i = 0; i < items_.size(); ++i) {
@@ -147,6 +149,12 @@ class Layout {
                 if (!MayBeCovered(items_[j]) && IntersectRect(&common, &area, &other)) {
                     Add(items_[i], "covers " + std::to_string(GetDlgCtrlID(items_[j])));
                 }
+            }
+            const std::wstring text = TextOfItem(items_[i]);
+            const std::size_t mark = text.find(L'&');
+            if (mark != text.npos && mark + 1 < text.size() && !IsIcon(items_[i]) &&
+                !mnemonics.insert(std::towlower(text[mark + 1])).second) {
+                Add(items_[i], "has the letter of another one");
             }
         }
     }
@@ -191,6 +199,20 @@ TEST(Templates, HaveRoomForTheirTextsAndLargestValues) {
         }
     }
     FreeLibrary(host);
+}
+
+// The check itself must see what is wrong.
+TEST(Templates, AreSeenToBeWrong) {
+    SpyingSuite suite;
+    LibraryUse library;
+    Layout layout(library.Module(), MAKEINTRESOURCEW(IDD_HYPERTROPHY), 96);
+    const auto resize = [&](int id, int width, int height) {
+        SetWindowPos(GetDlgItem(layout.dialog, id), nullptr, 0, 0, width, height, SWP_NOMOVE | SWP_NOZORDER);
+    };
+    resize(IDC_HYP_LONG_QRS, 60, 13);     // too narrow
+    resize(IDC_HYP_OPPOSED_ST, 300, 13);  // too low
+    resize(IDC_HYP_R_V6, 80, 13);         // over the next label
+    EXPECT_EQ(layout.Faults({}, {}).size(), 3u);
 }
 
 }  // namespace
