@@ -145,34 +145,6 @@ TEST_F(HostTest, FailsInOneLineWhenARecordCannotBeRead) {
     }
 }
 
-TEST_F(HostTest, WritesPicturesOfTheStatedSize) {
-    const struct {
-        const wchar_t* pane;
-        const wchar_t* size;
-        int width, height;
-    } rows[] = {
-        {L"window", L"1000x700", 1000, 700},    {L"window", nullptr, 0, 0},       {L"general", L"900x600", 900, 600},
-        {L"hypertrophy", L"300x200", 300, 200}, {L"table", L"800x300", 800, 300}, {L"report", nullptr, 0, 0},
-    };
-    for (const auto& row : rows) {
-        const fs::path file = folder_ / (std::wstring(row.pane) + L".png");
-        std::vector<std::wstring> arguments{L"--shot", file.wstring(), L"--builtin", row.pane};
-        if (row.size != nullptr) {
-            arguments.insert(arguments.end(), {L"--size", row.size});
-        }
-        const HostResult result = RunHost(arguments);
-        const std::string name = fs::path(row.pane).string();
-        EXPECT_EQ(result.exitCode, 0u) << name << ": " << result.error;
-        const PngPicture picture(Read(file));
-        ASSERT_GT(picture.width, 0) << name << ": no picture";
-        if (row.size != nullptr) {
-            EXPECT_EQ(picture.width, row.width) << name;
-            EXPECT_EQ(picture.height, row.height) << name;
-        }
-        EXPECT_TRUE(picture.isDrawn) << name << ": nothing is drawn";
-    }
-}
-
 // The program alone, without the suite's modules beside it: what it can still do, it does.
 TEST_F(HostTest, WithoutTheModulesItSaysSoAndTheRecordStillOpens) {
     const fs::path program = folder_ / L"kxhost.exe";

@@ -72,21 +72,6 @@ TEST_F(HostTest, PrintsTheReportFields) {
     EXPECT_NE(unknown.error.find("9999"), std::string::npos) << unknown.error;
 }
 
-TEST_F(HostTest, ExpandsATemplate) {
-    const struct {
-        const wchar_t* text;
-        const char* expected;
-    } rows[] = {
-        {L"{%11} è in ritmo sinusale", "She \xC3\xA8 in ritmo sinusale\n"},
-        {L"{%14} {%99} {%5x", "Ms. {%99} *x\n"},
-    };
-    for (const auto& row : rows) {
-        const HostResult result = RunHost({L"--expand", row.text, L"--builtin"});
-        EXPECT_EQ(result.exitCode, 0u) << result.error;
-        EXPECT_EQ(result.output, row.expected);
-    }
-}
-
 TEST_F(HostTest, WritesTheTableInPlaceOfTheFileThereWas) {
     const struct {
         const wchar_t* file;
