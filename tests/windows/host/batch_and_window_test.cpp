@@ -125,6 +125,9 @@ TEST_F(HostTest, UnitsPerMillivoltScaleTheAmplitudes) {
 #endif
 
 TEST_F(HostTest, FailsInOneLineWhenARecordCannotBeRead) {
+    const HostResult misused = RunHost({L"--nonsense"});
+    EXPECT_EQ(misused.exitCode, 2u);
+    EXPECT_NE(misused.error.find("--help"), std::string::npos) << misused.error;
     const fs::path garbage = Write("garbage.hea", std::string("\x01\xFF\x00no header at all\n\x7F", 22));
     const fs::path missingSignal = Write("alone.hea", "alone 1 500 5000\nalone.dat 16 1000 16 0 0 0 0 I\n");
     const fs::path empty = Write("empty.hea", "");

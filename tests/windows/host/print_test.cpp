@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <vector>
@@ -94,7 +95,14 @@ TEST_F(HostPrintTest, TwentyFiveMillimetresAreThatOnPaper) {
 
 TEST_F(HostPrintTest, APrinterGetsTheBytesOfTheFile) {
     const fs::path pcl = folder_ / L"page.pcl";
-    ASSERT_EQ(Print({L"--print", pcl.wstring()}).exitCode, 0u);
+    // The paper, the raster and a first row of white, which has no bytes.
+    for (const auto& [paper, code] : {std::pair{L"Letter", "2"}, std::pair{L"A4", "26"}}) {
+        ASSERT_EQ(Print({L"--print", pcl.wstring()}, {L"--paper", paper}).exitCode, 0u);
+        std::string page = Read(pcl);
+        page.erase(std::remove(page.begin(), page.end(), '\0'), page.end());
+        const std::string begin = std::string("\x1B\x45\x1B&l") + code + "A\x1B&l0O\x1B*p0x0Y\x1B*t300R\x1B*r0F\x1B*r1A\x1B*b2M\x1B*b0W";
+        EXPECT_TRUE(page.starts_with(begin)) << page.substr(0, 80);
+    }
     RawPrinter printer;
     ASSERT_FALSE(printer.Name().empty()) << "the spooler refused the test's printer";
     const std::wstring name(printer.Name().begin(), printer.Name().end());
