@@ -275,20 +275,5 @@ TEST_F(HostTest, TheStripShowsWhatIsMeasured) {
     }
 }
 
-TEST_F(HostTest, ThePaneFollowsTheWindowsSize) {
-    const OpenHost host({});
-    ASSERT_NE(host.Frame(), nullptr);
-    ASSERT_TRUE(WaitUntil([&] { return host.Pane() != nullptr; }));
-    SendMessageW(host.Frame(), WM_COMMAND, IDM_VIEW_LAST_PANE, 0);
-    RECT small;
-    SetWindowPos(host.Frame(), nullptr, 0, 0, 1000, 700, SWP_NOZORDER);
-    GetWindowRect(host.Pane(), &small);
-    RECT large;
-    SetWindowPos(host.Frame(), nullptr, 0, 0, 1300, 900, SWP_NOZORDER);
-    GetWindowRect(host.Pane(), &large);
-    EXPECT_EQ((large.right - large.left) - (small.right - small.left), 300);
-    EXPECT_EQ((large.bottom - large.top) - (small.bottom - small.top), 200);
-}
-
 }  // namespace
 }  // namespace kx::test
