@@ -219,7 +219,7 @@ bool ListView::Notify(UINT_PTR id, NMHDR* header, LRESULT& result) {
 
 LRESULT ListView::OnCustomDraw(NMLVCUSTOMDRAW& draw) {
     switch (draw.nmcd.dwDrawStage) {
-        case CDDS_PREPAINT:
+        case CDDS_PREPAINT:  // NOLINT(bugprone-branch-clone): the two answers are names of one value
             return CDRF_NOTIFYITEMDRAW;
         case CDDS_ITEMPREPAINT:
             return CDRF_NOTIFYSUBITEMDRAW;
