@@ -14,8 +14,7 @@ import subprocess
 import sys
 
 # Page and context id: the number of the dialog's template (the editor's, which has none, as in help_topic.h), by which the
-# library asks. In the order of the contents; a page
-# behind a level of 1 stands under the one before it.
+# library asks. In the order of the contents; a page behind a level of 1 stands under the one before it.
 PAGES = [
     ("indice", 1, 0),
     ("marcatori", 2, 0),

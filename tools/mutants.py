@@ -4,8 +4,8 @@
 tools/mutants.py [--count N] [--jobs N] [--all-tests] [--again | --survivors] [--list]
 The faults (swapped operators, constants one off, negated conditions, statements left out) stand at places that are chosen by a
 fixed order; code that has not changed keeps its places. Works in copies of the sources under build/mutants/ and keeps what it
-found in build/mutants/results.tsv, so that a run that was interrupted goes on. A fault that does not compile does not count. Tables of trained weights
-are left out: most of their places change no decision.
+found in build/mutants/results.tsv, so that a run that was interrupted goes on. A fault that does not compile does not count.
+Tables of trained weights are left out: most of their places change no decision.
 """
 import argparse, concurrent.futures, hashlib, json, os, queue, re, resource, shutil, subprocess, sys, threading, time
 from pathlib import Path

@@ -140,8 +140,8 @@ bool CompletionPopup::Extend(std::size_t position, char character) {
 
 void CompletionPopup::Refresh() {
     const auto matches = static_cast<int>(matcher_.MatchCount());
-    std::optional<DrawingPause>
-        pause;  // it lays the list out anew, which nothing asks for as long as the rows are as many
+    // Its end lays the list out anew, which nothing asks for as long as the rows are as many.
+    std::optional<DrawingPause> pause;
     if (matches != list_->ItemCount()) {
         pause.emplace(*list_);
     }

@@ -51,7 +51,7 @@ class Notification {
 
     static void ReleaseThoseOf(HWND dialog) {
         for (Notification* running = innermost_; running != nullptr; running = running->outer_) {
-            if (running->control_ != nullptr && GetParent(running->control_) == dialog) {
+            if (running->control_ != nullptr && GetAncestor(running->control_, GA_PARENT) == dialog) {
                 ShowWindow(running->control_, SW_HIDE);
                 SetParent(running->control_, HWND_MESSAGE);
                 running->Outermost().released_ = true;
