@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Runs the tests of both presets side by side and closes with one line "N passed, N failed" over the GoogleTest cases of
-# both; a test that is no GoogleTest program counts as one case, and so does a program that dies before its results are
-# written. Arguments go to ctest: tools/test.sh -R unit_test
+# Builds both presets, runs their tests and closes with one line "N passed, N failed" over the GoogleTest cases of both; a
+# test that is no GoogleTest program counts as one case, and so does a program that dies before its results are written. The
+# native tests run while the Windows programs are built. Arguments go to ctest: tools/test.sh -R unit_test
 set -u
 . "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 cd "$KX_ROOT" || exit 1
@@ -46,12 +46,15 @@ count() {
     failed=$((failed + bad))
 }
 
-say "testing native and win32 ..."
-run_preset win32 "$@" &
-run_preset native "$@"
-cat build/native-test.log
-wait
-cat build/win32-test.log
+bash tools/build.sh native || exit 1
+say "testing native ..."
+run_preset native "$@" &
+native=$!
+bash tools/build.sh win32 || { wait "$native"; exit 1; }
+say "testing win32 ..."
+run_preset win32 "$@"
+wait "$native"
+cat build/native-test.log build/win32-test.log
 count native
 count win32
 echo "$passed passed, $failed failed"

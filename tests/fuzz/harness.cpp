@@ -45,7 +45,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 using Input = std::vector<std::uint8_t>;
 
 // Changed inputs for all files together, so that a file more does not make the test longer.
-constexpr std::size_t kChangedInputs = 10000;
+constexpr std::size_t kChangedInputs = 3000;
 
 // Every input has exactly its size on the heap, so that a sanitizer sees every byte read beyond it.
 static void Feed(kx::fuzz::Run* run, const Input& file, std::size_t rounds, std::mt19937& random) {

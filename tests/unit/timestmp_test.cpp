@@ -38,9 +38,11 @@ TEST(DateTime, EveryDayIsThatOfTheCalendar) {
         ASSERT_EQ(Days(date), days);
         ASSERT_EQ(date.DaysBetween(epoch), count);
         ASSERT_EQ(date.WeekOfYear(), ((days - Days({date.Year(), 1, 1})).count() + 11) / 7) << count;
-        DateTime back = date;
-        back.AddDays(-count);
-        ASSERT_EQ(back, epoch) << count;
+        if (count % 97 == 0) {
+            DateTime back = date;
+            back.AddDays(-count);
+            ASSERT_EQ(back, epoch) << count;
+        }
         const DateTime today = date;
         date.AddDays(1);
         ASSERT_EQ(DateTime::DaysInMonth(today.Month(), today.Year()) == today.Day(), date.Day() == 1) << count;

@@ -173,7 +173,7 @@ TEST(Delineator, LeavesOutLeadsThatCannotBeMeasuredAndSaysWhy) {
 TEST(Delineator, KeepsTheOrderOfTheWavesInNoise) {
     std::mt19937 random(20240611);
     int measured = 0;
-    for (int round = 0; round < 60; ++round) {
+    for (int round = 0; round < 20; ++round) {
         SyntheticBeat beat{.rr = static_cast<std::uint16_t>(random() % 1500)};
         beat.p.microvolts = round % 3 == 0 ? 0 : 120;
         Episode episode(beat);
@@ -199,7 +199,7 @@ TEST(Delineator, KeepsTheOrderOfTheWavesInNoise) {
             EXPECT_TRUE(lead.aQ <= 0 && lead.aS <= 0 && lead.aS1 <= 0 && lead.aR >= 0 && lead.aR1 >= 0) << round;
         }
     }
-    EXPECT_GT(measured, 50);
+    EXPECT_GT(measured, 16);
 }
 
 }  // namespace
