@@ -3,11 +3,18 @@
 
 #include <random>
 #include <set>
+#include <sstream>
 
+#include "host/recording/median_beat.h"
+#include "host/recording/p_waves.h"
 #include "host/recording/signal_math.h"
+#include "host/recording/synthetic.h"
 #include "lib/annotation_store.h"
 #include "lib/dbclient/test_record.h"
+#include "suite/kxanalyze/delineator.h"
+#include "suite/kxanalyze/rules.h"
 #include "suite/kxinterp/interpreter.h"
+#include "tests/unit/analyze/synthetic_beat.h"
 
 namespace kx::recording {
 namespace {
@@ -105,10 +112,9 @@ Times Wenckebach(const Times& waves) {
 }
 
 // The codes of the rhythm, of ectopic beats and of AV conduction for a narrow complex with a measured P wave or not.
-std::set<int> CodesOf(const Made& made, bool pMeasured) {
-    const AlignedBeats beats = AlignBeats(Record(made));
+std::set<int> CodesOf(const AlignedBeats& beats, const Rhythm& rhythm, bool pMeasured) {
     TestRecord test;
-    EXPECT_TRUE(FillAnnotations(test, FindRhythm(beats)));
+    EXPECT_TRUE(FillAnnotations(test, rhythm));
     KxMeasurementSet set{};
     set.size = sizeof set, set.measured = 1;
     set.qrsDuration = 90, set.rrInterval = static_cast<std::uint16_t>(beats.rrMs);
@@ -123,30 +129,151 @@ std::set<int> CodesOf(const Made& made, bool pMeasured) {
     return ofRhythm;
 }
 
+// A line of figures under a word.
+class Figures {
+  public:
+    explicit Figures(const std::string& name) { text_ << name << '\n'; }
+    std::ostringstream& Line(const char* word) {
+        text_ << "  " << word;
+        return text_;
+    }
+    template <class Values>
+    void Line(const char* word, const Values& values, std::size_t every = 1) {
+        Line(word);
+        for (std::size_t i = 0; i < std::size(values); i += every) {
+            text_ << ' ' << std::lround(values[i]);
+        }
+        text_ << '\n';
+    }
+    std::string Text() const { return text_.str(); }
+
+  private:
+    std::ostringstream text_;
+};
+
+void AddSignal(const AlignedBeats& beats, const Rhythm& rhythm, Figures& figures) {
+    figures.Line("signal") << " RR " << beats.rrMs << " hum " << beats.hum.hertz << " Hz " << std::lround(beats.hum.microvolts)
+                           << " uV slow onset " << rhythm.slowOnsetMs << " ms\n";
+    std::ostringstream& line = figures.Line("beats (label, * in the median)");
+    for (const Rhythm::Beat& beat : rhythm.beats) {
+        line << ' ' << beat.ms << '(' << int{beat.label} << (beat.inMedian ? "*)" : ")");
+    }
+    line << "\n";
+    figures.Line("atria", rhythm.atrialMs);
+    figures.Line("impulses", rhythm.impulsesMs);
+    if (const auto waves = FindWavesBeforeBeats(MakeAtrialSignal(beats))) {
+        figures.Line("before the beats") << " at " << waves->peak * 4 << " ms in " << std::lround(100 * waves->part) << " %\n";
+        std::array<float, kLeadCount> noise = waves->noise;
+        std::ranges::for_each(noise, [](float& value) { value *= 100; });
+        figures.Line("noise, 10 nV", noise);
+    }
+    figures.Line("II every 200 ms", beats.recording.leads[kLeadII], 100);
+}
+
+void AddMeasurements(const MedianBeat& median, Figures& figures) {
+    figures.Line("median II every 40 ms", median.leads[kLeadII], 20);
+    analysis::Episode episode({median.leads.begin(), median.leads.end()}, kWorkingRate, kResolutionNv);
+    episode.Set().rrInterval = static_cast<std::uint16_t>(median.rrMs);
+    analysis::Beat beat;
+    ASSERT_EQ(analysis::ReadBeat(episode.Get(), beat), nullptr);
+    const analysis::QrsByRules qrs = FindQrs(beat);
+    const analysis::Place tOff = FindTOff(beat, qrs.all);
+    const analysis::PByRules p = FindP(beat, qrs.all, tOff);
+    figures.Line("rules") << " P " << p.all.on << ' ' << p.all.off << " clear " << std::lround(100 * p.clearness) << " QRS " << qrs.all.on
+                          << ' ' << qrs.all.off << (qrs.paced ? " paced" : "") << " T " << tOff << '\n';
+    ASSERT_EQ(analysis::MeasureEpisode(episode.Get()), 1u);
+    const KxMeasurementSet& set = episode.Set();
+    TestRecord test;
+    ASSERT_TRUE(FillAnnotations(test, median.rhythm));
+    figures.Line("statements", interp::StatementCodes(set, reinterpret_cast<const KxAnnotationStore*>(test.Annotations())));
+    figures.Line("P, PR, QRS, QT, QTc, axes", std::array<int, 8>{set.pDuration, set.prInterval, set.qrsDuration, set.qtInterval, set.qtc,
+                                                                 set.pAxis, set.qrsAxis, set.tAxis});
+    for (const std::size_t lead : {KX_LEAD_II, KX_LEAD_V1, KX_LEAD_V5}) {
+        const KxLeadMeasurements& of = set.leads[lead];
+        figures.Line(
+            lead == KX_LEAD_II   ? "II markers"
+            : lead == KX_LEAD_V1 ? "V1 markers"
+                                 : "V5 markers",
+            std::array<int, 12>{of.pOnMarker, of.pPrimeOnMarker, of.pOffMarker, of.qOnMarker, of.rOnMarker, of.sOnMarker, of.rPrimeOnMarker,
+                                of.sPrimeOnMarker, of.qrsOffMarker, of.tOnMarker, of.tPrimeOnMarker, of.tOffMarker});
+        figures.Line("   uV", std::array<int, 11>{of.aP1, of.aP2, of.aQ, of.aR, of.aS, of.aR1, of.aS1, of.aT1, of.aT2, of.stLevel[0],
+                                                  of.stLevel[8]});
+    }
+}
+
+// What is found in a recording and measured in its median beat.
+std::string FiguresOf(const char* name, const Recording& recording, const AlignedBeats& beats, const Rhythm& rhythm) {
+    Figures figures(name);
+    AddSignal(beats, rhythm, figures);
+    std::string error;
+    if (const auto median = MakeMedianBeat(recording, error)) {
+        AddMeasurements(*median, figures);
+    }
+    return figures.Text() + error;
+}
+
+// The figures of a recording as figures.txt holds them: its name and the indented lines below. Where they are meant to change,
+// the failing case prints what belongs there.
+std::string StoredFiguresOf(const std::string& name) {
+    std::ifstream file(KX_SOURCE_DIR "/tests/unit/recording/figures.txt");
+    std::string text;
+    for (std::string line; std::getline(file, line);) {
+        if (text.empty() ? line == name : line.starts_with("  ")) {
+            text += line + '\n';
+        } else if (!text.empty()) {
+            break;
+        }
+    }
+    return text;
+}
+
+void ExpectFigures(const char* name, const Recording& recording, const AlignedBeats& beats, const Rhythm& rhythm) {
+    EXPECT_EQ(StoredFiguresOf(name), FiguresOf(name, recording, beats, rhythm));
+}
+
 TEST(Rhythm, IsToldFromTheRecording) {
     const Times steady = Every(800);
     const Times irregular = After({620, 910, 540, 780, 1050, 660, 870, 590});
     Made early{Moved(steady, -160), steady};
     early.p[5] -= 270, early.beats[5] -= 270;
-    const std::tuple<const char*, Made, bool, std::set<int>> rows[] = {
-        {"sinus rhythm", {Moved(steady, -160), steady}, true, {30036}},
-        {"its P wave missed in the median beat", {Moved(steady, -160), steady}, false, {30036}},
-        {"long PR", {Moved(steady, -290), steady}, true, {30036}},
-        {"an early beat", early, true, {30036, 30017}},
-        {"a broad beat", {Moved(Without(steady, 6), -160), Without(steady, 6), {Moved(steady, -250)[5]}}, true, {30036, 30019}},
-        {"fibrillation", {{}, irregular, {}, {}, 0, 40}, false, {30008}},
-        {"and a P wave seen by chance", {{}, irregular, {}, {}, 0, 40}, true, {30008}},
-        {"flutter", {{}, irregular, {}, {}, 225}, false, {30011}},
-        {"flutter, four to one", {{}, Every(900), {}, {}, 225}, true, {30011}},
-        {"complete block", {Every(780, 200), Every(1370, 500)}, false, {30046}},
-        {"two to one", {Every(600, 340), Every(1200, 500)}, true, {30036, 30045}},
-        {"Wenckebach", {Every(850, 250), Wenckebach(Every(850, 250))}, true, {30036, 30043}},
-        {"Mobitz", {Every(800, 340), Moved(Without(Every(800, 340), 4), 160)}, true, {30036, 30044}},
-        {"ventricular pacing", {{}, steady, {}, Moved(steady, -50)}, false, {30048, 30050}},
-        {"atrial pacing", {Moved(steady, -160), steady, {}, Moved(steady, -210)}, true, {30048, 30049}},
-        {"pacing in complete block", {Every(710, 200), Every(1000, 500), {}, Every(1000, 450)}, false, {30046, 30048, 30050}}};
-    for (const auto& [name, made, pMeasured, codes] : rows) {
-        EXPECT_EQ(codes, CodesOf(made, pMeasured)) << name;
+    const std::tuple<const char*, Made, std::set<int>> rows[] = {
+        {"sinus rhythm", {Moved(steady, -160), steady}, {30036}},
+        {"long PR", {Moved(steady, -290), steady}, {30036}},
+        {"an early beat", early, {30036, 30017}},
+        {"a broad beat", {Moved(Without(steady, 6), -160), Without(steady, 6), {Moved(steady, -250)[5]}}, {30036, 30019}},
+        {"fibrillation", {{}, irregular, {}, {}, 0, 40}, {30008}},
+        {"flutter", {{}, irregular, {}, {}, 225}, {30011}},
+        {"flutter, four to one", {{}, Every(900), {}, {}, 225}, {30011}},
+        {"complete block", {Every(780, 200), Every(1370, 500)}, {30046}},
+        {"two to one", {Every(600, 340), Every(1200, 500)}, {30036, 30045}},
+        {"Wenckebach", {Every(850, 250), Wenckebach(Every(850, 250))}, {30036, 30043}},
+        {"Mobitz", {Every(800, 340), Moved(Without(Every(800, 340), 4), 160)}, {30036, 30044}},
+        {"ventricular pacing", {{}, steady, {}, Moved(steady, -50)}, {30048, 30050}},
+        {"atrial pacing", {Moved(steady, -160), steady, {}, Moved(steady, -210)}, {30048, 30049}},
+        {"pacing in complete block", {Every(710, 200), Every(1000, 500), {}, Every(1000, 450)}, {30046, 30048, 30050}}};
+    for (const auto& [name, made, codes] : rows) {
+        const Recording recording = Record(made);
+        const AlignedBeats beats = AlignBeats(recording);
+        const Rhythm rhythm = FindRhythm(beats);
+        EXPECT_EQ(codes, CodesOf(beats, rhythm, true)) << name;
+        if (!codes.contains(30044)) {  // whose intervals are irregular: then the P wave of the median beat decides
+            EXPECT_EQ(codes, CodesOf(beats, rhythm, false)) << name << ", its P wave missed in the median beat";
+        }
+        ExpectFigures(name, recording, beats, rhythm);
+    }
+}
+
+TEST(Rhythm, AndItsFiguresAreToldFromADisturbedRecording) {
+    const std::pair<const char*, SyntheticOptions> rows[] = {
+        {"as it is made", {}},
+        {"a slow recorder, a wander", {.sampleRate = 250, .wanderMicrovolts = 800}},
+        {"a fast recorder, an irregular heart", {.sampleRate = 977, .seconds = 7, .beatsPerMinute = 95, .rrVariationMs = 120}},
+        {"hum and noise", {.seconds = 5, .noiseMicrovolts = 25, .mainsMicrovolts = 150}}};
+    for (const auto& [name, options] : rows) {
+        Recording recording = MakeSyntheticRecording(options);
+        recording.gaps = {{recording.SampleCount() / 2, recording.SampleCount() / 2 + 70}};
+        const AlignedBeats beats = AlignBeats(recording);
+        ExpectFigures(name, recording, beats, FindRhythm(beats));
     }
 }
 
