@@ -88,7 +88,7 @@ void WriteStSlope(const Request& request, char (&text)[kTextSize]) {
 // A field, or one for each lead from I on.
 struct Field {
     int code;
-    int leads;  // 0: of the whole beat
+    int codes;  // one for each lead, or one for the whole beat
     Writer write;
 };
 
@@ -96,20 +96,20 @@ using Set = KxMeasurementSet;
 using Lead = KxLeadMeasurements;
 
 constexpr Field kFields[] = {
-    {20, 0, WriteGlobal<kMilliseconds, &Set::prInterval>},
-    {21, 0, WriteGlobal<kMilliseconds, &Set::qrsDuration>},
-    {22, 0, WriteQt},
-    {34, 0, WriteHeartRate},
+    {20, 1, WriteGlobal<kMilliseconds, &Set::prInterval>},
+    {21, 1, WriteGlobal<kMilliseconds, &Set::qrsDuration>},
+    {22, 1, WriteQt},
+    {34, 1, WriteHeartRate},
     // The ST levels alone have codes for the three further leads of a set too; 63 is a field of the patient.
     {48, KX_MEASURED_LEADS, WriteStLevel},
-    {105, 0, WriteGlobal<kDegrees, &Set::pAxis>},
-    {106, 0, WriteGlobal<kDegrees, &Set::qrsAxis>},
-    {107, 0, WriteGlobal<kDegrees, &Set::tAxis>},
-    {135, 0, WriteGlobal<kMilliseconds, &Set::pDuration>},
-    {136, 0, WriteGlobal<kMilliseconds, &Set::qtInterval>},
-    {137, 0, WriteGlobal<kNumber, &Set::qtc>},
-    {138, 0, WriteGlobal<kNumber, &Set::qtcBazett>},
-    {139, 0, WriteGlobal<kMilliseconds, &Set::rrInterval>},
+    {105, 1, WriteGlobal<kDegrees, &Set::pAxis>},
+    {106, 1, WriteGlobal<kDegrees, &Set::qrsAxis>},
+    {107, 1, WriteGlobal<kDegrees, &Set::tAxis>},
+    {135, 1, WriteGlobal<kMilliseconds, &Set::pDuration>},
+    {136, 1, WriteGlobal<kMilliseconds, &Set::qtInterval>},
+    {137, 1, WriteGlobal<kNumber, &Set::qtc>},
+    {138, 1, WriteGlobal<kNumber, &Set::qtcBazett>},
+    {139, 1, WriteGlobal<kMilliseconds, &Set::rrInterval>},
     {143, KX_STANDARD_LEADS, WriteLead<&Lead::aP1>},
     {155, KX_STANDARD_LEADS, WriteLead<&Lead::aP2>},
     {167, KX_STANDARD_LEADS, WriteLead<&Lead::aR>},
@@ -123,10 +123,10 @@ constexpr Field kFields[] = {
     {275, KX_STANDARD_LEADS, WriteLead<&Lead::fieldValue275>},
     {335, KX_STANDARD_LEADS, WriteStSlope},
     {347, KX_STANDARD_LEADS, WriteLead<&Lead::intrinsicoidDeflection>},
-    {368, 0, WriteNothing},
-    {371, 0, WriteScore<&HypertrophyScore::sokolowLyon>},
-    {372, 0, WriteScore<&HypertrophyScore::cornell>},
-    {373, 0, WriteScore<&HypertrophyScore::totalPoints>},
+    {368, 1, WriteNothing},
+    {371, 1, WriteScore<&HypertrophyScore::sokolowLyon>},
+    {372, 1, WriteScore<&HypertrophyScore::cornell>},
+    {373, 1, WriteScore<&HypertrophyScore::totalPoints>},
 };
 
 // The rhythm fields, with what stands for a value that is not measured. How the second one of the last field
@@ -148,8 +148,7 @@ constexpr RhythmField kRhythmFields[] = {
 bool MeasurementFieldText(const KxMeasurementSet& set, int code, char* buffer, std::size_t size,
                           AmplitudeUnit amplitudeUnit, std::int32_t stTimeMs) {
     for (const Field& field : kFields) {
-        const int last = field.code + (field.leads > 0 ? field.leads - 1 : 0);
-        if (code < field.code || code > last) {
+        if (code < field.code || code >= field.code + field.codes) {
             continue;
         }
         char text[kTextSize] = "..";

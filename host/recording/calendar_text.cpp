@@ -1,7 +1,9 @@
 #include "host/recording/calendar_text.h"
 
+#include <chrono>
 #include <cmath>
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "host/recording/text_scanner.h"
@@ -11,6 +13,7 @@ namespace kx::recording {
 namespace {
 
 constexpr int kLastUnknownYear = 1800;
+constexpr int kLastYear = 9999;
 
 std::string DigitsOf(std::string_view text, char separator) {
     std::string digits;
@@ -39,26 +42,27 @@ int TakeDigits(std::string_view& text, std::size_t count) {
 }
 
 struct DayTime {
-    int hour = 0, minute = 0;
-    double seconds = 0;
+    int hour, minute;
+    double seconds;
 };
 
-bool ParseTime(std::string_view text, DayTime& time) {
-    time.hour = TakeDigits(text, 2);
-    time.minute = text.empty() ? 0 : TakeDigits(text, 2);
+std::optional<DayTime> ParseTime(std::string_view text) {
+    const int hour = TakeDigits(text, 2);
+    const int minute = text.empty() ? 0 : TakeDigits(text, 2);
     // 60 is a leap second, shown as the second before.
     const int second = text.empty() ? 0 : TakeDigits(text, 2);
-    if (time.hour < 0 || time.hour > 23 || time.minute < 0 || time.minute > 59 || second < 0 || second > 60) {
-        return false;
+    if (hour < 0 || hour > 23 || minute < 0 || minute > 59 || second < 0 || second > 60) {
+        return std::nullopt;
     }
-    time.seconds = std::min(second, 59);
-    if (Take(text, '.') && second < 60) {
-        const std::string fraction = "0." + std::string(text);
-        std::string_view rest = fraction;
-        time.seconds += TakeNumber<double>(rest).value_or(0);
-        return rest.empty();
+    DayTime time{hour, minute, double(std::min(second, 59))};
+    const std::string fraction = "0" + std::string(text);
+    std::string_view rest = fraction;
+    const double part = TakeNumber<double>(rest).value_or(0);
+    if (!rest.empty() || (!text.empty() && text.front() != '.')) {
+        return std::nullopt;
     }
-    return true;
+    time.seconds += second < 60 ? part : 0;
+    return time;
 }
 
 // The part of a date and time before its offset from universal time.
@@ -70,12 +74,10 @@ std::string_view WithoutOffset(std::string_view text) {
 }  // namespace
 
 bool IsDate(int year, int month, int day) {
-    constexpr int kDays[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-    if (year <= kLastUnknownYear || year > 9999 || month < 1 || month > 12 || day < 1) {
-        return false;
-    }
-    const bool leap = year % 4 == 0 && (year % 100 != 0 || year % 400 == 0);
-    return day <= (month == 2 && leap ? 29 : kDays[month - 1]);
+    const std::chrono::year_month_day date{std::chrono::year(year),
+                                           std::chrono::month(static_cast<unsigned>(month)),
+                                           std::chrono::day(static_cast<unsigned>(day))};
+    return year > kLastUnknownYear && year <= kLastYear && date.ok();
 }
 
 bool TakeDate(std::string_view text, KxDate& date) {
@@ -91,13 +93,13 @@ bool TakeDate(std::string_view text, KxDate& date) {
 }
 
 bool TakeTime(std::string_view text, KxDateTime& time) {
-    DayTime parsed;
-    if (!ParseTime(DigitsOf(text, ':'), parsed)) {
+    const auto parsed = ParseTime(DigitsOf(text, ':'));
+    if (!parsed) {
         return false;
     }
-    const auto hundredths = static_cast<int>(std::floor(parsed.seconds * 100 + 1e-6));
-    time.hour = static_cast<std::uint8_t>(parsed.hour);
-    time.minute = static_cast<std::uint8_t>(parsed.minute);
+    const auto hundredths = static_cast<int>(std::floor(parsed->seconds * 100 + 1e-6));
+    time.hour = static_cast<std::uint8_t>(parsed->hour);
+    time.minute = static_cast<std::uint8_t>(parsed->minute);
     time.second = static_cast<std::uint8_t>(hundredths / 100);
     time.hundredths = static_cast<std::uint8_t>(hundredths % 100);
     return true;
@@ -122,11 +124,8 @@ bool TakeDateTime(std::string_view text, KxDateTime& time) {
 double MillisecondsOfDay(std::string_view dateTime) {
     constexpr std::size_t kDateLength = 8;
     const std::string_view text = WithoutOffset(dateTime);
-    DayTime time;
-    if (text.size() <= kDateLength || !ParseTime(text.substr(kDateLength), time)) {
-        return 0;
-    }
-    return ((time.hour * 60 + time.minute) * 60 + time.seconds) * 1000;
+    const auto time = ParseTime(text.substr(std::min(kDateLength, text.size())));
+    return time ? ((time->hour * 60 + time->minute) * 60 + time->seconds) * 1000 : 0;
 }
 
 }  // namespace kx::recording

@@ -42,11 +42,8 @@ std::vector<ReportRow> ListReport(const kx::TestRecord& test, const kx::SummaryR
 }
 
 std::string ExpandTemplate(const kx::TestRecord& test, std::string_view text) {
-    // The shortest placeholder, {%1}, becomes at most a whole name.
-    constexpr std::size_t kShortestPlaceholder = 4;
-    const std::size_t longest =
-        text.size() + (text.size() / kShortestPlaceholder + 1) * sizeof test.patientName + 1;
-    std::vector<char> output(longest);
+    // No placeholder becomes longer than a whole name.
+    std::vector<char> output((text.size() + 1) * sizeof test.patientName);
     kx::ExpandPlaceholders(test, std::string(text).c_str(), output.data(), output.size());
     return output.data();
 }

@@ -10,11 +10,12 @@ struct Place {
     std::size_t mustBe;
 };
 
-// The index of the first field that is not in its place, which a failing assertion shows; -1 when all are.
+// The index of the first field that is not in its place, counted from 1, which a failing assertion shows; 0
+// when all are.
 template <class... Places>
 consteval int FirstMisplaced(Places... places) {
     int index = 0;
-    return ((++index, places.is == places.mustBe) && ...) ? -1 : index - 1;
+    return ((++index, places.is == places.mustBe) && ...) ? 0 : index;
 }
 
 #define AT(field, offset)          \
@@ -27,13 +28,13 @@ consteval int MisplacedIn(const KxDateTime*) {
     return FirstMisplaced(AT(year, 0), AT(day, 2), AT(month, 3), AT(minute, 4), AT(hour, 5),
                           AT(hundredths, 6), AT(second, 7));
 }
-static_assert(sizeof(KxDateTime) == 8 && MisplacedIn(static_cast<KxDateTime*>(nullptr)) == -1);
+static_assert(sizeof(KxDateTime) == 8 && MisplacedIn(static_cast<KxDateTime*>(nullptr)) == 0);
 
 consteval int MisplacedIn(const KxDate*) {
     using R = KxDate;
     return FirstMisplaced(AT(year, 0), AT(day, 2), AT(month, 3));
 }
-static_assert(sizeof(KxDate) == 4 && MisplacedIn(static_cast<KxDate*>(nullptr)) == -1);
+static_assert(sizeof(KxDate) == 4 && MisplacedIn(static_cast<KxDate*>(nullptr)) == 0);
 
 consteval int MisplacedIn(const KxLeadMeasurements*) {
     using R = KxLeadMeasurements;
@@ -47,7 +48,7 @@ consteval int MisplacedIn(const KxLeadMeasurements*) {
                           AT(sPrimeOnMarker, 98), AT(qrsOffMarker, 100), AT(stLevel, 102));
 }
 static_assert(sizeof(KxLeadMeasurements) == 122 &&
-              MisplacedIn(static_cast<KxLeadMeasurements*>(nullptr)) == -1);
+              MisplacedIn(static_cast<KxLeadMeasurements*>(nullptr)) == 0);
 
 consteval int MisplacedIn(const KxMeasurementSet*) {
     using R = KxMeasurementSet;
@@ -59,7 +60,7 @@ consteval int MisplacedIn(const KxMeasurementSet*) {
                           AT(leads[0].globalManualFlags, 124));
 }
 static_assert(sizeof(KxMeasurementSet) == KX_MEASUREMENT_SET_SIZE &&
-              MisplacedIn(static_cast<KxMeasurementSet*>(nullptr)) == -1);
+              MisplacedIn(static_cast<KxMeasurementSet*>(nullptr)) == 0);
 
 consteval int MisplacedIn(const KxInterpretationResult*) {
     using R = KxInterpretationResult;
@@ -67,20 +68,20 @@ consteval int MisplacedIn(const KxInterpretationResult*) {
                           AT(extra, 1040));
 }
 static_assert(sizeof(KxInterpretationResult) == KX_INTERPRETATION_RESULT_SIZE &&
-              MisplacedIn(static_cast<KxInterpretationResult*>(nullptr)) == -1);
+              MisplacedIn(static_cast<KxInterpretationResult*>(nullptr)) == 0);
 
 consteval int MisplacedIn(const KxHistoryEntry*) {
     using R = KxHistoryEntry;
     return FirstMisplaced(AT(year, 0), AT(month, 2), AT(day, 3), AT(hour, 4), AT(minute, 5),
                           AT(millisecondsInMinute, 6), AT(action, 8), AT(user, 12));
 }
-static_assert(sizeof(KxHistoryEntry) == 44 && MisplacedIn(static_cast<KxHistoryEntry*>(nullptr)) == -1);
+static_assert(sizeof(KxHistoryEntry) == 44 && MisplacedIn(static_cast<KxHistoryEntry*>(nullptr)) == 0);
 
 consteval int MisplacedIn(const KxAnnotation*) {
     using R = KxAnnotation;
     return FirstMisplaced(AT(timeMs, 0), AT(label, 4), AT(subLabel, 5), AT(heartRate, 6));
 }
-static_assert(sizeof(KxAnnotation) == 8 && MisplacedIn(static_cast<KxAnnotation*>(nullptr)) == -1);
+static_assert(sizeof(KxAnnotation) == 8 && MisplacedIn(static_cast<KxAnnotation*>(nullptr)) == 0);
 
 consteval int MisplacedIn(const KxLeadBeat*) {
     using R = KxLeadBeat;
@@ -89,7 +90,7 @@ consteval int MisplacedIn(const KxLeadBeat*) {
                           AT(amplitude2, 10), AT(amplitude3, 12), AT(amplitude4, 14), AT(amplitude5, 16),
                           AT(leadValue, 18));
 }
-static_assert(sizeof(KxLeadBeat) == 20 && MisplacedIn(static_cast<KxLeadBeat*>(nullptr)) == -1);
+static_assert(sizeof(KxLeadBeat) == 20 && MisplacedIn(static_cast<KxLeadBeat*>(nullptr)) == 0);
 
 consteval int MisplacedIn(const KxTestListEntry*) {
     using R = KxTestListEntry;
@@ -97,7 +98,7 @@ consteval int MisplacedIn(const KxTestListEntry*) {
                           AT(patientId, 532), AT(sortName, 548), AT(stateFlags, 576), AT(testType, 580),
                           AT(reserved584, 584));
 }
-static_assert(sizeof(KxTestListEntry) == 33352 && MisplacedIn(static_cast<KxTestListEntry*>(nullptr)) == -1);
+static_assert(sizeof(KxTestListEntry) == 33352 && MisplacedIn(static_cast<KxTestListEntry*>(nullptr)) == 0);
 
 consteval int MisplacedIn(const KxStressStage*) {
     using R = KxStressStage;
@@ -106,7 +107,7 @@ consteval int MisplacedIn(const KxStressStage*) {
                           AT(bloodPressure, 68), AT(stLevel, 72), AT(stTimeMs, 76), AT(stLead, 80),
                           AT(reserved84, 84));
 }
-static_assert(sizeof(KxStressStage) == 672 && MisplacedIn(static_cast<KxStressStage*>(nullptr)) == -1);
+static_assert(sizeof(KxStressStage) == 672 && MisplacedIn(static_cast<KxStressStage*>(nullptr)) == 0);
 
 consteval int MisplacedIn(const KxPressureReading*) {
     using R = KxPressureReading;
@@ -114,7 +115,7 @@ consteval int MisplacedIn(const KxPressureReading*) {
                           AT(heartRate, 28), AT(remark, 32), AT(reserved96, 96));
 }
 static_assert(sizeof(KxPressureReading) == 2176 &&
-              MisplacedIn(static_cast<KxPressureReading*>(nullptr)) == -1);
+              MisplacedIn(static_cast<KxPressureReading*>(nullptr)) == 0);
 
 consteval int MisplacedIn(const KxHolterData*) {
     using R = KxHolterData;
@@ -122,25 +123,25 @@ consteval int MisplacedIn(const KxHolterData*) {
                           AT(maxHeartRate, 20), AT(maxHeartRateMs, 24), AT(hasCurrentEvent, 28),
                           AT(eventStartMs, 32), AT(eventEndMs, 36));
 }
-static_assert(sizeof(KxHolterData) == 40 && MisplacedIn(static_cast<KxHolterData*>(nullptr)) == -1);
+static_assert(sizeof(KxHolterData) == 40 && MisplacedIn(static_cast<KxHolterData*>(nullptr)) == 0);
 
 consteval int MisplacedIn(const KxHolterSummary*) {
     using R = KxHolterSummary;
     return FirstMisplaced(AT(mark, 4), AT(groups, 8), AT(reserved392, 392));
 }
-static_assert(sizeof(KxHolterSummary) == 440 && MisplacedIn(static_cast<KxHolterSummary*>(nullptr)) == -1);
+static_assert(sizeof(KxHolterSummary) == 440 && MisplacedIn(static_cast<KxHolterSummary*>(nullptr)) == 0);
 
 consteval int MisplacedIn(const KxHolterGroup*) {
     using R = KxHolterGroup;
     return FirstMisplaced(AT(second, 8));
 }
-static_assert(sizeof(KxHolterGroup) == 32 && MisplacedIn(static_cast<KxHolterGroup*>(nullptr)) == -1);
+static_assert(sizeof(KxHolterGroup) == 32 && MisplacedIn(static_cast<KxHolterGroup*>(nullptr)) == 0);
 
 consteval int MisplacedIn(const KxSpirometry*) {
     using R = KxSpirometry;
     return FirstMisplaced(AT(mark, 4), AT(predictedSet, 8), AT(values, 16), AT(reserved352, 352));
 }
-static_assert(sizeof(KxSpirometry) == 424 && MisplacedIn(static_cast<KxSpirometry*>(nullptr)) == -1);
+static_assert(sizeof(KxSpirometry) == 424 && MisplacedIn(static_cast<KxSpirometry*>(nullptr)) == 0);
 
 static_assert(sizeof(KxSeriesPoint) == 8 && sizeof(KxRawBlock) == 6264 && sizeof(KxRect) == 16);
 
@@ -155,7 +156,7 @@ consteval int MisplacedIn(const KxEpisodeRecord*) {
                           AT(measurements, 260), AT(interpretation, 2132));
 }
 static_assert(sizeof(KxEpisodeRecord) == KX_EPISODE_FIXED_SIZE &&
-              MisplacedIn(static_cast<KxEpisodeRecord*>(nullptr)) == -1);
+              MisplacedIn(static_cast<KxEpisodeRecord*>(nullptr)) == 0);
 
 consteval int MisplacedIn(const KxTestRecord*) {
     using R = KxTestRecord;
@@ -187,39 +188,38 @@ consteval int MisplacedIn(const KxTestRecord*) {
         AT(spirometry, 13924), AT(history, 13928));
 }
 static_assert(sizeof(KxTestRecord) == KX_TEST_RECORD_SIZE &&
-              MisplacedIn(static_cast<KxTestRecord*>(nullptr)) == -1);
+              MisplacedIn(static_cast<KxTestRecord*>(nullptr)) == 0);
 
 consteval int MisplacedIn(const KxAnnotationStore*) {
     using R = KxAnnotationStore;
     return FirstMisplaced(AT(capacity, 0), AT(count, 4), AT(entries, 8), AT(modified, 12), AT(sampleRate, 16),
                           AT(resolutionNv, 20), AT(leadBeats, 24));
 }
-static_assert(sizeof(KxAnnotationStore) == 104 &&
-              MisplacedIn(static_cast<KxAnnotationStore*>(nullptr)) == -1);
+static_assert(sizeof(KxAnnotationStore) == 104 && MisplacedIn(static_cast<KxAnnotationStore*>(nullptr)) == 0);
 
 consteval int MisplacedIn(const KxValueSeries*) {
     using R = KxValueSeries;
     return FirstMisplaced(AT(mark, 4), AT(count, 8), AT(points, 12));
 }
-static_assert(sizeof(KxValueSeries) == 16 && MisplacedIn(static_cast<KxValueSeries*>(nullptr)) == -1);
+static_assert(sizeof(KxValueSeries) == 16 && MisplacedIn(static_cast<KxValueSeries*>(nullptr)) == 0);
 
 consteval int MisplacedIn(const KxHistory*) {
     using R = KxHistory;
     return FirstMisplaced(AT(entries, 4));
 }
-static_assert(sizeof(KxHistory) == 8 && MisplacedIn(static_cast<KxHistory*>(nullptr)) == -1);
+static_assert(sizeof(KxHistory) == 8 && MisplacedIn(static_cast<KxHistory*>(nullptr)) == 0);
 
 consteval int MisplacedIn(const KxLeadSlot*) {
     using R = KxLeadSlot;
     return FirstMisplaced(AT(sampleOffset, 4));
 }
-static_assert(sizeof(KxLeadSlot) == 8 && MisplacedIn(static_cast<KxLeadSlot*>(nullptr)) == -1);
+static_assert(sizeof(KxLeadSlot) == 8 && MisplacedIn(static_cast<KxLeadSlot*>(nullptr)) == 0);
 
 consteval int MisplacedIn(const KxHostWindow*) {
     using R = KxHostWindow;
     return FirstMisplaced(AT(handle, 4));
 }
-static_assert(sizeof(KxHostWindow) == 8 && MisplacedIn(static_cast<KxHostWindow*>(nullptr)) == -1);
+static_assert(sizeof(KxHostWindow) == 8 && MisplacedIn(static_cast<KxHostWindow*>(nullptr)) == 0);
 
 #endif
 

@@ -49,6 +49,7 @@ TEST(CommandLine, SaysWhatItDoesNotUnderstand) {
         {"--shot f.png a p --size 63x64", "not a size between 64x64 and 4096x4096: 63x64"},
         {"--measure a --units-per-mv 0", "not a whole number of units per mV: 0"},
         {"--fields a 1-2-3", "not a list of field codes like 1,2,48-59: 1-2-3"},
+        {"--fields a x-3", "not a list of field codes like 1,2,48-59: x-3"},
         {"--fields a 3-1", "not a list of field codes like 1,2,48-59: 3-1"},
         {"--print x.pdf a V5", "a .pdf file holds the whole tracing, not one lead: V5"},
     };

@@ -95,6 +95,7 @@ TEST(Scrolling, FollowsEveryRequestWithinItsRange) {
     const auto across = [](std::int32_t value, Request request, std::int32_t thumb = 0) {
         return Scrolled(value, request, thumb, 1999, kHorizontalSteps);
     };
+    EXPECT_EQ(across(50, Request::kEnd), 50);
     EXPECT_TRUE(across(50, Request::kLineBack) == 49 && across(50, Request::kLineForward) == 51 && across(85, Request::kPageForward) == 95);
     EXPECT_TRUE(across(5, Request::kPageBack) == 0 && across(50, Request::kLast) == 100 && across(50, Request::kThumbTrack, 500) == 25);
     EXPECT_EQ(Scrolled(0, Request::kThumbTrack, 500, 1999, kVerticalSteps), -1250);

@@ -138,6 +138,8 @@ std::int32_t Scrolled(std::int32_t value, ScrollRequest request, std::int32_t th
                       const ScrollSteps& steps) {
     std::int64_t wanted = value;
     switch (request) {
+        case ScrollRequest::kEnd:
+            break;
         case ScrollRequest::kLineBack:
             wanted -= steps.line;
             break;
@@ -161,9 +163,6 @@ std::int32_t Scrolled(std::int32_t value, ScrollRequest request, std::int32_t th
             break;
         case ScrollRequest::kLast:
             wanted = steps.highest;
-            break;
-        case ScrollRequest::kEnd:
-            break;
     }
     return static_cast<std::int32_t>(std::clamp<std::int64_t>(wanted, steps.lowest, steps.highest));
 }

@@ -32,16 +32,12 @@ std::vector<Stretch> StretchesOf(const SampleRange& range, const std::vector<Sam
 // The value at `at` samples from the start of a stretch of means, each of which stands for the middle of its
 // samples.
 float BetweenMeans(const float* means, std::size_t count, std::size_t at, unsigned factor) {
-    const double place = (static_cast<double>(at) - (factor - 1) / 2.0) / factor;
-    if (place <= 0) {
-        return means[0];
-    }
+    const double place = std::clamp((static_cast<double>(at) - (factor - 1) / 2.0) / factor, 0.0,
+                                    static_cast<double>(count - 1));
     const auto before = static_cast<std::size_t>(place);
-    if (before + 1 >= count) {
-        return means[count - 1];
-    }
+    const double behind{means[std::min(before + 1, count - 1)]};
     const double part = place - static_cast<double>(before);
-    return static_cast<float>(means[before] + (double{means[before + 1]} - means[before]) * part);
+    return static_cast<float>(means[before] + (behind - means[before]) * part);
 }
 
 }  // namespace

@@ -233,24 +233,17 @@ WfdbSignal ParseSignalLine(std::string_view line) {
     }
     TakeFormat(fields[kFormat], signal);
     const bool hasBaseline = fields.size() > kGain && TakeGain(fields[kGain], signal);
-    if (fields.size() > kResolution) {
-        Integer(fields[kResolution], "resolution");
+    const auto number = [&fields](std::size_t field, const char* what) {
+        return field < fields.size() ? std::optional(Integer(fields[field], what)) : std::nullopt;
+    };
+    number(kResolution, "resolution");
+    const auto zero = number(kZero, "zero of the converter");
+    if (zero && !hasBaseline) {
+        signal.baseline = *zero;
     }
-    if (fields.size() > kZero) {
-        const std::int32_t zero = Integer(fields[kZero], "zero of the converter");
-        if (!hasBaseline) {
-            signal.baseline = zero;
-        }
-    }
-    if (fields.size() > kInitial) {
-        signal.initialValue = Integer(fields[kInitial], "first sample");
-    }
-    if (fields.size() > kChecksum) {
-        signal.checksum = Integer(fields[kChecksum], "checksum");
-    }
-    if (fields.size() > kBlock) {
-        Integer(fields[kBlock], "block size");
-    }
+    signal.initialValue = number(kInitial, "first sample");
+    signal.checksum = number(kChecksum, "checksum");
+    number(kBlock, "block size");
     if (fields.size() > kDescription) {
         // The rest of the line, blanks within it included.
         const auto start = static_cast<std::size_t>(fields[kDescription].data() - line.data());

@@ -190,6 +190,8 @@ TEST(AnnotationStore, GrowsByTenWhenFullAndTheTwelveLeadFormWithoutItsBeats) {
     twelve.SetLabel(3, 5, true);
     EXPECT_TRUE(twelve.Value(11, 1, &LeadBeat::value8) == 7 && twelve.Value(11, 2, &LeadBeat::value8) == 0) << "absent";
     EXPECT_EQ(5, twelve.LabelInLead(3, 11));
+    store.SetLabel(2, 5, true);
+    EXPECT_EQ(store.Value(18, 2, &LeadBeat::leadValue), 1);
 }
 
 TEST(AnnotationStore, MarksSegmentsAndExtendsTheOpenOne) {

@@ -1,9 +1,16 @@
 // The archive loses no save that returned and shows none by halves, whatever happens to the program or the files.
 #include "suite/kxdb/archive/archive.h"
 
+#include <sqlite3.h>
+
 #include <map>
 #include <random>
 
+#include "lib/dbclient/test_block.h"
+#include "lib/dbclient/test_record.h"
+#include "lib/timestmp.h"
+#include "suite/kxdb/archive/listing.h"
+#include "suite/kxdb/archive_service.h"
 #include "tests/rig/recorded_reports.h"
 
 #ifndef _WIN32
@@ -206,6 +213,92 @@ TEST_F(ArchiveTest, AnArchiveOfANewerVersionIsLeftAlone) {
     }
     EXPECT_THROW(Open(), ArchiveTooNew);
     EXPECT_EQ(Database(File()).Number("PRAGMA user_version"), 99);
+}
+
+// As the module's exports use it: the file and the staff that it begins with.
+ArchiveService::Settings settings;
+
+TEST_F(ArchiveTest, TheServiceTakesGivesAndRefusesTests) {
+    settings = {folder_ / "new" / "archive.kxdb", {{{{}, "Bassi", "Elena", "G."}}, {{{}, "Forti", "", "", "Cardiologo"}}}};
+    ArchiveService service([](Reporter&) { return settings; }, log_);
+    TestRecord record;
+    record.SetPatientName("Anna", "Maria", "Rossi");
+    record.acquisitionTime = DateTime(2024, 2, 29, 13, 5, 59);
+    std::vector<std::uint8_t> block = WriteTestBlock(record), back(block.size());
+    ArchivedTest test{};
+    test.size = sizeof test, test.block = block.data(), test.blockSize = static_cast<std::uint32_t>(block.size());
+    std::strcpy(test.source, "a.hea");
+    std::strcpy(test.savedBy, "Bassi");
+    const DateTime before = DateTime();
+    ASSERT_EQ(service.Add(&test), kArchiveDone);
+    KxDateTime savedAt;
+    std::memcpy(&savedAt, test.savedAt, sizeof savedAt);
+    EXPECT_LT(std::abs(DateTime(savedAt).MillisecondsSince(before)), 60'000);
+    KxTestListEntry entry{};
+    EXPECT_TRUE(service.List(nullptr, kArchiveById, 0, nullptr, 0) == 1 && service.List(nullptr, kArchiveById, 0, &entry, 1) == 1);
+    EXPECT_STREQ(entry.sortName, "Rossi, Anna Maria");
+
+    ArchivedTest fetched{};
+    fetched.size = sizeof fetched, fetched.id = test.id, fetched.block = back.data(), fetched.blockCapacity = test.blockSize - 1;
+    EXPECT_EQ(service.Fetch(&fetched), kArchiveTooLarge);
+    fetched.blockCapacity = fetched.blockSize;
+    ASSERT_EQ(service.Fetch(&fetched), kArchiveDone);
+    EXPECT_TRUE(back == block && fetched.revision == 1);
+    EXPECT_EQ(std::string(fetched.source) + fetched.savedBy, "a.heaBassi");
+    ASSERT_EQ(service.Update(&fetched), kArchiveDone);
+    EXPECT_TRUE(service.Update(&test) == kArchiveChanged && test.revision == 2) << "what was fetched before";
+    block.back() ^= 1;
+    EXPECT_EQ(service.Update(&test), kArchiveNotDone);
+    EXPECT_STREQ(test.problem, "il blocco dell'esame non \xE8 intero");
+    EXPECT_TRUE(service.Delete(&fetched) == kArchiveDone && service.Fetch(&fetched) == kArchiveAbsent);
+    test.size = sizeof test - 1;
+    EXPECT_TRUE(service.Add(&test) == kArchiveNotDone && service.Add(nullptr) == kArchiveNotDone);
+
+    TechnicianRecord people[3]{};
+    std::strcpy(people[0].lastName, "Nuova");
+    EXPECT_EQ(service.SaveTechnician(&people[0], true, false), 1u);
+    EXPECT_TRUE(service.ListTechnicians(0, people, 3) == 2 && service.ListTechnicians(1, people, 3) == 1);
+    EXPECT_EQ(service.ListTechnicians(0, people, 3), 2u);
+    EXPECT_EQ(std::string(people[0].lastName) + people[1].lastName, "BassiNuova");
+    EXPECT_TRUE(service.SaveTechnician(&people[0], false, true) == 1 && service.ListTechnicians(0, people, 3) == 1);
+    PhysicianRecord physician{};
+    EXPECT_TRUE(service.ListPhysicians(0, &physician, 1) == 1 && service.ListPhysicians(0, &physician, 0) == 0);
+    EXPECT_STREQ(physician.title, "Cardiologo");
+    EXPECT_TRUE(log_.Take().empty());
+
+    service.Close();
+    settings.file = folder_ / "new";  // is a folder
+    EXPECT_FALSE(service.Opens());
+    EXPECT_EQ(log_.Take().size(), 1u);
+}
+
+TEST(ArchivedTimes, ComeBackFromTheirNumbersInTheirOrder) {
+    std::int64_t last = 0;
+    for (DateTime time(2023, 12, 31, 22, 58, 57); time.Year() < 2025; time.AddMilliseconds(7'654'321'000)) {
+        const std::int64_t number = db::NumberOf(time);
+        EXPECT_TRUE(number > last && DateTime(db::TimeOf(number)).MillisecondsSince(time) == 0) << number;
+        last = number;
+    }
+    EXPECT_EQ(db::NumberOf(DateTime::None()), 0);
+}
+
+TEST(SqliteError, SaysWhatTheUserCanDo) {
+    const std::pair<int, const char*> rows[] = {
+        {SQLITE_BUSY_SNAPSHOT, "busy"}, {SQLITE_LOCKED, "busy"},       {SQLITE_FULL, "full"},   {SQLITE_CORRUPT_INDEX, "damage"},
+        {SQLITE_NOTADB, "damage"},      {SQLITE_IOERR_DATA, "damage"}, {SQLITE_IOERR_READ, ""}, {SQLITE_IOERR_SHORT_READ, "damage"},
+        {SQLITE_CANTOPEN, ""}};
+    for (const auto& [code, expected] : rows) {
+        const SqliteError error(code, "text");
+        EXPECT_EQ(std::string(error.IsBusy() ? "busy" : "") + (error.IsFull() ? "full" : "") + (error.IsDamage() ? "damage" : ""), expected)
+            << code;
+    }
+    Database database(":memory:");
+    try {
+        database.Execute("nonsense");
+        FAIL();
+    } catch (const SqliteError& error) {
+        EXPECT_STREQ(error.what(), "near \"nonsense\": syntax error");
+    }
 }
 
 #ifndef _WIN32

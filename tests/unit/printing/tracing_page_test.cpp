@@ -1,6 +1,7 @@
 // The page of the whole tracing as a PDF file: it is a file that holds together, at its true size.
 #include "host/printing/tracing_page.h"
 
+#include <map>
 #include <sstream>
 
 #include "host/printing/pdf_canvas.h"
@@ -77,6 +78,36 @@ TEST(TracingPage, IsAtItsTrueSizeAndOnTheSheet) {
     }
 }
 
+struct Stroke {
+    double pen;                     // its width, points
+    std::vector<PagePoint> points;  // mm from the upper left corner of the sheet
+};
+
+// The lines of the page in a file that are stroked.
+std::vector<Stroke> StrokesIn(const std::string& file, double sheetHeightMm) {
+    std::vector<Stroke> strokes, path;
+    std::vector<double> numbers;
+    double pen = 0;
+    std::istringstream words(file);
+    for (std::string word; words >> word && word != "endstream";) {
+        char* end = nullptr;
+        const double number = std::strtod(word.c_str(), &end);
+        if (*end == '\0') {
+            numbers.push_back(number);
+        } else if (word == "w") {
+            pen = numbers.back();
+        } else if (word == "m" || word == "l") {
+            path.resize(path.size() + (word == "m" ? 1 : 0), {pen, {}});
+            const double x = *(numbers.end() - 2), y = numbers.back();
+            path.back().points.push_back({x * 25.4 / 72, sheetHeightMm - y * 25.4 / 72});
+        } else if (word == "S") {
+            strokes.insert(strokes.end(), path.begin(), path.end());
+            path.clear();
+        }
+    }
+    return strokes;
+}
+
 TEST(PdfCanvas, WritesAFileThatHoldsTogether) {
     PdfCanvas canvas(kTracingSheetWidthMm, kTracingSheetHeightMm);
     DrawTracingPage(canvas, Wave(10).page);
@@ -96,13 +127,49 @@ TEST(PdfCanvas, WritesAFileThatHoldsTogether) {
     }
     const std::size_t stream = file.find("stream\n") + 7;
     EXPECT_NE(file.find("/Length " + std::to_string(file.find("endstream") - stream) + " "), file.npos);
-    // The first stroke of the paper is a line down its left edge.
-    std::istringstream first(file.substr(file.find("w\n", stream) + 2));
-    double x = 0, top = 0, bottom = 0;
-    std::string move;
-    first >> x >> top >> move >> x >> bottom;
-    EXPECT_NEAR(x, kTracingPaper.left * 72 / 25.4, 0.006);
-    EXPECT_NEAR(top - bottom, kTracingPaper.height * 72 / 25.4, 0.011);
+    EXPECT_NE(file.find("/Size 8 /Root 1 0 R /Info 7 0 R"), file.npos);
+    // Behind the lines of the paper come those that the page draws.
+    Drawing drawn;
+    DrawTracingPage(drawn, Wave(10).page);
+    std::vector<Stroke> strokes = StrokesIn(file, kTracingSheetHeightMm);
+    ASSERT_GT(strokes.size(), drawn.lines.size());
+    strokes.erase(strokes.begin(), strokes.end() - std::ssize(drawn.lines));
+    for (std::size_t i = 0; i < strokes.size(); ++i) {
+        EXPECT_TRUE(std::ranges::equal(strokes[i].points, drawn.lines[i], [](const PagePoint& a, const PagePoint& b) {
+            return std::abs(a.x - b.x) < 0.01 && std::abs(a.y - b.y) < 0.01;
+        })) << i;
+    }
+}
+
+TEST(PdfCanvas, DrawsThePaperEveryMillimetreAndEveryFifthStronger) {
+    PdfCanvas canvas(100, 80);
+    canvas.MillimetrePaper({10, 20, 12, 6});
+    std::map<double, std::vector<std::string>> lines;  // by the width of the pen
+    for (const Stroke& stroke : StrokesIn(canvas.File(L""), 80)) {
+        std::ostringstream text;
+        for (const PagePoint& point : stroke.points) {
+            text << std::lround(point.x) << ',' << std::lround(point.y) << ' ';
+        }
+        lines[stroke.pen].push_back(text.str());
+    }
+    ASSERT_EQ(lines.size(), 2u);
+    const auto &all = lines.begin()->second, &fifth = lines.rbegin()->second;
+    EXPECT_EQ(fifth, (std::vector<std::string>{"10,20 10,26 ", "15,20 15,26 ", "20,20 20,26 ", "10,20 22,20 ", "10,25 22,25 "}));
+    ASSERT_EQ(all.size(), 13u + 7u);
+    EXPECT_EQ(all[1] + all[12] + all[13] + all[19], "11,20 11,26 22,20 22,26 10,20 22,20 10,26 22,26 ");
+}
+
+TEST(PageCanvas, WrapsByTheWidthsOfHelvetica) {
+    // In thousandths, each letter times its place, so that two exchanged ones are seen.
+    double sum = 0;
+    for (int letter = ' '; letter <= 0x100; ++letter) {
+        sum += letter * std::round(TextWidthMm({72, false}, std::wstring(1, static_cast<wchar_t>(letter))) / 25.4 * 1000);
+    }
+    EXPECT_EQ(std::lround(sum), 18140459);
+    const PageFont font{10, false};
+    EXPECT_NEAR(TextWidthMm({10, true}, L"12"), TextWidthMm(font, L"12") * 1.1, 1e-9);
+    EXPECT_EQ(WrapText(font, L"iiii iiii\niiiiii\n\n  i", TextWidthMm(font, L"iiii") + 1e-9),
+              (std::vector<std::wstring>{L"iiii", L"iiii", L"iiii", L"ii", L"", L"  i"}));
 }
 
 }  // namespace

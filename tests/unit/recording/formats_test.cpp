@@ -3,11 +3,13 @@
 #include <sstream>
 
 #include "host/recording/aecg/aecg_writer.h"
+#include "host/recording/calendar_text.h"
 #include "host/recording/ecg_block.h"
 #include "host/recording/lead_names.h"
 #include "host/recording/median_beat.h"
 #include "host/recording/open_recording.h"
 #include "host/recording/test_builder.h"
+#include "host/recording/voltage_units.h"
 #include "lib/dbclient/test_record.h"
 #include "lib/timestmp.h"
 #include "tests/unit/recording/replaced.h"
@@ -119,7 +121,29 @@ TEST(Formats, AecgIsWrittenWithWhatWasFoundAndReadBackEqual) {
     ExpectEqual(original, BytesOf(Replaced(text, "0.002\" unit=\"s\"", "2\" unit=\"ms\"")), "ms");
 }
 
+// Two bytes a letter, with the mark of UTF-16 or without.
+Octets Utf16(const std::string& text, bool bigEndian, bool marked) {
+    Octets bytes;
+    for (const char letter : (marked ? "\xFF" : "") + text) {
+        const std::uint8_t first = letter == '\xFF' ? 0xFE : 0, second = static_cast<std::uint8_t>(letter);
+        bytes.insert(bytes.end(), {bigEndian ? first : second, bigEndian ? second : first});
+    }
+    return bytes;
+}
+
+// Of the group that describes waveforms.
+std::string Element(int number, const char* type, const std::string& value) {
+    const std::string tag{'\x3A', '\0', static_cast<char>(number & 0xFF), static_cast<char>(number >> 8)};
+    return tag + type + std::string{static_cast<char>(value.size()), '\0'} + value;
+}
+
+Octets DicomWith(const std::string& from, const std::string& to) {
+    const Octets file = FileOf("short_undefined_lengths.dcm");
+    return BytesOf(Replaced({file.begin(), file.end()}, from, to));
+}
+
 TEST(Formats, WhatIsNoRecordingSaysWhyInOneLine) {
+    const std::string correction = Element(0x212, "DS", "1.000000"), count("\x3C\0\0\0", 4);
     const Recording original = MakeLawfulRecording(kSamples);
     const std::string text = AecgOf(original);
     const struct {
@@ -135,6 +159,15 @@ TEST(Formats, WhatIsNoRecordingSaysWhyInOneLine) {
                 {FileOf("II_alone.scp"), "the leads I, III, aVR, aVL, aVF, V1, V2, V3, V4, V5, V6 are missing (it holds II)"},
                 {FileOf("I_II_alone.scp"), "the leads V1, V2, V3, V4, V5, V6 are missing (it holds I, II)"},
                 {FileOf("twins.scp"), ""},
+                {Utf16("<RestingECG/>", false, false), "another kind ('RestingECG')"},
+                {Utf16("<RestingECG/>", true, false), "another kind ('RestingECG')"},
+                {Utf16("<RestingECG/>", false, true), "another kind ('RestingECG')"},
+                {Utf16("<RestingECG/>", true, true), "another kind ('RestingECG')"},
+                {DicomWith(correction, Element(0x214, "DS", "0.000998")), ""},
+                {DicomWith(correction, Element(0x214, "DS", "0.001000")), "lead I was not sampled at the same time as the others"},
+                {DicomWith(correction, Element(0x215, "DS", "-0.49999")), ""},
+                {DicomWith(correction, Element(0x215, "DS", "-0.50000")), "lead I was not sampled at the same time as the others"},
+                {DicomWith(Element(0x10, "UL", count), Element(0x10, "UL", "\x3D" + count.substr(1))), "holds 60 of the 61 samples"},
                 {FileOf("millimetres_of_mercury.dcm"), "lead I is in 'mm[Hg]', which is no voltage"},
                 {FileOf("no_leads.dcm"), "none of the twelve leads"}};
     for (const auto& row : rows) {
@@ -163,6 +196,55 @@ TEST(Formats, DamagedFilesOpenNothingElse) {
         Octets changed = scp;
         changed[at] = static_cast<std::uint8_t>(changed[at] ^ 1u << at % 8);
         expectSame(changed, at);
+    }
+}
+
+TEST(CalendarText, IsReadAtItsLimitsAndRefusedBeyond) {
+    const std::pair<const char*, const char*> rows[] = {{"18010101", "1801-1-1 0:0:0.0"},
+                                                        {"99991231235959", "9999-12-31 23:59:59.0"},
+                                                        {"20240229", "2024-2-29 0:0:0.0"},
+                                                        {"20000229", "2000-2-29 0:0:0.0"},
+                                                        {"20240430 ", "2024-4-30 0:0:0.0"},
+                                                        {"202405100709", "2024-5-10 7:9:0.0"},
+                                                        {"20240510235960.99Z", "2024-5-10 23:59:59.0"},
+                                                        {"2024051023595958.5", ""},
+                                                        {"20240510000001.259+0100", "2024-5-10 0:0:1.25"},
+                                                        {"20240510000001.29-0100", "2024-5-10 0:0:1.29"},
+                                                        {"18001231", ""},
+                                                        {"20230229", ""},
+                                                        {"19000229", ""},
+                                                        {"20240431", ""},
+                                                        {"20241301", ""},
+                                                        {"20240001", ""},
+                                                        {"20240100", ""},
+                                                        {"2024051024", ""},
+                                                        {"202405102360", ""},
+                                                        {"20240510235961", ""},
+                                                        {"20240510235959.x", ""},
+                                                        {"202405102", ""},
+                                                        {"2024", ""},
+                                                        {"2o240510", ""}};
+    for (const auto& [text, expected] : rows) {
+        KxDateTime t{};
+        std::ostringstream read;
+        if (TakeDateTime(text, t)) {
+            read << t.year << '-' << int{t.month} << '-' << int{t.day} << ' ' << int{t.hour} << ':' << int{t.minute} << ':' << int{t.second}
+                 << '.' << int{t.hundredths};
+        }
+        EXPECT_EQ(read.str(), expected) << text;
+        EXPECT_EQ(t.year != 0, *expected != '\0') << text << ": nothing is changed by what is no date";
+    }
+    EXPECT_EQ(MillisecondsOfDay("20240510101112.123456+0100"), ((10 * 60 + 11) * 60 + 12.123456) * 1000);
+    EXPECT_EQ(MillisecondsOfDay("20240510") + MillisecondsOfDay("2024051"), 0);
+    for (const auto& [units, microvolts] : {std::pair{"uV|\xC2\xB5V|\xCE\xBCV|\xB5V| microvolt", 1.0},
+                                            {"mV|millivolt", 1e3},
+                                            {"V", 1e6},
+                                            {"nv", 1e-3},
+                                            {"kV|mm[Hg]|", 0.0}}) {
+        std::istringstream names(units);
+        for (std::string unit; std::getline(names, unit, '|');) {
+            EXPECT_EQ(MicrovoltsOfUnit(unit).value_or(0), microvolts) << unit;
+        }
     }
 }
 

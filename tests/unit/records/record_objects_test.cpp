@@ -55,6 +55,11 @@ TEST(TestRecord, KeepsSeriesByCode) {
         EXPECT_TRUE(!test.SetSeries(code, std::make_unique<ValueSeries>()) && test.Series(code) == nullptr) << code;
     }
     EXPECT_TRUE(test.SetSeries(24, std::make_unique<ValueSeries>()));
+    const std::vector<KxSeriesPoint> points(KX_SERIES_POINTS + 1);
+    for (const auto& [given, taken] : {std::pair{0u, 0u}, {1u, 1u}, {KX_SERIES_POINTS, KX_SERIES_POINTS}, {KX_SERIES_POINTS + 1, 0u}}) {
+        const ValueSeries series(std::span<const KxSeriesPoint>(points).first(given));
+        EXPECT_TRUE(series.count == taken && (series.points != nullptr) == (taken != 0)) << given;
+    }
 }
 
 TEST(History, TakesSixteenEntriesAndTellsTheLastChangeOnce) {

@@ -1,5 +1,6 @@
 // What each statement needs: on the limit it is made, just short of it, it is not.
 #include <map>
+#include <sstream>
 
 #include "suite/kxinterp/rules.h"
 #include "tests/unit/suite/ecg_cases.h"
@@ -150,6 +151,94 @@ TEST(InterpreterRules, TellTheRhythm) {
     const auto two = Beats("NN", {800});
     EXPECT_EQ(std::set<int>{30002}, CodesOf(unmeasured, &two));
     EXPECT_EQ(std::set<int>{30003}, CodesOf(unmeasured, nullptr));
+}
+
+// "N500 V1200 p340 i450": beats by kind, P waves and impulses at their times.
+interp::Annotated AnnotatedAs(const std::string& text) {
+    interp::Annotated annotated;
+    std::istringstream words(text);
+    for (std::string word; words >> word;) {
+        const auto ms = static_cast<std::uint32_t>(std::stoul(word.substr(1)));
+        const std::size_t kind = std::string_view("NSVPu").find(word[0]);
+        if (kind != std::string_view::npos) {
+            annotated.beats.push_back({ms, static_cast<interp::BeatKind>(kind)});
+        } else {
+            (word[0] == 'p' ? annotated.waves : annotated.impulses).push_back(ms);
+        }
+    }
+    return annotated;
+}
+
+TEST(RhythmFigures, AreCountedAtTheirLimits) {
+    // What is annotated, and its interval (! regular), beats with a wave near enough and at the same distance, blocked waves and
+    // the longest run of them (+ with lengthening), beats that an impulse of the ventricles, of the atria, of both made.
+    const std::pair<const char*, const char*> rows[] = {{"p100 p900 p1700", "0 0/0 0:0 0,0,0"},
+                                                        {"p100 p900 p1700 p2500", "800! 0/0 0:0 0,0,0"},
+                                                        {"N1000 p500 N1600 p1099 N2200 p2140 N2800 p2741", "599 2/1 0:0 0,0,0"},
+                                                        {"N1000 p940 N1800 p1700 N2600 p2460 N3400 p3259", "760! 4/3 0:0 0,0,0"},
+                                                        {"N1000 p840 N1800 p1640 p2440 N3400 p3240", "800! 3/3 1:1 0,0,0"},
+                                                        {"N1000 p840 N1800 p1640 p2440 p3240 N4200 p4040", "800! 3/3 2:2 0,0,0"},
+                                                        {"N1000 p840 N1800 p1640 p2440 V2600 N3400 p3240", "800! 3/3 0:0 0,0,0"},
+                                                        {"N1000 p840 N1840 p1640 p2440 N3400 p3240", "800! 3/3 1:1+ 0,0,0"},
+                                                        {"N1000 p840 N1839 p1640 p2440 N3400 p3240", "800! 3/3 1:1 0,0,0"},
+                                                        {"P1000 i870 P1800 i1669 P2600 i2250 P3400 i3049", "0 0/0 0:0 1,2,0"},
+                                                        {"P1000 i700 i950 P1800 i1800 P1900", "0 0/0 0:0 2,1,1"}};
+    for (const auto& [text, expected] : rows) {
+        const interp::AtrialFigures atria = AtrialFiguresOf(AnnotatedAs(text));
+        const interp::PacingFigures pacing = PacingFiguresOf(AnnotatedAs(text));
+        std::ostringstream figures;
+        figures << atria.intervalMs << (atria.regular ? "! " : " ") << atria.distances << '/' << atria.led << ' ' << atria.blocked << ':'
+                << atria.longestRun << (atria.lengthening ? "+ " : " ") << pacing.ventricular << ',' << pacing.atrial << ',' << pacing.both;
+        EXPECT_EQ(figures.str(), expected) << text;
+    }
+    // Of one beat of each label.
+    const std::pair<std::vector<std::uint8_t>, std::array<std::uint32_t, 4>> kinds[] = {
+        {{1, 2, 3, 10, 11}, {5, 0, 0, 0}}, {{4, 7, 8, 9}, {4, 0, 0, 4}}, {{5, 6}, {2, 0, 2, 0}}, {{12}, {1, 1, 0, 0}}, {{13, 24}, {}}};
+    for (const auto& [labels, expected] : kinds) {
+        AnnotationStore store(9, true);
+        for (const std::uint8_t label : labels) {
+            store.Append(label, 800u * store.Count());
+        }
+        const interp::Annotated annotated = interp::ReadAnnotations(reinterpret_cast<const KxAnnotationStore*>(&store));
+        const interp::BeatFigures figures = interp::BeatFiguresOf(annotated.beats);
+        EXPECT_EQ((std::array{figures.beats, figures.paced, figures.ventricular, figures.supraventricular}), expected) << int{labels[0]};
+    }
+}
+
+// The statements with numbers: "code:number,number ".
+std::string NumbersOf(const char* kinds, const std::vector<std::uint32_t>& intervals, const std::string& changes) {
+    const auto beats = Beats(kinds, intervals);
+    const KxMeasurementSet set = EcgWith(changes);
+    const interp::Ecg ecg(set, reinterpret_cast<const KxAnnotationStore*>(&beats));
+    std::string text;
+    for (const interp::Rule& rule : interp::Rules()) {
+        if (rule.values != nullptr && rule.applies(ecg)) {
+            const interp::Values values = rule.values(ecg);
+            text += std::to_string(rule.code) + ":" + std::to_string(values.numbers[0]) +
+                    (values.count > 1 ? "," + std::to_string(values.numbers[1]) : "") + " ";
+        }
+    }
+    return text;
+}
+
+TEST(InterpreterRules, GiveTheNumbersOfTheirStatements) {
+    const std::tuple<const char*, std::vector<std::uint32_t>, std::string, const char*> rows[] = {
+        {"NNNNNNNN", {597}, "pr=214 axis=-40 V1=0,200,2250", "30005:100 30042:214 30026:-40 30073:3,6 "},
+        {"NNNNNNNN", {1009}, "pr=119 axis=100", "30006:60 30047:119 30027:100 "},
+        {"NNNNNNNN", {1300}, "axis=-100 qtc=471", "30006:50 30028:-100 "},
+        {"NNNNNNNN", {594}, "p=0 qtc=339", "30012:100 "},
+        {"NNNNNNNN", {350}, "p=0 all.end=520", "30013:100 30059:90 "},
+        {"NNNNNNNN", {400, 600, 350, 500, 650, 420}, "p=0", "30009:100 "},
+        {"NNNNNNNN", {1100, 1600, 1250, 1900, 1000}, "p=0", "30010:50 "},
+        {"NNNNNNNN", {800, 800, 800, 2001}, kRight + "520", "30041:2,0 30053:90 "},
+        {"NSNNSNNSNN", {800}, kLeft + "520", "30018:6 30055:90 "},
+        {"NVNNVNNVNN", {800}, kLeft + "510", "30020:6 30057:90 "},
+        {"NNNNNNNN", {800}, "aVL=0,801,0 V3=0,900,2049", "30074:2,9 "},
+        {"NNNNNNNN", {800}, "V2+V3.st=249 III+aVF.st=150 I+aVL.st=150", "30190:0,2 30191:0,2 30193:0,2 "},
+        {"NNNNNNNN", {800}, "V5+V6.st=-50", "30195:0,1 "}};
+    for (const auto& [kinds, intervals, changes, numbers] : rows) {
+        EXPECT_EQ(NumbersOf(kinds, intervals, changes), numbers) << changes;
+    }
 }
 
 TEST(InterpreterRules, NameStatementsThatExistAndTakeTheirNumbers) {
