@@ -1,6 +1,5 @@
-// What drawing needs without a device: picture files and the transform from logical units.
+// Picture files.
 #include "lib/bmp_format.h"
-#include "lib/windows/drawing_transform.h"
 
 namespace kx::test {
 namespace {
@@ -56,15 +55,7 @@ TEST(BmpFormat, AFaultIsNamedByTheFirstThingThatIsWrong) {
     }
 }
 
-TEST(BmpFormat, TheHeadIsThatOfATwoColourPictureAndItsRowsAreTurnedOverAndFillWords) {
-    constexpr char kHead[] =
-        "BM\x52\0\0\0\0\0\0\0\x3E\0\0\0"                                 // file: size, reserved, pixel offset
-        "\x28\0\0\0\x11\0\0\0\5\0\0\0\1\0\1\0\0\0\0\0\x14\0\0\0"         // info: size, width, height, planes, bits, no compression, size
-        "\x12\x0B\0\0\x12\x0B\0\0\2\0\0\0\2\0\0\0\0\0\0\0\xFF\xFF\xFF";  // resolution, colours
-    BmpHead head;
-    MakeBmpHead(17, 5, 1, 4, head);
-    ASSERT_EQ(sizeof kHead, head.size());
-    EXPECT_EQ(std::memcmp(kHead, head.data(), sizeof kHead), 0);
+TEST(BmpFormat, ItsRowsAreTurnedOverAndFillWords) {
     const struct {
         std::uint32_t width, height;
         std::vector<int> expected;
@@ -76,20 +67,6 @@ TEST(BmpFormat, TheHeadIsThatOfATwoColourPictureAndItsRowsAreTurnedOverAndFillWo
         const auto turned = MonochromeRows(picture);
         EXPECT_TRUE(std::ranges::equal(turned, row.expected, {}, [](std::byte b) { return std::to_integer<int>(b); })) << row.width;
     }
-}
-
-TEST(DrawingTransform, MapsAPointByItsOriginsAndItsScale) {
-    const auto expectAt = [](const DrawingTransform& transform, std::int32_t x, std::int32_t y, std::int32_t deviceX,
-                             std::int32_t deviceY) {
-        EXPECT_TRUE(transform.DeviceX(x) == deviceX && transform.DeviceY(y) == deviceY) << deviceX << ' ' << deviceY;
-    };
-    expectAt({10, 3, -20, 2000, 2, 6, 1, 1}, 14, 9, 15, 2029);                              // the origins, then the scale
-    expectAt({0, 0, 0, 0, 2, 1, 2, 1}, 5, -5, 3, -3);                                       // halves away from zero
-    expectAt({0, 9, 0, 400, 0, 100, 100, -100}, 50, 30, 8, 370);                            // no divisor; an upwards axis
-    expectAt({0, 5, 0, 0, 1, 1000, 100, 100}, INT32_MAX, INT32_MIN + 1, 4, INT32_MIN + 1);  // too large
-    expectAt({-2, INT32_MAX, 1, INT32_MIN, 1, 1, 1, 1}, INT32_MAX, INT32_MIN, 0, -1);       // wraps around
-    const DrawingTransform both = {70, 80, 90, 100, 100, 254, 50, 200};                     // a width has no origin, an extent goes back
-    EXPECT_TRUE(both.ScaleX(100) == 254 && both.ScaleY(-3) == -12 && both.LogicalWidth(254) == 100 && both.LogicalHeight(10) == 3);
 }
 
 }  // namespace

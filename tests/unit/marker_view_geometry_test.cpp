@@ -114,27 +114,5 @@ TEST(Readout, ShowsASignWhereverThereIsOne) {
     EXPECT_EQ(readout(INT32_MAX, INT32_MIN, INT32_MIN), "2147483647 ms\r\n-2147483648 uV\r\n-2147483.64 uV/ms");
 }
 
-// Whatever the device, the beat and the settings say: nothing is undefined, and every trace ends.
-TEST(ViewGeometry, AbsurdInputIsHarmless) {
-    constexpr std::int32_t kValues[] = {INT32_MIN, -1, 0, 1, 256, 4000, INT32_MAX};
-    constexpr std::uint32_t kCounts[] = {0, 1, 5, 1000, UINT32_MAX};
-    for (unsigned i = 0; i < 7 * 7 * 7 * 5 * 5; ++i) {
-        const std::int32_t mm = kValues[i % 7], value = kValues[i / 7 % 7], size = kValues[i / 49 % 7];
-        const std::uint32_t rate = kCounts[i / 343 % 5], samples = kCounts[i / 1715];
-        const ViewGeometry geometry({size, mm, size, mm}, {samples % 5000, rate, rate}, {value, value, 100, -2500}, size, size);
-        std::int32_t points = 0;
-        geometry.Trace(
-            value > 0, [&](std::int32_t k) { return geometry.SampleHeight(k % 2 == 0 ? -32768 : 32767); }, [&](int, int) { ++points; });
-        EXPECT_LE(points, geometry.Samples());
-        for (const std::int32_t where : kValues) {
-            (void)geometry.DragTarget(where);
-            (void)geometry.Stepped(where, size);
-            (void)geometry.PercentShowing(where);
-            (void)geometry.SlopeHeight(where);
-            (void)geometry.ColumnOf(where);
-        }
-    }
-}
-
 }  // namespace
 }  // namespace kx::test

@@ -3,25 +3,6 @@
 namespace kxhost {
 namespace {
 
-TEST(LayOutPage, EverythingStandsOnThePaperAndNothingOnAnother) {
-    for (const Paper paper : {Paper::kA4, Paper::kLetter}) {
-        SCOPED_TRACE(NameOf(paper));
-        const PageLayout page = LayOutPage(paper);  // what a printer can print on, in dots
-        EXPECT_EQ(page.width + 150, paper == Paper::kA4 ? 2480 : 2550);
-        EXPECT_EQ(page.height + 300, paper == Paper::kA4 ? 3508 : 3300);
-        for (const PageBox* box : {&page.patient, &page.grid, &page.tables, &page.statement, &page.footer}) {
-            EXPECT_TRUE(box->left >= 0 && box->top >= 0 && box->right <= page.width && box->bottom <= page.height);
-            EXPECT_TRUE(box->Width() > DotsOf(40) && box->Height() >= DotsOf(5));
-        }
-        EXPECT_TRUE(page.patient.bottom < page.grid.top && page.grid.right < page.tables.left);
-        EXPECT_TRUE(page.grid.bottom < page.statement.top && page.statement.bottom <= page.footer.top);
-        // The paper is whole squares of five millimetres, of their true size.
-        EXPECT_EQ(page.gridWidthMm % 5 + page.gridHeightMm % 5, 0);
-        EXPECT_NEAR(page.grid.Width(), page.gridWidthMm * 300 / 25.4, 1);
-        EXPECT_NEAR(page.grid.Height(), page.gridHeightMm * 300 / 25.4, 1);
-    }
-}
-
 TEST(ChooseScale, TakesTheLargestScaleAtWhichTheBeatFits) {
     const PageLayout page = LayOutPage(Paper::kA4);
     const struct {

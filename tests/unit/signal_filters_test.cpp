@@ -108,17 +108,6 @@ TEST(SampleFilter, FiltersAnArrayBothWaysAroundMissingSamples) {
     expectBothWays(BandPassFilter(10, 40, 500, kMissingSample), 250, 30);
 }
 
-TEST(SampleFilter, StaysDefinedWithoutABandAndWithoutSamples) {
-    const double nan = std::numeric_limits<double>::quiet_NaN();
-    for (const Band& row : {Band{10, 10, 500}, {10, 40, 0}, {nan, 40, 500}}) {
-        EXPECT_EQ(0, BandPassFilter(row.low, row.high, row.rate, kMissingSample).FilterSample(1000)) << "what is no number reads as 0";
-    }
-    MovingAverageFilter mean(50, 500, kMissingSample);
-    mean.FilterForward(nullptr, 5);
-    mean.FilterBackward(nullptr, 5);
-    EXPECT_EQ(mean.FilterSample(10), 1) << "its history is still empty";
-}
-
 TEST(FilteredLead, RunsEachFilterThereAndBackTheMainsFirst) {
     Samples beat = Noise(300, 500), expected = beat;
     const auto filtered = [&beat](std::int32_t count, std::int32_t rate, const SignalSettings& settings) {

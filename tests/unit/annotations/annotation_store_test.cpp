@@ -1,38 +1,12 @@
 #include "lib/annotation_store.h"
 
-#include <new>
 #include <random>
 
 #include "lib/dbclient/test_record.h"
 #include "tests/rig/recorded_reports.h"
 
-namespace {
-
-int allocationsThatSucceed = -1;  // any number
-
-}  // namespace
-
-// Allocations of arrays that ask for null on failure: for memory that runs short on purpose.
-void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
-    if (allocationsThatSucceed == 0) {
-        return nullptr;
-    }
-    allocationsThatSucceed -= allocationsThatSucceed > 0 ? 1 : 0;
-    try {
-        return operator new[](size);
-    } catch (const std::bad_alloc&) {
-        return nullptr;
-    }
-}
-
 namespace kx::test {
 namespace {
-
-// While it lives, so many allocations succeed.
-struct FailingMemory {
-    explicit FailingMemory(int allocationsLeft) { allocationsThatSucceed = allocationsLeft; }
-    ~FailingMemory() { allocationsThatSucceed = -1; }
-};
 
 using Times = std::vector<std::uint32_t>;
 
@@ -65,7 +39,6 @@ TEST(AnnotationStore, AnswersWhatDoesNotExist) {
         EXPECT_FALSE(store.IsModified());
         store.SetTime(i, 1);
         store.SetSubLabelAndLeadValue(i, 1, 1);
-        store.SetLeadWidth(17, i, 9);
         EXPECT_TRUE(store.IsModified());
         store.ClearModified();
     }
@@ -94,21 +67,6 @@ TEST(AnnotationStore, ShowsABeatInTheLeadsThatHoldIt) {
     EXPECT_TRUE(below.StrongestLead(0, &slot) == 0 && slot == 0) << "over all 20 slots";
     EXPECT_EQ(-50, twelve.Value(11, 0, &LeadBeat::leadValue));
     EXPECT_TRUE(twelve.StrongestLead(0, &slot) == 0 && slot == 1) << "a lead that is not stored has 0";
-}
-
-TEST(AnnotationStore, KeepsWidthsByHalves) {
-    NormalBeats store(2, 800);
-    for (const auto& [set, read] :
-         std::initializer_list<std::pair<std::int32_t, std::uint32_t>>{{-1, 0}, {97, 96}, {256, 254}, {INT32_MIN, 0}}) {
-        store.SetWidth(1, set);
-        EXPECT_TRUE(store.Width(1) == read && store.LeadWidth(19, 1) == read && store.Width(0) == 0) << set;
-    }
-    for (std::uint8_t label = 0; label < 30; ++label) {
-        store.SetLabel(0, label);
-        store.SetWidth(0, 40);
-        store.SetLeadWidth(18, 0, 60);
-        EXPECT_EQ(label == 12 || label == 20 || label == 21 ? 40u : 60u, store.LeadWidth(18, 0)) << int{label};
-    }
 }
 
 TEST(AnnotationStore, ReadsMillisecondsAndMicrovolts) {
@@ -194,20 +152,6 @@ TEST(AnnotationStore, GrowsByTenWhenFullAndTheTwelveLeadFormWithoutItsBeats) {
     EXPECT_EQ(store.Value(18, 2, &LeadBeat::leadValue), 1);
 }
 
-TEST(AnnotationStore, MarksSegmentsAndExtendsTheOpenOne) {
-    AnnotationStore store(5), ordered(5), tight(4);
-    ASSERT_TRUE(store.Append(1, 100) && store.MarkSegment(200, 300));
-    EXPECT_EQ((Times{100, 200, 300}), TimesOf(store));
-    EXPECT_TRUE(store.SubLabel(1) == -3 && store.SubLabel(2) == -2 && store.Label(1) == 15);
-    ASSERT_TRUE(store.InsertSegment(400, 500));
-    EXPECT_EQ((Times{100, 200, 500}), TimesOf(store)) << "the segment was still open";
-    EXPECT_TRUE(store.Append(1, 600) && !store.MarkSegment(700, 800) && store.Count() == 4) << "both must fit";
-    ASSERT_TRUE(ordered.Append(1, 100) && ordered.Append(1, 400) && ordered.InsertSegment(200, 200));
-    EXPECT_EQ((Times{100, 200, 200, 400}), TimesOf(ordered));
-    EXPECT_TRUE(ordered.SubLabel(1) == -3 && ordered.SubLabel(2) == -2);
-    EXPECT_TRUE(tight.Append(1, 100) && tight.Append(1, 400) && !tight.InsertSegment(200, 300)) << "one place must be left over";
-}
-
 TEST(AnnotationStore, TellsTheHeartRateFromNormalBeatsAround) {
     using Labels = std::vector<std::uint8_t>;
     const auto rate = [](const Times& times, const Labels& labels, std::uint32_t at) {
@@ -225,15 +169,6 @@ TEST(AnnotationStore, TellsTheHeartRateFromNormalBeatsAround) {
     EXPECT_EQ(rate({0, 0, 1}, {1, 1, 1}, 1), 65535);
     EXPECT_EQ(rate({0, 800, 1600}, {1, 5, 1}, 1), 9) << "not a normal beat: as it was";
     EXPECT_TRUE(rate({500, 500, 500}, {1, 1, 1}, 1) == 9 && rate({500, 400}, {1, 1}, 0) == 9) << "no time between";
-}
-
-TEST(AnnotationStore, ChangesNothingWhenMemoryIsShort) {
-    NormalBeats store(5, 100);
-    for (int allocationsLeft = 0; allocationsLeft < 4; ++allocationsLeft) {
-        const FailingMemory failing(allocationsLeft);
-        EXPECT_EQ(std::nullopt, store.Insert(1, 50)) << allocationsLeft;
-        EXPECT_TRUE((Times{0, 100, 200, 300, 400}) == TimesOf(store) && store.Capacity() == 5 && !store.IsModified());
-    }
 }
 
 // The sanitizer sees a store that is freed twice or never.
@@ -258,7 +193,6 @@ using Bytes = std::vector<std::uint8_t>;
 using Lines = std::vector<std::string>;
 
 constexpr char kTooSmall[] = "oem ..\\lib\\system 512 ann too small";
-constexpr char kInvalid[] = "oem ..\\lib\\system 506 an invalid";
 constexpr char kNoEntries[] = "oem ..\\lib\\system 518 an invalid";
 constexpr char kVersion[] = "oem ..\\lib\\system 524 invalid version";
 
@@ -322,8 +256,6 @@ TEST(AnnotationBlock, StandsAtItsOffsets) {
     expected[20 + 16 + 80 + 20] = 99;  // slot 19, entry 1, widthHalf
     EXPECT_EQ(expected, Serialized(store));
     EXPECT_EQ(nullptr, AnnotationStore(3).Serialize()) << "nothing to write";
-    const FailingMemory failing(0);
-    EXPECT_TRUE(store.Serialize() == nullptr && !store.Rebuild(expected.data(), expected.size(), false) && store.Count() == 0);
 }
 
 TEST(AnnotationBlock, IsRefusedAndReported) {
@@ -341,28 +273,6 @@ TEST(AnnotationBlock, IsRefusedAndReported) {
         EXPECT_TRUE(!store.Rebuild(block.data(), block.size(), false) && store.Count() == 0) << "discarded all the same";
         EXPECT_TRUE(!store.Append(1, 1) && !store.Insert(1, 1) && store.Serialize() == nullptr) << "it has no entries";
     }
-}
-
-TEST(AnnotationBlock, IsNeverReadBeyondItsEnd) {
-    Bytes huge = MakeBlock(3);
-    Put(huge, 4, UINT32_MAX);
-    RecordedReports reports;
-    AnnotationStore store(9);
-    store.Append(5, 1234);
-    for (std::size_t size = 0; size < huge.size(); ++size) {
-        for (const Bytes& source : {MakeBlock(3), huge}) {
-            const Bytes block(source.begin(), source.begin() + static_cast<std::ptrdiff_t>(size));  // a sanitizer sees one byte more
-            AnnotationStore rebuilt(9);
-            ASSERT_FALSE(store.Read(block.data(), size, reports) || store.ReadEntries(block.data(), size, reports)) << size;
-            ASSERT_FALSE(rebuilt.Rebuild(block.data(), size, true)) << size;
-            ASSERT_EQ((Lines{kInvalid, kInvalid}), reports.Take()) << size;
-            ASSERT_TRUE(store.Time(0) == 1234 && store.SampleRate() == 240 && store.IsModified()) << "nothing changed, " << size;
-        }
-    }
-    // Another version may count its bytes otherwise: it is told before a length that does not fit.
-    const Bytes older = MakeBlock(3, 0xFF000001);
-    EXPECT_FALSE(store.Read(older.data(), older.size() - 1, reports) || store.Read(nullptr, 4096, reports));
-    EXPECT_EQ((Lines{kVersion, kInvalid}), reports.Take());
 }
 
 TEST(AnnotationBlock, RebuildsTheTwelveLeadFormAndAnEmptyStore) {

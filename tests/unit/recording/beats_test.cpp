@@ -187,17 +187,5 @@ TEST(Electrodes, ThatAreExchangedAreRemarked) {
     }
 }
 
-TEST(SyntheticRecording, ObeysTheLawsOfTheLimbLeadsAndIsTheSameEveryTime) {
-    const Recording recording = MakeSyntheticRecording();
-    const auto& leads = recording.leads;
-    EXPECT_EQ(leads, MakeSyntheticRecording().leads);
-    EXPECT_NE(leads, MakeSyntheticRecording({.seed = 1}).leads);
-    EXPECT_EQ(MakeSyntheticRecording({.sampleRate = 1000, .seconds = 2.5}).SampleCount(), 2500u);
-    for (std::size_t i = 0; i < recording.SampleCount(); ++i) {
-        ASSERT_NEAR(leads[kLeadIII][i], leads[kLeadII][i] - leads[kLeadI][i], 0.01) << i;
-        ASSERT_NEAR(leads[kLeadAVR][i] + leads[kLeadAVL][i] + leads[kLeadAVF][i], 0, 0.01) << i;
-    }
-}
-
 }  // namespace
 }  // namespace kx::recording

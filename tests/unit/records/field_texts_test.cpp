@@ -111,21 +111,6 @@ TEST_F(FieldTexts, TheReport) {
     Expect("71=|142=|493=1:00");
 }
 
-TEST_F(FieldTexts, TheFilters) {
-    test.filterFlags = ~0u;
-    const std::tuple<bool, bool, bool, bool, std::uint32_t, const char*> rows[] = {{false, true, true, false, 0, "33=None"},
-                                                                                   {false, false, false, true, 60, "33=60 Hz, Baseline"},
-                                                                                   {true, false, true, false, 50, "33=Artifact"}};
-    for (const auto& [artifact, second, third, baseline, hz, text] : rows) {
-        test.SetArtifactFilter(artifact, second, third);
-        test.SetMainsFrequency(hz);
-        test.SetBaselineFilter(baseline);
-        Expect(text);
-    }
-    EXPECT_TRUE(test.ArtifactFilter() == 3 && test.MainsFrequency() == 50 && !test.BaselineFilter());
-    EXPECT_EQ(test.filterFlags | 0xCFu, ~0u) << "the other bits are the host's";
-}
-
 TEST_F(FieldTexts, Events) {
     const std::tuple<int, int, int, const char*> rows[] = {{0, 48, 7, "453=Normal Beats|499=HR: 48"},
                                                            {4, 48, 7, "453=Bradycardia|499=HR: 48 (7)"},

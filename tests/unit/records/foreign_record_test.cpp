@@ -55,24 +55,6 @@ TEST(ForeignRecord, IsReadWithinItsCountsAndChangedInPlaceAndNowhereElse) {
     EXPECT_EQ(std::memcmp(host.get(), expected.get(), sizeof *expected), 0);
 }
 
-TEST(ForeignRecord, ItsHistoryIsTheHosts) {
-    KxHistoryEntry entries[16] = {};
-    KxHistory history = {0xFFFFFFFFu, entries};
-    auto host = Filled(0);
-    host->history = &history;
-    TestRecord& test = *TestRecord::Of(host.get());
-    EXPECT_FALSE(test.AddHistoryEntry(2, DateTime(2013, 1, 1), "full"));
-    entries[15].year = 2012;
-    EXPECT_EQ(test.LastChangeTime().Year(), 2012);
-    history.count = 3;
-    EXPECT_TRUE(test.AddHistoryEntry(2, DateTime(2013, 1, 1), "reviewer") && history.count == 4);
-    EXPECT_STREQ(entries[3].user, "reviewer");
-    history.entries = nullptr;
-    History& none = History::Of(history);
-    EXPECT_FALSE(none.Add(2, DateTime(), "x") || none.HasAction(2));
-    EXPECT_TRUE(none.Serialize().empty());
-}
-
 struct ForeignTexts : testing::Test {
     std::string Shown(int code) const {
         std::vector<char> text(600);

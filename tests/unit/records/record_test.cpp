@@ -36,18 +36,6 @@ TEST(TestRecord, NamesAreJoinedAndSplit) {
     }
 }
 
-TEST(TestRecord, AFlagOrBitThatIsNotThereIsNotStored) {
-    TestRecord test, expected;
-    for (const int bit : {31, 0, -1, 32, INT32_MAX}) {
-        test.SetBit7460(bit, true);
-        test.SetBit7476(bit, true);
-        test.SetClinicalFlag(bit == 0 ? 5 : bit, 9);
-    }
-    test.SetBit7460(31, false);
-    expected.values7444[4] = 1, expected.values7444[8] = 0x80000001u, expected.modified = 1;
-    EXPECT_EQ(std::memcmp(&test, &expected, offsetof(KxTestRecord, buffer7584)), 0);
-}
-
 TEST(TestRecord, AgesAreReadAndShown) {
     const std::tuple<const char*, std::uint32_t, const char*> rows[] = {
         {"29 D", 29, "29 d"},     {"30d", 30, "1 m"}, {"364 d", 364, "12 m"}, {"365 d", 365, "1 y"}, {"5 M", 150, "5 m"},

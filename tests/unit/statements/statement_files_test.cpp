@@ -5,19 +5,6 @@
 namespace kx::test {
 namespace {
 
-TEST(StatementFiles, NamesAFileForEachTestType) {
-    std::string names;
-    for (const std::uint32_t testType : {0u, 1u, 2u, 3u, 4u, 5u, 6u, 7u, 0xFFFFFFFFu}) {
-        for (const auto use : {StatementUse::kLibrary, StatementUse::kDictionary}) {
-            const char* name = StatementFileName(testType, use);
-            names += name != nullptr ? name : " -";
-        }
-    }
-    EXPECT_EQ(names,
-              "\\stress.htm\\stress.htm - -\\resting.htm\\resting.htm -\\hires.htm\\holter.htm\\holter.htm\\abpm.htm\\abpm.htm"
-              "\\spiro.htm\\spiro.htm - - - -");
-}
-
 TEST(StatementFiles, StandBesideTheModule) {
     char path[24];
     EXPECT_TRUE(StatementFilePath("C:\\suite\\kxdialogs.dll", "\\stress.htm", path, sizeof path));

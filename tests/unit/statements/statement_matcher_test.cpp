@@ -24,18 +24,6 @@ std::vector<std::string> Matches(const StatementMatcher& matcher) {
     return texts;
 }
 
-TEST(CaseFold, KnowsTheCapitalsOfWindows1252) {
-    const std::string others = "\x8A\x8C\x8E\x9F", small = "\x9A\x9C\x9E\xFF";
-    for (int code = 0; code < 256; ++code) {
-        const bool plain = (code >= 'A' && code <= 'Z') || (code >= 0xC0 && code <= 0xDE && code != 0xD7);  // the multiplication sign
-        const std::size_t other = others.find(static_cast<char>(code));
-        const int expected = plain ? code + 32 : other != std::string::npos ? static_cast<unsigned char>(small[other]) : code;
-        EXPECT_EQ(Folded(static_cast<char>(code)), expected) << code;
-    }
-    EXPECT_TRUE(BeginsWithFolded("\xC8 b", "\xE8"));
-    EXPECT_FALSE(BeginsWithFolded("e", "\xE8") || BeginsWithFolded("ab", "abc"));
-}
-
 TEST(StatementMatcher, FindsThePrefixAtTheFirstWordThatBeginsAText) {
     Matcher matcher{{"Ritmo sinusale", "rs"}, {"sinusale e regolare", ""}, {"\xC8 presente", ""}, {"Onde Q", "q1"}};
     const struct {

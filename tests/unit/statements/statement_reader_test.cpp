@@ -63,32 +63,6 @@ TEST(StatementReader, ReadsTheFormatAndWhatIsLeftOfIt) {
     EXPECT_THAT(log.Take(), testing::ElementsAre("oem interp 299 no read"));
 }
 
-TEST(StatementReader, ReadsTheFirst48SectionsOf64Statements) {
-    std::string content = "<BODY>";
-    for (int i = 0; i < 50 * 70; ++i) {
-        content += (i % 70 == 0 ? "<H1>s" + std::to_string(i / 70) + "</H1>" : "") + "<P>e" + std::to_string(i % 70) + "</P>";
-    }
-    StatementLibrary library;
-    Read(content, library);
-    library.SetTitle(48, "t");  // foreign indices
-    library.SetEntry(0, 64, "t", "t");
-    EXPECT_EQ(std::string(library.Title(47)) + library.Text(47, 63) + library.Text(0, 64) + library.Title(48) + library.Code(48, 0),
-              "s47e63XXX");
-}
-
-// A file that is read more than once for each of its elements would not end here.
-TEST(StatementReader, ReadsLargeAndHostileFilesInOnePass) {
-    for (const std::string& piece : {"<H1>"s, "<H1>a</H1><P>"s, "<P>"s, "x"s, "\0"s}) {
-        std::string content = "<BODY><H1>A</H1><P>uno</P>";
-        while (content.size() < 2u << 20) {
-            content += piece + piece + piece + piece;
-        }
-        StatementLibrary library;
-        Read(content + "</P>", library);
-        EXPECT_EQ(library.Title(0) + " "s + library.Text(0, 0), "A uno") << piece;
-    }
-}
-
 TEST(StatementWriter, WritesTheFileByteForByte) {
     StatementLibrary library;
     library.SetTitle(0, "Ritmo");

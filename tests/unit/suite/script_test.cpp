@@ -85,15 +85,6 @@ TEST(Script, ShowsALineWhenItsConditionsHold) {
     }
 }
 
-// How a report is cut to its buffer is the fuzz target's business; that it was is reported.
-TEST(Script, ReportsWhatDidNotFit) {
-    char buffer[20];
-    RecordedReports reports;
-    ASSERT_TRUE(RunScript("{#1}\n\nuno\ndue", TableValues(), buffer, sizeof buffer, reports));
-    EXPECT_STREQ("Anna Rossi\r\n\r\nuno", buffer);
-    EXPECT_EQ(1u, reports.Take().size());
-}
-
 // A stress test on a treadmill, and the report that the shipped script makes of it.
 void FillTreadmillTest(TestRecord& test) {
     test.SetTestType(KX_TEST_STRESS);

@@ -59,17 +59,6 @@ TEST(StaffList, LeavesABrokenLineOutAndSaysSo) {
     }
 }
 
-TEST(StaffList, ListsNeverMoreThanThereIsRoomFor) {
-    const std::vector<TechnicianRecord> records(3);
-    for (std::uint32_t first = 0; first <= 4; ++first) {
-        for (std::uint32_t capacity = 0; capacity <= 4; ++capacity) {
-            std::vector<TechnicianRecord> buffer(capacity);  // so that the sanitizer sees one more
-            EXPECT_EQ(first >= 3 ? 0 : std::min(capacity, 3 - first), db::ListRecords(records, first, buffer.data(), capacity)) << first;
-        }
-    }
-    EXPECT_EQ(0u, db::ListRecords(records, UINT32_MAX, static_cast<TechnicianRecord*>(nullptr), UINT32_MAX));
-}
-
 TEST(TextEncoding, TellsUtf8FromWindows1252) {
     const std::pair<std::string, std::string> rows[] = {
         {"\xEF\xBB\xBFRossi;Nicol\xC3\xB2", "Rossi;Nicol\xF2"},      // with a mark
@@ -84,17 +73,6 @@ TEST(TextEncoding, TellsUtf8FromWindows1252) {
     for (const std::string broken : {"\xC3", "\xC0\x80", "\xE0\x80\x80", "\xED\xA0\x80", "\xF4\x90\x80\x80"}) {
         EXPECT_EQ(broken, suite::ToWindows1252(broken));
     }
-}
-
-TEST(ReportLine, HasTimeKindAndATextMadeFitForOneLine) {
-    char text[] = " \t\xE0 perch\xE9\tb\x7F\r\nc.\r\n", line[sys::kLineSize];
-    sys::TidyText(text);
-    const std::size_t length = sys::ComposeLine(line, {2024, 5, 3, 4, 6, 7, 8}, "Sistema", text);
-    EXPECT_EQ(length, std::strlen(line));
-    EXPECT_STREQ(line, "2024-05-03 04:06:07.008\tSistema\t\xE0 perch\xE9 b   c.");
-    const std::string longText(2 * sys::kLineSize, 'x');
-    EXPECT_EQ(sys::ComposeLine(line, {2024, 5, 3, 4, 6, 7, 8}, "Sistema", longText.c_str()), sys::kLineSize - 1);
-    EXPECT_EQ(std::strlen(line), sys::kLineSize - 1);
 }
 
 }  // namespace
