@@ -1,9 +1,7 @@
-// Numbers as the dialogs show and read them, and the lists of codes and texts.
+// Numbers as the dialogs show and read them.
 #include "lib/number_text.h"
 
 #include <limits>
-
-#include "lib/pick_list.h"
 
 namespace kx::test {
 namespace {
@@ -29,25 +27,6 @@ TEST(NumberText, ReadsNumbers) {
     EXPECT_TRUE(ParseNumber("  -34 ms") == -34 && ParseNumber("+5") == 5 && ParseNumber("BEEF") == 0 && ParseNumber("") == 0);
     EXPECT_TRUE(ParseNumber("-2147483649") == kLeast && ParseNumber("2147483648") == kMost && ParseNumber("9999999999") == kMost);
     EXPECT_TRUE(ParseHex("BEEF") == 0xBEEF && ParseHex("bEEF") == 0 && ParseHex("1G") == 1 && ParseHex("9999999999") == 0x99999999);
-}
-
-TEST(PickList, ReadsPairsOfCodeAndTextAndFindsTextByDigitOfCode) {
-    const std::pair<const char*, const char*> rows[] = {{"0^...^1^Uomo^2^Donna", "0=... 1=Uomo 2=Donna "},
-                                                        {"1^", "1= "},
-                                                        {"^^A^letter^9", "0= 0=letter "},
-                                                        {"x^a^-12^b^ 5^c^6mm^d", "0=a -12=b 5=c 6=d "},
-                                                        {"99999999999^a^-99999999999^b", "2147483647=a -2147483648=b "}};
-    for (const auto& [list, expected] : rows) {
-        std::string choices;
-        PickList reader(list);
-        for (PickListItem item; reader.Next(item);) {
-            choices.append(std::to_string(item.Code())).append("=").append(item.text).append(" ");
-        }
-        EXPECT_EQ(choices, expected) << list;
-    }
-    std::string_view text = "?";
-    EXPECT_FALSE(FindByDigitCode("0^...^2^Donna", 1, text) || FindByDigitCode("1", 1, text));
-    EXPECT_TRUE(text == "?" && FindByDigitCode("2^two^12^twelve^1^one", 1, text) && text == "twelve") << "only the first character counts";
 }
 
 }  // namespace

@@ -13,8 +13,6 @@ struct PictureLocale final : LocaleFormats {
 
     std::string shortDate, longDate, time;  // the time with seconds
     std::string months, abbreviations;      // twelve words
-    bool broken = false;                    // nothing can be read or formatted
-    bool throws = false;                    // instead
 
     bool DateText(const KxDateTime& when, DateStyle style, char* buffer, std::size_t size) const override;
     bool TimeText(const KxDateTime& when, TimeStyle style, char* buffer, std::size_t size) const override;

@@ -10,14 +10,6 @@ namespace {
 
 using Times = std::vector<std::uint32_t>;
 
-Times TimesOf(const AnnotationStore& store) {
-    Times times;
-    for (std::uint32_t i = 0; i < store.Count(); ++i) {
-        times.push_back(store.Time(i));
-    }
-    return times;
-}
-
 struct NormalBeats : AnnotationStore {
     NormalBeats(std::uint32_t beats, std::uint32_t interval) : AnnotationStore(beats) {
         for (std::uint32_t i = 0; i < beats; ++i) {
@@ -26,26 +18,6 @@ struct NormalBeats : AnnotationStore {
         ClearModified();
     }
 };
-
-TEST(AnnotationStore, AnswersWhatDoesNotExist) {
-    NormalBeats store(2, 800);
-    for (const std::uint32_t i : {2u, UINT32_MAX}) {
-        std::uint32_t slot = 9;
-        EXPECT_TRUE(store.Time(i) == 0 && store.Label(i) == 47 && store.LabelInLead(i, 17) == 47 && store.SubLabel(i) == -1) << i;
-        EXPECT_TRUE(store.HeartRate(i) == 0 && store.Width(i) == 0 && store.QrsDurationMs(i) == 0 && store.LeadMask(i) == 0) << i;
-        EXPECT_TRUE(store.StrongestLead(i, &slot) == 0 && slot == 0) << i;
-        store.UpdateHeartRate(i);
-        store.RemoveRange(i, UINT32_MAX);
-        EXPECT_FALSE(store.IsModified());
-        store.SetTime(i, 1);
-        store.SetSubLabelAndLeadValue(i, 1, 1);
-        EXPECT_TRUE(store.IsModified());
-        store.ClearModified();
-    }
-    EXPECT_EQ((Times{0, 800}), TimesOf(store));
-    AnnotationStore nothing(0), entries(3, true);
-    EXPECT_TRUE(!nothing.Append(1, 0) && !nothing.MarkSegment(0, 1) && entries.Append(1, 10) && entries.IsModified());
-}
 
 // ---- beats in their leads
 
@@ -273,16 +245,6 @@ TEST(AnnotationBlock, IsRefusedAndReported) {
         EXPECT_TRUE(!store.Rebuild(block.data(), block.size(), false) && store.Count() == 0) << "discarded all the same";
         EXPECT_TRUE(!store.Append(1, 1) && !store.Insert(1, 1) && store.Serialize() == nullptr) << "it has no entries";
     }
-}
-
-TEST(AnnotationBlock, RebuildsTheTwelveLeadFormAndAnEmptyStore) {
-    const Bytes block = MakeBlock(4), empty = MakeBlock(0);
-    AnnotationStore store(9);
-    ASSERT_TRUE(store.Rebuild(block.data(), block.size(), true) && store.Capacity() == 4 && store.Count() == 4);
-    store.SetLabel(0, 1, true);
-    EXPECT_TRUE(store.Value(11, 0, &LeadBeat::leadValue) == 1 && store.Value(12, 0, &LeadBeat::leadValue) == 0);
-    EXPECT_TRUE(!store.Rebuild(empty.data(), empty.size(), false) && store.Capacity() == 0 && store.Insert(1, 1) == 0u)
-        << "and grows again";
 }
 
 }  // namespace

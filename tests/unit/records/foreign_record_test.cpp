@@ -88,26 +88,5 @@ TEST_F(ForeignTexts, SubRecordsOfAnotherLayoutAreLeftAlone) {
     }
 }
 
-TEST_F(ForeignTexts, ValuesBeyondTheirLimitsAreNotGiven) {
-    request.timeMs = 100;
-    KxSeriesPoint point{0, 70};
-    KxValueSeries series{sizeof series, KX_MARK_SERIES, 0, &point};
-    KxStressStage stage{};
-    stage.size = sizeof stage, stage.mark = KX_MARK_STAGE;
-    host->series[0] = &series;
-    host->stageCount = 1;
-    host->stages[0] = host->currentStage = &stage;
-    for (const auto& [count, points, text] : {std::tuple{KX_SERIES_POINTS + 1, &point, "..."}, {1, &point, "70"}, {1, nullptr, "..."}}) {
-        series.count = static_cast<std::uint32_t>(count), series.points = points;
-        EXPECT_EQ(Shown(95), text);
-    }
-    for (const std::int32_t level : {KX_ST_LIMIT + 1, -KX_ST_LIMIT - 1, INT32_MIN}) {
-        stage.stLevel = level;
-        EXPECT_EQ(Shown(80) + Shown(360) + Shown(440) + Shown(494), "............") << level;
-    }
-    stage.stLevel = -KX_ST_LIMIT;
-    EXPECT_EQ(Shown(494), "-100.0 mm @ 0:00 [I]");
-}
-
 }  // namespace
 }  // namespace kx::test

@@ -69,15 +69,6 @@ TEST(Interpreter, RefusesWhatItCannotRead) {
     EXPECT_FALSE(Interpret(nullptr, nullptr, kTexts, &result, reports) || Interpret(&set, nullptr, kTexts, nullptr, reports) ||
                  Interpret(&other, nullptr, kTexts, &result, reports));
     EXPECT_EQ(77u, result.extra);
-
-    // Stores that hold nothing, or say that they hold more than they have.
-    KxAnnotation entry{100, 1, 0, 0};
-    for (const KxAnnotationStore& store :
-         {KxAnnotationStore{5, 5, nullptr, 0, {}, 240, 1220, {}}, KxAnnotationStore{0, 9, &entry, 0, {}, 240, 1220, {}},
-          KxAnnotationStore{1, UINT32_MAX, &entry, 0, {}, 240, 1220, {}}}) {
-        EXPECT_TRUE(Interpret(&set, &store, kTexts, &result, reports));
-        EXPECT_STREQ("Sinus rhythm.\r\nECG Nomale", result.text);
-    }
 }
 
 TEST(Interpreter, SurvivesAnyNumbers) {
