@@ -14,6 +14,12 @@ INT_PTR CALLBACK EmptyProcedure(HWND, UINT message, WPARAM, LPARAM) {
     return message == WM_INITDIALOG;
 }
 
+// Until the user sees it.
+void Paint(HWND pane) {
+    RedrawWindow(pane, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+    GdiFlush();
+}
+
 struct MorphRow {
     const char* name;
     const char* exportName;
@@ -39,8 +45,13 @@ bool MeasureMorphology(LoadedLibrary& library) {
                 bare = CreateDialogParamA(library.Module(), MAKEINTRESOURCEA(row.templateId),
                                           library.Parent(), EmptyProcedure, 0);
                 ShowWindow(bare, SW_SHOW);
+                Paint(bare);
             },
-            [&] { LoadedLibrary::Close(bare); }, [&] { pane = library.Open(open); },
+            [&] { LoadedLibrary::Close(bare); },
+            [&] {
+                pane = library.Open(open);
+                Paint(pane);
+            },
             [&] {
                 opened = opened && bare != nullptr && IsWindowVisible(pane);
                 LoadedLibrary::Close(pane);
@@ -58,17 +69,23 @@ bool MeasureTable(LoadedLibrary& library) {
     HWND bare = nullptr;
     HWND pane = nullptr;
     const auto rows = [](HWND table) { return SendMessageA(GetDlgItem(table, 1), LVM_GETITEMCOUNT, 0, 0); };
-    const kx::bench::Measured measured =
-        kx::bench::MeasureUndone([&] { bare = bareTable.Open(library.Parent()); },
-                                 [&] {
-                                     opened = opened && rows(bare) == KX_STANDARD_LEADS;
-                                     LoadedLibrary::Close(bare);
-                                 },
-                                 [&] { pane = library.Open(open); },
-                                 [&] {
-                                     opened = opened && rows(pane) == KX_STANDARD_LEADS;
-                                     LoadedLibrary::Close(pane);
-                                 });
+    const kx::bench::Measured measured = kx::bench::MeasureUndone(
+        [&] {
+            bare = bareTable.Open(library.Parent());
+            Paint(bare);
+        },
+        [&] {
+            opened = opened && rows(bare) == KX_STANDARD_LEADS;
+            LoadedLibrary::Close(bare);
+        },
+        [&] {
+            pane = library.Open(open);
+            Paint(pane);
+        },
+        [&] {
+            opened = opened && rows(pane) == KX_STANDARD_LEADS;
+            LoadedLibrary::Close(pane);
+        });
     kx::bench::PrintLine("open_table", measured, 1.5);
     return opened;
 }

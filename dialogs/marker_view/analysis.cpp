@@ -18,7 +18,7 @@ constexpr double kMilliHertz = 1000.0;
 }  // namespace
 
 ViewMarker::ViewMarker(const ModuleInstance& module, std::uint32_t id)
-    : label_(static_cast<HBITMAP>(module.LoadImageById(id, IMAGE_BITMAP, 0, 0, 0))),
+    : label_(static_cast<HBITMAP>(module.LoadImageById(id, IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION))),
       size_{label_.Width(), label_.Height()} {
     context_.SelectBitmap(label_);
 }
@@ -202,11 +202,18 @@ void MarkerViewControl::DiscardBackBuffer() {
     geometryValid_ = false;
 }
 
-// After a change of the settings: everything is painted anew, at once.
+// After a change of the settings: everything is painted anew, at once. A view that is hidden, as in a pane
+// that is being built, will be painted when it is shown; its bars are set before, or they would be drawn
+// twice.
 void MarkerViewControl::Rebuild() {
     DiscardBackBuffer();
-    InvalidateRect(Handle(), nullptr, FALSE);
-    Update();
+    if (IsWindowVisible(Handle()) != FALSE) {
+        InvalidateRect(Handle(), nullptr, FALSE);
+        Update();
+    } else {
+        Geometry();
+        ShowScrollBars();
+    }
 }
 
 void MarkerViewControl::OnSize(UINT, int width, int height) {

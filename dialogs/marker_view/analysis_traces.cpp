@@ -18,25 +18,11 @@ constexpr COLORREF kBaselineColour = RGB(0, 0, 255);
 void ShowScrollBar(HWND window, int bar, const ScrollBarState& state) {
     SCROLLINFO info = {};
     info.cbSize = sizeof info;
-    info.fMask = SIF_POS;
-    info.nPos = state.position;
-    SetScrollInfo(window, bar, &info, FALSE);
-    info.fMask = SIF_PAGE | SIF_DISABLENOSCROLL;
-    info.nPage = static_cast<UINT>(state.page);
-    SetScrollInfo(window, bar, &info, FALSE);
-    info.fMask = SIF_RANGE | SIF_DISABLENOSCROLL;
-    info.nMin = 0;
+    info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS | SIF_DISABLENOSCROLL;
     info.nMax = state.range;
+    info.nPage = static_cast<UINT>(state.page);
+    info.nPos = state.position;
     SetScrollInfo(window, bar, &info, TRUE);
-    // Position and page were held to the range of before.
-    SCROLLINFO shown = {};
-    shown.cbSize = sizeof shown;
-    shown.fMask = SIF_PAGE | SIF_POS;
-    GetScrollInfo(window, bar, &shown);
-    if (shown.nPos != info.nPos || shown.nPage != info.nPage) {
-        info.fMask = SIF_PAGE | SIF_POS | SIF_DISABLENOSCROLL;
-        SetScrollInfo(window, bar, &info, TRUE);
-    }
 }
 
 }  // namespace

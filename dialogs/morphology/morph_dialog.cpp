@@ -2,6 +2,7 @@
 #include "dialogs/morphology/morph_dialog.h"
 
 #include <iterator>
+#include <utility>
 
 #include "dialogs/dialog_library.h"
 #include "dialogs/marker_view/marker_view_messages.h"
@@ -102,7 +103,6 @@ void MorphDialog::Build() {
     view_ = GetDlgItem(Handle(), IDC_MORPH_VIEW);
     HoldControls();
     AddMarkers();
-    keys_.Watch(*this, view_);
     Load(false);
     seen_ = ReadMarkers();
     seenBeat_ = SumOfBeat();
@@ -111,23 +111,29 @@ void MorphDialog::Build() {
     layout_.emplace(Handle(), kGrowth, std::size(kGrowth));
 }
 
+template <class Control, class... Arguments>
+void MorphDialog::HoldWithKeys(std::unique_ptr<Control>& place, Arguments&&... arguments) {
+    Hold(place, std::forward<Arguments>(arguments)...);
+    keys_.Watch(*this, *place);
+}
+
 void MorphDialog::HoldControls() {
     if (View(MV_ATTACHOWNER, reinterpret_cast<LPARAM>(static_cast<Window*>(this))) == 0) {
         throw MissingControl();
     }
     for (std::size_t i = 0; i < kCombos; ++i) {
-        Hold(combos_[i], *Library(), this, kComboRows[i].control, kHeld);
+        HoldWithKeys(combos_[i], *Library(), this, kComboRows[i].control, kHeld);
     }
     for (std::size_t i = 0; i < kChecks; ++i) {
-        Hold(checks_[i], this, kCheckRows[i].control, kHeld);
+        HoldWithKeys(checks_[i], this, kCheckRows[i].control, kHeld);
     }
-    Hold(reset_, this, IDC_MORPH_RESET, kHeld);
+    HoldWithKeys(reset_, this, IDC_MORPH_RESET, kHeld);
     for (std::size_t i = 0; i < table_.waveBoxes.size(); ++i) {
-        Hold(waveBoxes_[i], this, table_.waveBoxes[i].box, kHeld);
+        HoldWithKeys(waveBoxes_[i], this, table_.waveBoxes[i].box, kHeld);
     }
-    Hold(readout_, this, IDC_MORPH_READOUT);
+    HoldWithKeys(readout_, this, IDC_MORPH_READOUT);
     for (std::size_t i = 0; i < kMeasurementRows; ++i) {
-        Hold(measurements_[i], this, table_.measurements[i].edit);
+        HoldWithKeys(measurements_[i], this, table_.measurements[i].edit);
     }
 }
 
@@ -139,6 +145,7 @@ void MorphDialog::AddMarkers() {
     }
     for (std::size_t slot = 0; slot < table_.markers.size(); ++slot) {
         markerControls_[slot].Hold(this, table_.markers[slot]);
+        keys_.Watch(*this, markerControls_[slot].Edit());
         fields_[slot].Bind(static_cast<std::uint32_t>(slot), &markerControls_[slot]);
     }
 }

@@ -37,6 +37,7 @@ class MarkerControls final : public MarkerDisplay {
     // Throws when one of the controls is missing.
     void Hold(Window* dialog, const MarkerRow& row);
     void Show(std::int32_t ms, bool manual) override;
+    const Window& Edit() const { return *edit_; }
 
   private:
     std::unique_ptr<EditBox> edit_;
@@ -75,6 +76,9 @@ class MorphDialog : public Pane, private Redetection {
     // ---- morph_dialog.cpp: building the pane
     void Build();
     void HoldControls();
+    // A control that can have the focus.
+    template <class Control, class... Arguments>
+    void HoldWithKeys(std::unique_ptr<Control>& place, Arguments&&... arguments);
     void AddMarkers();
     void ConfigureView();
     void FillToolbar();

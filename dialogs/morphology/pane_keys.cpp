@@ -15,13 +15,8 @@ bool IsControlAlone() {
 
 }  // namespace
 
-void PaneKeys::Watch(Window& pane, HWND view) {
-    for (HWND control = GetWindow(pane.Handle(), GW_CHILD); control != nullptr;
-         control = GetWindow(control, GW_HWNDNEXT)) {
-        if (control != view) {
-            watches_.push_back(std::make_unique<ControlWatch>(control, pane, *this));
-        }
-    }
+void PaneKeys::Watch(Window& pane, const Window& control) {
+    watches_.push_back(std::make_unique<ControlWatch>(control.Handle(), pane, *this));
 }
 
 std::optional<LRESULT> PaneKeys::OnWatchedMessage(ControlWatch& watch, UINT message, WPARAM wParam, LPARAM) {

@@ -14,9 +14,9 @@ namespace kx {
 // Held by the pane.
 class PaneKeys final : public ControlWatcher {
   public:
-    // Watches the controls of a pane other than its marker view, which has these keys itself: they post
-    // MVN_UNDO and MVN_REDO to the pane, whichever control has the focus. The watching ends with the object.
-    void Watch(Window& pane, HWND view);
+    // Watches a control that can have the focus: the keys post MVN_UNDO and MVN_REDO to the pane. The marker
+    // view has these keys itself. The watching ends with the object.
+    void Watch(Window& pane, const Window& control);
 
   private:
     std::optional<LRESULT> OnWatchedMessage(ControlWatch& watch, UINT message, WPARAM wParam,

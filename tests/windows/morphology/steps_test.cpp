@@ -201,7 +201,8 @@ TEST(MorphologySteps, TakingBackShowsTheLeadInWhicheverControlTheKeyIsPressed) {
     MorphPane morph(kQrsPane);
     const Values ofV6 = morph.Stored();
     for (HWND control = GetWindow(morph.pane, GW_CHILD); control != nullptr; control = GetWindow(control, GW_HWNDNEXT)) {
-        if (!IsWindowVisible(control) || !IsWindowEnabled(control)) {
+        const bool takesFocus = (SendMessageA(control, WM_GETDLGCODE, 0, 0) & DLGC_STATIC) == 0;
+        if (!takesFocus || !IsWindowVisible(control) || !IsWindowEnabled(control)) {
             continue;
         }
         morph.SelectLead(KX_LEAD_V6);
