@@ -16,9 +16,9 @@ constexpr std::size_t kTextSize = 64;
 // What a field is written from.
 struct Request {
     const KxMeasurementSet& set;
-    int lead;
-    AmplitudeUnit unit;
-    std::int32_t stTimeMs;
+    int lead{};
+    AmplitudeUnit unit{};
+    std::int32_t stTimeMs{};
 
     const KxLeadMeasurements& Lead() const { return set.leads[lead]; }
 };
@@ -165,7 +165,7 @@ bool RhythmFieldText(const KxMeasurementSet& set, int code, char* buffer, std::s
     for (const RhythmField& field : kRhythmFields) {
         if (field.code == code) {
             char text[kTextSize];
-            field.write({set, 0, AmplitudeUnit::kMicrovolts, 0}, text);
+            field.write({set}, text);
             CopyText(set.measured != 0 ? text : field.notMeasured, buffer, size);
             return true;
         }

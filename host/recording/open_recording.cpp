@@ -19,13 +19,13 @@ namespace kx::recording {
 namespace {
 
 namespace fs = std::filesystem;
+using namespace std::string_view_literals;
 
 constexpr std::uint64_t kLargestFile = 64u << 20;
 
 bool IsXml(std::string_view text) {
     // UTF-16 with a mark or without: the parser knows them all.
-    for (const std::string_view start : {std::string_view("\xFE\xFF", 2), std::string_view("\xFF\xFE", 2),
-                                         std::string_view("<\0", 2), std::string_view("\0<", 2)}) {
+    for (const std::string_view start : {"\xFE\xFF"sv, "\xFF\xFE"sv, "<\0"sv, "\0<"sv}) {
         if (text.starts_with(start)) {
             return true;
         }

@@ -169,6 +169,25 @@ TEST(Delineator, LeavesOutLeadsThatCannotBeMeasuredAndSaysWhy) {
     }
 }
 
+// A plateau is the converter's limit when it is long, level and steep on both sides; less than 10 uV are no signal.
+TEST(Delineator, TellsAPlateauAndAFlatLeadAtTheirLimits) {
+    const std::tuple<std::size_t, int, int, bool> rows[] = {
+        // samples, their first one, those 4 ms beside them, refused
+        {8, 980, 900, true}, {7, 980, 900, false}, {8, 979, 900, false}, {8, 980, 901, false}, {1, 9, 0, true}, {1, 10, 0, false}};
+    for (const auto& [count, first, beside, refused] : rows) {
+        for (const int sign : {1, -1}) {
+            Episode episode{SyntheticBeat{}};
+            std::int16_t* lead = episode.Lead(KX_LEAD_V3);
+            std::fill_n(lead, episode->samplesPerLead, std::int16_t{0});
+            std::fill_n(lead + 200, count, static_cast<std::int16_t>(sign * (count > 1 ? 1000 : first)));
+            lead[200] = static_cast<std::int16_t>(sign * first);
+            lead[198] = lead[201 + count] = static_cast<std::int16_t>(sign * beside);
+            MeasureEpisode(episode.Get(), Shared());
+            EXPECT_EQ(Shared().LeadRefusal(KX_LEAD_V3) != nullptr, refused) << count << ' ' << first << ' ' << beside * sign;
+        }
+    }
+}
+
 // Whatever the samples are, the markers stand in the order of the waves and inside the beat.
 TEST(Delineator, KeepsTheOrderOfTheWavesInNoise) {
     std::mt19937 random(20240611);

@@ -36,7 +36,7 @@ TEST(WfdbHeader, ReadsASignalLineInEveryForm) {
                 {"212x4 200/uV 12 1024", 212, 4, 0, 0, 200, 1024, "uV"},  // the converter's zero stands in for the baseline
                 {"16:7 200(512)/V 12 1024", 16, 1, 7, 0, 200, 512, "V"},  // but a baseline goes before it
                 {"212x2:3+512 1e3", 212, 2, 3, 512, 1000, 0},
-                {"16 200 16 7 -5 9", 16, 1, 0, 0, 200, 7}};
+                {"16 200 16 7 -5 9 0", 16, 1, 0, 0, 200, 7}};
     for (const auto& row : rows) {
         const WfdbSignal s = Parsed(std::string("r 1\nr.dat ") + row.fields + "\n").signals.at(0);
         EXPECT_TRUE(s.format == row.format && s.samplesPerFrame == row.samplesPerFrame && s.skew == row.skew) << row.fields;

@@ -1,8 +1,13 @@
 // The tracing's arithmetic: true size, times that go on from column to column, and the calipers.
 #include "host/tracing/tracing_layout.h"
 
+#include "host/recording/median_beat.h"
+#include "host/recording/synthetic.h"
+#include "host/recording/test_builder.h"
 #include "host/tracing/calipers.h"
+#include "host/tracing/tracing_signal.h"
 #include "include/kxdialogs.h"
+#include "lib/dbclient/test_record.h"
 
 namespace kxhost {
 namespace {
@@ -33,6 +38,27 @@ TEST(TracingLayout, EveryPixelOfACellIsTheTimeAndLevelThatAreDrawnThere) {
             EXPECT_TRUE(seen == 0xFFF && !PointAt(layout, scale, layout.gutter - 1, 10));
             EXPECT_NEAR(next, 2000 + layout.visibleMs, 1e-6);
         }
+    }
+}
+
+TEST(TracingSignal, IsThatOfTheRecordWithItsBeats) {
+    kx::recording::Recording recording = kx::recording::MakeSyntheticRecording({.sampleRate = 250, .seconds = 4});
+    recording.resolutionUv.fill(2.5);
+    std::string error;
+    const auto beat = kx::recording::MakeMedianBeat(recording, error);
+    ASSERT_TRUE(beat) << error;
+    kx::TestRecord test;
+    EXPECT_TRUE(BeatsOf(test).empty() && !SignalOf(test));
+    FillTestRecord(test, recording, *beat);
+    const TracingSignal signal = SignalOf(test).value();
+    ASSERT_TRUE(signal.sampleRate == 250 && signal.leads.size() == 12 && signal.SampleCount() == 1000);
+    for (std::size_t i = 0; i < 12 * 1000; ++i) {
+        ASSERT_NEAR(signal.Millivolts(i % 12, i / 12), recording.leads[i % 12][i / 12] / 1000, 0.00126) << i;
+    }
+    const std::vector<TracedBeat> beats = BeatsOf(test);
+    ASSERT_EQ(beats.size(), beat->beatsMs.size());
+    for (std::size_t i = 0; i < beats.size(); ++i) {
+        EXPECT_TRUE(beats[i].timeMs == beat->beatsMs[i] && beats[i].label == 1 && beats[i].inMedian == beat->kept[i]) << i;
     }
 }
 
