@@ -1,7 +1,5 @@
 #include "dialogs/marker_view/trace/view_geometry.h"
 
-#include <climits>
-
 namespace kx::test {
 namespace {
 
@@ -80,13 +78,6 @@ TEST(ViewGeometry, AStepIsOneSampleOrWhatAMillisecondTells) {
             ASSERT_GT(heard(geometry.Stepped(position, 1)), heard(position)) << rate << " Hz, " << position;
             ASSERT_LT(heard(geometry.Stepped(position, -1)), heard(position)) << rate << " Hz, " << position;
         }
-    }
-}
-
-TEST(HitsMarker, IsTheSameOnBothSides) {
-    for (int x = 80; x <= 120; ++x) {
-        EXPECT_EQ(HitsMarker(100, {24, 20}, 300, x, 279), std::abs(x - 100) <= 2) << x;
-        EXPECT_EQ(HitsMarker(100, {24, 20}, 300, x, 280), std::abs(x - 100) <= 12) << x;
     }
 }
 

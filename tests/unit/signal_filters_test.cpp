@@ -3,11 +3,8 @@
 #include "dialogs/marker_view/trace/signal_filters.h"
 
 #include <complex>
-#include <limits>
 #include <numbers>
 #include <random>
-
-#include "dialogs/marker_view/trace/filtered_lead.h"
 
 namespace kx::test {
 namespace {
@@ -106,24 +103,6 @@ TEST(SampleFilter, FiltersAnArrayBothWaysAroundMissingSamples) {
     };
     expectBothWays(MovingAverageFilter(50, 500, kMissingSample), 0, 0);
     expectBothWays(BandPassFilter(10, 40, 500, kMissingSample), 250, 30);
-}
-
-TEST(FilteredLead, RunsEachFilterThereAndBackTheMainsFirst) {
-    Samples beat = Noise(300, 500), expected = beat;
-    const auto filtered = [&beat](std::int32_t count, std::int32_t rate, const SignalSettings& settings) {
-        const auto result = FilteredLead(beat.data(), count, rate, settings);
-        return result == nullptr ? Samples() : Samples(result.get(), result.get() + count);
-    };
-    MovingAverageFilter mains(60, 500, kMissingSample);
-    BandPassFilter band(0.5, 40.0, 500, kMissingSample);
-    for (SampleFilter* filter : {static_cast<SampleFilter*>(&mains), static_cast<SampleFilter*>(&band)}) {
-        const auto run = [&](std::int16_t& sample) { sample = static_cast<std::int16_t>(filter->FilterSample(sample)); };
-        std::for_each(expected.begin(), expected.end(), run);
-        std::for_each(expected.rbegin(), expected.rend(), run);  // from where the way there ended
-    }
-    EXPECT_EQ(filtered(300, 500, {true, 0.5, 40.0, 60}), expected);
-    EXPECT_TRUE(filtered(300, 500, {false, 1.0, 16.0, -50}).empty() && FilteredLead(nullptr, 300, 500, {true, 1.0, 16.0, 50}) == nullptr);
-    EXPECT_EQ(filtered(300, INT32_MAX, {true, -1e9, 1e9, 1}).size() + filtered(300, 0, {true, -1e9, 1e9, 1}).size(), 600u);
 }
 
 TEST(DerivativeTrace, CorrelatesWithAFivePointSlopeInMicrovoltsPerMillisecond) {

@@ -10,9 +10,9 @@ namespace {
 
 constexpr int kBusyMs = 3000;
 
-[[noreturn]] void Fail(sqlite3* handle, int code) {
-    const char* text = handle != nullptr ? sqlite3_errmsg(handle) : sqlite3_errstr(code);
-    throw SqliteError(handle != nullptr ? sqlite3_extended_errcode(handle) : code, text);
+// What the last call of the connection failed by; without one, there was no memory for it.
+[[noreturn]] void Fail(sqlite3* handle) {
+    throw SqliteError(sqlite3_extended_errcode(handle), sqlite3_errmsg(handle));
 }
 
 std::string Utf8(const std::filesystem::path& file) {
@@ -42,7 +42,7 @@ Statement::Statement(sqlite3* database, std::string_view sql) {
         sqlite3_prepare_v2(database, sql.data(), static_cast<int>(sql.size()), &statement, nullptr);
     statement_.reset(statement);
     if (code != SQLITE_OK) {
-        Fail(database, code);
+        Fail(database);
     }
 }
 
@@ -52,7 +52,7 @@ void Statement::Finalizer::operator()(sqlite3_stmt* statement) const {
 
 void Statement::Check(int code) const {
     if (code != SQLITE_OK) {
-        Fail(sqlite3_db_handle(statement_.get()), code);
+        Fail(sqlite3_db_handle(statement_.get()));
     }
 }
 
@@ -75,7 +75,7 @@ Statement& Statement::BindBlock(int index, std::string_view bytes) {
 bool Statement::Step() {
     const int code = sqlite3_step(statement_.get());
     if (code != SQLITE_ROW && code != SQLITE_DONE) {
-        Fail(sqlite3_db_handle(statement_.get()), code);
+        Fail(sqlite3_db_handle(statement_.get()));
     }
     return code == SQLITE_ROW;
 }
@@ -121,7 +121,7 @@ Database::Database(const std::filesystem::path& file, bool durable) {
                                      kChecksumVfs);
     handle_.reset(handle);
     if (code != SQLITE_OK) {
-        Fail(handle, code);
+        Fail(handle);
     }
     sqlite3_extended_result_codes(handle, 1);
     sqlite3_busy_timeout(handle, kBusyMs);
@@ -139,7 +139,7 @@ void Database::Closer::operator()(sqlite3* handle) const {
 void Database::Execute(const char* sql) {
     const int code = sqlite3_exec(handle_.get(), sql, nullptr, nullptr, nullptr);
     if (code != SQLITE_OK) {
-        Fail(handle_.get(), code);
+        Fail(handle_.get());
     }
 }
 
@@ -156,12 +156,12 @@ void Database::CopyFrom(Database& other) {
     constexpr int kAllPages = -1;
     sqlite3_backup* backup = sqlite3_backup_init(handle_.get(), "main", other.handle_.get(), "main");
     if (backup == nullptr) {
-        Fail(handle_.get(), SQLITE_ERROR);
+        Fail(handle_.get());
     }
     sqlite3_backup_step(backup, kAllPages);
     const int code = sqlite3_backup_finish(backup);
     if (code != SQLITE_OK) {
-        Fail(handle_.get(), code);
+        Fail(handle_.get());
     }
 }
 

@@ -1,8 +1,5 @@
 #include "dialogs/statements/statement_matcher.h"
 
-#include "dialogs/statements/case_fold.h"
-#include "tests/rig/recorded_reports.h"
-
 namespace kx::test {
 namespace {
 
@@ -83,24 +80,6 @@ TEST(StatementMatcher, ComparesTextsToTheirEnd) {
     EXPECT_STREQ(matcher.Match(0).code, "cod");
     EXPECT_FALSE(matcher.Extend(255, 'a') || matcher.Start(0, longest + "a")) << "the longest prefix";
     EXPECT_TRUE(matcher.Start(0, std::string(300, 'x') + " blocco"));
-}
-
-TEST(StatementMatcher, TakesTheStatementsOfALibrary) {
-    StatementLibrary library;
-    library.SetTitle(0, "A");
-    library.SetEntry(0, 0, "uno", "1");
-    library.SetEntry(5, 3, "uno e due", "X");  // of a section without title
-    Matcher matcher({});
-    RecordedReports log;
-    matcher.AddStatements(library, &log);
-    EXPECT_TRUE(matcher.Start(0, "uno") && matcher.EntryCount() == 2);
-    EXPECT_EQ(std::string(matcher.Match(0).code) + matcher.Match(1).code, "1");
-    for (std::size_t i = 0; i < 17 * 64; ++i) {
-        library.SetText(i / 64, i % 64, "riga");
-    }
-    matcher.AddStatements(library, &log);
-    EXPECT_TRUE(matcher.EntryCount() == 1024 && !matcher.Add("1025", ""));
-    EXPECT_THAT(log.Take(), ElementsAre("oem interp 1086 string limit 1024"));
 }
 
 }  // namespace
