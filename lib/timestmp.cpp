@@ -156,7 +156,7 @@ void DateTime::AddDays(std::int64_t count) {
 }
 
 void DateTime::AddMonths(std::int32_t count) {
-    std::uint8_t monthFromZero = 0;
+    std::uint8_t monthFromZero{};
     const std::int64_t years = Carry(std::int64_t{month} - 1 + count, 12, monthFromZero);
     month = static_cast<std::uint8_t>(monthFromZero + 1);
     year = AsYear(year + years);

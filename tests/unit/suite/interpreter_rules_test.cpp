@@ -142,6 +142,8 @@ TEST(InterpreterRules, TellTheRhythm) {
         {"NVNNVNNVNN", {800}, "", {30036, 30020}},
         {"NNNNVVNNNN", {800}, "", {30036, 30019, 30040}},
         {"NVNVNVNVN", {500, 1100}, "", {30036, 30020, 30039}},
+        {"NVSVSVSVN", {800}, "", {30036, 30018, 30020, 30039}},
+        {"NVuVuVuVN", {800}, "", {30036, 30020}},
         {"NNNNNNNNu", {800, 800, 800, 800, 800, 800, 800, 200}, "", {30036}},
         {"NxNxNxNxNxNx", {400}, "", {30036}}};
     for (const auto& [kinds, intervals, changes, made] : rows) {

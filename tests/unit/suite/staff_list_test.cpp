@@ -1,18 +1,14 @@
-// Texts that the suite's modules read and write: the staff file, encodings, lines of the log.
+// The staff file.
 #include "suite/kxdb/staff_list.h"
-#include "suite/kxsys/report_line.h"
-#include "suite/text_encoding.h"
 #include "tests/rig/recorded_reports.h"
 
 namespace kx::test {
 namespace {
 
-using namespace std::string_literals;
 using db::ParseStaff;
 using db::StaffList;
 using testing::ElementsAre;
 using testing::IsEmpty;
-using testing::MatchesRegex;
 
 // "last|first|initial|title" of everybody, technicians before physicians.
 std::string Names(const StaffList& staff) {
@@ -56,22 +52,6 @@ TEST(StaffList, LeavesABrokenLineOutAndSaysSo) {
         const std::string file = std::string("tecnico;Prima\n") + line + "\ntecnico;Dopo\n";
         EXPECT_EQ("t Prima||\nt Dopo||\n", Names(ParseStaff(file, "staff.csv", reports))) << line;
         EXPECT_THAT(reports.Take(), ElementsAre(std::string("oem staff.csv 2 ") + report + ", riga ignorata")) << line;
-    }
-}
-
-TEST(TextEncoding, TellsUtf8FromWindows1252) {
-    const std::pair<std::string, std::string> rows[] = {
-        {"\xEF\xBB\xBFRossi;Nicol\xC3\xB2", "Rossi;Nicol\xF2"},      // with a mark
-        {"Nicol\xC3\xB2 e Nicol\xF2", "Nicol\xC3\xB2 e Nicol\xF2"},  // not throughout: Windows-1252 already
-        {"\xE2\x82\xAC \xE2\x80\x99 \xC5\xB8 \xC2\xA0\xC3\xBF", "\x80 \x92 \x9F \xA0\xFF"},
-        {"\xC2\x81 \xCE\xB1 \xF0\x9F\xAB\x80", "? ? ?"},  // nothing for U+0081, a letter alpha, a heart
-        {"a\0b"s, "a\0b"s}};
-    for (const auto& [file, text] : rows) {
-        EXPECT_EQ(text, suite::ToWindows1252(file)) << file;
-    }
-    // Cut short, longer than it needs to be (twice), half a pair, beyond the last character: no UTF-8.
-    for (const std::string broken : {"\xC3", "\xC0\x80", "\xE0\x80\x80", "\xED\xA0\x80", "\xF4\x90\x80\x80"}) {
-        EXPECT_EQ(broken, suite::ToWindows1252(broken));
     }
 }
 
