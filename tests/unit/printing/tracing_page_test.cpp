@@ -12,14 +12,14 @@ namespace {
 // What is drawn, millimetres from the sheet's left upper corner.
 struct Drawing final : PageCanvas {
     std::vector<std::vector<PagePoint>> lines;
-    std::vector<std::wstring> texts;
+    std::vector<std::pair<PagePoint, std::wstring>> texts;
     double lowest = 0, rightmost = 0;
     PageArea paper;
 
     void MillimetrePaper(const PageArea& area) override { paper = area; }
     void Polyline(Ink, double, std::span<const PagePoint> points) override { lines.emplace_back(points.begin(), points.end()); }
     void Text(const PagePoint& at, const PageFont& font, Ink, std::wstring_view text) override {
-        texts.emplace_back(text);
+        texts.emplace_back(at, text);
         lowest = std::max(lowest, at.y);
         rightmost = std::max(rightmost, at.x + TextWidthMm(font, text));
     }
@@ -37,6 +37,7 @@ struct Wave {
         page.signal.leads.assign(12, samples);
         page.signal.sampleRate = 500;
         page.signal.unitMv.assign(12, 0.001);
+        page.beats = {{1000, 1, true}, {2500, 5, false}};
         page.texts.patient = L"Rossi, Nicolò (prova)";
         page.texts.globalValues.assign(7, {L"QT / QTc", L"400 / 420 ms"});
         for (int i = 0; i < 40; ++i) {
@@ -73,8 +74,24 @@ TEST(TracingPage, IsAtItsTrueSizeAndOnTheSheet) {
             }
         }
         EXPECT_TRUE(pulses == 4 && traces == 13);
+        // A beat has a tick of 2 mm under the letter of its kind.
+        const auto isTick = [](const auto& line) { return line.size() == 2 && std::abs(line[1].y - line[0].y - 2) < 1e-6; };
+        const auto tick = std::find_if(drawn.lines.begin(), drawn.lines.end(), isTick);
+        ASSERT_TRUE(drawn.lines.end() - tick >= 2 && isTick(tick[1]));
+        EXPECT_NEAR(tick[1][0].x - tick[0][0].x, 1.5 * 25, 0.011);
+        const auto letter = std::ranges::find(drawn.texts, L"V", &std::pair<PagePoint, std::wstring>::second);
+        ASSERT_NE(letter, drawn.texts.end());
+        EXPECT_NEAR(letter->first.x, tick[1][0].x, 1.5);
         EXPECT_TRUE(drawn.lowest < kTracingSheetHeightMm - 5 && drawn.rightmost < kTracingSheetWidthMm - 8);
-        EXPECT_TRUE(std::count(drawn.texts.begin(), drawn.texts.end(), L"[...] Il testo intero è nella stazione."));
+        // Two columns of seven lines, of which the last says that there are more; then, and before, what is shown.
+        const auto* lines = &drawn.texts[drawn.texts.size() - 15];
+        EXPECT_EQ(lines[13].second, L"[...] Il testo intero è nella stazione.");
+        for (int i = 0; i < 14; ++i) {
+            EXPECT_NEAR(lines[i].first.x, kTracingPaper.left + (i < 7 ? 0 : kTracingPaper.width / 2), 1e-6) << i;
+            EXPECT_NEAR(lines[i].first.y, lines[0].first.y + 4.2 * (i % 7), 1e-6) << i;
+        }
+        const std::wstring shown = seconds == 10 ? L"Registrazione: da 0,0 a 10,0 s di 10,0 s, 500 Hz" : L"Registrazione: da 0,0 a ";
+        EXPECT_TRUE(lines[-2].second.starts_with(shown)) << testing::PrintToString(lines[-2].second);
     }
 }
 

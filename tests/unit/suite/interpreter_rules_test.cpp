@@ -227,6 +227,7 @@ TEST(InterpreterRules, GiveTheNumbersOfTheirStatements) {
     const std::tuple<const char*, std::vector<std::uint32_t>, std::string, const char*> rows[] = {
         {"NNNNNNNN", {597}, "pr=214 axis=-40 V1=0,200,2250", "30005:100 30042:214 30026:-40 30073:3,6 "},
         {"NNNNNNNN", {1009}, "pr=119 axis=100", "30006:60 30047:119 30027:100 "},
+        {"NNNNNNNN", {1200}, "", "30006:60 "},
         {"NNNNNNNN", {1300}, "axis=-100 qtc=471", "30006:50 30028:-100 "},
         {"NNNNNNNN", {594}, "p=0 qtc=339", "30012:100 "},
         {"NNNNNNNN", {350}, "p=0 all.end=520", "30013:100 30059:90 "},
