@@ -231,20 +231,13 @@ TEST(CalendarText, IsReadAtItsLimitsAndRefusedBeyond) {
 }
 
 TEST(LeadNames, AreKnownInEveryWayOfWriting) {
-    const char* const ways[kLeadCount] = {"i|DI|MDC_ECG_LEAD_I",
-                                          "Lead II (Einthoven)|D2| ii ",
-                                          "ECG III",
-                                          "AVR|-aVR",
-                                          "MDC_ECG_LEAD_AVL",
-                                          "avf",
-                                          "C1",
-                                          "v2",
-                                          "V3",
-                                          "MDC_ECG_ELEC_POTL_V4",
-                                          "V5",
-                                          "lead v6"};
+    std::istringstream leads(
+        "i|DI|MDC_ECG_LEAD_I\nLead II (Einthoven)|D2| ii \nECG III\nAVR|-aVR\nMDC_ECG_LEAD_AVL\navf\n"
+        "C1\nv2\nV3\nMDC_ECG_ELEC_POTL_V4\nV5\nlead v6");
     for (std::size_t lead = 0; lead < kLeadCount; ++lead) {
-        std::istringstream names(ways[lead]);
+        std::string ways;
+        std::getline(leads, ways);
+        std::istringstream names(ways);
         for (std::string name; std::getline(names, name, '|');) {
             EXPECT_EQ(LeadOfName(name), (NamedLead{lead, name[0] == '-'})) << name;
         }

@@ -24,31 +24,6 @@ TEST(TestRecord, ArraysFillUpAndRefuse) {
     EXPECT_TRUE(test.Stage(256) == nullptr && test.RawBlock(256) == nullptr && test.Pressure(512) == nullptr);
 }
 
-TEST(TestRecord, FindsTheLongestEpisodeBetweenTwoTimes) {
-    TestRecord test;
-    // Episodes by their end (ms) and duration (s).
-    for (const auto& [end, duration] : {std::pair{10000, 10}, {20000, 4}, {40000, 10}, {41000, 60}, {90000, 30}}) {
-        EpisodeRecord* episode = test.AddEpisode(3, 1, 1, 500, 1000);
-        episode->SetEndTimeMs(static_cast<std::uint32_t>(end));
-        episode->durationSeconds = static_cast<std::uint16_t>(duration);
-    }
-    const struct {
-        std::int64_t from, to;
-        int expected;  // -1: none
-    } rows[] = {
-        {0, 10000, 0},      {5000, 15000, 0},  // 5 s; the second starts behind the end: -1 s
-        {9999, 20000, 1},                      // 0 s, then 4 s, then -10 s ends the search
-        {10000, 40000, 3},                     // 4 s, 10 s, 30 s; the last does not improve
-        {16500, 20500, 1},                     // 3 s (cut down from 3.5), then negative
-        {41000, 100000, 4}, {90000, 100000, -1},
-        {-5000, 1000, 0},   {0, 4294967296, 0},  // 10 s; the second is not better, and the search ends there
-    };
-    for (const auto& row : rows) {
-        const EpisodeRecord* expected = row.expected < 0 ? nullptr : test.Episode(static_cast<std::uint32_t>(row.expected));
-        EXPECT_EQ(test.LongestEpisodeBetween(row.from, row.to), expected) << row.from << " to " << row.to;
-    }
-}
-
 TEST(TestRecord, KeepsSeriesByCode) {
     TestRecord test;
     for (const int code : {-8, 25, INT32_MAX, INT32_MIN}) {
