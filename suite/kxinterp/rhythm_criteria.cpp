@@ -36,13 +36,14 @@ bool IsPaced(const BeatFigures& beats) {
 }
 
 // The median beat and the beats one by one agree that a P wave leads; where they do not, the regularity
-// decides. Without a watch over the recording the median beat alone does.
+// decides, unless single waves that are not conducted explain it. Without a watch over the recording the
+// median beat alone does.
 bool HasLeadingP(const Ecg& ecg) {
     const AtrialFigures& atria = ecg.Atria();
     if (!atria.watched) {
         return ecg.HasP();
     }
-    if (SecondDegreeOf(ecg) == SecondDegree::kWenckebach) {
+    if (SecondDegreeOf(ecg) != SecondDegree::kNone) {
         return true;
     }
     const bool irregular = IsIrregular(ecg.Beats());
