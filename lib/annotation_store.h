@@ -49,7 +49,8 @@ using LeadBeat = KxLeadBeat;
 // A KxAnnotationStore with its operations and its memory; not for a store of a host's, which has none of the
 // two fields behind it. An index or a slot that does not exist is answered with a stated value and changes
 // nothing; an array for which memory was short is absent. Every operation that changes an entry or a lead
-// beat sets the modified mark, setters also where there was nothing to set.
+// beat sets the modified mark, setters also where there was nothing to set. The workstation fills a store and
+// the record carries it; removing, widths, segments and values in a lead are for the suite's other programs.
 class AnnotationStore : public KxAnnotationStore {
   public:
     // The three-channel form: entries and the lead beats of slots 17, 18 and 19.

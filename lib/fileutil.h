@@ -63,24 +63,9 @@ class DataFile final : public ByteSink, public ByteSource {
 
     // ---- naming
 
-    // Shows the open-file dialog over owner (may be null); the path and the file must exist. title,
-    // initialDirectory, initialName and filter (description^pattern^...) may be null; they are cut at 255
-    // characters, the name at 32766. True when the user chose; the names are then the choice and any open
-    // file is closed. After a cancelled dialog everything is as before.
-    bool ChooseOpen(HWND__* owner, const char* title, const char* initialDirectory, const char* initialName,
-                    const char* filter, Reporter* log, bool multiSelect);
-    // The same with the save-file dialog, for one name.
-    bool ChooseSave(HWND__* owner, const char* title, const char* initialDirectory, const char* initialName,
-                    const char* filter, Reporter* log);
     // Closes any open file and takes the name. False, and no name is left, for a null name, for one of more
     // than 32766 characters, and when memory is short.
     bool SetName(const char* name);
-    // Has the system make a new, empty temporary file in directory and takes its name. The file is the
-    // caller's to delete.
-    bool MakeTempName(const char* directory, const char* prefix);
-    // The value of the environment variable TEMP; "\TEMP" when it is not set or does not fit. An empty text
-    // when that does not fit either; nothing happens without a buffer.
-    static void TempDirectory(char* buffer, std::uint32_t size);
     // See FileNameAt; null also while there are no names. Valid until the next call or the next name.
     const char* FileName(std::uint32_t index);
 
@@ -90,11 +75,6 @@ class DataFile final : public ByteSink, public ByteSource {
     // overwrite and makes the call fail without. The content in memory stays.
     bool Create(bool overwrite, Reporter* log);
     bool CreateAlways(Reporter* log) override { return Create(true, log); }
-    // Opens the existing file for reading, shared for reading only: a file that somebody is writing is not
-    // read half-written. Frees the content; Length() is the file's size, as far as it fits 32 bits.
-    bool OpenRead(Reporter* log);
-    // The same for reading and writing, not shared; a file that does not exist is created.
-    bool OpenReadWrite(Reporter* log);
     // Length() is 0 afterwards; the content stays until the file is opened again.
     void Close();
     bool IsOpen() const;
@@ -111,13 +91,44 @@ class DataFile final : public ByteSink, public ByteSource {
     // Writes at the current position; true when every byte was written. Without an open file it fails and the
     // thread's last error is 13 (invalid data).
     bool Write(const void* buffer, std::uint32_t count) override;
-    // Moves to an absolute position, which may lie behind the end of the file.
-    bool Seek(std::uint32_t position, Reporter* log);
 
     // ---- the content in memory
 
     const char* Content() const override { return content_.get(); }
     std::uint32_t Length() const override { return length_; }
+
+    // ---- the file as a whole
+
+    // Closes and deletes file `index`.
+    bool Delete(std::uint32_t index);
+
+    // ---- what the suite's other programs do, and no pane of this library
+
+    // Shows the open-file dialog over owner (may be null); the path and the file must exist. title,
+    // initialDirectory, initialName and filter (description^pattern^...) may be null; they are cut at 255
+    // characters, the name at 32766. True when the user chose; the names are then the choice and any open
+    // file is closed. After a cancelled dialog everything is as before.
+    bool ChooseOpen(HWND__* owner, const char* title, const char* initialDirectory, const char* initialName,
+                    const char* filter, Reporter* log, bool multiSelect);
+    // The same with the save-file dialog, for one name.
+    bool ChooseSave(HWND__* owner, const char* title, const char* initialDirectory, const char* initialName,
+                    const char* filter, Reporter* log);
+    // Has the system make a new, empty temporary file in directory and takes its name. The file is the
+    // caller's to delete.
+    bool MakeTempName(const char* directory, const char* prefix);
+    // The value of the environment variable TEMP; "\TEMP" when it is not set or does not fit. An empty text
+    // when that does not fit either; nothing happens without a buffer.
+    static void TempDirectory(char* buffer, std::uint32_t size);
+
+    // Closes what is open and opens the existing file for reading, shared for reading only: a file that
+    // somebody is writing is not read half-written. Frees the content; Length() is the file's size, as far as
+    // it fits 32 bits.
+    bool OpenRead(Reporter* log);
+    // The same for reading and writing, not shared; a file that does not exist is created.
+    bool OpenReadWrite(Reporter* log);
+    // Moves to an absolute position, which may lie behind the end of the file.
+    bool Seek(std::uint32_t position, Reporter* log);
+
     // Copies content[offset, offset + count). False, and nothing is copied, without content or destination,
     // and when the range leaves the content.
     bool CopyOut(void* destination, std::uint32_t offset, std::uint32_t count) const;
@@ -132,14 +143,10 @@ class DataFile final : public ByteSink, public ByteSource {
     // the content, and as DeleteRange when the file could not be written.
     bool InsertAt(std::uint32_t position, const void* bytes, std::int32_t count);
 
-    // ---- the file as a whole
-
     // UTC; false without an open file.
     bool LastWriteTime(_SYSTEMTIME* systemTime) const;
     // Sets the times of creation, last access and last write to one UTC time. Needs a file open for writing.
     bool SetFileTimes(const _SYSTEMTIME& time);
-    // Closes and deletes file `index`.
-    bool Delete(std::uint32_t index);
     // Copies file `index` to target and replaces what is there. CopyTo needs an open file.
     bool CopyTo(std::uint32_t index, const char* target);
     bool CopyNamedTo(std::uint32_t index, const char* target);
@@ -170,7 +177,7 @@ class DataFile final : public ByteSink, public ByteSource {
 
 // Walks the entries of a folder that match a pattern such as "C:\data\*.htm", in the system's order, "." and
 // ".." among them. A returned name has no folder; it lives in one buffer for all finders and is overwritten
-// by the next call of any.
+// by the next call of any. No pane walks a folder: it is for the suite's other programs.
 class FileFinder {
   public:
     FileFinder();

@@ -36,12 +36,9 @@ struct DateTime : KxDateTime {
 
     // Windows only. ToSystemTime leaves the day of the week 0.
     void SetFromSystemTime(const _SYSTEMTIME& time);
-    void SetFromFileTime(const _FILETIME& time);
     void ToSystemTime(_SYSTEMTIME& time) const;
 
     void Set(const KxDateTime& other) { static_cast<KxDateTime&>(*this) = other; }
-    // Takes the date and zeroes the time of day.
-    void SetDate(const KxDate& date);
     KxDate Date() const { return {year, day, month}; }
 
     int Year() const { return year; }
@@ -64,12 +61,9 @@ struct DateTime : KxDateTime {
     // ms and counts may be negative; tens of ms are the resolution.
     void AddMilliseconds(std::int64_t ms);
     void AddDays(std::int64_t count);
-    void AddMonths(std::int32_t count);
     // month: 1 to 12; 0 days for any other.
     static int DaysInMonth(int month, int year);
     static bool IsLeapYear(int year);
-    // 1 from 1 January on, (days since then + 11) / 7.
-    int WeekOfYear() const;
 
     // Texts in the user's formats: each clears the buffer first and returns whether the system produced one.
     bool ShortDate(char* buffer, std::size_t size, const LocaleFormats& locale = UserLocale()) const;
@@ -77,21 +71,32 @@ struct DateTime : KxDateTime {
     bool ShortTime(char* buffer, std::size_t size, const LocaleFormats& locale = UserLocale()) const;
     bool LongTime(char* buffer, std::size_t size, const LocaleFormats& locale = UserLocale()) const;
     bool ShortTimeNoMarker(char* buffer, std::size_t size, const LocaleFormats& locale = UserLocale()) const;
-    bool DayName(char* buffer, std::size_t size, const LocaleFormats& locale = UserLocale()) const;
 
     // "date, time". The buffer must hold both parts and 3 characters more; else false, and nothing is
-    // written (LongDateAndTime then writes "?"). A part that cannot be formatted is empty in the first two
-    // and fails the other two.
+    // written (LongDateAndTime then writes "?"). A part that cannot be formatted is empty here and in
+    // DateAndTimeNoMarker, and fails the two with a long one.
     bool DateAndTime(char* buffer, std::size_t size, const LocaleFormats& locale = UserLocale()) const;
-    bool DateAndTimeNoMarker(char* buffer, std::size_t size,
-                             const LocaleFormats& locale = UserLocale()) const;
-    bool DateAndLongTime(char* buffer, std::size_t size, const LocaleFormats& locale = UserLocale()) const;
-    bool LongDateAndTime(char* buffer, std::size_t size, const LocaleFormats& locale = UserLocale()) const;
 
     // The time of day `ms` after this one and, in parentheses, the day it falls on, this day being 1:
     // "00:20:00 (2)". False, with an empty buffer, when it does not fit.
     bool TimeAfter(std::int64_t ms, char* buffer, std::size_t size,
                    const LocaleFormats& locale = UserLocale()) const;
+
+    // ---- what the suite's other programs do, and no pane of this library
+
+    void SetFromFileTime(const _FILETIME& time);
+    // Takes the date and zeroes the time of day.
+    void SetDate(const KxDate& date);
+    void AddMonths(std::int32_t count);
+    // 1 from 1 January on, (days since then + 11) / 7.
+    int WeekOfYear() const;
+
+    // Texts, as those above of their kind.
+    bool DayName(char* buffer, std::size_t size, const LocaleFormats& locale = UserLocale()) const;
+    bool DateAndTimeNoMarker(char* buffer, std::size_t size,
+                             const LocaleFormats& locale = UserLocale()) const;
+    bool DateAndLongTime(char* buffer, std::size_t size, const LocaleFormats& locale = UserLocale()) const;
+    bool LongDateAndTime(char* buffer, std::size_t size, const LocaleFormats& locale = UserLocale()) const;
     bool ShortTimeAfter(std::int64_t ms, char* buffer, std::size_t size,
                         const LocaleFormats& locale = UserLocale()) const;
 

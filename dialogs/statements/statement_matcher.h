@@ -35,7 +35,6 @@ class StatementMatcher {
     // Adds every statement of the library that is not hidden, in its order. Stops at the first that finds no
     // room, with a report ("string limit 1024") to log, which may be null.
     void AddStatements(const StatementLibrary& library, Reporter* log);
-    std::size_t EntryCount() const { return count_; }
 
     // ---- what the user types
 

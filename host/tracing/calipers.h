@@ -22,7 +22,6 @@ class Calipers {
     void PutAway() { out_ = false; }
 
     const TracingPoint& Leg(int index) const { return legs_[index]; }
-    int ActiveLeg() const { return active_; }
     double Ms() const { return legs_[1].ms - legs_[0].ms; }
     double Millivolts() const { return legs_[1].millivolts - legs_[0].millivolts; }
     // None for legs at the same time.

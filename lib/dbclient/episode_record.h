@@ -80,22 +80,14 @@ struct EpisodeRecord : KxEpisodeRecord {
     // Clears the lead, then copies count samples. False, and nothing changed, when count exceeds
     // samplesPerLead, the lead is absent (code 16 is never stored) or no samples are given.
     bool SetLeadSamples(std::uint32_t leadCode, const std::int16_t* samplesToCopy, std::uint32_t count);
-    // Subtracts offset (sample units) from every sample of the lead, in 16 bits.
-    void ShiftLead(std::uint32_t leadCode, std::int32_t offset);
     // III, aVR, aVL and aVF from I and II, divisions truncating, in 16 bits. False, and nothing changed, when
     // one of the six leads is absent.
     bool DeriveLimbLeads();
-    // Zeroes all samples and clears the measurements.
-    void ClearSamples();
 
     // ---- time
     std::uint32_t DurationSeconds() const { return durationSeconds; }
-    // One second more, up to 65000; restarts at 1 while the state is 0.
-    void AddSecond();
-    std::uint32_t EndTimeMs() const { return endTimeMs; }
     // Also the measurements' episodeTime.
     void SetEndTimeMs(std::uint32_t ms);
-    void SetState(std::uint32_t value) { state = value; }
 
     // ---- results
     MeasurementSet& Measurements() { return MeasurementSet::Of(measurements); }
@@ -104,6 +96,19 @@ struct EpisodeRecord : KxEpisodeRecord {
     const InterpretationResult& Interpretation() const {
         return static_cast<const InterpretationResult&>(interpretation);
     }
+
+    // ---- what the suite's other programs do, and no pane of this library
+
+    // Subtracts offset (sample units) from every sample of the lead, in 16 bits.
+    void ShiftLead(std::uint32_t leadCode, std::int32_t offset);
+    // Zeroes all samples and clears the measurements.
+    void ClearSamples();
+
+    // One second more, up to 65000; restarts at 1 while the state is 0.
+    void AddSecond();
+    std::uint32_t EndTimeMs() const { return endTimeMs; }
+    void SetState(std::uint32_t value) { state = value; }
+
     // The five global fiducial points (ms), into all 15 lead blocks.
     void SetGlobalFiducials(std::uint16_t pOn, std::uint16_t pOff, std::uint16_t qrsOn, std::uint16_t qrsOff,
                             std::uint16_t tOff);

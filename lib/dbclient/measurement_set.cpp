@@ -17,8 +17,4 @@ std::int32_t MeasurementSet::LeadStLevel(int lead, std::int32_t ms) const {
     return StLevelOf(leads[lead], ms);
 }
 
-std::int32_t MeasurementSet::LeadStSlope(int lead, std::int32_t ms) const {
-    return StSlopeOf(leads[lead], ms);
-}
-
 }  // namespace kx

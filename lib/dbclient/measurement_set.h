@@ -23,8 +23,6 @@ struct MeasurementSet : KxMeasurementSet {
 
     // All 1872 bytes zero but the size.
     void Clear();
-    // Nonzero: the set holds measurements.
-    std::uint32_t IsMeasured() const { return measured; }
 
     // ---- the whole beat
     std::uint32_t PDuration() const { return pDuration; }
@@ -34,19 +32,37 @@ struct MeasurementSet : KxMeasurementSet {
     std::uint32_t QtcBazett() const { return qtcBazett; }
     std::uint32_t QrsDuration() const { return qrsDuration; }
     std::uint32_t RrInterval() const { return rrInterval; }
-    std::int32_t PAxis() const { return pAxis; }
     std::int32_t QrsAxis() const { return qrsAxis; }
-    std::int32_t TAxis() const { return tAxis; }
     // 60000 / RR interval in beats per minute, halves rounded away from zero; 0 without an RR interval.
     std::int32_t HeartRate() const;
 
-    // The five global fiducial points stand in every lead block. They are read from block 0, and the setters
-    // write block 0 alone; EpisodeRecord writes all blocks.
+    // The five global fiducial points stand in every lead block. They are read from block 0.
     std::uint32_t POn() const { return leads[0].pOn; }
     std::uint32_t POff() const { return leads[0].pOff; }
     std::uint32_t QrsOn() const { return leads[0].qrsOn; }
     std::uint32_t QrsOff() const { return leads[0].qrsOff; }
     std::uint32_t TOff() const { return leads[0].tOff; }
+
+    // ---- one lead: amplitudes
+    std::int32_t LeadAP1(int lead) const { return leads[lead].aP1; }
+    std::int32_t LeadAP2(int lead) const { return leads[lead].aP2; }
+    std::int32_t LeadAQ(int lead) const { return leads[lead].aQ; }
+    std::int32_t LeadAR(int lead) const { return leads[lead].aR; }
+    std::int32_t LeadAS(int lead) const { return leads[lead].aS; }
+    std::int32_t LeadAR1(int lead) const { return leads[lead].aR1; }
+    std::int32_t LeadAS1(int lead) const { return leads[lead].aS1; }
+    std::int32_t LeadAT1(int lead) const { return leads[lead].aT1; }
+    std::int32_t LeadAT2(int lead) const { return leads[lead].aT2; }
+
+    // ---- what the suite's other programs ask for, and no pane of this library; the dialogs' tables know
+    // the markers by their members
+
+    // Nonzero: the set holds measurements.
+    std::uint32_t IsMeasured() const { return measured; }
+    std::int32_t PAxis() const { return pAxis; }
+    std::int32_t TAxis() const { return tAxis; }
+
+    // The setters write block 0 alone; EpisodeRecord writes all blocks.
     void SetPOn(std::uint16_t ms) { leads[0].pOn = ms; }
     void SetPOff(std::uint16_t ms) { leads[0].pOff = ms; }
     void SetQrsOn(std::uint16_t ms) { leads[0].qrsOn = ms; }
@@ -65,30 +81,17 @@ struct MeasurementSet : KxMeasurementSet {
     void SetQrsOffManual(bool on) { SetGlobalFlag(KX_MANUAL_QRS_OFF, on); }
     void SetTOffManual(bool on) { SetGlobalFlag(KX_MANUAL_T_OFF, on); }
 
-    // ---- one lead: amplitudes
-    std::int32_t LeadAP1(int lead) const { return leads[lead].aP1; }
-    std::int32_t LeadAP2(int lead) const { return leads[lead].aP2; }
-    std::int32_t LeadAQ(int lead) const { return leads[lead].aQ; }
-    std::int32_t LeadAR(int lead) const { return leads[lead].aR; }
-    std::int32_t LeadAS(int lead) const { return leads[lead].aS; }
-    std::int32_t LeadAR1(int lead) const { return leads[lead].aR1; }
-    std::int32_t LeadAS1(int lead) const { return leads[lead].aS1; }
-    std::int32_t LeadAT1(int lead) const { return leads[lead].aT1; }
-    std::int32_t LeadAT2(int lead) const { return leads[lead].aT2; }
-
-    // ---- one lead: values
+    // One lead: values.
     std::uint32_t LeadIntrinsicoidDeflection(int lead) const { return leads[lead].intrinsicoidDeflection; }
     std::int32_t LeadFieldValue251(int lead) const { return leads[lead].fieldValue251; }
     std::uint32_t LeadFieldValue263(int lead) const { return leads[lead].fieldValue263; }
     std::uint32_t LeadFieldValue275(int lead) const { return leads[lead].fieldValue275; }
     // The ST level nearest to `ms` (every 10 ms from 0 to 90, halves away from zero); 0 outside the table.
     std::int32_t LeadStLevel(int lead, std::int32_t ms) const;
-    // The ST slope between 0 and `ms`, microvolts per second, rounded to nearest. ms is at least 1.
-    std::int32_t LeadStSlope(int lead, std::int32_t ms) const;
     KxLeadMeasurements& LeadBlock(int lead) { return leads[lead]; }
     const KxLeadMeasurements& LeadBlock(int lead) const { return leads[lead]; }
 
-    // ---- one lead: markers
+    // One lead: markers.
     std::uint32_t LeadPOnMarker(int lead) const { return leads[lead].pOnMarker; }
     std::uint32_t LeadPPrimeOnMarker(int lead) const { return leads[lead].pPrimeOnMarker; }
     std::uint32_t LeadPOffMarker(int lead) const { return leads[lead].pOffMarker; }

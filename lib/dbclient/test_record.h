@@ -104,24 +104,12 @@ struct TestRecord : KxTestRecord {
     std::uint32_t AgeDays() const { return ageDays; }
     // Nothing while the record has a valid birth date.
     void SetAgeDays(std::uint16_t days);
-    // The texts read a number at their start. False, and nothing changed, when the value does not fit its
-    // field or there is no text.
-    // "NG" is 0; days with a D, months (30 days) with an M, else years (365 days).
-    bool SetAgeText(const char* text);
     // "NG", "29 d", "12 m" or "1 y".
     void AgeText(char* buffer, std::size_t size) const;
-    std::uint32_t Weight() const { return weight; }  // hundredths of a pound
-    void SetWeight(std::uint16_t hundredthsOfPound) { Set(weight, hundredthsOfPound); }
-    // Kilograms with metricUnits or with "KG" or "kg", else pounds.
-    bool SetWeightText(const char* text);
+    std::uint32_t Weight() const { return weight; }         // hundredths of a pound
     void WeightText(char* buffer, std::size_t size) const;  // "NG", "70 kg" or "154 lbs"
     std::uint32_t Height() const { return height; }         // hundredths of an inch
-    void SetHeight(std::uint16_t hundredthsOfInch) { Set(height, hundredthsOfInch); }
-    // Centimetres with metricUnits or with "CM" or "cm", else inches.
-    bool SetHeightText(const char* text);
     void HeightText(char* buffer, std::size_t size) const;  // "NG", "175 cm" or "69 in"
-    std::uint32_t Race() const { return race; }
-    void SetRace(std::uint32_t code) { Set(race, code); }
 
     // The text of a code by a pick list of the resources: "*" when the list cannot be loaded; the buffer is
     // left as it was when no code matches. listId 0 stands for the record's own list.
@@ -130,17 +118,9 @@ struct TestRecord : KxTestRecord {
     // flag: 0 to 4; nothing for any other.
     void ClinicalFlagText(const ResourceTexts& texts, int flag, char* buffer, std::size_t size,
                           std::uint32_t listId = 0) const;
-    // 0 when there is no such flag.
-    std::uint32_t ClinicalFlag(int flag) const;
-    void SetClinicalFlag(int flag, std::uint32_t code);
     // Short date, or "NG" when it is not valid.
     void ClinicalDateText(char* buffer, std::size_t size, const LocaleFormats& locale = UserLocale()) const;
-    // A date that is not valid clears it.
-    void SetClinicalDate(const KxDate& date);
     void BloodPressureText(char* buffer, std::size_t size) const;  // "120/80", or "..." when not given
-    std::uint32_t RatePressureProduct() const {
-        return (bloodPressure >> 16) * heartRate;
-    }  // systolic x heartRate
 
     // ---- report
     std::uint32_t ReportState() const { return reportState; }  // KX_REPORT_...
@@ -157,8 +137,6 @@ struct TestRecord : KxTestRecord {
     void SetOriginalInterpretation(const KxDateTime* time, const char* text);
     void SetOverreadInterpretation(const KxDateTime* time, const char* text);
     void SetConfirmedInterpretation(const KxDateTime* time, const char* text);
-    // An original report becomes reviewed outside when the history tells so.
-    void CheckExternalReview();
     DateTime OriginalTime() const { return originalTime; }
     DateTime OverreadTime() const { return overreadTime; }
     DateTime ConfirmedTime() const { return confirmedTime; }
@@ -178,7 +156,6 @@ struct TestRecord : KxTestRecord {
 
     // ---- settings
     bool MetricUnits() const { return metricUnits == 1; }
-    void SetMetricUnits(bool on) { Set(metricUnits, on ? 1 : 0); }
     std::uint32_t MainsFrequency() const;  // 50, 60 or 0
     void SetMainsFrequency(std::uint32_t hz);
     std::uint32_t ArtifactFilter() const;  // 0 off, 1, 2 or 3
@@ -188,44 +165,26 @@ struct TestRecord : KxTestRecord {
     // The recorder; without setting `modified`. Null keeps a field.
     void SetDevice(const char* name, const char* serial, const char* revision);
     void DeviceText(char* buffer, std::size_t size) const;  // "name (SN: serial) rev revision"
-    // Values above 65535 are stored as 0.
-    void SetValue6118(std::uint32_t value) { Set(value6118, value > 0xFFFF ? 0 : value); }
-    // Always sets `modified`; null keeps the field.
-    void SetText7146(const char* text) { StoreModified(text7146, text); }
-    // Without setting `modified`; null keeps the field. index: 0 to 2, nothing for any other.
-    void SetText7189(int index, const char* text);
-    void SetText6570(const char* text) { StoreField(text6570, text); }
-    // 0 treadmill, 1 ergometer, and whether treadmill speeds are shown in km/h.
-    void SetExerciseDevice(std::uint32_t device, bool inKilometres);
-    // One bit, 0 to 31, of the two bit sets among values7444; nothing for any other.
-    void SetBit7460(int bit, bool on) { SetBit(values7444[4], bit, on); }
-    void SetBit7476(int bit, bool on) { SetBit(values7444[8], bit, on); }
 
     // ---- sub-objects. Getters give null where there is none.
     const void* Ecg() const { return ecg; }
     // Copies the signal, which must not lie in the old one: that is destroyed first. False, and nothing
     // changed, without data; false and no signal when there is no memory.
     bool SetEcg(const void* data, std::size_t size);
-    // The same for the three objects that this library only keeps: a buffer, one of 12 and one of 24 bytes.
-    bool SetBuffer7584(const void* data, std::size_t size);
+    // The same for two objects that this library only keeps, of 12 and of 24 bytes.
     bool SetObject7600(const std::array<std::uint8_t, 12>& object);
     bool SetObject7604(const std::array<std::uint8_t, 24>& object);
 
     // A store made here; a host's is for the suite's modules, and its beginning alone is read.
     AnnotationStore* Annotations();
     const AnnotationStore* Annotations() const;
-    AnnotationStore* Annotations2();
-    const AnnotationStore* Annotations2() const;
     // Each destroys the previous store and installs the new one; the three-channel form, the twelve-lead form
     // (or entries alone), or one made before. The new store, null when there was no memory for it.
     AnnotationStore* CreateAnnotations(std::uint32_t capacity);
     AnnotationStore* CreateAnnotations(std::uint32_t capacity, bool entriesOnly);
     AnnotationStore* ReplaceAnnotations(std::unique_ptr<AnnotationStore> store);
-    AnnotationStore* CreateAnnotations2(std::uint32_t capacity);
-    AnnotationStore* CreateAnnotations2(std::uint32_t capacity, bool entriesOnly);
+    // Likewise the second store.
     AnnotationStore* ReplaceAnnotations2(std::unique_ptr<AnnotationStore> store);
-    // Makes an entry of the first store the current one; reports and refuses an index that it does not have.
-    bool SetCurrentAnnotation(std::uint32_t index, Reporter& log);
 
     // What this library does not understand (sub_records.h) counts as not there. Each Set destroys the
     // previous object; the Add operations give false, and change nothing, for a full array or a null object.
@@ -271,6 +230,56 @@ struct TestRecord : KxTestRecord {
     bool AddHistoryEntry(std::uint32_t action, const KxDateTime& time, const char* user);
     // lastChangeTime; while its year is 0, filled first from the last entry of the history.
     DateTime LastChangeTime();
+
+    // ---- what the suite's other programs do, and no pane of this library
+
+    // The texts read a number at their start. False, and nothing changed, when the value does not fit its
+    // field or there is no text.
+    // "NG" is 0; days with a D, months (30 days) with an M, else years (365 days).
+    bool SetAgeText(const char* text);
+    // Kilograms with metricUnits or with "KG" or "kg", else pounds.
+    bool SetWeightText(const char* text);
+    // Centimetres with metricUnits or with "CM" or "cm", else inches.
+    bool SetHeightText(const char* text);
+
+    void SetWeight(std::uint16_t hundredthsOfPound) { Set(weight, hundredthsOfPound); }
+    void SetHeight(std::uint16_t hundredthsOfInch) { Set(height, hundredthsOfInch); }
+    std::uint32_t Race() const { return race; }
+    void SetRace(std::uint32_t code) { Set(race, code); }
+    // 0 when there is no such flag.
+    std::uint32_t ClinicalFlag(int flag) const;
+    void SetClinicalFlag(int flag, std::uint32_t code);
+    // A date that is not valid clears it.
+    void SetClinicalDate(const KxDate& date);
+    std::uint32_t RatePressureProduct() const {
+        return (bloodPressure >> 16) * heartRate;
+    }  // systolic x heartRate
+    // An original report becomes reviewed outside when the history tells so.
+    void CheckExternalReview();
+
+    void SetMetricUnits(bool on) { Set(metricUnits, on ? 1 : 0); }
+    // Values above 65535 are stored as 0.
+    void SetValue6118(std::uint32_t value) { Set(value6118, value > 0xFFFF ? 0 : value); }
+    // Always sets `modified`; null keeps the field.
+    void SetText7146(const char* text) { StoreModified(text7146, text); }
+    // Without setting `modified`; null keeps the field. index: 0 to 2, nothing for any other.
+    void SetText7189(int index, const char* text);
+    void SetText6570(const char* text) { StoreField(text6570, text); }
+    // 0 treadmill, 1 ergometer, and whether treadmill speeds are shown in km/h.
+    void SetExerciseDevice(std::uint32_t device, bool inKilometres);
+    // One bit, 0 to 31, of the two bit sets among values7444; nothing for any other.
+    void SetBit7460(int bit, bool on) { SetBit(values7444[4], bit, on); }
+    void SetBit7476(int bit, bool on) { SetBit(values7444[8], bit, on); }
+    // As SetEcg: a buffer that this library only keeps.
+    bool SetBuffer7584(const void* data, std::size_t size);
+
+    // The second annotation store, as the first.
+    AnnotationStore* Annotations2();
+    const AnnotationStore* Annotations2() const;
+    AnnotationStore* CreateAnnotations2(std::uint32_t capacity);
+    AnnotationStore* CreateAnnotations2(std::uint32_t capacity, bool entriesOnly);
+    // Makes an entry of the first store the current one; reports and refuses an index that it does not have.
+    bool SetCurrentAnnotation(std::uint32_t index, Reporter& log);
 
   private:
     // How values are stored, with `modified` where they differ.

@@ -35,8 +35,16 @@ class ModuleInstance final : public ResourceTexts {
     // type: IMAGE_BITMAP, IMAGE_ICON or IMAGE_CURSOR; width and height 0: the resource's own (or
     // LR_DEFAULTSIZE's). The caller destroys what it gets, unless flags hold LR_SHARED.
     HANDLE LoadImageById(std::uint32_t id, UINT type, int width, int height, UINT flags) const;
-    // Shared, in the system's standard size; nobody destroys them.
+    // Shared, in the system's standard size; nobody destroys it.
     HICON LoadIconById(std::uint32_t id) const;
+
+    // Passes the system's message for the thread's last error ("E = " and the code when there is none) to
+    // LOGSYSTEMERROR and returns its result. 0 without a report when the last error is 0.
+    static std::uint32_t LogLastSystemError(Reporter& log);
+
+    // ---- what the suite's other programs do, and no pane of this library
+
+    // As LoadIconById.
     HCURSOR LoadCursorById(std::uint32_t id) const;
     // The caller destroys the menu, unless a window has taken it.
     HMENU LoadMenuById(std::uint32_t id) const;
@@ -45,10 +53,6 @@ class ModuleInstance final : public ResourceTexts {
     // The bytes of a resource, and in `size` how many; they live as long as the module is loaded. Null and 0
     // when there is none. type: a name or MAKEINTRESOURCEA of a number (RT_RCDATA).
     const void* LoadRaw(std::uint32_t id, const char* type, std::size_t& size) const;
-
-    // Passes the system's message for the thread's last error ("E = " and the code when there is none) to
-    // LOGSYSTEMERROR and returns its result. 0 without a report when the last error is 0.
-    static std::uint32_t LogLastSystemError(Reporter& log);
 
   private:
     bool HasModule() const;

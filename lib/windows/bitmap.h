@@ -35,12 +35,14 @@ class Bitmap {
     bool CreateDibSection(int width, int height, WORD bitsPerPixel);
     void Destroy() { handle_.reset(); }
 
-    // WidthBytes is the length of a row as GetBits gives it.
     int Width() const { return Record().bmWidth; }
     int Height() const { return Record().bmHeight; }
-    int WidthBytes() const { return Record().bmWidthBytes; }
     int BitsPerPixel() const { return Record().bmBitsPixel; }
 
+    // ---- what the suite's other programs do, and no pane of this library
+
+    // The length of a row as GetBits gives it.
+    int WidthBytes() const { return Record().bmWidthBytes; }
     // Copies at most `size` bytes of the pixels, rows from the top down; returns how many.
     LONG GetBits(void* buffer, LONG size) const;
     // The pixels as the rows of a bottom-up device-independent bitmap of the same depth, each padded to 32

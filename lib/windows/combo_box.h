@@ -35,30 +35,22 @@ class ComboBox final : public Window {
     // subclassed): the owner does.
     bool DeletesItself() const { return ReplacedProc() != nullptr; }
 
-    // Replaces the items by the pieces of a text between its '^' separators. The items have no codes.
-    void FillList(const char* text);
     // Replaces the items by those of pick list `textId` of the library's strings (see lib/pick_list.h), each
     // with its code, and selects the one with `selectedCode`, else item 0.
     void FillPickList(std::uint32_t textId, std::int32_t selectedCode);
     void FillPickListText(std::string_view text, std::int32_t selectedCode);
 
-    // Adds an item with a code, which may also be the decimal number that a text starts with. Returns its
-    // index.
+    // Adds an item with a code. Returns its index.
     int AddItem(std::int32_t code, const char* text);
-    int AddItem(const char* codeText, const char* text);
     // Selects the first item with the code; without one the selection stays.
     void SelectCode(std::int32_t code);
     // The code of the selected item, CB_ERR when none is selected.
     std::int32_t SelectedCode() const;
-    // Selects the first item whose text is exactly (also in case) the given one, else item 0.
-    void SelectText(const char* text);
 
     // Whether the wParam of a WM_COMMAND says this of this combo box.
     bool IsSelChange(WPARAM wParam) const;
-    bool IsSelEndOk(WPARAM wParam) const;
     bool IsEditChange(WPARAM wParam) const;
     bool IsEditUpdate(WPARAM wParam) const;
-    bool IsKillFocus(WPARAM wParam) const;
 
     // One message each; indexes from 0.
     void Reset();
@@ -75,13 +67,26 @@ class ComboBox final : public Window {
     int GetLBText(int index, char* buffer, std::size_t size) const;
     int GetCount() const;
     int GetCurSel() const;
-    // The next item with the text, case ignored, searching from item 1 and round to item 0.
-    int FindExact(const char* text) const;
 
     // What the control's own messages mean to the wrapper: a WM_COMMAND of its list is told to the forward
     // target, if there is one, by posting the forward message with the selected item's code and the address
     // of its text. The text stands in one buffer for all combo boxes until the next such message.
     std::optional<LRESULT> OnControlMessage(UINT message, WPARAM wParam, LPARAM lParam);
+
+    // ---- what the suite's other programs do, and no pane of this library
+
+    // Replaces the items by the pieces of a text between its '^' separators. The items have no codes.
+    void FillList(const char* text);
+    // The code is the decimal number that codeText starts with. Returns the item's index.
+    int AddItem(const char* codeText, const char* text);
+    // Selects the first item whose text is exactly (also in case) the given one, else item 0.
+    void SelectText(const char* text);
+    // The next item with the text, case ignored, searching from item 1 and round to item 0.
+    int FindExact(const char* text) const;
+
+    // As IsSelChange.
+    bool IsSelEndOk(WPARAM wParam) const;
+    bool IsKillFocus(WPARAM wParam) const;
 
   private:
     friend struct ComboBoxLayout;

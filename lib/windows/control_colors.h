@@ -16,7 +16,6 @@ class ControlColors {
     // Replaces the brush by a solid one of the colour.
     void SetBackground(COLORREF color);
     void SetText(COLORREF color) { text_ = color; }
-    COLORREF Background() const { return background_; }
     COLORREF Text() const { return text_; }
 
     // Sets the context's background and text colours. The answer is the brush, which stays this object's;

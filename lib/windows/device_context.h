@@ -40,15 +40,10 @@ class DeviceContext {
     void Release();
 
     // Transform. A divisor of 0 makes every coordinate of its axis the device origin - 1.
-    void SetLogicalOrigin(std::int32_t x, std::int32_t y);
-    void SetDeviceOrigin(std::int32_t x, std::int32_t y);
     void SetDivisors(std::int32_t x, std::int32_t y);
     void SetMultipliers(std::int32_t x, std::int32_t y);
     // Scale 1 without origins.
     void SetPixelMapping() { transform_ = {}; }
-    // One saved copy. Restoring before the first save gives scale 1 without origins.
-    void SaveTransform() { saved_ = transform_; }
-    void RestoreTransform() { transform_ = saved_; }
     const DrawingTransform& Transform() const { return transform_; }
     std::int32_t ScaleX(std::int32_t w) const { return transform_.ScaleX(w); }
     std::int32_t ScaleY(std::int32_t h) const { return transform_.ScaleY(h); }
@@ -58,10 +53,6 @@ class DeviceContext {
     // along the y axis, every other style is one pixel wide.
     bool SetPen(int style, std::int32_t width, COLORREF colour);
     bool SetSolidBrush(COLORREF colour);
-    bool SetPatternBrush(const Bitmap& pattern);
-    bool SetDotBrush();
-    // The brush of system colour 1 (COLOR_BACKGROUND), which is nobody's to delete.
-    HGDIOBJ SelectSystemBrush();
     // Returns the object selected before. The caller keeps the object alive while it is selected.
     HGDIOBJ Select(HGDIOBJ object);
     HGDIOBJ SelectBitmap(const Bitmap& bitmap);
@@ -76,7 +67,6 @@ class DeviceContext {
     BOOL FillPattern(int x, int y, int w, int h);
     BOOL FillBlack(int x, int y, int w, int h);
     BOOL FillWhite(int x, int y, int w, int h);
-    BOOL InvertPattern(int x, int y, int w, int h);
     // The source's point is in the source's own logical coordinates.
     BOOL CopyFrom(int x, int y, int w, int h, const DeviceContext& source, int sx, int sy);
     // Everything in device units, with SRCCOPY or another raster operation.
@@ -84,8 +74,52 @@ class DeviceContext {
                         DWORD operation = SRCCOPY);
     // The whole rectangle of the destination from the same place of the source, in device units.
     BOOL DeviceCopyFrom(const RECT& area, const DeviceContext& source);
-    BOOL StretchFrom(int x, int y, int w, int h, const DeviceContext& source, int sx, int sy, int sw, int sh);
     int FillRect(const RECT& area, HBRUSH brush);
+    // In device units; null when there is none.
+    UniqueRegion RectRegion(const RECT& area) const;
+
+    // Lines and shapes, with the selected pen and brush. The caller's points are transformed in place.
+    BOOL Polyline(POINT* points, int count);
+    BOOL Rectangle(int left, int top, int right, int bottom);
+
+    // Text (Windows-1252); a length of -1 means that it is terminated.
+    int SetTransparent();
+    COLORREF SetTextColor(COLORREF colour);
+    UINT SetTextAlign(UINT flags);
+    // spacing: the advance of each character in device units, or null.
+    BOOL ExtTextAt(int x, int y, UINT options, const RECT* clip, const char* text, int length,
+                   const INT* spacing);
+    // In logical units; 0 by 0 when it cannot be measured.
+    SIZE TextExtent(const char* text, int length) const;
+
+    // The device's facts. Sizes are those of the overrides where they are at least 1.
+    int PixelsPerInchX() const { return Capability(LOGPIXELSX); }
+    int PixelsPerInchY() const { return Capability(LOGPIXELSY); }
+    int WidthMm() const { return widthMm_ >= 1 ? widthMm_ : Capability(HORZSIZE); }
+    int HeightMm() const { return heightMm_ >= 1 ? heightMm_ : Capability(VERTSIZE); }
+    int WidthPixels() const { return widthPixels_ >= 1 ? widthPixels_ : Capability(HORZRES); }
+    int HeightPixels() const { return heightPixels_ >= 1 ? heightPixels_ : Capability(VERTRES); }
+    int BitsPerPixel() const { return Capability(BITSPIXEL); }
+    int Capability(int index) const { return GetDeviceCaps(handle_, index); }
+
+    // ---- what the suite's other programs do, and no pane of this library
+
+    // Transform.
+    void SetLogicalOrigin(std::int32_t x, std::int32_t y);
+    void SetDeviceOrigin(std::int32_t x, std::int32_t y);
+    // One saved copy. Restoring before the first save gives scale 1 without origins.
+    void SaveTransform() { saved_ = transform_; }
+    void RestoreTransform() { transform_ = saved_; }
+
+    // Objects, as SetSolidBrush.
+    bool SetPatternBrush(const Bitmap& pattern);
+    bool SetDotBrush();
+    // The brush of system colour 1 (COLOR_BACKGROUND), which is nobody's to delete.
+    HGDIOBJ SelectSystemBrush();
+
+    // Filling and copying.
+    BOOL InvertPattern(int x, int y, int w, int h);
+    BOOL StretchFrom(int x, int y, int w, int h, const DeviceContext& source, int sx, int sy, int sw, int sh);
     // With the brush that this object owns; 0 when it has none.
     int FillRectOwnBrush(const RECT& area);
     // Regions are in device units.
@@ -98,13 +132,10 @@ class DeviceContext {
     // changed.
     UniqueRegion PolygonRegion(POINT* points, int count) const;
     UniqueRegion EllipseRegion(const RECT& area) const;
-    UniqueRegion RectRegion(const RECT& area) const;
     // mode: RGN_AND and its kin; null when they cannot be combined.
     static UniqueRegion CombineRegions(HRGN first, HRGN second, int mode);
 
-    // Lines and shapes, with the selected pen and brush. The caller's points are transformed in place.
-    BOOL Polyline(POINT* points, int count);
-    BOOL Rectangle(int left, int top, int right, int bottom);
+    // Lines and shapes, with the selected pen and brush.
     BOOL Ellipse(int left, int top, int right, int bottom);
     // An anti-aliased line through the points, which are transformed in place; on a device of 1 bit per pixel
     // it is not smoothed. width: logical, along the y axis; below 1 the thinnest line. dashStyle: 0 solid, 1
@@ -112,19 +143,11 @@ class DeviceContext {
     // cannot draw.
     void DrawSmoothPolyline(POINT* points, int count, COLORREF colour, std::int32_t width, int dashStyle);
 
-    // Text (Windows-1252); a length of -1 means that it is terminated.
-    int SetTransparent();
+    // Text.
     int SetOpaque();
-    COLORREF SetTextColor(COLORREF colour);
     COLORREF SetBackColor(COLORREF colour);
-    UINT SetTextAlign(UINT flags);
     BOOL TextAt(const char* text, int x, int y, HorizontalAlignment horizontal, VerticalAlignment vertical);
-    // spacing: the advance of each character in device units, or null.
-    BOOL ExtTextAt(int x, int y, UINT options, const RECT* clip, const char* text, int length,
-                   const INT* spacing);
     int DrawTextIn(const char* text, int length, const RECT& area, UINT format);
-    // In logical units; 0 by 0 when it cannot be measured.
-    SIZE TextExtent(const char* text, int length) const;
 
     // Images and frames.
     BOOL DrawIconAt(int x, int y, HICON icon);
@@ -141,16 +164,9 @@ class DeviceContext {
     // Fades what is there to a light shade of itself, as for something that cannot be used now.
     BOOL WashOut(const RECT& deviceArea);
 
-    // The device's facts. Sizes are those of the overrides where they are at least 1.
+    // The device's facts.
     void SetSizeOverrides(int widthMm, int heightMm, int widthPixels, int heightPixels);
-    int PixelsPerInchX() const { return Capability(LOGPIXELSX); }
-    int PixelsPerInchY() const { return Capability(LOGPIXELSY); }
-    int WidthMm() const { return widthMm_ >= 1 ? widthMm_ : Capability(HORZSIZE); }
-    int HeightMm() const { return heightMm_ >= 1 ? heightMm_ : Capability(VERTSIZE); }
-    int WidthPixels() const { return widthPixels_ >= 1 ? widthPixels_ : Capability(HORZRES); }
-    int HeightPixels() const { return heightPixels_ >= 1 ? heightPixels_ : Capability(VERTRES); }
     bool CanBitBlt() const { return (Capability(RASTERCAPS) & RC_BITBLT) != 0; }
-    int BitsPerPixel() const { return Capability(BITSPIXEL); }
     // Of a printer, in device units: the unprintable edge, the printable size and the whole sheet.
     int PhysicalOffsetX() const { return Capability(PHYSICALOFFSETX); }
     int PhysicalOffsetY() const { return Capability(PHYSICALOFFSETY); }
@@ -158,7 +174,6 @@ class DeviceContext {
     int PrintableHeight() const { return Capability(VERTRES); }
     int PhysicalWidth() const { return Capability(PHYSICALWIDTH); }
     int PhysicalHeight() const { return Capability(PHYSICALHEIGHT); }
-    int Capability(int index) const { return GetDeviceCaps(handle_, index); }
 
   private:
     friend struct DeviceContextLayout;
@@ -228,7 +243,7 @@ class MemoryContext final : public DeviceContext {
     using DeviceContext::Release;
 };
 
-// A printer, whose handle it takes over.
+// A printer, whose handle it takes over. No pane prints: it is for the suite's other programs.
 class PrinterContext final : public DeviceContext {
   public:
     explicit PrinterContext(HDC printer) : DeviceContext(printer) {}

@@ -81,14 +81,10 @@ class Dialog : public Window {
     void CreateModeless(std::uint32_t templateId, Dialog* object);
     // A child pane without items, 1000 by 100 dialog units.
     void CreateModelessPane(Dialog* object);
-    // A sizable popup without items, 250 by 160 dialog units, owned by the parent. Whether it was created.
-    bool CreateModelessPopup(Dialog* object);
     // Modal over the parent's window, or over none. The value given to EndDialog; 0 or -1 when there was no
     // window.
     INT_PTR RunModal(std::uint32_t templateId, Dialog* object);
     INT_PTR RunModalPopup(Dialog* object);
-    // As RunModal, with its start and end in the suite's log under a caption from the library's strings.
-    INT_PTR RunModalLogged(std::uint32_t templateId, Dialog* object, std::uint32_t captionId);
 
     // Ends every dialog of the library on this thread that is still open, each as if its window were
     // destroyed. Those whose handlers are running know no library and no services afterwards.
@@ -104,9 +100,6 @@ class Dialog : public Window {
     bool EndCancel() { return End(0); }
     // Context help for this dialog's template id; true when a help window opened.
     bool ShowHelp() const;
-    // Sets the message's result; true, for a handler to return.
-    bool SetMsgResult(LRESULT value) const;
-    LRESULT SendItemMessage(int itemId, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
 
     const LibraryModule* Library() const { return library_; }
     // The library's handle, 0 without a library.
@@ -115,6 +108,16 @@ class Dialog : public Window {
     // Where reports go in any case.
     Reporter& Reports() const;
     const char* HelpFile() const { return helpFile_; }
+
+    // ---- what the suite's other programs do, and no pane of this library
+
+    // A sizable popup without items, 250 by 160 dialog units, owned by the parent. Whether it was created.
+    bool CreateModelessPopup(Dialog* object);
+    // As RunModal, with its start and end in the suite's log under a caption from the library's strings.
+    INT_PTR RunModalLogged(std::uint32_t templateId, Dialog* object, std::uint32_t captionId);
+    // Sets the message's result; true, for a handler to return.
+    bool SetMsgResult(LRESULT value) const;
+    LRESULT SendItemMessage(int itemId, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
 
     // Behind the slots that the suite knows.
     virtual ~Dialog() = default;

@@ -31,15 +31,22 @@ class EditBox final : public Window {
     void ShowText(const char* text);
     void ShowNumber(std::int32_t value);
 
-    // Inserts a text at the end, undoable, and leaves the caret behind it.
-    void Append(const char* text);
-    void Deselect();
     // start 0, end -1: everything.
     void SetSelection(int start, int end);
     TextSelection GetSelection() const;
-    bool SetReadOnly(bool readOnly);
     // The upper left corner of a character in client pixels; (-1, -1) behind the last one.
     POINT PositionOfChar(int index) const;
+
+    // Whether the wParam of a WM_COMMAND says this of this edit.
+    bool IsKillFocus(WPARAM wParam) const;
+    bool IsChange(WPARAM wParam) const;
+
+    // ---- what the suite's other programs do, and no pane of this library
+
+    // Inserts a text at the end, undoable, and leaves the caret behind it.
+    void Append(const char* text);
+    void Deselect();
+    bool SetReadOnly(bool readOnly);
 
     // The format of the selection. Only rich edits have formats: a plain edit does nothing and gives false.
     bool SetBold();
@@ -48,10 +55,8 @@ class EditBox final : public Window {
     bool SetUnderline();
     bool SetColor(COLORREF color);
 
-    // Whether the wParam of a WM_COMMAND says this of this edit.
+    // As IsChange.
     bool IsSetFocus(WPARAM wParam) const;
-    bool IsKillFocus(WPARAM wParam) const;
-    bool IsChange(WPARAM wParam) const;
     bool IsUpdate(WPARAM wParam) const;
 };
 

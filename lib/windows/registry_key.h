@@ -36,22 +36,29 @@ class RegistryKey {
 
     // Writers: true when the system stored the value, whatever its type was before. A null text or null bytes
     // fail.
-    bool SetString(const char* name, const char* text);
     bool SetDword(const char* name, std::uint32_t value);
-    // Stores the double word 1 for a positive flag, else 0.
-    bool SetBool(const char* name, int flag);
-    bool SetBinary16(const char* name, const void* bytes);
-    bool SetBinary(const char* name, const void* bytes, std::uint32_t length);
 
     // Readers: each fails for a null handle, a null destination, a value that is not there or has another
     // type, and a value that does not fit.
 
     // The text, always terminated. The buffer holds an empty text after a failure.
     bool GetString(const char* name, char* buffer, std::uint32_t size) const;
-    // The number of bytes read, 0 after a failure.
-    std::uint32_t GetBinary(const char* name, void* buffer, std::uint32_t size) const;
     // value is 0 after a failure.
     bool GetDword(const char* name, std::uint32_t* value) const;
+
+    // The subkey may hold values, but no subkeys of its own. A null or empty name fails.
+    bool DeleteSubkey(const char* name);
+
+    // ---- what the suite's other programs do, and no pane of this library
+
+    bool SetString(const char* name, const char* text);
+    // Stores the double word 1 for a positive flag, else 0.
+    bool SetBool(const char* name, int flag);
+    bool SetBinary16(const char* name, const void* bytes);
+    bool SetBinary(const char* name, const void* bytes, std::uint32_t length);
+
+    // The number of bytes read, 0 after a failure.
+    std::uint32_t GetBinary(const char* name, void* buffer, std::uint32_t size) const;
     // A double word other than 0 is true; flag is unchanged after a failure.
     bool GetBool(const char* name, bool* flag) const;
     // At most the first 16 bytes of a value of any length; what a shorter value leaves open is 0. The buffer
@@ -67,10 +74,7 @@ class RegistryKey {
     // an empty text. Writing and deleting shifts the indices.
     bool ValueName(std::uint32_t index, char* buffer, std::uint32_t size) const;
     bool SubkeyName(std::uint32_t index, char* buffer, std::uint32_t size) const;
-
     bool DeleteValue(const char* name);
-    // The subkey may hold values, but no subkeys of its own. A null or empty name fails.
-    bool DeleteSubkey(const char* name);
 
   private:
     void OpenOrCreate(const char* path);

@@ -148,10 +148,6 @@ std::int64_t Database::Number(std::string_view sql) {
     return statement.Step() ? statement.Number(0) : 0;
 }
 
-std::int64_t Database::LastRowId() const {
-    return sqlite3_last_insert_rowid(handle_.get());
-}
-
 void Database::CopyFrom(Database& other) {
     constexpr int kAllPages = -1;
     sqlite3_backup* backup = sqlite3_backup_init(handle_.get(), "main", other.handle_.get(), "main");

@@ -64,7 +64,6 @@ class Database {
     void Execute(const char* sql);
     Statement Prepare(std::string_view sql) { return {handle_.get(), sql}; }
     std::int64_t Number(std::string_view sql);  // the first column of the first row; 0 without one
-    std::int64_t LastRowId() const;
     // Everything of the other one in place of what is here.
     void CopyFrom(Database& other);
 

@@ -2,6 +2,7 @@
 #include <numeric>
 
 #include "lib/dbclient/episode_record.h"
+#include "lib/fiducial_markers.h"
 
 namespace kx::test {
 namespace {
@@ -67,6 +68,38 @@ TEST(EpisodeRecord, GivesAndTakesSamplesByLeadCode) {
     episode.ShiftLead(4, 401);
     episode.ShiftLead(4, INT32_MIN);  // wraps, as 16 bits do
     EXPECT_TRUE(episode.Sample(3, 9) == 309 && episode.Sample(4, 0) == -1 && episode.Sample(5, 0) == 500);
+}
+
+// Those of a lead, in the order of their table; then those of the whole beat.
+TEST(MeasurementSet, ReachesEachMarkerByItsOwnName) {
+    using M = MeasurementSet;
+#define LEAD(name) &M::SetLead##name##Marker, &M::Lead##name##Marker, &M::SetLead##name##Manual, &M::IsLead##name##Manual
+#define BEAT(name) &M::Set##name, &M::name, &M::Set##name##Manual, &M::Is##name##Manual
+    const std::tuple<void (M::*)(int, std::uint16_t), std::uint32_t (M::*)(int) const, void (M::*)(int, bool), bool (M::*)(int) const>
+        leads[] = {{LEAD(POn)},      {LEAD(PPrimeOn)}, {LEAD(POff)},   {LEAD(QOn)}, {LEAD(ROn)},      {LEAD(SOn)},
+                   {LEAD(RPrimeOn)}, {LEAD(SPrimeOn)}, {LEAD(QrsOff)}, {LEAD(TOn)}, {LEAD(TPrimeOn)}, {LEAD(TOff)}};
+    const std::tuple<void (M::*)(std::uint16_t), std::uint32_t (M::*)() const, void (M::*)(bool), bool (M::*)() const> beats[] = {
+        {BEAT(POn)}, {BEAT(POff)}, {BEAT(QrsOn)}, {BEAT(QrsOff)}, {BEAT(TOff)}};
+#undef LEAD
+#undef BEAT
+    M set;
+    const auto expect = [&set](const FiducialMarker& marker, std::size_t lead, std::uint16_t KxLeadMeasurements::*flags, auto... at) {
+        const auto check = [&set, &marker, lead, flags, at...](auto write, auto read, auto mark, auto isMarked) {
+            set.leads[lead].*flags = 0xF000;
+            (set.*write)(at..., 0xFFFF), (set.*mark)(at..., true);
+            EXPECT_TRUE(set.leads[lead].*marker.ms == 0xFFFF && (set.*read)(at...) == 0xFFFF && (set.*isMarked)(at...)) << marker.field;
+            EXPECT_EQ(set.leads[lead].*flags, 0xF000 | marker.flag) << marker.field;
+            (set.*mark)(at..., false);
+            EXPECT_TRUE(set.leads[lead].*flags == 0xF000 && !(set.*isMarked)(at...)) << marker.field;
+        };
+        return check;
+    };
+    for (std::size_t i = 0; i < std::size(leads); ++i) {
+        std::apply(expect(kLeadMarkers[i], 14, &KxLeadMeasurements::markerFlags, 14), leads[i]);
+    }
+    for (std::size_t i = 0; i < std::size(beats); ++i) {
+        std::apply(expect(kGlobalMarkers[i], 0, &KxLeadMeasurements::globalManualFlags), beats[i]);
+    }
 }
 
 TEST(EpisodeRecord, DerivesLimbLeads) {

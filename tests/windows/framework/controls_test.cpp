@@ -1,4 +1,6 @@
 // The control wrappers on real controls: whom a wrapper belongs to, and what each makes of its control's messages.
+#include <richedit.h>
+
 #include "lib/windows/check_box.h"
 #include "lib/windows/child_control.h"
 #include "lib/windows/combo_box.h"
@@ -136,6 +138,30 @@ TEST_F(Controls, AppendToAnEditAtItsEndAndLeaveATextAloneThatItShows) {
     EXPECT_EQ(edit.GetSelection().end, 3);
     edit.ShowNumber(-41);
     EXPECT_EQ(TextOf(edit.Handle()), "-41");
+}
+
+// A rich edit's formats as its control has them.
+TEST_F(Controls, TakeAFormatOnlyAsARichEdit) {
+    const ModuleInstance rich(LoadLibraryA("riched20.dll"));
+    const HWND control = parent_.NewItem("RichEdit20A", ES_MULTILINE, 6);
+    EditBox edit(&parent_, 6), plain(module_, &parent_, 1, 0, 0, 200, 50);
+    edit.SetText("Ritmo");
+    const struct {
+        bool (EditBox::*set)();
+        DWORD effects;
+    } rows[] = {
+        {&EditBox::SetBold, CFE_BOLD}, {&EditBox::SetUnderline, CFE_BOLD | CFE_UNDERLINE}, {&EditBox::SetPlain, CFE_BOLD | CFE_UNDERLINE}};
+    for (const auto& row : rows) {
+        edit.SetSelection(0, -1);
+        EXPECT_TRUE((edit.*row.set)() && !(plain.*row.set)());
+        CHARFORMATA format{};
+        format.cbSize = sizeof format;
+        SendMessageA(control, EM_GETCHARFORMAT, SCF_SELECTION, reinterpret_cast<LPARAM>(&format));
+        EXPECT_EQ(format.dwEffects & (CFE_BOLD | CFE_UNDERLINE), row.effects);
+    }
+    EXPECT_TRUE(edit.SetColor(0x123456) && edit.SetReadOnly(true) && (GetWindowLongA(control, GWL_STYLE) & ES_READONLY) != 0);
+    edit.Deselect();
+    EXPECT_EQ(edit.GetSelection().start, edit.GetSelection().end);
 }
 
 TEST_F(Controls, GiveBackTheTimeThatAPickerWasSetTo) {

@@ -67,6 +67,53 @@ TEST(Surface, DrawsInLogicalUnitsWithinItsClipping) {
     EXPECT_EQ(canvas.Picture().front(), "##.......");
 }
 
+// Each on a white canvas of its own.
+TEST(Surface, OperationsThatNoPaneCallsDrawWhatTheySay) {
+    using Dc = DeviceContext;
+    const auto black = static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH));
+    const Bitmap lines = Bitmap::MakeHatch(2, 1);
+    const std::uint8_t pixels[16] = {};
+    const UniqueIcon icon(CreateIcon(nullptr, 4, 2, 1, 1, pixels, pixels));
+    const BITMAPINFO dib{{sizeof(BITMAPINFOHEADER), 1, 1, 1, 24, BI_RGB, 0, 0, 0, 0, 0}, {}};  // its pixel is where a colour would be
+    const RECT all{0, 0, 6, 3}, most{0, 0, 5, 3}, part{2, 0, 4, 2};
+    const auto right = HorizontalAlignment::kRight;
+    POINT box[] = {{0, 0}, {6, 0}, {6, 3}, {0, 3}};
+    const auto opaque = [](Dc& dc) { dc.SetOpaque(), dc.SetBackColor(kBlack); };
+    const struct {
+        const char* name;
+        std::function<void(Dc&)> draws;
+        const char* picture;
+    } rows[] = {
+        {"SetDeviceOrigin", [](Dc& dc) { dc.SetDeviceOrigin(2, 1), dc.FillBlack(0, 0, 2, 1); }, "...... ..##.. ......"},
+        {"InvertPattern", [](Dc& dc) { dc.SetSolidBrush(kWhite), dc.InvertPattern(1, 0, 2, 1); }, ".##... ...... ......"},
+        {"StretchFrom", [](Dc& dc) { dc.FillBlack(0, 0, 1, 1), dc.StretchFrom(2, 0, 4, 2, dc, 0, 0, 1, 1); }, "#.#### ..#### ......"},
+        {"FrameRegion", [=](Dc& dc) { dc.FrameRegion(dc.RectRegion(most).get(), black, 1, 1); }, "#####. #...#. #####."},
+        {"PolygonRegion", [&](Dc& dc) { dc.FillRegion(dc.PolygonRegion(box, 4).get(), black); }, "###### ###### ######"},
+        {"GradientFill", [=](Dc& dc) { dc.GradientFill(most, kBlack, kWhite); }, "#++++. #++++. #++++."},
+        {"Ellipse", [=](Dc& dc) { dc.Select(black), dc.Ellipse(0, 0, 6, 3); }, ".####. ###### .####."},
+        {"SetDotBrush", [](Dc& dc) { dc.SetDotBrush(), dc.FillPattern(0, 0, 6, 3); }, "###.## ###### ######"},
+        {"SelectSystemBrush", [](Dc& dc) { dc.SelectSystemBrush(), dc.FillPattern(0, 0, 6, 1); }, "++++++ ...... ......"},
+        {"TextAt", [=](Dc& dc) { opaque(dc), dc.TextAt(" ", 3, 1, right, VerticalAlignment::kBottom); }, "###... ...... ......"},
+        {"DrawTextIn", [=](Dc& dc) { opaque(dc), dc.DrawTextIn(" ", -1, part, 0); }, "..##.. ..##.. ......"},
+        {"DrawIconAt", [&](Dc& dc) { dc.DrawIconAt(1, 1, icon.get()); }, "...... .####. .####."},
+        {"DrawTransparent", [&](Dc& dc) { dc.DrawTransparent(0, 1, lines, kWhite); }, "...... .#.#.# .#.#.#"},
+        {"DrawDib", [&](Dc& dc) { dc.DrawDib(part, &dib); }, "..##.. ..##.. ......"},
+        {"DrawEdge", [=](Dc& dc) { dc.DrawEdge(all, BDR_SUNKENOUTER, BF_LEFT); }, "+..... +..... +....."},
+        {"DrawFocusRect", [=](Dc& dc) { dc.DrawFocusRect(most); }, "#.#.#. ...... #.#.#."},
+        {"WashOut", [=](Dc& dc) { dc.FillBlack(0, 0, 6, 3), dc.WashOut(part); }, "##++## ##++## ######"},
+    };
+    for (const auto& row : rows) {
+        Canvas canvas(6, 3);
+        row.draws(canvas.Context());
+        const Rows picture = canvas.Picture();
+        EXPECT_EQ(picture[0] + ' ' + picture[1] + ' ' + picture[2], row.picture) << row.name;
+    }
+    const auto both = Dc::CombineRegions(Dc().RectRegion({0, 0, 3, 3}).get(), Dc().RectRegion({2, 0, 6, 3}).get(), RGN_AND);
+    EXPECT_TRUE(PtInRegion(both.get(), 2, 1) && !PtInRegion(both.get(), 1, 1) && !PtInRegion(both.get(), 3, 1));
+    const auto round = Dc().EllipseRegion({0, 0, 60, 60});
+    EXPECT_TRUE(PtInRegion(round.get(), 30, 1) && PtInRegion(round.get(), 30, 58) && !PtInRegion(round.get(), 5, 5));
+}
+
 TEST(Surface, RestoresTheObjectsAndTheClippingWhenItIsReleased) {
     Canvas canvas(8, 8);
     const HDC handle = canvas.Context().Handle();

@@ -77,5 +77,45 @@ TEST_F(DataFileTest, ReportsWhatCannotBeOpenedOrRead) {
     EXPECT_FALSE(file.IsOpen());
 }
 
+// One after the other, each on the file that the one before has left.
+TEST_F(DataFileTest, OperationsThatNoPaneCallsWorkOnTheFile) {
+    Lay("0123456789");
+    char read[4] = {};
+    const SYSTEMTIME leapDay{2020, 2, 6, 29, 12, 30, 15, 500};
+    SYSTEMTIME time{};
+    const std::string copy = Path("copy");
+    const auto load = [&] { return file.ReadAll(0, 20, &log); };
+    const struct {
+        const char* name;
+        std::function<bool()> works;
+        const char* bytes;
+    } rows[] = {
+        {"OpenRead", [&] { return file.OpenRead(&log) && file.Length() == 10 && file.Read(4, read, &log) == 4 && *read == '0'; },
+         "0123456789"},
+        {"OpenReadWrite", [&] { return file.OpenReadWrite(&log) && file.Seek(2, &log) && file.Write("X", 1); }, "01X3456789"},
+        {"SetFileTimes", [&] { return file.OpenReadWrite(&log) && file.SetFileTimes(leapDay) && file.LastWriteTime(&time); }, "01X3456789"},
+        {"DeleteRange", [&] { return load() && !file.DeleteRange(4, 4) && !file.DeleteRange(4, 11) && file.DeleteRange(2, 4); },
+         "01456789"},
+        {"InsertAt", [&] { return load() && !file.InsertAt(9, "ab", 2) && file.InsertAt(8, "ab", 2); }, "01456789ab"},
+        {"InsertAt without room", [&] { return file.ReadAll(0, 0, &log) && !file.InsertAt(0, "ab", 2); }, "01456789ab"},
+        {"CopyTo", [&] { return load() && file.CopyTo(0, copy.c_str()) && ReadBytes(copy) == "01456789ab"; }, "01456789ab"},
+        {"CopyTo of none open", [&] { return !file.CopyTo(0, copy.c_str()); }, "01456789ab"},
+        {"IsReadOnly", [&] { return SetFileAttributesA(Path().c_str(), FILE_ATTRIBUTE_READONLY) && file.IsReadOnly(); }, "01456789ab"},
+        {"ClearReadOnly", [&] { return file.ClearReadOnly() && !file.IsReadOnly(); }, "01456789ab"},
+        {"MoveTo", [&] { return file.CopyNamedTo(0, copy.c_str()) && file.MoveTo(0, Path("moved").c_str()); }, "(none)"},
+        {"MakeTempName", [&] { return file.MakeTempName(folder.Path().c_str(), "kx") && file.Delete(0); }, "(none)"},
+    };
+    for (const auto& row : rows) {
+        EXPECT_TRUE(row.works()) << row.name;
+        file.Close();
+        EXPECT_EQ(ReadBytes(Path()), row.bytes) << row.name;
+    }
+    EXPECT_EQ(std::memcmp(&time, &leapDay, sizeof time), 0);
+    FileFinder finder;
+    bool isFolder = true;
+    EXPECT_STREQ(finder.First(Path("m*").c_str(), &isFolder), "moved");
+    EXPECT_TRUE(!isFolder && finder.Next() == nullptr && finder.First(Path("x*").c_str()) == nullptr);
+}
+
 }  // namespace
 }  // namespace kx::test

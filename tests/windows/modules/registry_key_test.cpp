@@ -56,5 +56,18 @@ TEST_F(Registry, EachReaderTakesItsOwnTypeOnlyAndNeverWritesBeyondItsBuffer) {
     EXPECT_STREQ(buffer, "abcd");
 }
 
+TEST_F(Registry, ValuesAndSubkeysAreListedAndDeleted) {
+    const RegistryKey sub(kRoot, "sub");
+    const unsigned char bytes[16] = {1, 2};
+    ASSERT_TRUE(key_.SetBool("flag", 7) && key_.SetBinary16("bytes", bytes));
+    std::uint32_t number = 0, size = 0;
+    EXPECT_TRUE(key_.IsDword("flag") && key_.GetDword("flag", &number) && number == 1 && key_.IsBinary("bytes", &size) && size == 16);
+    char name[8] = "", cut[4] = "old";
+    EXPECT_TRUE(key_.DeleteValue("bytes") && key_.ValueName(0, name, sizeof name) && !key_.ValueName(1, cut, sizeof cut));
+    EXPECT_STREQ(name, "flag");
+    EXPECT_TRUE(!key_.ValueName(0, cut, sizeof cut) && *cut == 0 && key_.SubkeyName(0, cut, sizeof cut) && key_.DeleteSubkey(cut));
+    EXPECT_FALSE(key_.SubkeyName(0, cut, sizeof cut));
+}
+
 }  // namespace
 }  // namespace kx::test
