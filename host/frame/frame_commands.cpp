@@ -97,81 +97,45 @@ void FrameWindow::OnCommand(int id) {
         SelectPane(kPanes[static_cast<std::size_t>(id - IDM_VIEW_FIRST_PANE)].kind);
         return;
     }
-    switch (id) {
-        case IDM_FILE_OPEN:
-            OnOpenFile();
-            break;
-        case IDM_FILE_BUILTIN:
-            OpenRecordForUser({});
-            break;
-        case IDM_FILE_SAVE:
-            StoreShown();
-            OnSave();
-            break;
-        case IDM_FILE_IMPORT:
-            ImportFilesForUser();
-            break;
-        case IDM_FILE_SAVE_EPISODE:
-            OnSaveEpisode();
-            break;
-        case IDM_FILE_EXPORT:
-            StoreShown();
-            OnExport();
-            break;
-        case IDM_FILE_EXPORT_TABLE:
-            OnExportTable();
-            break;
-        case IDM_FILE_PRINT:
-            StoreShown();
-            OnPrint();
-            break;
-        case IDM_FILE_SAVE_PICTURE:
-            OnSavePicture();
-            break;
-        case IDM_FILE_EXIT:
-            SendMessageW(Window(), WM_CLOSE, 0, 0);
-            break;
-        case IDM_EDIT_UNDO:
-            paneHost_->StrikeControl('Z');
-            break;
-        case IDM_EDIT_REDO:
-            paneHost_->StrikeControl('Y');
-            break;
-        case IDM_VIEW_REFRESH:
-            ShowPane();
-            break;
-        case IDM_VIEW_LOG:
-            logShown_ = !logShown_;
-            CheckMenuItem(GetMenu(Window()), IDM_VIEW_LOG, logShown_ ? MF_CHECKED : MF_UNCHECKED);
-            Layout();
-            break;
-        case IDM_VIEW_NEXT_PART:
-            FocusNextPart();
-            break;
-        case IDM_VIEW_NEXT_PANE:
-            StepPane(1);
-            break;
-        case IDM_VIEW_PREVIOUS_PANE:
-            StepPane(-1);
-            break;
-        case IDM_REPORT_STATEMENT:
-            OnEditReport(0);
-            break;
-        case IDM_REPORT_PHYSICIAN:
-            OnEditReport(1);
-            break;
-        case IDM_HELP_COMMAND_LINE:
-            ShowCommandLineHelp(Window());
-            break;
-        case IDM_HELP_TOPIC:
-            OnHelp();
-            break;
-        case IDM_HELP_ABOUT:
-            OnAbout();
-            break;
-        default:
-            break;
+    static constexpr struct {
+        int id;
+        void (*run)(FrameWindow& frame);
+    } kCommands[] = {
+        {IDM_FILE_OPEN, [](FrameWindow& frame) { frame.OnOpenFile(); }},
+        {IDM_FILE_BUILTIN, [](FrameWindow& frame) { frame.OpenRecordForUser({}); }},
+        {IDM_FILE_SAVE, [](FrameWindow& frame) { frame.StoreShown(), frame.OnSave(); }},
+        {IDM_FILE_IMPORT, [](FrameWindow& frame) { frame.ImportFilesForUser(); }},
+        {IDM_FILE_SAVE_EPISODE, [](FrameWindow& frame) { frame.OnSaveEpisode(); }},
+        {IDM_FILE_EXPORT, [](FrameWindow& frame) { frame.StoreShown(), frame.OnExport(); }},
+        {IDM_FILE_EXPORT_TABLE, [](FrameWindow& frame) { frame.OnExportTable(); }},
+        {IDM_FILE_PRINT, [](FrameWindow& frame) { frame.StoreShown(), frame.OnPrint(); }},
+        {IDM_FILE_SAVE_PICTURE, [](FrameWindow& frame) { frame.OnSavePicture(); }},
+        {IDM_FILE_EXIT, [](FrameWindow& frame) { SendMessageW(frame.Window(), WM_CLOSE, 0, 0); }},
+        {IDM_EDIT_UNDO, [](FrameWindow& frame) { frame.paneHost_->StrikeControl('Z'); }},
+        {IDM_EDIT_REDO, [](FrameWindow& frame) { frame.paneHost_->StrikeControl('Y'); }},
+        {IDM_VIEW_REFRESH, [](FrameWindow& frame) { frame.ShowPane(); }},
+        {IDM_VIEW_LOG, [](FrameWindow& frame) { frame.OnShowLog(); }},
+        {IDM_VIEW_NEXT_PART, [](FrameWindow& frame) { frame.FocusNextPart(); }},
+        {IDM_VIEW_NEXT_PANE, [](FrameWindow& frame) { frame.StepPane(1); }},
+        {IDM_VIEW_PREVIOUS_PANE, [](FrameWindow& frame) { frame.StepPane(-1); }},
+        {IDM_REPORT_STATEMENT, [](FrameWindow& frame) { frame.OnEditReport(0); }},
+        {IDM_REPORT_PHYSICIAN, [](FrameWindow& frame) { frame.OnEditReport(1); }},
+        {IDM_HELP_COMMAND_LINE, [](FrameWindow& frame) { ShowCommandLineHelp(frame.Window()); }},
+        {IDM_HELP_TOPIC, [](FrameWindow& frame) { frame.OnHelp(); }},
+        {IDM_HELP_ABOUT, [](FrameWindow& frame) { frame.OnAbout(); }},
+    };
+    for (const auto& command : kCommands) {
+        if (command.id == id) {
+            command.run(*this);
+            return;
+        }
     }
+}
+
+void FrameWindow::OnShowLog() {
+    logShown_ = !logShown_;
+    CheckMenuItem(GetMenu(Window()), IDM_VIEW_LOG, logShown_ ? MF_CHECKED : MF_UNCHECKED);
+    Layout();
 }
 
 void FrameWindow::ShowEditing() const {

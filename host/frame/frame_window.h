@@ -80,6 +80,7 @@ class FrameWindow final : public HostWindow, private WorklistActions {
     // Before the menu opens: what there is to undo or do again.
     void ShowEditing() const;
     void OnEditReport(uint32_t mode);
+    void OnShowLog();
     void OnHelp();
     void OnAbout();
 

@@ -237,10 +237,8 @@ bool ReadChunk(std::uint32_t tag, std::span<const std::uint8_t> content, TestRec
         case Tag("ANN1"):
         case Tag("ANN2"): {
             auto store = ReadAnnotations(chunk);
-            if (store == nullptr) {
-                return false;
-            }
-            return (tag == Tag("ANN1") ? test.ReplaceAnnotations(std::move(store))
+            return store != nullptr &&
+                   (tag == Tag("ANN1") ? test.ReplaceAnnotations(std::move(store))
                                        : test.ReplaceAnnotations2(std::move(store))) != nullptr;
         }
         case Tag("HIST"):

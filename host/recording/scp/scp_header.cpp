@@ -96,9 +96,17 @@ void TakeFilters(unsigned bits, Filters& filters) {
     filters.baseline = filters.baseline || (bits & 8u) != 0;
 }
 
+void TakeDay(Bytes value, KxDateTime& time) {
+    KxDate date{};
+    if (ReadDate(value, date)) {
+        time.year = date.year;
+        time.month = date.month;
+        time.day = date.day;
+    }
+}
+
 void TakeTag(unsigned tag, Bytes value, Recording& recording) {
     Patient& patient = recording.patient;
-    KxDate date{};
     switch (tag) {
         case kLastName:
             patient.lastName = Text(value) + (patient.lastName.empty() ? "" : " " + patient.lastName);
@@ -125,11 +133,7 @@ void TakeTag(unsigned tag, Bytes value, Recording& recording) {
             TakeDevice(value, recording.device);
             break;
         case kDate:
-            if (ReadDate(value, date)) {
-                recording.acquisitionTime.year = date.year;
-                recording.acquisitionTime.month = date.month;
-                recording.acquisitionTime.day = date.day;
-            }
+            TakeDay(value, recording.acquisitionTime);
             break;
         case kTime:
             ReadTime(value, recording.acquisitionTime);

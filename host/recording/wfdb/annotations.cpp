@@ -71,6 +71,8 @@ std::vector<Annotation> ParseAnnotations(std::span<const std::uint8_t> bytes, bo
         }
         const unsigned code = word >> 10;
         const unsigned interval = word & 0x3FF;
+        Annotation none;  // before the first one there is nothing to add to
+        Annotation& last = found.empty() ? none : found.back();
         if (code == kSkip) {
             // A 32-bit interval whose high word stands first.
             const unsigned high = words.Word();
@@ -79,24 +81,13 @@ std::vector<Annotation> ParseAnnotations(std::span<const std::uint8_t> bytes, bo
                 sample += static_cast<std::int32_t>(high << 16 | low);
             }
         } else if (code == kNum) {
-            number = SignedLow(interval);
-            if (!found.empty()) {
-                found.back().number = number;
-            }
+            last.number = number = SignedLow(interval);
         } else if (code == kSub) {
-            if (!found.empty()) {
-                found.back().subtype = SignedLow(interval);
-            }
+            last.subtype = SignedLow(interval);
         } else if (code == kChannel) {
-            channel = static_cast<std::uint8_t>(interval & 0xFF);
-            if (!found.empty()) {
-                found.back().channel = channel;
-            }
+            last.channel = channel = static_cast<std::uint8_t>(interval & 0xFF);
         } else if (code == kAux) {
-            std::string text = words.Text(interval);
-            if (!found.empty()) {
-                found.back().text = std::move(text);
-            }
+            last.text = words.Text(interval);
         } else {
             sample += interval;
             // Codes 50 to 58 are not given out; code 0 with an interval only moves the time on.
