@@ -79,7 +79,7 @@ void Smooth(const Trace& level, int width, Trace& result, Trace& working);
 // Central difference, per sample; 0 at the ends.
 void Slope(const Trace& level, Trace& slope);
 
-// Finds pacing spikes before the QRS complex and puts straight lines in their place (spikes.cpp).
+// Finds pacing spikes before the QRS complex and puts straight lines in their place (beat_spikes.cpp).
 void BridgeSpikes(Beat& beat);
 
 // The steepest place on all leads, outside the excluded places.

@@ -6,7 +6,7 @@
 
 #include "suite/kxanalyze/curve.h"
 #include "suite/kxanalyze/network_input.h"
-#include "suite/kxanalyze/rules.h"
+#include "suite/kxanalyze/waves_by_rules.h"
 
 namespace kx::analysis {
 namespace {

@@ -16,8 +16,8 @@ struct Waves {
     WaveBoundaries t;
 };
 
-// The boundaries are the networks', brought into the order of the waves. The rules (rules.h) guard them: a
-// global point that lies far from theirs is theirs. Memory is taken at the first beat and kept.
+// The boundaries are the networks', brought into the order of the waves. The rules (waves_by_rules.h) guard
+// them: a global point that lies far from theirs is theirs. Memory is taken at the first beat and kept.
 class Delineation {
   public:
     // The tables of the networks outlive it.

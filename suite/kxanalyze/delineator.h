@@ -1,11 +1,11 @@
 // Measurement of a median beat: where its waves begin and end, and every value that follows from that.
 //
 // Method. Nothing is measured in microvolts, so that gains do not matter. Pacing spikes are bridged first.
-// Rules (rules.h) take slopes in units of each lead's own noise, join them over the leads and seek a boundary
-// where that curve leaves the quiet line beside the wave, from the line inwards, so that no step over the
-// line into the next wave is possible. Small networks (network.h) read all leads together. delineation.h
-// joins the two: the rules guard the networks. docs/measurement.md says how, and how far the boundaries lie
-// from cardiologists' marks;
+// Rules (waves_by_rules.h) take slopes in units of each lead's own noise, join them over the leads and seek a
+// boundary where that curve leaves the quiet line beside the wave, from the line inwards, so that no step
+// over the line into the next wave is possible. Small networks (network.h) read all leads together.
+// delineation.h joins the two: the rules guard the networks. docs/measurement.md says how, and how far the
+// boundaries lie from cardiologists' marks;
 // `./kx evaluate` prints it.
 #pragma once
 

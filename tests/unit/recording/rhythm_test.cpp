@@ -12,7 +12,7 @@
 #include "lib/annotation_store.h"
 #include "lib/dbclient/test_record.h"
 #include "suite/kxanalyze/delineator.h"
-#include "suite/kxanalyze/rules.h"
+#include "suite/kxanalyze/waves_by_rules.h"
 #include "suite/kxinterp/interpreter.h"
 #include "tests/unit/analyze/synthetic_beat.h"
 

@@ -1,9 +1,9 @@
-// Where the P wave of all leads begins and ends, by the curve of joined slopes (rules.h).
+// Where the P wave of all leads begins and ends, by the curve of joined slopes (waves_by_rules.h).
 #include <algorithm>
 #include <cmath>
 
 #include "suite/kxanalyze/curve.h"
-#include "suite/kxanalyze/rules.h"
+#include "suite/kxanalyze/waves_by_rules.h"
 
 namespace kx::analysis {
 namespace {
