@@ -10,8 +10,8 @@
 #include "host/recording/dicom/dicom_reader.h"
 #include "host/recording/file_bytes.h"
 #include "host/recording/read_failure.h"
+#include "host/recording/record_text.h"
 #include "host/recording/scp/scp_reader.h"
-#include "host/recording/text_encoding.h"
 #include "host/recording/text_scanner.h"
 
 namespace kx::recording {

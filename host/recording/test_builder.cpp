@@ -6,7 +6,7 @@
 #include <string>
 
 #include "host/recording/ecg_block.h"
-#include "host/recording/text_encoding.h"
+#include "host/recording/record_text.h"
 #include "lib/dbclient/test_record.h"
 
 namespace kx::recording {

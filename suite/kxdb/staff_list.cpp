@@ -5,7 +5,7 @@
 #include <cstring>
 #include <string>
 
-#include "suite/text_encoding.h"
+#include "suite/text_file.h"
 
 namespace kx::db {
 
@@ -145,7 +145,7 @@ const char* AddLine(std::string_view line, StaffList& staff) {
 }  // namespace
 
 StaffList ParseStaff(std::string_view file, const char* fileName, Reporter& log) {
-    const std::string text = suite::ToWindows1252(file);
+    const std::string text = suite::TextOfFile(file);
     StaffList staff;
     std::uint32_t number = 0;
     for (std::string_view rest = text; !rest.empty();) {

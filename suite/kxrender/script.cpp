@@ -5,7 +5,7 @@
 #include <cstring>
 
 #include "suite/kxrender/script_line.h"
-#include "suite/text_encoding.h"
+#include "suite/text_file.h"
 
 namespace kx::render {
 
@@ -65,7 +65,7 @@ bool RunScript(std::string_view script, const ScriptValues& values, char* buffer
         return false;
     }
     Report report(buffer, size);
-    const std::string text = suite::ToWindows1252(script);
+    const std::string text = suite::TextOfFile(script);
     std::uint32_t number = 0;
     for (std::string_view rest = text; !rest.empty();) {
         const std::size_t end = std::min(rest.find('\n'), rest.size());

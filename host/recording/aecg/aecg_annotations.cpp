@@ -5,8 +5,8 @@
 #include <string_view>
 
 #include "host/recording/aecg/aecg_nodes.h"
+#include "host/recording/record_text.h"
 #include "host/recording/recording.h"
-#include "host/recording/text_encoding.h"
 #include "lib/annotation_store.h"
 #include "lib/beat_labels.h"
 #include "lib/dbclient/test_record.h"

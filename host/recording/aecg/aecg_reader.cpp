@@ -4,7 +4,7 @@
 #include "host/recording/aecg/xml_access.h"
 #include "host/recording/calendar_text.h"
 #include "host/recording/read_failure.h"
-#include "host/recording/text_encoding.h"
+#include "host/recording/record_text.h"
 #include "host/recording/text_scanner.h"
 
 namespace kx::recording {

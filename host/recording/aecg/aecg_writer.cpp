@@ -7,7 +7,7 @@
 #include "host/recording/aecg/aecg_annotations.h"
 #include "host/recording/aecg/aecg_nodes.h"
 #include "host/recording/ecg_block.h"
-#include "host/recording/text_encoding.h"
+#include "host/recording/record_text.h"
 #include "lib/dbclient/test_record.h"
 
 namespace kx::recording {

@@ -5,7 +5,7 @@
 #include <cstdio>
 
 #include "host/recording/byte_reader.h"
-#include "host/recording/text_encoding.h"
+#include "host/recording/record_text.h"
 #include "host/recording/text_scanner.h"
 
 namespace kx::recording {

@@ -7,7 +7,7 @@
 #include "host/recording/dicom/dicom_tags.h"
 #include "host/recording/dicom/dicom_waveform.h"
 #include "host/recording/read_failure.h"
-#include "host/recording/text_encoding.h"
+#include "host/recording/record_text.h"
 #include "host/recording/text_scanner.h"
 
 namespace kx::recording {

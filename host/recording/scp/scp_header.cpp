@@ -4,7 +4,7 @@
 
 #include "host/recording/byte_reader.h"
 #include "host/recording/calendar_text.h"
-#include "host/recording/text_encoding.h"
+#include "host/recording/record_text.h"
 
 namespace kx::recording {
 

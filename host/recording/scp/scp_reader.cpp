@@ -1,9 +1,9 @@
 #include "host/recording/scp/scp_reader.h"
 
 #include "host/recording/byte_reader.h"
+#include "host/recording/record_text.h"
 #include "host/recording/scp/scp_header.h"
 #include "host/recording/scp/scp_signals.h"
-#include "host/recording/text_encoding.h"
 
 namespace kx::recording {
 
