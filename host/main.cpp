@@ -14,8 +14,8 @@
 #include "host/batch/batch_shot.h"
 #include "host/batch/command_line.h"
 #include "host/batch/standard_output.h"
+#include "host/clients/system_log.h"
 #include "host/frame/frame_window.h"
-#include "host/suite/system_log.h"
 #include "host/windows/text_conversion.h"
 
 namespace kxhost {

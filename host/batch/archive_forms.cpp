@@ -4,8 +4,8 @@
 #include <string>
 
 #include "host/batch/standard_output.h"
+#include "host/clients/archive_client.h"
 #include "host/session/record_session.h"
-#include "host/suite/archive_client.h"
 #include "host/windows/text_conversion.h"
 #include "host/worklist/listing_words.h"
 

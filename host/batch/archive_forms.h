@@ -2,8 +2,8 @@
 #pragma once
 
 #include "host/batch/command_line.h"
-#include "host/suite/analysis_client.h"
-#include "host/suite/system_log.h"
+#include "host/clients/analysis_client.h"
+#include "host/clients/system_log.h"
 
 namespace kxhost {
 

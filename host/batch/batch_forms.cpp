@@ -4,6 +4,9 @@
 #include <memory>
 
 #include "host/batch/standard_output.h"
+#include "host/clients/interpretation_client.h"
+#include "host/clients/library_client.h"
+#include "host/clients/library_resources.h"
 #include "host/printing/page_output.h"
 #include "host/printing/print_page.h"
 #include "host/printing/tracing_output.h"
@@ -11,9 +14,6 @@
 #include "host/report/report_listing.h"
 #include "host/report/statement_listing.h"
 #include "host/session/record_session.h"
-#include "host/suite/interpretation_client.h"
-#include "host/suite/library_client.h"
-#include "host/suite/library_resources.h"
 #include "host/windows/text_conversion.h"
 #include "lib/modules/system_services.h"
 

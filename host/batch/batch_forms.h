@@ -2,7 +2,7 @@
 #pragma once
 
 #include "host/batch/command_line.h"
-#include "host/suite/analysis_client.h"
+#include "host/clients/analysis_client.h"
 
 namespace kxhost {
 

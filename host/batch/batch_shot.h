@@ -2,9 +2,9 @@
 #pragma once
 
 #include "host/batch/command_line.h"
-#include "host/suite/analysis_client.h"
-#include "host/suite/library_client.h"
-#include "host/suite/system_log.h"
+#include "host/clients/analysis_client.h"
+#include "host/clients/library_client.h"
+#include "host/clients/system_log.h"
 #include "host/windows/ui_metrics.h"
 
 namespace kxhost {

@@ -13,13 +13,13 @@
 #include <vector>
 
 #include "host/batch/command_line.h"
+#include "host/clients/library_client.h"
 #include "host/frame/host_window.h"
 #include "host/frame/log_pane.h"
 #include "host/frame/patient_strip.h"
 #include "host/frame/print_dialog.h"
 #include "host/panes/pane_host.h"
 #include "host/session/record_session.h"
-#include "host/suite/library_client.h"
 #include "host/windows/ui_metrics.h"
 
 namespace kxhost {

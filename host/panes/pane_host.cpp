@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "host/clients/library_resources.h"
 #include "host/resource_ids.h"
-#include "host/suite/library_resources.h"
 #include "lib/dbclient/test_record.h"
 
 namespace kxhost {

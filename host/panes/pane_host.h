@@ -4,10 +4,10 @@
 #include <memory>
 #include <string>
 
+#include "host/clients/library_client.h"
 #include "host/frame/host_window.h"
 #include "host/panes/report_pane.h"
 #include "host/panes/tracing_pane.h"
-#include "host/suite/library_client.h"
 #include "host/windows/ui_metrics.h"
 #include "host/worklist/worklist_pane.h"
 

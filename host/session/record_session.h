@@ -9,9 +9,9 @@
 #include <vector>
 
 #include "host/batch/command_line.h"
+#include "host/clients/analysis_client.h"
+#include "host/clients/archive_client.h"
 #include "host/report/table_export.h"
-#include "host/suite/analysis_client.h"
-#include "host/suite/archive_client.h"
 #include "lib/dbclient/test_record.h"
 
 namespace kxhost {

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "host/clients/archive_client.h"
 #include "host/frame/host_window.h"
-#include "host/suite/archive_client.h"
 #include "host/windows/ui_metrics.h"
 
 namespace kxhost {

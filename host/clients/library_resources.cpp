@@ -1,4 +1,4 @@
-#include "host/suite/library_resources.h"
+#include "host/clients/library_resources.h"
 
 #include "host/windows/program_folder.h"
 #include "host/windows/text_conversion.h"

@@ -4,8 +4,8 @@
 
 #include <string>
 
+#include "host/clients/suite_module.h"
 #include "host/panes/pane_kinds.h"
-#include "host/suite/suite_module.h"
 #include "include/kxdialogs.h"
 
 namespace kxhost {

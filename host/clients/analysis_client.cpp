@@ -1,4 +1,4 @@
-#include "host/suite/analysis_client.h"
+#include "host/clients/analysis_client.h"
 
 namespace kxhost {
 namespace {

@@ -1,4 +1,4 @@
-#include "host/suite/suite_module.h"
+#include "host/clients/suite_module.h"
 
 #include <cwchar>
 #include <vector>

@@ -1,4 +1,4 @@
-#include "host/suite/system_log.h"
+#include "host/clients/system_log.h"
 
 #include <cstdint>
 #include <string_view>

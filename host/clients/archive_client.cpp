@@ -1,4 +1,4 @@
-#include "host/suite/archive_client.h"
+#include "host/clients/archive_client.h"
 
 #include <algorithm>
 #include <array>

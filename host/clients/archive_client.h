@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "host/suite/suite_module.h"
+#include "host/clients/suite_module.h"
 #include "include/kxdialogs.h"
 #include "lib/modules/archive_records.h"
 

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "host/suite/suite_module.h"
+#include "host/clients/suite_module.h"
 #include "include/kxdialogs.h"
 
 namespace kxhost {

@@ -1,4 +1,4 @@
-#include "host/suite/library_client.h"
+#include "host/clients/library_client.h"
 
 namespace kxhost {
 namespace {

@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "host/suite/suite_module.h"
+#include "host/clients/suite_module.h"
 
 namespace kxhost {
 

@@ -1,4 +1,4 @@
-#include "host/suite/interpretation_client.h"
+#include "host/clients/interpretation_client.h"
 
 namespace kxhost {
 namespace {
