@@ -164,6 +164,8 @@ std::vector<StaffRow> ArchiveFile::Staff(Role role) {
 
 void ArchiveFile::CatchUp(ArchiveFile& from) {
     Transaction transaction(database_);
+    // A save between the tests and the staff would be passed over for ever.
+    Transaction snapshot(from.database_, Transaction::Purpose::kRead);
     const std::int64_t last = Sequence();
     Statement tests = from.database_.Prepare("SELECT id FROM tests WHERE sequence > ?");
     tests.Bind(1, last);

@@ -6,6 +6,9 @@
 #include <array>
 #include <cstdint>
 #include <cstring>
+#include <new>
+
+#include "suite/kxdb/archive/log_writes.h"
 
 namespace kx::db {
 
@@ -13,15 +16,23 @@ namespace {
 
 constexpr int kSmallestPage = 512;
 constexpr int kLargestPage = 65536;
+constexpr int kWriteLock = 0;  // its place among the locks of the shared memory
 
-// The file of a data base; the system's own file object follows it in memory.
+// A data base or its write-ahead log; the system's own file object follows it in memory.
 struct File {
-    sqlite3_file base;
+    sqlite3_file base{};
+    LogWrites* log = nullptr;  // the log owns it, and the data base of the log knows it
+    File* database = nullptr;  // of a log
+
     sqlite3_file* Real() { return reinterpret_cast<sqlite3_file*>(this + 1); }
 };
 
+File& Layer(sqlite3_file* file) {
+    return *reinterpret_cast<File*>(file);
+}
+
 sqlite3_file* Real(sqlite3_file* file) {
-    return reinterpret_cast<File*>(file)->Real();
+    return Layer(file).Real();
 }
 
 const sqlite3_io_methods& Methods(sqlite3_file* file) {
@@ -109,6 +120,10 @@ int ShmMap(sqlite3_file* file, int region, int size, int extend, void volatile**
     return Methods(file).xShmMap(Real(file), region, size, extend, memory);
 }
 int ShmLock(sqlite3_file* file, int offset, int count, int flags) {
+    constexpr int kGivesWay = SQLITE_SHM_UNLOCK | SQLITE_SHM_EXCLUSIVE;
+    if (flags == kGivesWay && offset == kWriteLock && Layer(file).log != nullptr) {
+        Layer(file).log->Discard();  // nothing waits behind a commit
+    }
     return Methods(file).xShmLock(Real(file), offset, count, flags);
 }
 void ShmBarrier(sqlite3_file* file) {
@@ -140,12 +155,64 @@ constexpr sqlite3_io_methods kMethods = {2,
                                          nullptr,
                                          nullptr};
 
+int CloseLog(sqlite3_file* file) {
+    File& log = Layer(file);
+    log.database->log = nullptr;
+    delete log.log;
+    return Close(file);
+}
+
+int WriteLog(sqlite3_file* file, const void* buffer, int size, sqlite3_int64 offset) {
+    return Layer(file).log->Write(buffer, size, offset);
+}
+
+// What waits is a part of the file for whoever asks about it.
+int ReadLog(sqlite3_file* file, void* buffer, int size, sqlite3_int64 offset) {
+    const int code = Layer(file).log->WriteOut();
+    return code != SQLITE_OK ? code : Methods(file).xRead(Real(file), buffer, size, offset);
+}
+int TruncateLog(sqlite3_file* file, sqlite3_int64 size) {
+    const int code = Layer(file).log->WriteOut();
+    return code != SQLITE_OK ? code : Truncate(file, size);
+}
+int SyncLog(sqlite3_file* file, int flags) {
+    const int code = Layer(file).log->WriteOut();
+    return code != SQLITE_OK ? code : Sync(file, flags);
+}
+int SizeOfLog(sqlite3_file* file, sqlite3_int64* size) {
+    const int code = Layer(file).log->WriteOut();
+    return code != SQLITE_OK ? code : FileSize(file, size);
+}
+
+constexpr sqlite3_io_methods kLogMethods = {
+    1,       CloseLog,          ReadLog,     WriteLog,   TruncateLog,           SyncLog, SizeOfLog, Lock,
+    Unlock,  CheckReservedLock, FileControl, SectorSize, DeviceCharacteristics, nullptr, nullptr,   nullptr,
+    nullptr, nullptr,           nullptr};
+
+// The log of a data base that this layer has opened.
+int OpenLog(sqlite3_file* opened, sqlite3_filename name) {
+    File& log = Layer(opened);
+    log.log = new (std::nothrow) LogWrites(log.Real());
+    if (log.log == nullptr) {
+        Methods(opened).xClose(log.Real());
+        return SQLITE_NOMEM;
+    }
+    log.database = &Layer(sqlite3_database_file_object(name));
+    log.database->log = log.log;
+    opened->pMethods = &kLogMethods;
+    return SQLITE_OK;
+}
+
 int Open(sqlite3_vfs*, sqlite3_filename name, sqlite3_file* file, int flags, int* given) {
-    if ((flags & SQLITE_OPEN_MAIN_DB) == 0) {
+    const bool isLog = (flags & SQLITE_OPEN_WAL) != 0;
+    if (!isLog && (flags & SQLITE_OPEN_MAIN_DB) == 0) {
         return systemVfs->xOpen(systemVfs, name, file, flags, given);
     }
-    file->pMethods = nullptr;
+    new (file) File;
     const int code = systemVfs->xOpen(systemVfs, name, Real(file), flags, given);
+    if (code == SQLITE_OK && isLog) {
+        return OpenLog(file, name);
+    }
     if (code == SQLITE_OK) {
         file->pMethods = &kMethods;
     } else if (Real(file)->pMethods != nullptr) {

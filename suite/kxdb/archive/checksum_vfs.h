@@ -2,8 +2,9 @@
 // read.
 //
 // SQLite's own layer for this also rewrites pages on their way into the write-ahead log, whose frames then
-// fail their own check: what a killed program had committed is gone. Here the log passes untouched, and a
-// page gets its checksum when it is written into the data base itself.
+// fail their own check: what a killed program had committed is gone. Here no byte of the log is changed (its
+// frames go to the file together, log_writes.h), and a page gets its checksum when it is written into the
+// data base itself.
 #pragma once
 
 namespace kx::db {

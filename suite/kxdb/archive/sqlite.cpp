@@ -148,19 +148,6 @@ std::int64_t Database::Number(std::string_view sql) {
     return statement.Step() ? statement.Number(0) : 0;
 }
 
-void Database::CopyFrom(Database& other) {
-    constexpr int kAllPages = -1;
-    sqlite3_backup* backup = sqlite3_backup_init(handle_.get(), "main", other.handle_.get(), "main");
-    if (backup == nullptr) {
-        Fail(handle_.get());
-    }
-    sqlite3_backup_step(backup, kAllPages);
-    const int code = sqlite3_backup_finish(backup);
-    if (code != SQLITE_OK) {
-        Fail(handle_.get());
-    }
-}
-
 Transaction::~Transaction() {
     if (open_) {
         try {

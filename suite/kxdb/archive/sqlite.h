@@ -64,8 +64,6 @@ class Database {
     void Execute(const char* sql);
     Statement Prepare(std::string_view sql) { return {handle_.get(), sql}; }
     std::int64_t Number(std::string_view sql);  // the first column of the first row; 0 without one
-    // Everything of the other one in place of what is here.
-    void CopyFrom(Database& other);
 
   private:
     struct Closer {
@@ -77,8 +75,12 @@ class Database {
 // Rolls back unless committed.
 class Transaction {
   public:
-    // Takes the right to write at once, so that what is read in it still holds when it writes.
-    explicit Transaction(Database& database) : database_(database) { database_.Execute("BEGIN IMMEDIATE"); }
+    // To write: takes the right to it at once, so that what is read in it still holds when it writes. To
+    // read: everything as it stands at the first look.
+    enum class Purpose : bool { kRead, kWrite };
+    explicit Transaction(Database& database, Purpose purpose = Purpose::kWrite) : database_(database) {
+        database_.Execute(purpose == Purpose::kWrite ? "BEGIN IMMEDIATE" : "BEGIN");
+    }
     ~Transaction();
     Transaction(const Transaction&) = delete;
     Transaction& operator=(const Transaction&) = delete;
