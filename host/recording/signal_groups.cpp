@@ -102,7 +102,9 @@ void CheckTwins(const SignalGroup& group) {
                        [](bool a, bool b) { return a || b; });
     }
     if (IsWhole(all)) {
-        Refuse("the leads were not recorded at the same time, so that no beat can be seen in all of them");
+        Refuse(
+            "the leads were not recorded from the same instant to the same instant, so that no beat can be "
+            "seen in all of them");
     }
     if (std::none_of(all.begin(), all.end(), [](bool there) { return there; })) {
         Refuse("it holds none of the twelve leads");

@@ -116,6 +116,13 @@ SignalKind KindOf(const pugi::xml_node& series) {
                                                   : SignalKind::kRecorded;
 }
 
+// By the standard's symbol, "MDC_ECG_LEAD_V1", or a maker's own of the same ending.
+std::optional<NamedLead> LeadOfSymbol(std::string_view code) {
+    constexpr std::string_view kWord = "_LEAD_";
+    const std::size_t word = code.rfind(kWord);
+    return LeadOfName(word == std::string_view::npos ? code : code.substr(word + kWord.size()));
+}
+
 std::optional<SignalGroup> ReadSet(const pugi::xml_node& set, SignalKind kind) {
     SignalGroup group;
     group.kind = kind;
@@ -125,7 +132,7 @@ std::optional<SignalGroup> ReadSet(const pugi::xml_node& set, SignalKind kind) {
         const pugi::xml_node value = Child(sequence, "value");
         if (code == "TIME_ABSOLUTE" || code == "TIME_RELATIVE") {
             TakeTimes(value, group);
-        } else if (const auto lead = LeadOfName(code)) {
+        } else if (const auto lead = LeadOfSymbol(code)) {
             group.channels.push_back(ReadChannel(*lead, value));
         }
     }

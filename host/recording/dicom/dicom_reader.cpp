@@ -1,6 +1,8 @@
 #include "host/recording/dicom/dicom_reader.h"
 
 #include <algorithm>
+#include <iterator>
+#include <string_view>
 #include <utility>
 
 #include "host/recording/calendar_text.h"
@@ -75,6 +77,20 @@ KxDateTime ReadTime(const DicomDataSet& object) {
     return time;
 }
 
+// The letters of other alphabets than Western Europe's are not known here, unless as UTF-8.
+void RemarkOnLetters(const DicomDataSet& object, Recording& recording) {
+    constexpr std::string_view kKnown[] = {"",           "ISO_IR 6",      "ISO_IR 100",
+                                           "ISO_IR 192", "ISO 2022 IR 6", "ISO 2022 IR 100"};
+    const std::string set = object.Text(kCharacterSet);
+    const std::string name = recording.patient.lastName + recording.patient.firstName;
+    const bool foreign =
+        std::any_of(name.begin(), name.end(), [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
+    if (foreign && std::find(std::begin(kKnown), std::end(kKnown), set) == std::end(kKnown)) {
+        recording.remarks.push_back("the patient's name is in the characters of " + Quoted(set) +
+                                    ", which are not read: some letters are others");
+    }
+}
+
 }  // namespace
 
 Recording ReadDicom(std::span<const std::uint8_t> bytes) {
@@ -86,6 +102,7 @@ Recording ReadDicom(std::span<const std::uint8_t> bytes) {
     Recording recording;
     recording.source = "DICOM waveform";
     recording.patient = ReadPatient(object);
+    RemarkOnLetters(object, recording);
     recording.device = ReadDevice(object);
     recording.acquisitionTime = ReadTime(object);
     recording.filters = ReadDicomFilters(groups.front());

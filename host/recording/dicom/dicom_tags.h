@@ -5,6 +5,7 @@
 
 namespace kx::recording {
 
+inline constexpr DicomTag kCharacterSet = 0x00080005;
 inline constexpr DicomTag kStudyDate = 0x00080020;
 inline constexpr DicomTag kAcquisitionDate = 0x00080022;
 inline constexpr DicomTag kContentDate = 0x00080023;

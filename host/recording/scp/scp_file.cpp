@@ -80,10 +80,9 @@ ScpFile::ScpFile(Bytes bytes) {
 }
 
 void ScpFile::ReadPointers(Bytes bytes) {
-    const SectionHead head = HeadOf(bytes.subspan(kFileHead));
     // Section 0 is shorter than the file, as IsScp has seen.
     ByteReader all(bytes.subspan(kFileHead), "section 0");
-    sections_[0] = all.Take(head.length);
+    sections_[0] = all.Take(HeadOf(bytes.subspan(kFileHead)).length);
     ByteReader reader(sections_[0].subspan(kSectionHead), "section 0");
     while (reader.Left() >= kPointer) {
         const unsigned id = reader.U16();
@@ -100,10 +99,12 @@ void ScpFile::ReadPointers(Bytes bytes) {
             Refuse(name + " is said to lie outside the file");
         }
         const Bytes section = bytes.subspan(index - 1, length);
-        if (HeadOf(section).id != id || HeadOf(section).length != length) {
+        const SectionHead head = HeadOf(section);
+        // Some count the byte that makes the length even here and not there.
+        if (head.id != id || (head.length != length && head.length + 1 != length)) {
             Refuse(name + " is not where section 0 says");
         }
-        sections_[id] = section;
+        sections_[id] = section.first(head.length);
     }
 }
 

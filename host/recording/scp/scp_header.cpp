@@ -70,15 +70,15 @@ void ReadTime(Bytes value, KxDateTime& time) {
 // Fields of fixed length, then texts with a zero behind each: the analysing program's revision, the serial
 // number, the system's and the format's software, the maker. Cut devices keep what is there.
 void TakeDevice(Bytes value, Device& device) {
-    constexpr std::size_t kModel = 8, kModelLength = 6, kTexts = 36;
+    constexpr std::size_t kModel = 8, kModelLength = 6, kLength = 35;
     if (value.size() < kModel + kModelLength) {
         return;
     }
     const std::string model = Text(value.subspan(kModel, kModelLength));
     std::string texts[5];
-    // The length of the first text stands before it.
-    std::string_view rest =
-        value.size() > kTexts + 1 ? AsText(value.subspan(kTexts + 1)) : std::string_view();
+    // The length of the first text stands before it, with some a byte later.
+    const std::size_t first = value.size() > kLength && value[kLength] == 0 ? kLength + 2 : kLength + 1;
+    std::string_view rest = value.size() > first ? AsText(value.subspan(first)) : std::string_view();
     for (std::string& text : texts) {
         const std::size_t end = std::min(rest.find('\0'), rest.size());
         text = TextOfField(rest.substr(0, end));
@@ -105,14 +105,18 @@ void TakeDay(Bytes value, KxDateTime& time) {
     }
 }
 
-void TakeTag(unsigned tag, Bytes value, Recording& recording) {
+struct LastNames {
+    std::string last, secondLast;
+};
+
+void TakeTag(unsigned tag, Bytes value, Recording& recording, LastNames& names) {
     Patient& patient = recording.patient;
     switch (tag) {
         case kLastName:
-            patient.lastName = Text(value) + (patient.lastName.empty() ? "" : " " + patient.lastName);
+            names.last = Text(value);
             break;
         case kSecondLastName:
-            patient.lastName += (patient.lastName.empty() ? "" : " ") + Text(value);
+            names.secondLast = Text(value);
             break;
         case kFirstName:
             patient.firstName = Text(value);
@@ -156,8 +160,11 @@ void TakeTag(unsigned tag, Bytes value, Recording& recording) {
 }  // namespace
 
 void ReadScpHeader(Bytes section, Recording& recording) {
+    constexpr std::size_t kTagHead = 3;
     ByteReader reader(section, "section 1");
-    while (reader.Left() > 0) {
+    LastNames names;
+    // What is shorter fills the section up.
+    while (reader.Left() >= kTagHead) {
         const unsigned tag = reader.U8();
         if (tag == kEnd) {
             break;
@@ -167,11 +174,13 @@ void ReadScpHeader(Bytes section, Recording& recording) {
             continue;
         }
         try {
-            TakeTag(tag, value, recording);
+            TakeTag(tag, value, recording, names);
         } catch (const ReadFailure&) {
             // A value shorter than its field says nothing of the patient.
         }
     }
+    const bool both = !names.last.empty() && !names.secondLast.empty();
+    recording.patient.lastName = names.last + (both ? " " : "") + names.secondLast;
     // A time without a date is none.
     if (recording.acquisitionTime.year == 0) {
         recording.acquisitionTime = {};

@@ -25,8 +25,6 @@ constexpr double kDefaultGain = 200;      // units per mV, the format's conventi
 constexpr double kSmallestGain = 1e-3;    // a unit of a thousand physical ones is no recording of the heart
 constexpr double kLargestBaseline = 1e9;  // keeps the subtraction within what a float can tell
 constexpr int kDaysPerYear = 365;         // as the test record counts them
-constexpr int kFormat16 = 16;
-constexpr int kFormat212 = 212;
 
 [[noreturn]] void Fail(const fs::path& file, const std::string& reason) {
     Refuse(PathText(file) + ": " + reason);
@@ -59,8 +57,8 @@ std::vector<SignalFile> GroupByFile(const WfdbHeader& header, const fs::path& he
 // Throws for the signals of one file that this reader does not decode.
 void CheckLayout(const WfdbHeader& header, const SignalFile& group, const fs::path& headerFile) {
     const WfdbSignal& first = header.signals[group.first];
-    if (first.format != kFormat16 && first.format != kFormat212) {
-        Fail(headerFile, "signal format " + std::to_string(first.format) + " is not read (16 and 212 are)");
+    if (!IsSampleFormat(first.format)) {
+        Fail(headerFile, "signal format " + std::to_string(first.format) + " is not read");
     }
     for (std::size_t i = group.first; i < group.first + group.count; ++i) {
         const WfdbSignal& signal = header.signals[i];
@@ -81,7 +79,7 @@ void CheckLayout(const WfdbHeader& header, const SignalFile& group, const fs::pa
 }
 
 // All samples of a file, frame after frame.
-std::vector<std::int16_t> ReadSamples(const FileBytes& files, const fs::path& file, const WfdbSignal& layout,
+std::vector<std::int32_t> ReadSamples(const FileBytes& files, const fs::path& file, const WfdbSignal& layout,
                                       std::size_t signals, std::uint64_t statedCount) {
     std::string error;
     const auto bytes = files(file, kLargestSignalFile, error);
@@ -93,8 +91,7 @@ std::vector<std::int16_t> ReadSamples(const FileBytes& files, const fs::path& fi
     }
     const std::span<const std::uint8_t> data =
         std::span(*bytes).subspan(static_cast<std::size_t>(layout.byteOffset));
-    const std::uint64_t held =
-        layout.format == kFormat16 ? data.size() / 2 : std::uint64_t{data.size()} * 2 / 3;
+    const std::uint64_t held = SamplesIn(layout.format, data.size());
     const std::uint64_t frames = statedCount != 0 ? statedCount : held / signals;
     // The header's reader keeps the number of signals small and ReadWfdb that of samples: the product fits.
     if (frames > kMostSamples) {
@@ -108,12 +105,26 @@ std::vector<std::int16_t> ReadSamples(const FileBytes& files, const fs::path& fi
                        " samples per signal that the header says");
     }
     const auto wanted = static_cast<std::size_t>(frames * signals);
-    return layout.format == kFormat16 ? Decode16(data, wanted) : Decode212(data, wanted);
+    return DecodeSamples(layout.format, data, wanted);
+}
+
+// From differences to values.
+void AddUp(std::vector<std::int32_t>& samples, std::int32_t initial) {
+    constexpr std::int32_t kFarthest = 1 << 24;
+    std::int32_t value = std::clamp(initial, -kFarthest, kFarthest);  // and a million steps of a byte
+    for (std::int32_t& sample : samples) {
+        sample = value += sample;
+    }
 }
 
 // Compares the samples with what the header says of them.
-void CheckSamples(const WfdbSignal& signal, std::span<const std::int16_t> samples, const fs::path& file) {
-    if (signal.initialValue && *signal.initialValue != samples.front()) {
+void CheckSamples(const WfdbSignal& signal, std::span<const std::int32_t> samples, const fs::path& file) {
+    // Zero in both fields is what some write in the place of either.
+    if (signal.initialValue == 0 && signal.checksum == 0) {
+        return;
+    }
+    if (signal.format != kDifferencesFormat && signal.initialValue &&
+        *signal.initialValue != samples.front()) {
         Fail(file, "the first sample of " + signal.description + " is " + std::to_string(samples.front()) +
                        ", the header says " + std::to_string(*signal.initialValue));
     }
@@ -121,8 +132,8 @@ void CheckSamples(const WfdbSignal& signal, std::span<const std::int16_t> sample
         return;
     }
     std::uint16_t sum = 0;
-    for (const std::int16_t sample : samples) {
-        sum = static_cast<std::uint16_t>(sum + static_cast<std::uint16_t>(sample));
+    for (const std::int32_t sample : samples) {
+        sum = static_cast<std::uint16_t>(sum + static_cast<std::uint32_t>(sample));
     }
     if (sum != static_cast<std::uint16_t>(*signal.checksum)) {
         Fail(file, "the checksum of " + signal.description + " is not the header's: the samples are damaged");
@@ -192,28 +203,30 @@ class Reader {
         const WfdbSignal& layout = header.signals[group.first];
         const fs::path file =
             headerFile_.parent_path() / fs::path(std::u8string(layout.file.begin(), layout.file.end()));
-        const std::vector<std::int16_t> all =
+        const std::vector<std::int32_t> all =
             ReadSamples(files_, file, layout, group.count, header.sampleCount);
-        std::vector<std::int16_t> samples(all.size() / group.count);
+        std::vector<std::int32_t> samples(all.size() / group.count);
         for (const auto& [place, lead] : wanted) {
             for (std::size_t i = 0; i < samples.size(); ++i) {
                 samples[i] = all[i * group.count + place];
             }
             const WfdbSignal& signal = header.signals[group.first + place];
+            if (signal.format == kDifferencesFormat) {
+                AddUp(samples, signal.initialValue.value_or(0));
+            }
             CheckSamples(signal, samples, file);
             channels.push_back(MakeChannel(lead, signal, samples));
         }
     }
 
-    Channel MakeChannel(NamedLead lead, const WfdbSignal& signal, std::span<const std::int16_t> samples) {
+    Channel MakeChannel(NamedLead lead, const WfdbSignal& signal, std::span<const std::int32_t> samples) {
         const double scale = Microvolts(signal);
         Channel channel{lead, std::abs(scale), {}, {}};
         channel.microvolts.reserve(samples.size());
-        for (const std::int16_t sample : samples) {
+        for (const std::int32_t sample : samples) {
             channel.microvolts.push_back(static_cast<float>((sample - signal.baseline) * scale));
         }
-        const std::int16_t missing = signal.format == kFormat16 ? -32768 : -2048;
-        channel.gaps = GapsOf(samples, missing);
+        channel.gaps = GapsOf(signal.format, samples);
         return channel;
     }
 

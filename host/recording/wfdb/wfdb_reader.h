@@ -16,10 +16,11 @@ struct ReadOptions {
     double unitsPerMv = 0;
 };
 
-// Reads the record whose header is `path`, with or without ".hea". Formats 16 and 212; the leads, in any
+// Reads the record whose header is `path`, with or without ".hea". The formats of
+// IsSampleFormat; the leads, in any
 // order, in one or several signal files, as signal_groups.h wants them; other signals are ignored. A header
 // without gain, or with gain 0, means 200 units per mV by the format's convention (a remark says so). Missing
-// samples (-32768, in format 212 -2048) are bridged and listed as gaps.
+// samples (of the lowest value that the format has, as -32768 in format 16) are bridged and listed as gaps.
 //
 // Nothing is returned, and `error` holds one line "file: reason", when the header or a signal file cannot be
 // read, is malformed or shorter than the header says; a needed lead is missing, occurs twice, has no value at

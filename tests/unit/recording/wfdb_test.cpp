@@ -229,8 +229,21 @@ TEST(WfdbReader, BridgesMissingSamplesAndListsThem) {
         EXPECT_NEAR(recording.leads[kLeadII][11], SampleOf(1, 9) + (SampleOf(1, 14) - SampleOf(1, 9)) * 2 / 5.0, 0.01);
         EXPECT_NEAR(recording.leads[11][59], SampleOf(11, 57), 0.01);
     }
-    EXPECT_EQ(Decode212(std::vector<std::uint8_t>{0xFF, 0xF7, 0x00, 0x00, 0x78, 0xFF}, 4),
-              (std::vector<std::int16_t>{2047, -256, -2048, 2047}));
+    const struct {
+        int format;
+        std::vector<std::uint8_t> bytes;
+        std::vector<std::int32_t> samples;
+    } rows[] = {{24, {0xFE, 0xFF, 0xFF, 0}, {-2}},
+                {32, {0xFE, 0xFF, 0xFF, 0xFF}, {-2}},
+                {61, {0x80, 1}, {-32767}},
+                {80, {0, 0x81}, {-128, 1}},
+                {160, {0xFF, 0x7F}, {-1}},
+                {212, {0xFF, 0xF7, 0, 0, 0x78, 0xFF}, {2047, -256, -2048, 2047}},
+                {310, {0xFE, 7, 2, 0x80, 4, 0}, {-1, 1, -512, 2}},
+                {311, {0xFF, 7, 0, 0x20, 4, 0}, {-1, 1, -512, 4}}};
+    for (const auto& row : rows) {
+        EXPECT_EQ(DecodeSamples(row.format, row.bytes, 9), row.samples) << row.format;
+    }
 }
 
 Change Cut(const char* file, std::size_t size) {
@@ -260,7 +273,7 @@ TEST(WfdbReader, OpensNothingOfABrokenRecord) {
                 {{}, InHeader(" 16 1000", " 16+99999 1000"), "byte offset"},
                 {{}, InHeader(" V2\n", " vx\n"), "lead V2 is missing"},
                 {{}, InHeader(" V2\n", " v1\n"), "lead V1 is there twice"},
-                {{}, InHeader(" 16 1000", " 80 1000"), "signal format 80 is not read"},
+                {{}, InHeader(" 16 1000", " 81 1000"), "signal format 81 is not read"},
                 {{}, InHeader(" 16 1000", " 16x2 1000"), "per frame"},
                 {{}, InHeader(" 16 1000", " 16:2 1000"), "skewed"},
                 {{}, InHeader("1000/mV", "10/mmHg"), "no voltage"},
