@@ -17,6 +17,7 @@ binaries=(kxdialogs.dll kxsys.dll kxdb.dll kxrender.dll kxanalyze.dll kxinterp.d
 SOURCE_DATE_EPOCH="$(git log -1 --format=%ct 2>/dev/null || echo 315532800)"
 export SOURCE_DATE_EPOCH
 
+mkdir -p build
 say "building ..."
 cmake --preset win32 >build/win32-configure.log 2>&1 || die "configuring failed: $(tail -n 1 build/win32-configure.log)"
 cmake --build --preset win32 --target "${binaries[@]%.*}" kxstatement_files kxhelp >build/win32-build.log 2>&1 ||
