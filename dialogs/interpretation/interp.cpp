@@ -29,7 +29,6 @@ constexpr StaffListLines kPhysicianLines{1263, 1265};
 
 constexpr char kSuiteKey[] = "Software\\Vardessa\\Halcyra OEM";
 constexpr std::uint32_t kSourceSize = 256;
-constexpr int kIconSide = 16;  // pixels
 
 constexpr GrowthRow kGrowth[] = {
     {IDC_INTERP_STATEMENT, 0, 0, 60, 100},
@@ -217,10 +216,11 @@ void InterpretationDialog::ShowIcons() {
         {dictionary_.get(), IDI_BUTTON_DICTIONARY},
     };
     toolTips_.emplace(Module(), *this);
+    const int side = GetSystemMetrics(SM_CXSMICON);  // grows with the screen's resolution, as the buttons do
     for (const auto& row : rows) {
         toolTips_->Add(*row.button);
         row.button->SetIcon(UniqueIcon(static_cast<HICON>(
-            Library()->instance.LoadImageById(row.icon, IMAGE_ICON, kIconSide, kIconSide, LR_DEFAULTCOLOR))));
+            Library()->instance.LoadImageById(row.icon, IMAGE_ICON, side, side, LR_DEFAULTCOLOR))));
     }
 }
 
