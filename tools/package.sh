@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # build/package/kxdialogs-VERSION-win32.zip: what an integrator needs, and the symbols of its binaries in a second archive.
-# The same inputs give the same bytes, whoever packs them and when.
+# The same inputs give the same bytes, whoever packs them, where and when; but the compiled help is different each time, as its
+# compiler makes it, and with it the sums and the archive. kx package of two checkouts is compared by the binaries.
 set -eu
 . "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 cd "$KX_ROOT"
@@ -18,6 +19,8 @@ SOURCE_DATE_EPOCH="$(git log -1 --format=%ct 2>/dev/null || echo 315532800)"
 export SOURCE_DATE_EPOCH
 
 mkdir -p build
+# Its banner has the time of the build, which a build before this one took from the clock.
+touch dialogs/service_session.cpp
 say "building ..."
 cmake --preset win32 >build/win32-configure.log 2>&1 || die "configuring failed: $(tail -n 1 build/win32-configure.log)"
 cmake --build --preset win32 --target "${binaries[@]%.*}" kxstatement_files kxhelp >build/win32-build.log 2>&1 ||
