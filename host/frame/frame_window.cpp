@@ -109,7 +109,7 @@ void FrameWindow::OnGetMinMaxInfo(MINMAXINFO& info) const {
         return;
     }
     info.ptMinTrackSize.x =
-        std::min(strip_->WidthOfMeasurements() + metrics_.Scale(260), GetSystemMetrics(SM_CXSCREEN));
+        std::min(strip_->WidthOfMeasurements() + metrics_.Scale(220), GetSystemMetrics(SM_CXSCREEN));
     info.ptMinTrackSize.y = std::min(metrics_.Scale(kSmallestHeight), GetSystemMetrics(SM_CYSCREEN));
     info.ptMaxTrackSize = {kLargestShot, kLargestShot};
 }

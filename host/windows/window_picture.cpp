@@ -14,12 +14,12 @@ void DispatchWaiting() {
     }
 }
 
-// A blinking caret or a timer never lets a window be quiet for good, hence the longest wait.
+// Timers do not count: a blinking caret, or a button under the pointer, never lets a window be without them.
 void DispatchUntilQuiet() {
     const DWORD start = GetTickCount();
     DispatchWaiting();
     while (GetTickCount() - start < kLongestWaitMs &&
-           MsgWaitForMultipleObjects(0, nullptr, FALSE, kQuietMs, QS_ALLINPUT) != WAIT_TIMEOUT) {
+           MsgWaitForMultipleObjects(0, nullptr, FALSE, kQuietMs, QS_ALLINPUT & ~QS_TIMER) != WAIT_TIMEOUT) {
         DispatchWaiting();
     }
 }

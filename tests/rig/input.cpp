@@ -22,22 +22,11 @@ void StartAnew() {
     }
 }
 
-// On a screen without a window manager Wine waits two seconds for the end of every captioned window, unless
-// it was told before the program's start that there is none. Windows reads no such key.
 bool DoWithoutWindowManager() {
     char path[MAX_PATH] = {};
     GetModuleFileNameA(nullptr, path, sizeof path);
     const std::string program = path;
-    const std::string key = "Software\\Wine\\AppDefaults\\" + program.substr(program.rfind('\\') + 1) + "\\X11 Driver";
-    HKEY opened = nullptr;
-    DWORD found = 0;
-    if (RegCreateKeyExA(HKEY_CURRENT_USER, key.c_str(), 0, nullptr, 0, KEY_SET_VALUE, nullptr, &opened, &found) != ERROR_SUCCESS) {
-        return false;
-    }
-    const BYTE no[] = "N";
-    RegSetValueExA(opened, "Managed", 0, REG_SZ, no, sizeof no);
-    RegCloseKey(opened);
-    if (found == REG_CREATED_NEW_KEY) {
+    if (SayThereIsNoWindowManager(program.substr(program.rfind('\\') + 1))) {
         StartAnew();
     }
     return true;
@@ -83,6 +72,19 @@ void CALLBACK RunScript(HWND, UINT, UINT_PTR timer, DWORD) {
 
 }  // namespace
 
+bool SayThereIsNoWindowManager(const std::string& program) {
+    const std::string key = "Software\\Wine\\AppDefaults\\" + program + "\\X11 Driver";
+    HKEY opened = nullptr;
+    DWORD found = 0;
+    if (RegCreateKeyExA(HKEY_CURRENT_USER, key.c_str(), 0, nullptr, 0, KEY_SET_VALUE, nullptr, &opened, &found) != ERROR_SUCCESS) {
+        return false;
+    }
+    const BYTE no[] = "N";
+    RegSetValueExA(opened, "Managed", 0, REG_SZ, no, sizeof no);
+    RegCloseKey(opened);
+    return found == REG_CREATED_NEW_KEY;
+}
+
 bool DriveModal(const std::function<void()>& open, const std::function<void(HWND)>& script) {
     g_driven = {&script, nullptr};
     const UINT_PTR timer = SetTimer(nullptr, 0, kPollMs, RunScript);
@@ -122,20 +124,6 @@ void PressKey(HWND dialog, UINT virtualKey) {
     Pump(dialog);
     PostMessageA(focus, WM_KEYUP, virtualKey, static_cast<LPARAM>(0xC0000001));
     Pump(dialog);
-}
-
-void PressControl(HWND control, char letter) {
-    SetFocus(control);
-    BYTE keys[256] = {};
-    GetKeyboardState(keys);
-    keys[VK_CONTROL] |= 0x80;
-    SetKeyboardState(keys);
-    SendMessageA(control, WM_KEYDOWN, static_cast<WPARAM>(letter), 1);
-    SendMessageA(control, WM_CHAR, static_cast<WPARAM>(letter - '@'), 1);
-    SendMessageA(control, WM_KEYUP, static_cast<WPARAM>(letter), 1);
-    keys[VK_CONTROL] = 0;
-    SetKeyboardState(keys);
-    Pump();
 }
 
 void TypeText(HWND dialog, std::string_view text) {

@@ -1,15 +1,19 @@
 // A user's hands: keys, mouse and the message loop; and a modal dialog of this process driven by them.
 //
-// A program that contains this takes part in Wine's screen without a window manager: it writes once that its
-// windows are not managed, starts anew, and saves two seconds for the end of every captioned window.
+// A program that contains this tells Wine once that there is no window manager, and starts anew.
 #pragma once
 
 #include <windows.h>
 
 #include <functional>
+#include <string>
 #include <string_view>
 
 namespace kx::test {
+
+// On a screen without a window manager Wine waits two seconds for the end of every captioned window, unless it was told before the
+// program's start that there is none. Windows reads no such key. True: it had not been told yet of this program.
+bool SayThereIsNoWindowManager(const std::string& program);
 
 // Dispatches what is in the thread's queue, as a host's loop with IsDialogMessage for `dialog` does (null:
 // without). False: there was no end of messages, after 100,000 of them.
@@ -24,8 +28,6 @@ bool DriveModal(const std::function<void()>& open, const std::function<void(HWND
 
 // A key pressed and released where the focus is.
 void PressKey(HWND dialog, UINT virtualKey);
-// Ctrl with a letter in a control that gets the focus; the state of Ctrl as keyboards have it meanwhile.
-void PressControl(HWND control, char letter);
 // Characters (Windows-1252) where the focus is; each is dispatched before the next.
 void TypeText(HWND dialog, std::string_view text);
 // The left button on the middle of a window's client area.

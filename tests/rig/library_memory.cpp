@@ -4,7 +4,7 @@
 #include <windows.h>
 
 #include <algorithm>
-#include <cstdint>
+#include <array>
 #include <cstdlib>
 #include <cstring>
 
@@ -16,50 +16,37 @@ namespace {
 // Nothing here may ask the C++ run-time for memory while it is asked for some.
 constexpr std::size_t kPage = 4096;
 constexpr std::size_t kArena = std::size_t{512} << 20;
-constexpr std::size_t kMostBlocks = std::size_t{1} << 17;
-
-struct Block {
-    void* address;
-    std::size_t size;
-};
 
 bool g_fenced = false;
 int g_left = -1;
 bool g_ranOut = false;
 int g_held = 0;
-Block* g_blocks = nullptr;  // open hashing by address; a freed one keeps its place with size 0
 char* g_arena = nullptr;
 std::size_t g_arenaUsed = 0;
 std::size_t g_firstUsed = 0;
 std::size_t g_markUsed = 0;
 int g_markHeld = -1;  // below 0: there is no mark
 
+// Of the block that begins in a page of the arena; 0: none does, or it was freed.
+std::array<std::size_t, kArena / kPage> g_sizes;
+
 bool IsFenced(const void* address) { return g_arena != nullptr && address >= g_arena && address < g_arena + kArena; }
 
-Block& PlaceOf(void* address) {
-    if (IsFenced(address)) {
-        // By its first page, so that the table has room for all that the arena has.
-        address = reinterpret_cast<void*>(reinterpret_cast<std::uintptr_t>(address) / kPage * kPage);
-    }
-    std::size_t at = (reinterpret_cast<std::uintptr_t>(address) >> 3) * 2654435761u % kMostBlocks;
-    while (g_blocks[at].address != nullptr && g_blocks[at].address != address) {
-        at = (at + 1) % kMostBlocks;
-    }
-    return g_blocks[at];
-}
+std::size_t PageOf(const void* address) { return static_cast<std::size_t>(static_cast<const char*>(address) - g_arena) / kPage; }
+
+std::size_t RoomFor(std::size_t size) { return (size + kPage - 1) / kPage * kPage; }
 
 // The block ends, to the alignment of a block, where the page that is missing begins.
 void* AllocateFenced(std::size_t size) {
-    const std::size_t room = (size + kPage - 1) / kPage * kPage;
-    if (g_arenaUsed + room + kPage > kArena) {
-        return nullptr;
-    }
+    const std::size_t room = RoomFor(size);
     char* const pages = g_arena + g_arenaUsed;
-    g_arenaUsed += room + kPage;
-    if (VirtualAlloc(pages, room, MEM_COMMIT, PAGE_READWRITE) == nullptr) {
+    if (g_arenaUsed + room + kPage > kArena || VirtualAlloc(pages, room, MEM_COMMIT, PAGE_READWRITE) == nullptr) {
         return nullptr;
     }
+    g_arenaUsed += room + kPage;
     std::memset(pages, 0xCD, room);
+    g_sizes[PageOf(pages)] = size;
+    ++g_held;
     return pages + room - (size + 7) / 8 * 8;
 }
 
@@ -69,37 +56,21 @@ void* Allocate(std::size_t size) {
         return nullptr;
     }
     g_left -= g_left > 0 ? 1 : 0;
-    size = std::max<std::size_t>(size, 1);
-    void* const memory = g_fenced ? AllocateFenced(size) : std::malloc(size);
-    if (memory != nullptr) {
-        Block& block = PlaceOf(memory);
-        block = {g_fenced ? reinterpret_cast<void*>(reinterpret_cast<std::uintptr_t>(memory) / kPage * kPage) : memory, size};
-        ++g_held;
-    }
-    return memory;
+    return g_fenced ? AllocateFenced(std::max<std::size_t>(size, 1)) : std::malloc(size);
 }
 
 void Free(void* memory) {
-    if (memory == nullptr) {
-        return;
-    }
-    Block& block = PlaceOf(memory);
-    if (block.address == nullptr) {
+    if (!IsFenced(memory)) {
         std::free(memory);  // from before
         return;
     }
-    if (block.size == 0) {
+    const std::size_t page = PageOf(memory);
+    if (g_sizes[page] == 0) {
         RaiseException(STATUS_HEAP_CORRUPTION, 0, 0, nullptr);  // freed twice
     }
+    VirtualFree(g_arena + page * kPage, RoomFor(g_sizes[page]), MEM_DECOMMIT);
+    g_sizes[page] = 0;
     --g_held;
-    if (IsFenced(memory)) {
-        VirtualFree(reinterpret_cast<void*>(reinterpret_cast<std::uintptr_t>(memory) / kPage * kPage),
-                    (block.size + kPage - 1) / kPage * kPage, MEM_DECOMMIT);
-    } else {
-        std::memset(memory, 0xDD, block.size);
-        std::free(memory);
-    }
-    block.size = 0;
 }
 
 void* Calloc(std::size_t count, std::size_t size) {
@@ -108,12 +79,12 @@ void* Calloc(std::size_t count, std::size_t size) {
 }
 
 void* Realloc(void* memory, std::size_t size) {
-    if (memory != nullptr && PlaceOf(memory).address == nullptr) {
+    if (memory != nullptr && !IsFenced(memory)) {
         return std::realloc(memory, size);  // from before
     }
     void* const moved = Allocate(size);
     if (moved != nullptr && memory != nullptr) {
-        std::memcpy(moved, memory, std::min(size, PlaceOf(memory).size));
+        std::memcpy(moved, memory, std::min(size, g_sizes[PageOf(memory)]));
         Free(memory);
     }
     return moved;
@@ -152,7 +123,6 @@ void* AsAddress(Function* function) {
 
 LibraryMemory::LibraryMemory() {
     static const bool imported = [] {
-        g_blocks = static_cast<Block*>(VirtualAlloc(nullptr, kMostBlocks * sizeof(Block), MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE));
         Import("malloc", AsAddress(Allocate));
         Import("calloc", AsAddress(Calloc));
         Import("realloc", AsAddress(Realloc));

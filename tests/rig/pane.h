@@ -132,7 +132,6 @@ class Pane {
     void Click(std::uint32_t id) const;
     // Chooses the item of a combo box, with the notifications of its list.
     void Choose(std::uint32_t combo, std::int32_t code) const;
-    void ChooseText(std::uint32_t combo, const char* text) const;
     // Characters into a control (of a combo box: its edit field), one WM_CHAR each.
     void Type(std::uint32_t id, std::string_view text) const;
     void Notify(std::uint32_t id, UINT code) const;
@@ -146,14 +145,5 @@ class Pane {
 HWND WindowOf(std::uint32_t handle);
 // Windows-1252, whole.
 std::string TextOf(HWND window);
-
-// A pane's answer to a control that asks for its colours.
-struct ControlColours {
-    bool answered;  // false: the pane leaves the control to the system
-    COLORREF text;
-    COLORREF background;  // behind the characters
-    COLORREF brush;       // behind the control
-};
-ControlColours AskColours(HWND pane, std::uint32_t id);
 
 }  // namespace kx::test

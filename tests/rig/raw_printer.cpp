@@ -38,7 +38,7 @@ bool AddDriver() {
 
 }  // namespace
 
-RawPrinter::RawPrinter(const char* comment, Port port) {
+RawPrinter::RawPrinter(Port port) {
     char folder[MAX_PATH] = {}, file[MAX_PATH] = {};
     GetTempPathA(MAX_PATH, folder);
     GetTempFileNameA(folder, "pcl", 0, file);
@@ -48,13 +48,11 @@ RawPrinter::RawPrinter(const char* comment, Port port) {
     if (!SetPort(port_, true) || !AddDriver()) {
         return;
     }
-    std::string text = comment;
     char processor[] = "winprint", dataType[] = "RAW";
     PRINTER_INFO_2A printer{};
     printer.pPrinterName = g_printer;
     printer.pPortName = port_.data();
     printer.pDriverName = g_driver;
-    printer.pComment = text.data();
     printer.pPrintProcessor = processor;
     printer.pDatatype = dataType;
     const HANDLE handle = AddPrinterA(nullptr, 2, reinterpret_cast<BYTE*>(&printer));

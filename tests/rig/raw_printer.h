@@ -5,14 +5,14 @@
 
 namespace kx::test {
 
-// Sets the printer up (driver, port, printer, its comment) and takes it away again. One at a time.
+// Sets the printer up (driver, port, printer) and takes it away again. One at a time.
 class RawPrinter {
   public:
     enum class Port {
         kFile,
         kUnreachable  // a file that cannot be made: the printer is found, and loses every document at its end
     };
-    explicit RawPrinter(const char* comment = "", Port port = Port::kFile);
+    explicit RawPrinter(Port port = Port::kFile);
     ~RawPrinter();
     RawPrinter(const RawPrinter&) = delete;
     RawPrinter& operator=(const RawPrinter&) = delete;

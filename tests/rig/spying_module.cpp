@@ -1,10 +1,8 @@
-// A module of the suite that hands every call on to the test program, which answers it (see suite.h). One
-// binary stands for each of the five siblings under that one's file name: it has the exports of all of them.
+// A module of the suite that hands every call on to the test program, which answers it (see suite.h). One binary stands for each
+// of the five siblings under that one's file name: it has the exports of all of them that the library calls.
 #include <windows.h>
 
 #include <cstdint>
-
-#include "tests/rig/suite_exports.h"
 
 namespace {
 
@@ -40,15 +38,26 @@ std::uint32_t Tell(const char* name, const char* kinds, const std::uint32_t* arg
         return Tell(#name, kinds, arguments + 1);                                       \
     }
 
+// Name, number of arguments, and what each of them is: a text (t) or a number (n).
 SPY_EXPORT(LIBSTART, 0, "")
 SPY_EXPORT(LIBSTOP, 0, "")
-
 #ifdef SPY_EXPORTS
-KX_SYS_EXPORTS(SPY_EXPORT)
-KX_DB_EXPORTS(SPY_EXPORT)
-KX_RENDER_EXPORTS(SPY_EXPORT)
-KX_INTERP_EXPORTS(SPY_EXPORT)
-KX_ANALYZE_EXPORTS(SPY_EXPORT)
+SPY_EXPORT(LOGMEMORYERROR, 2, "tn")
+SPY_EXPORT(LOGEXCEPTION, 1, "t")
+SPY_EXPORT(LOGINFORMATION, 1, "t")
+SPY_EXPORT(SHOWINFORMATION, 2, "nt")
+SPY_EXPORT(LOGSYSTEMERROR, 1, "t")
+SPY_EXPORT(SHOWSYSTEMERROR, 2, "nt")
+SPY_EXPORT(LOGOEMMESSAGE, 1, "t")
+SPY_EXPORT(LOGOEMERROR, 3, "tnt")
+SPY_EXPORT(INQUIRE, 3, "ntn")
+SPY_EXPORT(LOGSERVICESTART, 1, "t")
+SPY_EXPORT(LOGSERVICESTOP, 1, "t")
+SPY_EXPORT(PHYS_LIST, 3, "nnn")
+SPY_EXPORT(TECH_LIST, 2, "nn")
+SPY_EXPORT(CREATETEXT, 6, "tnnnnn")
+SPY_EXPORT(INTERPRET, 6, "nnnnnn")
+SPY_EXPORT(UPDATEDETECTION, 1, "n")
 #endif
 
 extern "C" BOOL WINAPI DllMain(HINSTANCE module, DWORD, LPVOID) {

@@ -61,17 +61,7 @@ constexpr UINT kMessages[] = {
     CB_SETCURSEL,
     CB_SHOWDROPDOWN,
     WM_USER,
-    WM_USER + 100,
     WM_APP,
-    1345,
-    1346,
-    1347,
-    1348,
-    1349,
-    1350,
-    1451,
-    1452,
-    1453,  // the marker view's to its dialog
 };
 constexpr UINT kKeys[] = {VK_LEFT,   VK_RIGHT,  VK_UP,   VK_DOWN,   VK_HOME,  VK_END, VK_PRIOR, VK_NEXT,  VK_TAB,
                           VK_RETURN, VK_ESCAPE, VK_BACK, VK_DELETE, VK_SPACE, VK_F4,  VK_F1,    VK_INSERT};
@@ -99,7 +89,9 @@ std::vector<HWND> WindowsFrom(HWND window) {
 }
 
 void SendAnything(Random& random, HWND window) {
-    const UINT message = random.Of(kMessages);
+    // A fifth are the marker view's to its dialog.
+    const UINT ofTheView = random.OneIn(3) ? 1451 + random.Below(3) : 1345 + random.Below(6);
+    const UINT message = random.OneIn(5) ? ofTheView : random.Of(kMessages);
     // A control of the system's draws on whatever it is given for a device context.
     const WPARAM wParam = message == WM_KEYDOWN ? random.Of(kKeys) : message == WM_PAINT ? 0 : random.Number();
     const LPARAM lParam =

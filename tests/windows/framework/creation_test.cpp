@@ -36,30 +36,6 @@ class FactoryClass final : public WindowClass {
 
 class Creation : public FrameworkTest {};
 
-TEST_F(Creation, OfObjectsByTheirClassIsLimitedToSixteenClassesThatLive) {
-    std::vector<std::string> names(17, "KxClass");
-    std::vector<std::unique_ptr<WindowClass>> classes;
-    for (std::string& name : names) {
-        name += std::to_string(classes.size());
-        classes.push_back(std::make_unique<WindowClass>(&ThisLibrary(), name.c_str(), 0, 0, nullptr));
-    }
-    EXPECT_EQ(class_registry::Find("kxclass15"), nullptr) << "names are compared with their case";
-    // The class exists, but nobody makes objects for it.
-    EXPECT_EQ(class_registry::Find("KxClass16"), nullptr);
-    Window orphan(&frame_, 5);
-    EXPECT_FALSE(orphan.CreateControl("KxClass16", "", kModule, WS_CHILD, 0, 0, 0, 10, 10));
-    Window owned;
-    EXPECT_TRUE(owned.Create("KxClass16", "", kModule, &owned, WS_POPUP, 0, 0, 0, 10, 10));
-    owned.Destroy();
-    // Removing one from the middle leaves the others.
-    classes.erase(classes.begin() + 4);
-    EXPECT_EQ(class_registry::Find("KxClass4"), nullptr);
-    EXPECT_EQ(class_registry::Find("KxClass5"), classes[4].get());
-    EXPECT_EQ(class_registry::Find("KxClass15"), classes[14].get());
-    classes.clear();
-    EXPECT_EQ(class_registry::Count(), 0u);
-}
-
 TEST_F(Creation, OfATemplatesControlIsItsClasssOrRefused) {
     FactoryClass factory(&services_);
     {
@@ -149,24 +125,6 @@ TEST_F(Dialogs, WithoutModeAreBorderlessVisibleEnabledChildren) {
         << "an owner-drawn list asks before the dialog has its object";
     EXPECT_TRUE(dialog.CenterHorizontally() && dialog.PostToParent(WM_NULL, 0, 0));
     EXPECT_EQ(std::to_array(hostObject), before);
-}
-
-TEST_F(Dialogs, NeedALibraryAParentAndATemplate) {
-    Window nowhere;
-    const struct {
-        const LibraryModule* owner;
-        Window* parent;
-        std::uint32_t id;
-    } rows[] = {{&ThisLibrary(), nullptr, IDD_PANE},
-                {&ThisLibrary(), &nowhere, IDD_PANE},
-                {nullptr, &frame_, IDD_PANE},
-                {&ThisLibrary(), &frame_, 999}};
-    for (const auto& row : rows) {
-        RecordingDialog dialog(row.owner, row.parent, nullptr, nullptr);
-        dialog.onInit = [] { return ADD_FAILURE(), true; };
-        dialog.CreateModeless(row.id, &dialog);
-        EXPECT_EQ(dialog.Handle(), nullptr);
-    }
 }
 
 TEST_F(Dialogs, ThatThrowAtTheirStartAreReportedAndLeftWithoutObject) {

@@ -1,4 +1,4 @@
-// The drawing surface, its smooth lines, the grid and bitmaps, on pictures that are looked at.
+// The drawing surface, its smooth lines, and the grid, on pictures that are looked at.
 #include "lib/pltgrid.h"
 #include "lib/windows/bitmap.h"
 #include "lib/windows/smooth_polyline.h"
@@ -196,27 +196,6 @@ TEST(Grid, ThatCannotBeMadeIsReportedOnce) {
         EXPECT_THAT(reports.Take(), testing::ElementsAre(testing::StartsWith("memory ..\\..\\lib\\pltgrid ")));
         EXPECT_EQ(grid.Lock(memory), nullptr);
     }
-}
-
-// What is wrong with a file's format, and which row is which, stands beside the format.
-TEST(BitmapFile, IsWrittenAndReadOrReported) {
-    constexpr char kFile[] = "kx_bitmap.bmp";
-    RecordedReports reports;
-    const Bitmap hatch = Bitmap::MakeHatch(0, 2);
-    ASSERT_TRUE(hatch.SaveBmpFile(kFile, reports));
-    const Bitmap read = Bitmap::LoadBmpFile(nullptr, kFile, reports);
-    DeleteFileA(kFile);
-    EXPECT_EQ(read.Width(), 32);
-    std::vector<int> pixels[2] = {std::vector<int>(32), std::vector<int>(32)};
-    hatch.GetBits(pixels[0].data(), 32 * 4);
-    read.GetBits(pixels[1].data(), 32 * 4);
-    EXPECT_EQ(pixels[0].front(), 0x3F3F3F3F);
-    EXPECT_EQ(pixels[0], pixels[1]);
-    EXPECT_THAT(reports.Take(), testing::IsEmpty());
-    EXPECT_FALSE(Bitmap::LoadBmpFile(nullptr, kFile, reports) || Bitmap().SaveBmpFile(kFile, reports));
-    EXPECT_THAT(reports.Take(),
-                testing::ElementsAre(testing::EndsWith("bitmap 133 no bmp file"), testing::EndsWith("bitmap 355 Invalid hbm")));
-    EXPECT_FALSE(hatch.SaveBmpFile("Z:\\no\\such\\folder\\x.bmp", reports));
 }
 
 }  // namespace

@@ -13,6 +13,10 @@
 namespace kx::test {
 namespace {
 
+// Boxes of the interpretation pane.
+constexpr int kPaneReviewed = 33823;
+constexpr int kPaneConfirmed = 33830;
+
 TEST_F(HostTest, TheArchivesFormsImportListAndExport) {
     const std::vector<std::wstring> archive{L"--archive", (folder_ / L"neu" / L"ä.kxdb").wstring()};
     const auto run = [&](std::vector<std::wstring> arguments) {
@@ -91,14 +95,43 @@ TEST_F(HostTest, EverySaveThatWasToldOfIsThereAfterTheProgramWasKilled) {
     }
 }
 
+// Two workstations on one test: the second to save is told, and by keeping both no report is lost.
+TEST_F(HostTest, ASaveOverThatOfAnotherWorkstationIsToldAndBothAreKept) {
+    const std::wstring archive = (folder_ / L"a.kxdb").wstring();
+    ASSERT_EQ(RunHost({L"--import", L"--builtin", L"--archive", archive}).exitCode, 0u);
+    const auto listed = [&] { return RunHost({L"--list", L"--archive", archive}).output; };
+    const auto tickAndSave = [](const OpenHost& host, int box) {
+        // Enter in the worklist's search opens its first test.
+        PostMessageW(FindWindowExW(host.Pane(), nullptr, L"Edit", nullptr), WM_KEYDOWN, VK_RETURN, 1);
+        EXPECT_TRUE(WaitUntil([&] { return FindWindowExW(host.Pane(), nullptr, L"KxTracingPaper", nullptr) != nullptr; }));
+        SendMessageW(host.Frame(), WM_COMMAND, IDM_VIEW_FIRST_PANE + 7, 0);
+        SendDlgItemMessageW(host.Pane(), box, BM_CLICK, 0, 0);
+        PostMessageW(host.Frame(), WM_COMMAND, IDM_FILE_SAVE, 0);
+    };
+    const OpenHost first({L"--archive", archive}), second({L"--archive", archive});
+    SendMessageW(FindWindowExW(second.Pane(), nullptr, L"Edit", nullptr), WM_KEYDOWN, VK_RETURN, 1);
+    ASSERT_TRUE(WaitUntil([&] { return FindWindowExW(second.Pane(), nullptr, L"KxTracingPaper", nullptr) != nullptr; }));
+    tickAndSave(first, kPaneReviewed);
+    ASSERT_TRUE(WaitUntil([&] { return listed().ends_with("riletto\n"); })) << listed();
+    const std::string before = listed();
+    tickAndSave(second, kPaneConfirmed);
+    const HWND question = second.WaitForMessageBox();
+    ASSERT_NE(question, nullptr);
+    EXPECT_NE(TextsOf(question).find(L"Tenere entrambi?"), std::wstring::npos) << fs::path(TextsOf(question)).string();
+    EXPECT_EQ(listed(), before);
+    PostMessageW(question, WM_COMMAND, IDYES, 0);
+    EXPECT_TRUE(WaitUntil([&] { return Lines(listed()).size() == 2; }));
+    EXPECT_NE(listed().find("riletto"), std::string::npos) << listed();
+    EXPECT_NE(listed().find("confermato"), std::string::npos) << listed();
+}
+
 // A box that is ticked is no change to the library before its next save.
 TEST_F(HostTest, AConfirmationThatIsOnlyTickedIsAskedAboutAndSaved) {
-    constexpr int kPanePhysician = 33830;
     const OpenHost host({});
     ASSERT_NE(host.Frame(), nullptr);
     SendMessageW(host.Frame(), WM_COMMAND, IDM_VIEW_FIRST_PANE + 7, 0);
     const HWND pane = host.Pane();
-    SendDlgItemMessageW(pane, kPanePhysician, BM_CLICK, 0, 0);
+    SendDlgItemMessageW(pane, kPaneConfirmed, BM_CLICK, 0, 0);
     PostMessageW(host.Frame(), WM_CLOSE, 0, 0);
     const HWND question = host.WaitForMessageBox();
     ASSERT_NE(question, nullptr);

@@ -1,7 +1,6 @@
 // The workstation from outside: its batch forms and its window.
 #include <windows.h>
 
-#include <commctrl.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -60,69 +59,41 @@ int Value(const std::multimap<std::string, int>& values, const std::string& name
     return found == values.end() ? INT_MIN : found->second;
 }
 
-TEST_F(HostTest, MeasuresTheBuiltInRecording) {
-    const auto values = MeasureRecord({L"--builtin"});
-    // A beat of a healthy adult, whatever the exact shape: the points are in their order and the times
-    // ordinary.
-    const char* order[] = {"pOn", "pOff", "qrsOn", "rPeak", "qrsOff", "tOff"};
-    for (std::size_t i = 1; i < std::size(order); ++i) {
-        EXPECT_LT(Value(values, order[i - 1]), Value(values, order[i])) << order[i - 1] << " before " << order[i];
-    }
-    const struct {
-        const char* name;
-        int least, most;
-    } rows[] = {{"rrInterval", 400, 1500}, {"qrsDuration", 60, 130}, {"prInterval", 90, 240},
-                {"qtInterval", 280, 520},  {"qrsAxis", -90, 120},    {"II.aR", 200, 3000}};
-    for (const auto& row : rows) {
-        EXPECT_GE(Value(values, row.name), row.least) << row.name;
-        EXPECT_LE(Value(values, row.name), row.most) << row.name;
-    }
-    // The beats lie one RR interval apart.
-    const auto [first, last] = values.equal_range("beat");
-    ASSERT_GE(std::distance(first, last), 3);
-    for (auto beat = first; std::next(beat) != last; ++beat) {
-        EXPECT_NEAR(std::next(beat)->second - beat->second, Value(values, "rrInterval"), Value(values, "rrInterval") / 5);
-    }
-}
-
+// The built-in recording and one of each collection: other rates, gains, lead names and layouts of the signal file. The points
+// are in their order, times and amplitudes those of an adult.
+TEST_F(HostTest, MeasuresRecordings) {
 #ifdef KX_HAVE_RECORDS
-// One recording of each collection: other rates, gains, lead names and layouts of the signal file.
-TEST_F(HostTest, MeasuresRealRecordings) {
     const std::wstring root = L"Z:" + fs::path(KX_RECORDS_DIR).wstring();
+#endif
     const struct {
-        const wchar_t* record;
-        std::vector<std::wstring> more;
+        std::vector<std::wstring> record;
         int beats;  // at least
-    } rows[] = {{L"/ptb/s0010_re.hea", {}, 40},
-                {L"/ptbxl/00001_lr", {}, 8},
-                {L"/chapman/JS00001.hea", {}, 8},
-                {L"/ludb/1.hea", {L"--units-per-mv", L"1000"}, 5}};
+    } rows[] = {
+        {{L"--builtin"}, 3},
+#ifdef KX_HAVE_RECORDS
+        {{root + L"/ptb/s0010_re.hea"}, 40},
+        {{root + L"/ptbxl/00001_lr"}, 8},
+        {{root + L"/chapman/JS00001.hea"}, 8},
+        {{root + L"/ludb/1.hea", L"--units-per-mv", L"1000"}, 5},
+#endif
+    };
     for (const auto& row : rows) {
-        SCOPED_TRACE(fs::path(row.record).string());
-        std::vector<std::wstring> arguments{root + row.record};
-        arguments.insert(arguments.end(), row.more.begin(), row.more.end());
-        const auto values = MeasureRecord(arguments);
+        SCOPED_TRACE(fs::path(row.record[0]).string());
+        const auto values = MeasureRecord(row.record);
         EXPECT_GE(static_cast<int>(values.count("beat")), row.beats);
-        EXPECT_LT(Value(values, "qrsOn"), Value(values, "rPeak"));
-        EXPECT_LT(Value(values, "rPeak"), Value(values, "qrsOff"));
-        EXPECT_LT(Value(values, "qrsOff"), Value(values, "tOff"));
+        const char* order[] = {"qrsOn", "rPeak", "qrsOff", "tOff"};
+        for (std::size_t i = 1; i < std::size(order); ++i) {
+            EXPECT_LT(Value(values, order[i - 1]), Value(values, order[i])) << order[i - 1] << " before " << order[i];
+        }
         EXPECT_EQ(Value(values, "qrsDuration"), Value(values, "qrsOff") - Value(values, "qrsOn"));
+        for (const auto& [name, least, most] : {std::tuple{"rrInterval", 400, 1500}, {"qrsDuration", 60, 200}, {"qtInterval", 250, 550}}) {
+            EXPECT_TRUE(Value(values, name) >= least && Value(values, name) <= most) << name << ' ' << Value(values, name);
+        }
         // Some limb lead has an upright QRS.
-        EXPECT_GT(Value(values, "I.aR") + Value(values, "II.aR") + Value(values, "aVR.aR") + Value(values, "III.aR"), 0);
+        const int upright = Value(values, "I.aR") + Value(values, "II.aR") + Value(values, "aVR.aR") + Value(values, "III.aR");
+        EXPECT_TRUE(upright > 200 && upright < 12000) << upright;
     }
 }
-
-// The same samples at another gain: amplitudes follow it, times do not.
-TEST_F(HostTest, UnitsPerMillivoltScaleTheAmplitudes) {
-    const std::wstring record = L"Z:" + fs::path(KX_RECORDS_DIR).wstring() + L"/ptb/s0010_re.hea";
-    const auto stated = MeasureRecord({record});
-    const auto halved = MeasureRecord({record, L"--units-per-mv", L"4000"});
-    EXPECT_NEAR(Value(halved, "V4.aS") * 2, Value(stated, "V4.aS"), 8);
-    EXPECT_NEAR(Value(halved, "V5.aR") * 2, Value(stated, "V5.aR"), 8);
-    EXPECT_EQ(halved.count("beat"), stated.count("beat"));
-    EXPECT_NEAR(Value(halved, "qtInterval"), Value(stated, "qtInterval"), 4);
-}
-#endif
 
 TEST_F(HostTest, FailsInOneLineWhenARecordCannotBeRead) {
     const HostResult misused = RunHost({L"--nonsense"});
@@ -187,48 +158,32 @@ TEST_F(HostTest, ABrokenRecordLeavesTheOneShown) {
     EXPECT_EQ(host.Pane(), pane) << "the pane shown before is gone";
 }
 
-TEST_F(HostTest, ATabSwitchMakesANewPane) {
+// Whatever can be seen lies within what holds it, on the smallest screen that hospitals still have.
+TEST_F(HostTest, NothingLiesBelowTheFold) {
     const OpenHost host({});
     ASSERT_NE(host.Frame(), nullptr);
-    ASSERT_TRUE(WaitUntil([&] { return host.Pane() != nullptr; }));
-    std::set<HWND> seen{host.Pane()};
-    // Each tab by the menu, then the first again.
-    for (const int tab : {2, 3, 4, 5, 6, 7, 8, 9, 1}) {
-        const HWND before = host.Pane();
+    SetWindowPos(host.Frame(), nullptr, 0, 0, 800, 600, SWP_NOZORDER);
+    RECT frame{};
+    GetWindowRect(host.Frame(), &frame);
+    EXPECT_TRUE(frame.right == 800 && frame.bottom == 600) << frame.right << " x " << frame.bottom;
+    for (int tab = 0; tab <= IDM_VIEW_LAST_PANE - IDM_VIEW_FIRST_PANE; ++tab) {
         SendMessageW(host.Frame(), WM_COMMAND, static_cast<WPARAM>(IDM_VIEW_FIRST_PANE + tab), 0);
-        EXPECT_FALSE(IsWindow(before)) << "the pane before tab " << tab << " is still there";
-        ASSERT_NE(host.Pane(), nullptr) << "no pane on tab " << tab;
-        EXPECT_EQ(SendMessageW(GetDlgItem(host.Frame(), IDC_TABS), TCM_GETCURSEL, 0, 0), tab);
-        EXPECT_EQ(GetWindow(host.Pane(), GW_HWNDNEXT), nullptr) << "two panes at once on tab " << tab;
-    }
-    // And by the keyboard on the tabs themselves.
-    const HWND before = host.Pane();
-    PostMessageW(GetDlgItem(host.Frame(), IDC_TABS), WM_KEYDOWN, VK_RIGHT, 0);
-    EXPECT_TRUE(WaitUntil([&] { return !IsWindow(before) && host.Pane() != nullptr; }));
-}
-
-// Enter and Esc are a dialog's OK and Cancel, which would hide a pane for good.
-TEST_F(HostTest, EnterAndEscapeLeaveEveryPaneOpen) {
-    const OpenHost host({});
-    ASSERT_NE(host.Frame(), nullptr);
-    for (int tab = 1; tab <= IDM_VIEW_LAST_PANE - IDM_VIEW_FIRST_PANE; ++tab) {
-        SendMessageW(host.Frame(), WM_COMMAND, static_cast<WPARAM>(IDM_VIEW_FIRST_PANE + tab), 0);
-        const HWND pane = host.Pane();
-        ASSERT_NE(pane, nullptr) << "no pane on tab " << tab;
-        const HWND control = GetWindow(pane, GW_CHILD);
-        for (const HWND target : {pane, control == nullptr ? pane : control}) {
-            for (const WPARAM key : {VK_ESCAPE, VK_RETURN}) {
-                PostMessageW(target, WM_KEYDOWN, key, 0);
-            }
+        std::vector<HWND> windows;
+        EnumChildWindows(
+            host.Frame(),
+            [](HWND window, LPARAM list) CALLBACK { return reinterpret_cast<std::vector<HWND>*>(list)->push_back(window), TRUE; },
+            reinterpret_cast<LPARAM>(&windows));
+        EXPECT_GT(windows.size(), 5u) << tab;
+        for (const HWND window : windows) {
+            RECT area{}, room{}, common{};
+            GetWindowRect(window, &area);
+            GetWindowRect(GetParent(window), &room);
+            IntersectRect(&common, &area, &room);
+            char name[32] = {};
+            GetClassNameA(window, name, sizeof name);
+            EXPECT_TRUE(!IsWindowVisible(window) || EqualRect(&common, &area))
+                << "tab " << tab << ", " << name << ' ' << GetDlgCtrlID(window);
         }
-        // A sent message may overtake posted ones: the posted mark behind them is what is waited for.
-        const WPARAM mark = IDM_VIEW_LOG;
-        const HWND log = GetDlgItem(host.Frame(), IDC_LOG);
-        const BOOL shown = IsWindowVisible(log);
-        PostMessageW(host.Frame(), WM_COMMAND, mark, 0);
-        ASSERT_TRUE(WaitUntil([&] { return IsWindowVisible(log) != shown; })) << "tab " << tab;
-        EXPECT_EQ(host.Pane(), pane) << "tab " << tab;
-        EXPECT_TRUE(IsWindowVisible(pane)) << "tab " << tab;
     }
 }
 
@@ -243,7 +198,8 @@ TEST_F(HostTest, TheReportIsEditedInTheLibrarysEditorAndShownAnew) {
     PostMessageW(host.Frame(), WM_COMMAND, IDM_REPORT_STATEMENT, 0);
     const HWND editor = host.WaitForMessageBox();
     ASSERT_NE(editor, nullptr);
-    EXPECT_EQ(host.Pane(), nullptr);
+    EXPECT_FALSE(IsWindowEnabled(host.Frame())) << "the editor is not modal";
+    EXPECT_EQ(host.Pane(), nullptr) << "a pane writes into the record meanwhile";
     for (const wchar_t letter : {L'Z', L'z'}) {
         SendMessageW(GetDlgItem(editor, kEditorText), WM_CHAR, letter, 1);
     }

@@ -10,6 +10,7 @@
 #include <thread>
 
 #include "host/resource_ids.h"
+#include "tests/rig/input.h"
 
 namespace kx::test {
 namespace {
@@ -22,22 +23,6 @@ std::wstring CommandLine(const std::wstring& program, const std::vector<std::wst
         line += L" \"" + argument + L'"';
     }
     return line;
-}
-
-// On a screen without a window manager Wine waits two seconds for the end of every window that was active,
-// unless it was told before the program's start that there is none. Windows reads no such key.
-void SayThereIsNoWindowManager() {
-    static const bool said = [] {
-        HKEY key = nullptr;
-        if (RegCreateKeyExA(HKEY_CURRENT_USER, "Software\\Wine\\AppDefaults\\kxhost.exe\\X11 Driver", 0, nullptr, 0, KEY_SET_VALUE, nullptr,
-                            &key, nullptr) != ERROR_SUCCESS) {
-            return false;
-        }
-        RegSetValueExA(key, "Managed", 0, REG_SZ, reinterpret_cast<const BYTE*>("N"), 2);
-        RegCloseKey(key);
-        return true;
-    }();
-    (void)said;
 }
 
 // One end of a pipe that the child inherits, and the text that came through it.
@@ -83,7 +68,7 @@ std::wstring ProductFolder() {
 }
 
 HostResult RunHost(const std::vector<std::wstring>& arguments, const std::wstring& program, const std::function<bool()>& killNow) {
-    SayThereIsNoWindowManager();
+    SayThereIsNoWindowManager("kxhost.exe");
     const std::wstring file = program.empty() ? ProductFolder() + L"\\kxhost.exe" : program;
     Pipe output;
     Pipe error;
@@ -136,7 +121,7 @@ std::wstring ArchiveOfTheTests() { return ProductFolder() + L"\\..\\results\\arc
 }  // namespace
 
 OpenHost::OpenHost(const std::vector<std::wstring>& arguments) {
-    SayThereIsNoWindowManager();
+    SayThereIsNoWindowManager("kxhost.exe");
     const std::wstring file = ProductFolder() + L"\\kxhost.exe";
     // Alone it would open on the worklist, and on an archive of whoever runs the tests.
     SetEnvironmentVariableW(L"KX_ARCHIVE", ArchiveOfTheTests().c_str());

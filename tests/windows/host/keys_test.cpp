@@ -84,17 +84,10 @@ TEST_F(HostKeysTest, TheKeysMoveTheMarkersOfThePaneAndTheStripShowsIt) {
     EXPECT_EQ(TextOf(onset), moved);
     EXPECT_TRUE(WaitUntil([&] { return StripFollows(); }));
 
-    // Tab goes on to the next marker, and leaves the view behind the last one.
+    // Tab goes on to the next marker.
     host_.Strike(VK_TAB);
     ASSERT_TRUE(Moves(IDC_MORPH_P_OFF, VK_LEFT)) << "Tab did not go to the next marker";
     EXPECT_TRUE(WaitUntil([&] { return StripFollows(); }));
-    const HWND view = host_.Focus();
-    EXPECT_EQ(ClassOf(view), L"MarkerView");
-    for (int i = 0; i < 6 && host_.Focus() == view; ++i) {
-        host_.Strike(VK_TAB);
-        WaitUntil([&, tries = 0]() mutable { return host_.Focus() != view || ++tries > 10; });
-    }
-    EXPECT_NE(host_.Focus(), view) << "Tab never leaves the view";
     EXPECT_FALSE(host_.HasMessageBox());
 }
 
@@ -121,21 +114,27 @@ TEST_F(HostKeysTest, TheCalipersMeasureOnTheTracing) {
     EXPECT_EQ(said(), L"2000 ms   30 bpm   +0,00 mV");
     host_.Strike(VK_RIGHT);
     EXPECT_TRUE(WaitUntil([&] { return said() == L"2002 ms   30 bpm   +0,00 mV"; })) << fs::path(said()).string();
-    host_.Strike(VK_UP, true);
-    EXPECT_TRUE(WaitUntil([&] { return said() == L"2002 ms   30 bpm   +0,10 mV"; })) << fs::path(said()).string();
     host_.Strike(VK_ESCAPE);
     EXPECT_TRUE(WaitUntil([&] { return said().empty(); }));
-    drag(150, 150, 60);
-    EXPECT_EQ(said().substr(0, 8), L"Battito ");
 }
 
-TEST_F(HostKeysTest, EveryPaneThatIsChosenHasTheKeyboard) {
-    // By their accelerators, whatever had the keyboard before.
+// By their accelerators, whatever had the keyboard before. Enter and Esc are a dialog's OK and Cancel, which would hide a pane
+// for good; in the worklist Enter opens a test.
+TEST_F(HostKeysTest, EveryPaneThatIsChosenHasTheKeyboardAndStays) {
+    const HWND log = GetDlgItem(host_.Frame(), IDC_LOG);
     for (int tab = IDM_VIEW_LAST_PANE - IDM_VIEW_FIRST_PANE; tab >= 0; --tab) {
         const HWND before = host_.Pane();
         host_.Strike(static_cast<WORD>('0' + tab), true);
         ASSERT_TRUE(WaitUntil([&] { return host_.Pane() != nullptr && host_.Pane() != before; })) << tab;
-        EXPECT_TRUE(WaitUntil([&] { return IsChild(host_.Pane(), host_.Focus()) != FALSE; })) << tab;
+        const HWND pane = host_.Pane();
+        EXPECT_TRUE(!IsWindow(before) && GetWindow(pane, GW_HWNDNEXT) == nullptr) << "two panes at once on tab " << tab;
+        EXPECT_TRUE(WaitUntil([&] { return IsChild(pane, host_.Focus()) != FALSE; })) << tab;
+        host_.Strike(VK_ESCAPE);
+        host_.Strike(static_cast<WORD>(tab == 0 ? VK_ESCAPE : VK_RETURN));
+        const BOOL shown = IsWindowVisible(log);
+        host_.Strike('L', true);
+        ASSERT_TRUE(WaitUntil([&] { return IsWindowVisible(log) != shown; })) << tab;
+        EXPECT_TRUE(host_.Pane() == pane && IsWindowVisible(pane)) << tab;
     }
     // The window left for another one and entered again.
     const HWND focus = host_.Focus();
@@ -145,19 +144,6 @@ TEST_F(HostKeysTest, EveryPaneThatIsChosenHasTheKeyboard) {
     EXPECT_TRUE(WaitUntil([&] { return IsChild(box, host_.Focus()) != FALSE; }));
     PostMessageW(box, WM_COMMAND, IDOK, 0);
     EXPECT_TRUE(WaitUntil([&] { return host_.Focus() == focus; })) << fs::path(ClassOf(host_.Focus())).string();
-}
-
-TEST_F(HostKeysTest, TheReportsEditorComesAndGoes) {
-    for (const WORD key : {'M', 'K'}) {
-        host_.Strike(key, true);
-        const HWND editor = host_.WaitForMessageBox();
-        ASSERT_NE(editor, nullptr) << static_cast<char>(key);
-        EXPECT_FALSE(IsWindowEnabled(host_.Frame())) << "the editor is not modal";
-        EXPECT_EQ(host_.Pane(), nullptr) << "a pane writes into the record meanwhile";
-        PostMessageW(editor, WM_COMMAND, IDCANCEL, 0);
-        ASSERT_TRUE(WaitUntil([&] { return !host_.HasMessageBox() && host_.Pane() != nullptr; }));
-        EXPECT_TRUE(WaitUntil([&] { return IsChild(host_.Pane(), host_.Focus()) != FALSE; }));
-    }
 }
 
 }  // namespace

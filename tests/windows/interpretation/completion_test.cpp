@@ -90,21 +90,6 @@ TEST_F(Completion, FollowsTheTyping) {
     }
 }
 
-TEST_F(Completion, AClickChooses) {
-    Open();
-    Type("Oggi: ri");
-    RECT area{};
-    area.left = LVIR_BOUNDS;
-    SendMessageA(List(), LVM_GETITEMRECT, 2, reinterpret_cast<LPARAM>(&area));
-    for (const UINT message : {WM_LBUTTONDOWN, WM_LBUTTONUP}) {
-        SendMessageA(List(), message, 0, MAKELPARAM(area.right + 10, (area.top + area.bottom) / 2));
-    }
-    Pump();
-    EXPECT_EQ(Statement(), "Oggi: Ritmo atriale.");
-    EXPECT_EQ(GetFocus(), Edit());
-    EXPECT_FALSE(IsProposing());
-}
-
 // Characters that come faster than the choice of their code: what was chosen meanwhile is not chosen.
 TEST_F(Completion, ChoosesNothingFromAnotherList) {
     library_.LayFile("resting.htm", "<BODY><H1>A</H1><P>Ritmo sinusale.^SR</P><P>Onda P assente.^OPA</P><P>Srotolato</P></BODY>");
@@ -141,39 +126,6 @@ TEST_F(Completion, SeesAFileThatWasSavedMeanwhile) {
     Type("ri ri");
     EXPECT_FALSE(IsProposing());
     EXPECT_THAT(suite_.TakeReports(), ElementsAre("LOGOEMERROR \"interp\" 299 \"no read\"", "LOGOEMERROR \"interp\" 1099 \"no read\""));
-}
-
-TEST_F(Completion, StandsAtItsWord) {
-    const auto place = [] {
-        RECT area{};
-        GetWindowRect(Popup(), &area);
-        return POINT{area.left, area.top};
-    };
-    std::string lines;
-    for (int i = 0; i < 60; ++i) {
-        lines += std::to_string(i) + "\r\n";
-    }
-    SetStatement(lines);
-    Open();
-    Select(15, 15);
-    Type("ri");
-    ASSERT_TRUE(IsProposing());
-    const POINT before = place();
-    SetWindowPos(host_.Handle(), nullptr, 30, 20, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-    EXPECT_EQ(place().x - before.x, 30);
-    EXPECT_EQ(place().y - before.y, 20);
-    SetWindowPos(host_.Handle(), nullptr, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-    SendMessageA(Edit(), EM_LINESCROLL, 0, 1);
-    EXPECT_LT(place().y, before.y);
-    SendMessageA(Edit(), EM_LINESCROLL, 0, -1);
-    EXPECT_EQ(place().y, before.y);
-    SendMessageA(Edit(), WM_VSCROLL, SB_BOTTOM, 0);
-    EXPECT_FALSE(IsProposing()) << "the word is out of sight";
-    Type("\x1B\b");
-    ASSERT_TRUE(IsProposing());
-    ShowWindow(host_.Handle(), SW_HIDE);
-    EXPECT_FALSE(IsProposing());
-    ShowWindow(host_.Handle(), SW_SHOWNA);
 }
 
 TEST_F(Completion, ClosesWhenTheCaretLeaves) {
@@ -241,13 +193,6 @@ TEST_F(Completion, LeavesLongTextsWhole) {
     Select(4094, 4094);
     Type("abc");
     EXPECT_EQ(Stored(), std::string(4094, 'x') + "a");
-    Close();
-    SetStatement("");
-    record_->SetTestType(KX_TEST_HIGH_RESOLUTION);
-    Open();
-    suite_.TakeReports();
-    Type("a");
-    EXPECT_THAT(suite_.TakeReports(), ElementsAre("LOGOEMERROR \"interp\" 1071 \"ptype invalid and !is_phys\""));
 }
 
 }  // namespace

@@ -20,12 +20,7 @@ namespace kx::test {
 
 class InterpretationTest : public testing::Test {
   protected:
-    InterpretationTest() {
-        library_.LayFile("resting.htm",
-                         "<BODY><H1>Ritmo</H1><P>Ritmo sinusale.^RS</P><P>Ritmo giunzionale.^RG</P>"
-                         "<P>Ritmo atriale.^RA</P><H1>Asse</H1><P>Asse normale</P></BODY>");
-        SetStatement("");
-    }
+    InterpretationTest() { SetStatement(""); }
 
     // Without automatic interpretation, unless the test has changed options_; the reports before are dropped.
     void Open() {

@@ -96,7 +96,7 @@ TEST_F(SpoolerTest, StaysQuietAfterOneReportWithoutAPrinter) {
 }
 
 TEST_F(SpoolerTest, TellsOfADocumentThatIsLostAtItsEnd) {
-    const RawPrinter printer("", RawPrinter::Port::kUnreachable);
+    const RawPrinter printer(RawPrinter::Port::kUnreachable);
     PclSpooler spooler(printer.Name().c_str(), "page", &services_, 0);
     ASSERT_TRUE(spooler.StartPage() && spooler.Reset() && spooler.EndPage());
     EXPECT_THAT(Log(), IsEmpty());

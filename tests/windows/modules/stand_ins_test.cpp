@@ -1,4 +1,4 @@
-// The suite's stand-ins as a host uses them: what they export, their version, and what the data base and the log do from their folder.
+// The suite's stand-ins as a host uses them: what the data base and the log do from their folder.
 #include <gmock/gmock.h>
 #include <windows.h>
 
@@ -12,7 +12,6 @@
 #include "lib/modules/version_info.h"
 #include "suite/kxsys/kxsys.h"
 #include "tests/rig/suite.h"
-#include "tests/rig/suite_exports.h"
 #include "tests/windows/modules/temp_folder.h"
 
 namespace kx::test {
@@ -20,12 +19,10 @@ namespace {
 
 using testing::ElementsAre;
 
-// A module of the product, from bin/ or copied into a folder of the test's.
+// A module of the product, copied into a folder of the test's.
 class StandIn {
   public:
-    explicit StandIn(const std::string& file)
-        : module_(LoadLibraryExA((file.find(':') == std::string::npos ? Beside("..\\..\\bin\\" + file) : file).c_str(), nullptr,
-                                 LOAD_WITH_ALTERED_SEARCH_PATH)) {
+    explicit StandIn(const std::string& file) : module_(LoadLibraryExA(file.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH)) {
         EXPECT_NE(module_, nullptr) << file;
     }
     StandIn(const StandIn&) = delete;
@@ -50,33 +47,6 @@ class StandIn {
 std::string Copied(const TempFolder& folder, const char* file, const char* name) {
     EXPECT_TRUE(CopyFileA(Beside(std::string("..\\..\\bin\\") + file).c_str(), folder.Named(name).c_str(), FALSE));
     return folder.Named(name);
-}
-
-TEST(StandIns, ExportWhatTheProductCallsAndAreOfItsVersion) {
-#define EXPORT_NAME(name, count, kinds) #name,
-    const struct {
-        const char* file;
-        std::vector<const char*> exports;
-    } rows[] = {
-        {"kxsys.dll", {KX_SYS_EXPORTS(EXPORT_NAME) "SETBATCHMODE", "SETLISTENER"}},
-        {"kxdb.dll", {KX_DB_EXPORTS(EXPORT_NAME)}},
-        {"kxrender.dll", {KX_RENDER_EXPORTS(EXPORT_NAME)}},
-        {"kxinterp.dll", {KX_INTERP_EXPORTS(EXPORT_NAME)}},
-        {"kxanalyze.dll", {KX_ANALYZE_EXPORTS(EXPORT_NAME)}},
-    };
-    for (const auto& row : rows) {
-        const StandIn module(row.file);
-        const VersionInfo info(module.Handle());
-        EXPECT_EQ(info.PackedVersion(), unsigned{KX_VERSION_MAJOR << 24 | KX_VERSION_MINOR << 16 | KX_VERSION_PATCH << 8}) << row.file;
-        EXPECT_STREQ(info.FileVersion(), KX_VERSION_TEXT) << row.file;
-        EXPECT_EQ(std::string(info.InternalName()) + ".dll", row.file);
-        EXPECT_STRNE(info.FileDescription(), "") << row.file;
-        for (const char* const name : row.exports) {
-            EXPECT_NE(GetProcAddress(module.Handle(), name), nullptr) << row.file << " " << name;
-        }
-        module.Call("LIBSTART");
-        module.Call("LIBSTOP");
-    }
 }
 
 // ---- kxdb.dll: the people of the file beside it

@@ -51,8 +51,9 @@ class MorphPane {
     void SelectLead(int code) { pane.Choose(31254, code); }
     // The view's notification, as a message alone.
     void Notify(UINT slot, int ms) { SendMessageA(pane, 1345 + slot, static_cast<WPARAM>(ms), KX_LEAD_V6); }
-    void Undo() { PressControl(pane.Item(31254), 'Z'); }
-    void Redo() { PressControl(pane.Item(31254), 'Y'); }
+    // As the view asks for it after Ctrl+Z and Ctrl+Y.
+    void Undo() { SendMessageA(pane, 1451, 0, 0); }
+    void Redo() { SendMessageA(pane, 1452, 0, 0); }
     int Calls() const { return suite.Calls("UPDATEDETECTION"); }
     // Whether the figures are those of the last call of the engine.
     bool ShowsLastCall() const { return Number(kind.figure) == 10000 + Calls(); }

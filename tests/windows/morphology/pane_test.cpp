@@ -135,28 +135,6 @@ TEST(MorphologyPane, WaveBoxesRemoveAndGiveBack) {
     }
 }
 
-TEST(MorphologyPane, AWaveBoxThatIsRefusedIsPutBack) {
-    MorphPane qrs(kQrsPane);
-    const Values before = qrs.Stored();
-    qrs.pane.Click(33246);  // S before R'
-    EXPECT_FALSE(qrs.pane.IsChecked(33246));
-    EXPECT_EQ(qrs.Stored(), before);
-}
-
-TEST(MorphologyPane, NothingHappensWithoutALead) {
-    for (const MorphKind* kind : {&kQrsPane, &kPPane, &kTPane}) {
-        MorphPane morph(*kind);
-        SendMessageA(morph.pane.Item(31254), CB_SETCURSEL, static_cast<WPARAM>(-1), 0);
-        const KxMeasurementSet before = morph.Set();
-        morph.pane.Notify(31254, CBN_SELENDOK);
-        morph.Notify(0, 100);
-        morph.pane.Notify(31264, BN_CLICKED);
-        morph.pane.Click(kind->waveBoxes[0]);
-        EXPECT_TRUE(morph.IsAsBefore(before)) << *kind;
-        EXPECT_EQ(morph.Calls(), 0) << *kind;
-    }
-}
-
 // The markers are stored; the screen stays, but for a marker that the rules have limited.
 TEST(MorphologyPane, AnEngineThatRefusesIsReported) {
     for (const MorphKind* kind : kMorphPanes) {

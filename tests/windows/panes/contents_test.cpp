@@ -68,10 +68,13 @@ TEST_F(Contents, TheHypertrophyPaneShowsItsScoresAndOnlyReads) {
     const std::tuple<std::uint32_t, const char*, COLORREF> labels[] = {{59000, "3200", kRed}, {59001, "0", kGreen}, {59002, "3200", kOlive},
                                                                        {59011, "3", kRed},    {59012, "3", kRed},   {59016, "2", kRed},
                                                                        {59018, "2", kRed},    {59021, "3", kRed},   {59022, "13", kRed}};
+    const HDC dc = GetDC(pane);
     for (const auto& [id, text, color] : labels) {
         EXPECT_EQ(pane.Text(id), text) << id;
-        EXPECT_EQ(AskColours(pane, id).text, color) << id;
+        SendMessageA(pane, WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(dc), reinterpret_cast<LPARAM>(pane.Item(id)));
+        EXPECT_EQ(GetTextColor(dc), color) << id;
     }
+    ReleaseDC(pane, dc);
     EXPECT_EQ(pane.Text(59005), "Donna");
     const std::set<std::uint32_t> checked = {59008, 59009, 59010, 59013, 59015, 59017, 59019, 59020};
     for (const std::uint32_t id : {59008u, 59009u, 59010u, 59013u, 59014u, 59015u, 59017u, 59019u, 59020u}) {
