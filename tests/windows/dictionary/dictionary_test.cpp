@@ -227,23 +227,5 @@ TEST_F(Dictionary, KeepsWhatAnotherWorkstationHasSavedMeanwhile) {
     EXPECT_THAT(suite_.TakeReports(), IsEmpty());
 }
 
-TEST_F(Dictionary, IsWorkedByTheKeyboardAlone) {
-    Run([&](HWND dialog) {
-        for (const HWND item : {Item(dialog, IDC_DICT_SECTION), Item(dialog, IDC_DICT_TEXT), Item(dialog, IDC_DICT_CODE)}) {
-            EXPECT_EQ(GetFocus(), item);
-            PressKey(dialog, VK_TAB);
-        }
-        EXPECT_EQ(GetFocus(), Entry(dialog, 0));
-        PressKey(dialog, VK_DOWN);
-        PressKey(dialog, VK_RETURN);  // presses the button that has the focus, not OK
-        EXPECT_EQ(ItemText(dialog, IDC_DICT_TEXT), Caption(dialog, 1));
-        SetFocus(Entry(dialog, 63));
-        PressKey(dialog, VK_SPACE);
-        TypeText(dialog, "Ultimo");
-        PressKey(dialog, VK_RETURN);
-    });
-    EXPECT_THAT(Written(), HasSubstr("\t<P>Ultimo</P>\r\n"));
-}
-
 }  // namespace
 }  // namespace kx::test

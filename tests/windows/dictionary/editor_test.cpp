@@ -219,20 +219,5 @@ TEST_F(Editor, InsertsFromItsPanel) {
     });
 }
 
-// Hidden, the one that has the focus would lose it, and the key or the click that is on its way.
-TEST_F(Editor, ABlinkingButtonThatHasTheFocusStays) {
-    Run(kStatement, [&](HWND editor) {
-        const auto blinks = [&](int button, DWORD milliseconds) {
-            return PumpUntil(
-                editor, [&] { return !IsWindowVisible(Item(editor, button)); }, milliseconds);
-        };
-        EXPECT_TRUE(blinks(IDOK, 5000) && blinks(IDCANCEL, 5000));
-        EXPECT_TRUE(PumpUntil(editor, [&] { return IsWindowVisible(Item(editor, IDOK)) != FALSE; }));
-        SetFocus(Item(editor, IDOK));
-        EXPECT_FALSE(blinks(IDOK, 2100));
-        EXPECT_EQ(GetFocus(), Item(editor, IDOK));
-    });
-}
-
 }  // namespace
 }  // namespace kx::test

@@ -114,34 +114,6 @@ TEST(Surface, OperationsThatNoPaneCallsDrawWhatTheySay) {
     EXPECT_TRUE(PtInRegion(round.get(), 30, 1) && PtInRegion(round.get(), 30, 58) && !PtInRegion(round.get(), 5, 5));
 }
 
-TEST(Surface, RestoresTheObjectsAndTheClippingWhenItIsReleased) {
-    Canvas canvas(8, 8);
-    const HDC handle = canvas.Context().Handle();
-    const auto selected = [handle] {
-        return std::vector<HGDIOBJ>{GetCurrentObject(handle, OBJ_PEN), GetCurrentObject(handle, OBJ_BRUSH),
-                                    GetCurrentObject(handle, OBJ_FONT), GetCurrentObject(handle, OBJ_BITMAP)};
-    };
-    const auto before = selected();
-    HGDIOBJ pen = nullptr;
-    Bitmap other;
-    other.Create(8, 8, 1, 1, nullptr);
-    {
-        DeviceContext dc(handle);
-        EXPECT_TRUE(dc.SetPen(PS_SOLID, 3, kBlack) && dc.SetDotBrush() && dc.SetSolidBrush(kBlack));
-        pen = GetCurrentObject(handle, OBJ_PEN);
-        dc.Select(GetStockObject(SYSTEM_FIXED_FONT));
-        dc.SelectBitmap(other);
-        EXPECT_EQ(dc.SetClipRect({2, 2, 4, 4}), SIMPLEREGION);
-    }
-    EXPECT_EQ(selected(), before);
-    EXPECT_EQ(GetObjectType(pen), 0u) << "the own pen is deleted";
-    canvas.Context().FillBlack(0, 0, 8, 8);
-    EXPECT_EQ(canvas.Picture(), Rows(8, "########")) << "the clip region is removed";
-    DeviceContext nothing;
-    EXPECT_FALSE(nothing.FillBlack(0, 0, 1, 1) || nothing.SetPen(PS_SOLID, 1, kBlack) || nothing.WashOut({0, 0, 1, 1}));
-    EXPECT_EQ(nothing.TextExtent("x", 1).cx, 0);
-}
-
 // GDI+ takes them in batches of 1024.
 TEST(Surface, SmoothLinesOfAnyNumberOfPointsHaveNoGaps) {
     for (const std::size_t count : {2u, 1024u, 1025u, 2500u}) {

@@ -22,11 +22,6 @@ class NumberList final : public ListView {
     int CompareRows(LPARAM first, LPARAM second, int column) override {
         return column == 2 ? throw column : column == 0 ? 0 : static_cast<int>(first - second);
     }
-    void DrawRow(DeviceContext&, const RECT& area, LPARAM rowData, bool selected) override {
-        drawn = std::to_string(rowData) + (selected ? " selected " : " ") + std::to_string(area.bottom);
-    }
-
-    std::string drawn;
 };
 
 class Lists : public testing::Test {
@@ -88,31 +83,6 @@ TEST_F(Lists, AnswerForTheirOwnRowsAlone) {
     NMHDR others{parent_.Handle(), kId + 1, static_cast<UINT>(NM_CUSTOMDRAW)};
     EXPECT_FALSE(list_.Notify(kId + 1, &others, result) || list_.Notify(kId, &others, result) || list_.Notify(kId, nullptr, result));
     EXPECT_EQ(result, 77);
-}
-
-TEST_F(Lists, DrawWholeRowsOfTheirOwn) {
-    const HDC dc = GetDC(list_.Handle());
-    const struct {
-        std::uint32_t id;
-        UINT action, state;
-        HWND control;
-        ULONG_PTR data;
-        const char* drawn;
-    } rows[] = {
-        {kId, ODA_DRAWENTIRE, ODS_SELECTED | ODS_FOCUS, list_.Handle(), 42, "42 selected 4"},
-        {kId, ODA_DRAWENTIRE, 0, list_.Handle(), 43, "43 4"},
-        {kId, ODA_FOCUS, 0, list_.Handle(), 42, ""},
-        {kId, ODA_DRAWENTIRE, 0, list_.Handle(), 0, ""},
-        {kId + 1, ODA_DRAWENTIRE, 0, list_.Handle(), 42, ""},
-        {kId, ODA_DRAWENTIRE, 0, parent_.Handle(), 42, ""},
-    };
-    for (const auto& row : rows) {
-        const DRAWITEMSTRUCT item{0, kId, 0, row.action, row.state, row.control, dc, {1, 2, 3, 4}, row.data};
-        list_.drawn.clear();
-        EXPECT_EQ(list_.DrawItem(row.id, &item), *row.drawn != '\0');
-        EXPECT_EQ(list_.drawn, row.drawn);
-    }
-    ReleaseDC(list_.Handle(), dc);
 }
 
 }  // namespace

@@ -249,6 +249,8 @@ TEST(MorphologySteps, TheSystemsMouseDragsAndItsKeysTakeBack) {
         EXPECT_EQ(morph.Stored(), moved) << *kind;
         EXPECT_EQ(GetFocus(), morph.View()) << *kind;
         for (const WORD key : {WORD{'Z'}, WORD{'Y'}}) {
+            // In the view, and in another control.
+            SetFocus(key == 'Z' ? morph.View() : morph.pane.Item(31254));
             INPUT inputs[4] = {};
             for (std::size_t i = 0; i < 4; ++i) {
                 inputs[i].type = INPUT_KEYBOARD;
