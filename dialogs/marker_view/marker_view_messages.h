@@ -39,7 +39,10 @@ enum MarkerViewNotification : UINT {
     MVN_STEPBEGINS = 1453,
     // Posted, so that it comes behind the moves: the button or the key came up, or the mouse or the focus was
     // lost.
-    MVN_STEPENDS = 1454
+    MVN_STEPENDS = 1454,
+    // Sent by a host: what Ctrl+Z and Ctrl+Y would do. The answer: 1 = there is a step to take back, 2 = one
+    // to do again, or their sum.
+    MVN_STEPSLEFT = 1455
 };
 
 inline constexpr UINT kMarkerSlots = 6;

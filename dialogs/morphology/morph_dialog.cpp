@@ -206,6 +206,9 @@ INT_PTR MorphDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         case MVN_REDO:
             Redo();
             return 1;
+        case MVN_STEPSLEFT:
+            SetMsgResult((history_.UndoLead() ? 1 : 0) | (history_.RedoLead() ? 2 : 0));
+            return 1;
         case MVN_STEPBEGINS:
             BeginStep(wParam != 0);
             return 1;

@@ -31,6 +31,12 @@ HWND MarkerViewOf(HWND pane) {
     return pane != nullptr ? FindWindowExW(pane, nullptr, L"MarkerView", nullptr) : nullptr;
 }
 
+// What Ctrl+Z (1) and Ctrl+Y (2) would do in a morphology pane; other panes know no such message.
+LRESULT StepsLeftIn(HWND pane) {
+    constexpr UINT kStepsLeft = 1455;
+    return SendMessageW(pane, kStepsLeft, 0, 0);
+}
+
 }  // namespace
 
 HWND PaneHost::KeyTarget() const {
@@ -54,12 +60,12 @@ void PaneHost::StrikeControl(char letter) const {
 
 bool PaneHost::MayUndo() const {
     const HWND target = KeyTarget();
-    return MarkerViewOf(pane_) != nullptr ||
+    return (StepsLeftIn(pane_) & 1) != 0 ||
            (target != nullptr && SendMessageW(target, EM_CANUNDO, 0, 0) != 0);
 }
 
 bool PaneHost::MayRedo() const {
-    return MarkerViewOf(pane_) != nullptr;
+    return (StepsLeftIn(pane_) & 2) != 0;
 }
 
 }  // namespace kxhost

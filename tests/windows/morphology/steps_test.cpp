@@ -170,7 +170,10 @@ TEST(MorphologySteps, EveryKindOfChangeComesBackAndGoesAgain) {
         morph.automatic = std::make_unique<KxMeasurementSet>(morph.Set());
         morph.FlagWord() = static_cast<std::uint16_t>(kind->isGlobal ? 0xFFE0 : 0xF000);
         const auto state = [&morph] { return std::tuple(morph.Stored(), morph.Shown(), morph.FlagWord(), morph.CanReset()); };
+        // What a host is told for its menu: 1 = there is one to take back, 2 = one to do again.
+        const auto stepsLeft = [&morph] { return SendMessageA(morph.pane, 1455, 0, 0); };
         std::vector states = {state()};
+        EXPECT_EQ(stepsLeft(), 0);
         ASSERT_GE(morph.Drag(morph.Stored()[0], morph.Stored()[0] - 30, 40), 0);
         EXPECT_GT(morph.Calls(), 10);
         states.push_back(state());
@@ -185,12 +188,14 @@ TEST(MorphologySteps, EveryKindOfChangeComesBackAndGoesAgain) {
             for (std::size_t i = states.size() - 1; i-- > 0;) {
                 morph.Undo();
                 ASSERT_EQ(state(), states[i]) << *kind << ", back to " << i;
+                ASSERT_EQ(stepsLeft(), i == 0 ? 2 : 3);
                 ASSERT_TRUE(morph.ShowsLastCall());
             }
             morph.Undo();  // nothing is left
             for (std::size_t i = 1; i < states.size(); ++i) {
                 morph.Redo();
                 ASSERT_EQ(state(), states[i]) << *kind << ", again to " << i;
+                ASSERT_EQ(stepsLeft(), i + 1 < states.size() ? 3 : 1);
             }
         }
     }
