@@ -137,28 +137,6 @@ TEST_F(Dialogs, ThatThrowAtTheirStartAreReportedAndLeftWithoutObject) {
     EXPECT_THAT(Reports(), ElementsAre("LOGEXCEPTION \"RecordingDialog\"", "LOGEXCEPTION \"RecordingDialog\""));
 }
 
-TEST_F(Dialogs, WithModeReturnWhatEndsThemAndAreLogged) {
-    const struct {
-        WPARAM command;
-        bool init;
-        INT_PTR result;
-    } rows[] = {{MAKEWPARAM(IDOK, BN_CLICKED), true, 1}, {MAKEWPARAM(IDOK, 0x1234), true, 1}, {IDCANCEL, true, 0}, {IDOK, false, 0}};
-    for (const auto& row : rows) {
-        for (Window* parent : {static_cast<Window*>(&frame_), static_cast<Window*>(nullptr)}) {
-            RecordingDialog dialog(ThisLibrary(), parent, nullptr, &services_);
-            dialog.passesCommands = true;
-            dialog.onInit = [&] { return dialog.PostCommand(1234, 0), dialog.PostCommand(row.command, 0), row.init; };
-            EXPECT_EQ(dialog.RunModal(IDD_MODAL, &dialog), row.result) << row.command;
-            EXPECT_EQ(dialog.Handle(), nullptr);
-            Reports();
-            EXPECT_EQ(dialog.RunModalLogged(IDD_MODAL, &dialog, IDS_CAPTION), row.result) << row.command;
-            EXPECT_THAT(Reports(),
-                        ElementsAre("LOGSERVICESTART \"Modifica l'interpretazione\"", "LOGSERVICESTOP \"Modifica l'interpretazione\""));
-        }
-    }
-    EXPECT_TRUE(IsWindowEnabled(frame_.Handle()));
-}
-
 // ---- what the host and the library share of a window object; window.cpp holds the places of its fields
 
 // One handler too many, or a destructor among them, would move the last of each class.

@@ -6,4 +6,3 @@
 #define IDC_LIST 40001 /* ids above 32767, as the product's controls have them */
 #define IDC_EDIT 40002
 #define IDC_CUSTOM 40003
-#define IDS_CAPTION 600

@@ -1,14 +1,12 @@
-// The report of the workstation: its pane and its batch forms.
+// The report of the workstation: its batch forms.
 #include <windows.h>
 
-#include <commctrl.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstring>
 #include <map>
 
-#include "host/resource_ids.h"
 #include "tests/windows/host/host_fixture.h"
 #include "tests/windows/host/host_process.h"
 
@@ -23,19 +21,6 @@ std::map<int, std::string> Fields(const std::string& output) {
         EXPECT_TRUE(texts.emplace(std::stoi(line), line.substr(tab + 1)).second) << "twice: " << line;
     }
     return texts;
-}
-
-std::wstring ClipboardText() {
-    std::wstring text;
-    if (!OpenClipboard(nullptr)) {
-        return text;
-    }
-    if (const HANDLE block = GetClipboardData(CF_UNICODETEXT)) {
-        text = static_cast<const wchar_t*>(GlobalLock(block));
-        GlobalUnlock(block);
-    }
-    CloseClipboard();
-    return text;
 }
 
 TEST_F(HostTest, PrintsTheReportFields) {
@@ -88,30 +73,6 @@ TEST_F(HostTest, WritesTheTableInPlaceOfTheFileThereWas) {
         EXPECT_EQ(Read(file), text);
         fs::remove(file);
     }
-}
-
-TEST_F(HostTest, TheReportPaneIsSearchedAndCopied) {
-    const OpenHost host({});
-    ASSERT_NE(host.Frame(), nullptr);
-    SendMessageW(host.Frame(), WM_COMMAND, IDM_VIEW_LAST_PANE, 0);
-    const HWND list = GetDlgItem(host.Pane(), IDC_REPORT_LIST);
-    const HWND search = GetDlgItem(host.Pane(), IDC_REPORT_SEARCH);
-    ASSERT_NE(list, nullptr);
-    const auto rows = [&] { return SendMessageW(list, LVM_GETITEMCOUNT, 0, 0); };
-    const LRESULT all = rows();
-    EXPECT_GT(all, 350);
-    EXPECT_EQ(host.Focus(), search) << "the pane was not given the keyboard";
-
-    SendMessageW(search, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"eta 45"));
-    EXPECT_EQ(rows(), 1);
-    // From the search to the list, as the user goes there.
-    host.Strike(VK_TAB);
-    ASSERT_TRUE(WaitUntil([&] { return host.Focus() == list; }));
-    host.Strike('A', true);
-    host.Strike('C', true);
-    EXPECT_TRUE(WaitUntil([&] { return ClipboardText() == L"4\tEt\u00E0\t45 y\r\n"; })) << fs::path(ClipboardText()).string();
-    SendMessageW(search, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L""));
-    EXPECT_EQ(rows(), all);
 }
 
 }  // namespace

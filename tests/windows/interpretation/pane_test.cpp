@@ -1,7 +1,6 @@
 // The stages of the report: what the pane shows of the record and when it writes into it.
 #include <cstring>
 
-#include "lib/windows/registry_key.h"
 #include "tests/windows/interpretation/interpretation_pane.h"
 
 namespace kx::test {
@@ -228,22 +227,6 @@ TEST_F(PaneTest, ListsWhatTheDataBaseHasWritten) {
     EXPECT_THAT(suite_.TakeReports(), ElementsAre("LOGMEMORYERROR \"interp\" 1235", "LOGMEMORYERROR \"interp\" 1263"));
     pane_->Type(IDC_INTERP_REVIEWER, "Elena");
     EXPECT_STREQ(record_->OverreadBy(), "Elena");
-}
-
-TEST_F(PaneTest, NamesTheSourceOfTheInterpretation) {
-    constexpr char kKey[] = "Software\\Vardessa\\Halcyra OEM";
-    RegDeleteKeyA(HKEY_CURRENT_USER, kKey);
-    for (const bool named : {false, true}) {
-        if (named) {
-            RegistryKey key(kKey);
-            EXPECT_TRUE(key.SetDword("enable", 7) && key.SetString("ProductName", "Qualit\xE0 & C."));
-        }
-        Open();
-        const auto own = testing::MatchesRegex("Halcyra \\(\\d+\\.\\d+.*\\)");
-        EXPECT_THAT(pane_->Text(IDC_INTERP_AUTOMATIC_SOURCE), testing::Conditional(named, testing::StrEq("Qualit\xE0 & C."), own));
-        Close();
-    }
-    RegDeleteKeyA(HKEY_CURRENT_USER, kKey);
 }
 
 }  // namespace

@@ -104,20 +104,5 @@ TEST_F(SpoolerTest, TellsOfADocumentThatIsLostAtItsEnd) {
     EXPECT_THAT(Log(), testing::Contains(StartsWith("LOGSYSTEMERROR ")).Times(1));
 }
 
-TEST_F(SpoolerTest, GivesThePrintersThatFit) {
-    const RawPrinter printer;
-    char names[4096];
-    ASSERT_TRUE(PclSpooler::ListPrinters(names, sizeof names, &services_));
-    EXPECT_NE(("^"s + names).find("^" + printer.Name() + "^"), std::string::npos) << names;
-    // Every size: always terminated, never beyond, and whole names only.
-    for (std::size_t size = 1; size <= std::strlen(names) + 1; ++size) {
-        std::vector<char> buffer(size, 'x');
-        EXPECT_TRUE(PclSpooler::ListPrinters(buffer.data(), size, &services_));
-        const std::string text = buffer.data();
-        EXPECT_TRUE(text.size() < size && (text.empty() || text.back() == '^')) << text;
-    }
-    EXPECT_FALSE(PclSpooler::ListPrinters(names, 0, &services_));
-}
-
 }  // namespace
 }  // namespace kx::test

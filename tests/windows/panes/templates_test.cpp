@@ -201,19 +201,5 @@ TEST(Templates, HaveRoomForTheirTextsAndLargestValues) {
     FreeLibrary(host);
 }
 
-// The check itself must see what is wrong.
-TEST(Templates, AreSeenToBeWrong) {
-    SpyingSuite suite;
-    LibraryUse library;
-    Layout layout(library.Module(), MAKEINTRESOURCEW(IDD_HYPERTROPHY), 96);
-    const auto resize = [&](int id, int width, int height) {
-        SetWindowPos(GetDlgItem(layout.dialog, id), nullptr, 0, 0, width, height, SWP_NOMOVE | SWP_NOZORDER);
-    };
-    resize(IDC_HYP_LONG_QRS, 60, 13);     // too narrow
-    resize(IDC_HYP_OPPOSED_ST, 300, 13);  // too low
-    resize(IDC_HYP_R_V6, 80, 13);         // over the next label
-    EXPECT_EQ(layout.Faults({}, {}).size(), 3u);
-}
-
 }  // namespace
 }  // namespace kx::test
