@@ -73,6 +73,12 @@ TEST(TestBlock, ATestComesBackByteForByteAndADamagedBlockIsRefused) {
         const std::vector<std::uint8_t> block = WriteTestBlock(test);
         ASSERT_EQ(ReadTestBlock(block, back), TestBlockFault::kNone) << seed;
         EXPECT_EQ(WriteTestBlock(back), block) << seed;
+        std::uint32_t stored = 0, crc = ~0u;  // the sum of ISO 3309 by its definition, so that what is stored today can be read later
+        std::memcpy(&stored, block.data() + 12, sizeof stored);
+        for (std::size_t bit = 8 * 16; bit < 8 * block.size(); ++bit) {
+            crc = crc >> 1 ^ ((crc ^ block[bit / 8] >> bit % 8) & 1 ? 0xEDB88320u : 0u);
+        }
+        EXPECT_EQ(stored, ~crc) << seed;
         EXPECT_EQ(std::memcmp(static_cast<KxTestRecord*>(&back), static_cast<KxTestRecord*>(&test), offsetof(KxTestRecord, buffer7584)), 0);
         EXPECT_TRUE(back.EpisodeCount() == test.EpisodeCount() && (back.Annotations() != nullptr) == (seed > 0));
         for (int i = 0; i < 60; ++i) {
