@@ -171,19 +171,21 @@ TEST(Delineator, LeavesOutLeadsThatCannotBeMeasuredAndSaysWhy) {
 
 // A plateau is the converter's limit when it is long, level and steep on both sides; less than 10 uV are no signal.
 TEST(Delineator, TellsAPlateauAndAFlatLeadAtTheirLimits) {
-    const std::tuple<std::size_t, int, int, bool> rows[] = {
-        // samples, their first one, those 4 ms beside them, refused
-        {8, 980, 900, true}, {7, 980, 900, false}, {8, 979, 900, false}, {8, 980, 901, false}, {1, 9, 0, true}, {1, 10, 0, false}};
-    for (const auto& [count, first, beside, refused] : rows) {
+    // Samples, their first one, those 4 ms before and behind them, refused.
+    const std::tuple<std::size_t, int, int, int, bool> rows[] = {
+        {8, 980, 900, 900, true},  {7, 980, 900, 900, false}, {8, 979, 900, 900, false}, {8, 980, 901, 900, false},
+        {8, 980, 900, 901, false}, {1, 9, 0, 0, true},        {1, 10, 0, 0, false}};
+    for (const auto& [count, first, before, behind, refused] : rows) {
         for (const int sign : {1, -1}) {
             Episode episode{SyntheticBeat{}};
             std::int16_t* lead = episode.Lead(KX_LEAD_V3);
             std::fill_n(lead, episode->samplesPerLead, std::int16_t{0});
             std::fill_n(lead + 200, count, static_cast<std::int16_t>(sign * (count > 1 ? 1000 : first)));
             lead[200] = static_cast<std::int16_t>(sign * first);
-            lead[198] = lead[201 + count] = static_cast<std::int16_t>(sign * beside);
+            lead[198] = static_cast<std::int16_t>(sign * before);
+            lead[201 + count] = static_cast<std::int16_t>(sign * behind);
             MeasureEpisode(episode.Get(), Shared());
-            EXPECT_EQ(Shared().LeadRefusal(KX_LEAD_V3) != nullptr, refused) << count << ' ' << first << ' ' << beside * sign;
+            EXPECT_EQ(Shared().LeadRefusal(KX_LEAD_V3) != nullptr, refused) << count << ' ' << first << ' ' << before * sign;
         }
     }
 }

@@ -88,9 +88,10 @@ TEST(TracingPage, IsAtItsTrueSizeAndOnTheSheet) {
         EXPECT_EQ(lines[13].second, L"[...] Il testo intero è nella stazione.");
         for (int i = 0; i < 14; ++i) {
             EXPECT_NEAR(lines[i].first.x, kTracingPaper.left + (i < 7 ? 0 : kTracingPaper.width / 2), 1e-6) << i;
-            EXPECT_NEAR(lines[i].first.y, lines[0].first.y + 4.2 * (i % 7), 1e-6) << i;
+            EXPECT_NEAR(lines[i].first.y, kTracingPaper.top + kTracingPaper.height + 16.2 + 4.2 * (i % 7), 1e-6) << i;
         }
         const std::wstring shown = seconds == 10 ? L"Registrazione: da 0,0 a 10,0 s di 10,0 s, 500 Hz" : L"Registrazione: da 0,0 a ";
+        EXPECT_NEAR(lines[-2].first.y, kTracingPaper.top + kTracingPaper.height + 4, 1e-6);
         EXPECT_TRUE(lines[-2].second.starts_with(shown)) << testing::PrintToString(lines[-2].second);
     }
 }
