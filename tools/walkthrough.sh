@@ -4,8 +4,11 @@
 # prints and exports. Fails unless every figure is the same before and after. Pictures into docs/pictures/walkthrough/, which
 # docs/clinician-walkthrough.md shows; with "144" the same on a screen of 144 dots an inch, pictures into build/walkthrough-144/.
 # Wants the recordings (KX_RECORDS).
+# On a busy machine KX_PACE=3 leaves three times as long between keys.
 set -eu
 dpi="${1:-96}"
+pace="${KX_PACE:-1}"
+sleep() { command sleep "$(awk "BEGIN { print $1 * $pace }")"; }
 . "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 cd "$KX_ROOT"
 
@@ -67,7 +70,7 @@ keys() {
         sleep 0.25
     done
 }
-write() { xdotool type --delay 25 "$1"; }
+write() { xdotool type --delay $((25 * pace)) "$1"; }
 click() {
     xdotool mousemove "$(scaled "$1")" "$(scaled "$2")"
     sleep 0.1
