@@ -44,21 +44,17 @@ class HostKeysTest : public HostTest {
     bool StripFollows() const { return Strip().find(PaneInStripsWords()) != std::wstring::npos; }
     // Strikes and waits for the marker's own edit to show another value.
     bool Moves(int markerEdit, WORD key, bool control = false) const {
+        return MovesBy(markerEdit, [&] { host_.Strike(key, control); });
+    }
+    bool MovesByMenu(int markerEdit, WPARAM command) const {
+        return MovesBy(markerEdit, [&] { PostMessageW(host_.Frame(), WM_COMMAND, command, 0); });
+    }
+    template <class Act>
+    bool MovesBy(int markerEdit, Act act) const {
         const HWND edit = GetDlgItem(host_.Pane(), markerEdit);
         const std::wstring before = TextOf(edit);
-        host_.Strike(key, control);
+        act();
         return WaitUntil([&] { return TextOf(edit) != before; });
-    }
-    // By the letters of the edit menu, which a line that is grey does not heed.
-    bool MovesByMenu(int markerEdit, WORD line) const {
-        PostMessageW(host_.Frame(), WM_SYSCOMMAND, SC_KEYMENU, 'm');
-        EXPECT_TRUE(WaitUntil([&] {
-            GUITHREADINFO info{};
-            info.cbSize = sizeof info;
-            GetGUIThreadInfo(GetWindowThreadProcessId(host_.Frame(), nullptr), &info);
-            return (info.flags & GUI_INMENUMODE) != 0;
-        }));
-        return Moves(markerEdit, line);
     }
 
     OpenHost host_{{}};
@@ -80,11 +76,11 @@ TEST_F(HostKeysTest, TheKeysMoveTheMarkersOfThePaneAndTheStripShowsIt) {
     const std::wstring moved = TextOf(onset);
 
     ASSERT_TRUE(Moves(IDC_MORPH_GLOBAL_P_ON, 'Z', true)) << "Ctrl+Z";
-    ASSERT_TRUE(MovesByMenu(IDC_MORPH_GLOBAL_P_ON, 'A'));
+    ASSERT_TRUE(MovesByMenu(IDC_MORPH_GLOBAL_P_ON, IDM_EDIT_UNDO));
     EXPECT_EQ(TextOf(onset), automatic);
     EXPECT_TRUE(WaitUntil([&] { return Strip() == first && StripFollows(); })) << fs::path(Strip()).string();
     ASSERT_TRUE(Moves(IDC_MORPH_GLOBAL_P_ON, 'Y', true)) << "Ctrl+Y";
-    ASSERT_TRUE(MovesByMenu(IDC_MORPH_GLOBAL_P_ON, 'R'));
+    ASSERT_TRUE(MovesByMenu(IDC_MORPH_GLOBAL_P_ON, IDM_EDIT_REDO));
     EXPECT_EQ(TextOf(onset), moved);
     EXPECT_TRUE(WaitUntil([&] { return StripFollows(); }));
 
@@ -129,10 +125,9 @@ TEST_F(HostKeysTest, EveryPaneThatIsChosenHasTheKeyboardAndStays) {
     for (int tab = IDM_VIEW_LAST_PANE - IDM_VIEW_FIRST_PANE; tab >= 0; --tab) {
         const HWND before = host_.Pane();
         host_.Strike(static_cast<WORD>('0' + tab), true);
-        ASSERT_TRUE(WaitUntil([&] { return host_.Pane() != nullptr && host_.Pane() != before; })) << tab;
+        ASSERT_TRUE(WaitUntil([&] { return host_.Pane() != before && IsChild(host_.Pane(), host_.Focus()) != FALSE; })) << tab;
         const HWND pane = host_.Pane();
         EXPECT_TRUE(!IsWindow(before) && GetWindow(pane, GW_HWNDNEXT) == nullptr) << "two panes at once on tab " << tab;
-        EXPECT_TRUE(WaitUntil([&] { return IsChild(pane, host_.Focus()) != FALSE; })) << tab;
         host_.Strike(VK_ESCAPE);
         host_.Strike(static_cast<WORD>(tab == 0 ? VK_ESCAPE : VK_RETURN));
         const BOOL shown = IsWindowVisible(log);
