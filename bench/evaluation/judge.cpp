@@ -14,6 +14,7 @@ std::optional<MeasuredRecord> Measure(const recording::Recording& recording, ana
     }
     analysis::Episode episode({beat->leads.begin(), beat->leads.end()}, recording::kWorkingRate,
                               recording::kResolutionNv);
+    episode->value36 = static_cast<std::uint32_t>(beat->rhythm.atrialLead);
     episode.Set().rrInterval = static_cast<std::uint16_t>(beat->rrMs);
     if (analysis::MeasureEpisode(episode.Get(), workspace) == 0) {
         refusal = workspace.Refusal();

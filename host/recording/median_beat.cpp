@@ -140,6 +140,11 @@ std::optional<MedianBeat> Make(const Recording& given, std::string& error) {
         beat.beatsMs.push_back(static_cast<int>(std::max<std::ptrdiff_t>(0, place) * 1000 / kWorkingRate));
     }
     beat.rhythm = FindRhythm(beats);
+    if (beat.rhythm.atrialLead == AtrialLead::kNone) {
+        beat.remarks.push_back(
+            "the waves of the atria are not at one distance before the beats: neither P wave nor PR interval "
+            "is measured");
+    }
     for (std::size_t i = 0; i < beat.beatsMs.size(); ++i) {
         beat.rhythm.beats[i].ms = beat.beatsMs[i];
     }

@@ -30,6 +30,31 @@ std::vector<int> ToMs(const Places& places) {
     return ms;
 }
 
+// See Rhythm::atrialLead.
+AtrialLead LeadOf(const AtrialWaves& waves, std::size_t beats, int rrMs) {
+    // Flutter waves come at least so often (F. G. Cosio, Arrhythm. Electrophysiol. Rev. 6, 55-62, 2017), with
+    // a beat behind every second to fourth of them.
+    constexpr int kSlowestFlutterMs = 290;
+    constexpr double kTolerance = 0.12;
+    constexpr std::size_t kFewestWaves = 5;
+    std::size_t fitting = 0;
+    std::size_t frequent = 0;
+    for (std::size_t i = 1; i < waves.peaks.size(); ++i) {
+        const int interval = ToMs(waves.peaks[i] - waves.peaks[i - 1]);
+        const double inBeats = static_cast<double>(interval) / std::max(rrMs, 1);
+        fitting += std::fabs(inBeats / std::clamp(std::round(inBeats), 1.0, 2.0) - 1) <= kTolerance;
+        frequent += interval <= kSlowestFlutterMs;
+    }
+    // Some of them are hidden in the complexes and T waves.
+    const bool flutters = waves.peaks.size() > beats && 3 * frequent >= waves.peaks.size();
+    if (flutters || !waves.beforeBeats) {
+        return waves.peaks.empty() ? AtrialLead::kUnknown : AtrialLead::kNone;
+    }
+    return waves.peaks.size() >= kFewestWaves && 5 * fitting >= 4 * (waves.peaks.size() - 1)
+               ? AtrialLead::kEveryBeat
+               : AtrialLead::kUnknown;
+}
+
 // Complexes of one recording, compared.
 class Complexes {
   public:
@@ -171,6 +196,7 @@ Rhythm FindRhythm(const AlignedBeats& beats) {
     rhythm.slowOnsetMs = complexes.SlowOnsetMs();
     rhythm.atrialMs = ToMs(waves.peaks);
     rhythm.impulsesMs = ToMs(pacing.impulses);
+    rhythm.atrialLead = LeadOf(waves, beats.places.size(), beats.rrMs);
     return rhythm;
 }
 

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "host/recording/aligned_beats.h"
+#include "lib/atrial_lead.h"
 
 namespace kx {
 struct TestRecord;
@@ -25,6 +26,10 @@ struct Rhythm {
     // How long the QRS complex of the dominant shape begins slowly, as with a delta wave: from where the
     // leads together begin to move until they first do so at 0.4 of their largest velocity.
     int slowOnsetMs = 0;
+    // kEveryBeat: the same wave is before most beats, and four of five such waves follow one another at the
+    // interval of the beats, or at two of it. kNone: a regular train of waves goes its own way, or
+    // its waves come as often as those of flutter.
+    AtrialLead atrialLead = AtrialLead::kUnknown;
 };
 
 Rhythm FindRhythm(const AlignedBeats& beats);

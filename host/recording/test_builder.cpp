@@ -75,6 +75,7 @@ EpisodeRecord* AddBeat(TestRecord& test, const Recording& recording, const Media
     const auto durationMs = static_cast<std::uint32_t>(std::lround(recording.DurationMs()));
     episode->durationSeconds = std::min<std::uint32_t>(durationMs / 1000, 65000);
     episode->SetEndTimeMs(durationMs);
+    episode->value36 = static_cast<std::uint32_t>(beat.rhythm.atrialLead);
     episode->measurements.rrInterval = static_cast<std::uint16_t>(std::clamp(beat.rrMs, 0, 65535));
     return episode;
 }

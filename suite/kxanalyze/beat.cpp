@@ -180,6 +180,7 @@ const char* ReadBeat(const KxEpisodeRecord* episode, Beat& beat) {
     }
     beat.length = static_cast<int>(lengthMs);
     beat.rr = episode->measurements.rrInterval;
+    beat.atria = AtrialLeadOf(episode->value36);
     bool any = false;
     for (std::uint32_t code = 0; code < KX_MEASURED_LEADS; ++code) {
         BeatLead& lead = beat.leads[code];

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "kxdialogs.h"
+#include "lib/atrial_lead.h"
 
 namespace kx::analysis {
 
@@ -37,8 +38,9 @@ struct Phase {
 // The traces keep their memory from one ReadBeat to the next: a beat that is used again for a record of the
 // same form takes none.
 struct Beat {
-    int length = 0;    // ms
-    int rr = 0;        // ms, 0 = not known
+    int length = 0;  // ms
+    int rr = 0;      // ms, 0 = not known
+    AtrialLead atria = AtrialLead::kUnknown;
     Place spike = 0;   // of the last pacing spike before the complex, 0 = none
     Place centre = 0;  // of the QRS complex: its steepest place on all leads
     std::array<BeatLead, KX_MEASURED_LEADS> leads;

@@ -125,7 +125,7 @@ class Workspace::Kept {
                episode->storedLeads == episode_.storedLeads &&
                episode->samplesPerLead == episode_.samplesPerLead &&
                episode->sampleRate == episode_.sampleRate && episode->totalSize == episode_.totalSize &&
-               episode->resolutionNv == episode_.resolutionNv &&
+               episode->resolutionNv == episode_.resolutionNv && episode->value36 == episode_.value36 &&
                episode->measurements.rrInterval == episode_.measurements.rrInterval &&
                std::memcmp(episode->leadTable, episode_.leadTable, sizeof episode_.leadTable) == 0 &&
                std::memcmp(episode->samples, samples_.data(), samples_.size() * sizeof samples_[0]) == 0;

@@ -68,6 +68,8 @@ class Workspace {
 //   block); degrees, -179 to 180; 0 when there is no wave or one of the leads is missing. stLevel[k]: level
 //   10 k ms after the J point, which is the global QRS offset. intrinsicoidDeflection: from the global QRS
 //   onset to the peak of the lead's last R or R' wave; 0 without one.
+// `value36` of the record may say what the whole recording tells of the P wave (lib/atrial_lead.h): none is
+// measured where none leads the complexes; where one leads every one of them, a fainter one is.
 // Kept as they are: both flag words, rrInterval, the three report field values, all reserved words,
 // everything outside the measurement set. `episodeTime` takes the episode's endTimeMs.
 //

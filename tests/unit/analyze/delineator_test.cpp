@@ -4,6 +4,7 @@
 #include <random>
 #include <tuple>
 
+#include "lib/atrial_lead.h"
 #include "tests/unit/analyze/synthetic_beat.h"
 
 namespace kx::analysis {
@@ -106,12 +107,22 @@ TEST(Delineator, NamesTheComponentsThatAreThere) {
     }
 }
 
+// Microvolts, what is known of the recording, and whether a wave is measured.
+constexpr std::tuple<double, AtrialLead, bool> kPWaves[] = {{0, AtrialLead::kUnknown, false},
+                                                            {0, AtrialLead::kEveryBeat, false},
+                                                            {10, AtrialLead::kUnknown, false},
+                                                            {10, AtrialLead::kEveryBeat, true},
+                                                            {150, AtrialLead::kNone, false}};
 TEST(Delineator, SaysAbsentForAWaveThatIsNotThere) {
-    Episode noP = Measured({.p = {}});
-    const KxMeasurementSet& set = noP.Set();
-    EXPECT_EQ(set.leads[0].pOn | set.leads[0].pOff | set.pDuration | set.prInterval | set.pAxis, 0);
-    for (const KxLeadMeasurements& lead : set.leads) {
-        EXPECT_EQ(lead.pOnMarker | lead.pPrimeOnMarker | lead.pOffMarker | lead.aP1 | lead.aP2, 0);
+    for (const auto& [p, atria, present] : kPWaves) {
+        Episode episode(SyntheticBeat{.p = {230, 340, p}});
+        episode->value36 = static_cast<std::uint32_t>(atria);
+        EXPECT_EQ(MeasureEpisode(episode.Get(), Shared()), 1u);
+        const KxMeasurementSet& set = episode.Set();
+        EXPECT_EQ((set.leads[0].pOn | set.leads[0].pOff | set.pDuration | set.prInterval | set.pAxis) != 0, present) << p;
+        for (const KxLeadMeasurements& lead : set.leads) {
+            EXPECT_EQ((lead.pOnMarker | lead.pPrimeOnMarker | lead.pOffMarker | lead.aP1 | lead.aP2) != 0, present) << p;
+        }
     }
     Episode noT = Measured({.rr = 0, .t = {}});
     EXPECT_EQ(noT.Set().leads[0].tOff | noT.Set().qtInterval | noT.Set().leads[KX_LEAD_II].aT1, 0);

@@ -236,25 +236,27 @@ TEST(Rhythm, IsToldFromTheRecording) {
     const Times irregular = After({620, 910, 540, 780, 1050, 660, 870, 590});
     Made early{Moved(steady, -160), steady};
     early.p[5] -= 270, early.beats[5] -= 270;
-    const std::tuple<const char*, Made, std::set<int>> rows[] = {
-        {"sinus rhythm", {Moved(steady, -160), steady}, {30036}},
-        {"long PR", {Moved(steady, -290), steady}, {30036}},
-        {"an early beat", early, {30036, 30017}},
-        {"a broad beat", {Moved(Without(steady, 6), -160), Without(steady, 6), {Moved(steady, -250)[5]}}, {30036, 30019}},
-        {"fibrillation", {{}, irregular, {}, {}, 0, 40}, {30008}},
-        {"flutter", {{}, irregular, {}, {}, 225}, {30011}},
-        {"flutter, four to one", {{}, Every(900), {}, {}, 225}, {30011}},
-        {"complete block", {Every(780, 200), Every(1370, 500)}, {30046}},
-        {"two to one", {Every(600, 340), Every(1200, 500)}, {30036, 30045}},
-        {"Wenckebach", {Every(850, 250), Wenckebach(Every(850, 250))}, {30036, 30043}},
-        {"Mobitz", {Every(800, 340), Moved(Without(Every(800, 340), 4), 160)}, {30036, 30044}},
-        {"ventricular pacing", {{}, steady, {}, Moved(steady, -50)}, {30048, 30050}},
-        {"atrial pacing", {Moved(steady, -160), steady, {}, Moved(steady, -210)}, {30048, 30049}},
-        {"pacing in complete block", {Every(710, 200), Every(1000, 500), {}, Every(1000, 450)}, {30046, 30048, 30050}}};
-    for (const auto& [name, made, codes] : rows) {
+    constexpr AtrialLead kUnknown = AtrialLead::kUnknown, kEveryBeat = AtrialLead::kEveryBeat, kNone = AtrialLead::kNone;
+    const std::tuple<const char*, Made, AtrialLead, std::set<int>> rows[] = {
+        {"sinus rhythm", {Moved(steady, -160), steady}, kEveryBeat, {30036}},
+        {"long PR", {Moved(steady, -290), steady}, kEveryBeat, {30036}},
+        {"an early beat", early, kEveryBeat, {30036, 30017}},
+        {"a broad beat", {Moved(Without(steady, 6), -160), Without(steady, 6), {Moved(steady, -250)[5]}}, kEveryBeat, {30036, 30019}},
+        {"fibrillation", {{}, irregular, {}, {}, 0, 40}, kUnknown, {30008}},
+        {"flutter", {{}, irregular, {}, {}, 225}, kNone, {30011}},
+        {"flutter, four to one", {{}, Every(900), {}, {}, 225}, kNone, {30011}},
+        {"complete block", {Every(780, 200), Every(1370, 500)}, kNone, {30046}},
+        {"two to one", {Every(600, 340), Every(1200, 500)}, kUnknown, {30036, 30045}},
+        {"Wenckebach", {Every(850, 250), Wenckebach(Every(850, 250))}, kNone, {30036, 30043}},
+        {"Mobitz", {Every(800, 340), Moved(Without(Every(800, 340), 4), 160)}, kEveryBeat, {30036, 30044}},
+        {"ventricular pacing", {{}, steady, {}, Moved(steady, -50)}, kUnknown, {30048, 30050}},
+        {"atrial pacing", {Moved(steady, -160), steady, {}, Moved(steady, -210)}, kEveryBeat, {30048, 30049}},
+        {"pacing in complete block", {Every(710, 200), Every(1000, 500), {}, Every(1000, 450)}, kNone, {30046, 30048, 30050}}};
+    for (const auto& [name, made, atria, codes] : rows) {
         const Recording recording = Record(made);
         const AlignedBeats beats = AlignBeats(recording);
         const Rhythm rhythm = FindRhythm(beats);
+        EXPECT_EQ(rhythm.atrialLead, atria) << name;
         for (const bool pMeasured : {true, false}) {
             EXPECT_EQ(codes, CodesOf(beats, rhythm, pMeasured)) << name << (pMeasured ? "" : ", its P wave missed in the median beat");
         }
