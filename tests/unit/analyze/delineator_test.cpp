@@ -120,8 +120,11 @@ TEST(Delineator, SaysAbsentForAWaveThatIsNotThere) {
         EXPECT_EQ(MeasureEpisode(episode.Get(), Shared()), 1u);
         const KxMeasurementSet& set = episode.Set();
         EXPECT_EQ((set.leads[0].pOn | set.leads[0].pOff | set.pDuration | set.prInterval | set.pAxis) != 0, present) << p;
-        for (const KxLeadMeasurements& lead : set.leads) {
-            EXPECT_EQ((lead.pOnMarker | lead.pPrimeOnMarker | lead.pOffMarker | lead.aP1 | lead.aP2) != 0, present) << p;
+        for (std::size_t code = 0; code < KX_MEASURED_LEADS; ++code) {
+            const KxLeadMeasurements& lead = set.leads[code];
+            EXPECT_EQ((lead.pOnMarker | lead.pPrimeOnMarker | lead.pOffMarker | lead.aP1 | lead.aP2) != 0,
+                      present && code < KX_STANDARD_LEADS)
+                << p;
         }
     }
     Episode noT = Measured({.rr = 0, .t = {}});
