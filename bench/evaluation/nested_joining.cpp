@@ -9,12 +9,26 @@ namespace {
 struct Constant {
     double analysis::Joining::*value;
     Boundary boundary;
+    bool ofLeads;  // else of all leads together
     std::vector<double> candidates;
+
+    Errors ErrorsOf(const RecordErrors& record) const {
+        if (!ofLeads) {
+            return record.global[boundary];
+        }
+        Errors sum;
+        for (const auto& lead : record.leads) {
+            sum.Add(lead[boundary]);
+        }
+        return sum;
+    }
 };
 const Constant kConstants[] = {
-    {&analysis::Joining::onsetByRules, kQrsOn, {0, 0.25, 0.5, 0.6, 0.7, 0.75, 0.8, 0.9, 1}},
-    {&analysis::Joining::offsetByRules, kQrsOff, {0, 0.1, 0.2, 0.25, 0.3, 0.4, 0.5, 0.75, 1}},
-    {&analysis::Joining::lateQuantile, kTOff, {0.5, 0.6, 0.7, 0.75, 0.8, 0.85, 0.9, 0.95, 1}},
+    {&analysis::Joining::onsetByRules, kQrsOn, false, {0, 0.25, 0.5, 0.6, 0.7, 0.75, 0.8, 0.9, 1}},
+    {&analysis::Joining::offsetByRules, kQrsOff, false, {0, 0.1, 0.2, 0.25, 0.3, 0.4, 0.5, 0.75, 1}},
+    {&analysis::Joining::lateQuantile, kTOff, false, {0.5, 0.6, 0.7, 0.75, 0.8, 0.85, 0.9, 0.95, 1}},
+    {&analysis::Joining::earlyPOff, kPOff, true, {0, 0.2, 0.3, 0.4, 0.5, 0.6, 0.8}},
+    {&analysis::Joining::pOffByRules, kPOff, true, {0, 0.04, 0.08, 0.12, 0.16, 0.2, 0.3}},
 };
 
 // Of one candidate: the errors of the point by the fold that their record belongs to.
@@ -47,8 +61,9 @@ void Print(const Constant& constant, const std::vector<ErrorsOfFolds>& candidate
                       constant.candidates[static_cast<std::size_t>(best - candidates.begin())]);
         chosen += word;
     }
-    std::printf("%-8s %+6.1f %6.1f %6.1f   chosen:%s\n", kBoundaryNames[constant.boundary], nested.Mean(),
-                nested.Deviation(), nested.Percentile95(), chosen.c_str());
+    std::printf("%s %-8s %+6.1f %6.1f %6.1f   chosen:%s\n", constant.ofLeads ? "each lead" : "all leads",
+                kBoundaryNames[constant.boundary], nested.Mean(), nested.Deviation(), nested.Percentile95(),
+                chosen.c_str());
     std::fflush(stdout);
 }
 
@@ -57,7 +72,7 @@ void Print(const Constant& constant, const std::vector<ErrorsOfFolds>& candidate
 bool PrintNestedJoining(const std::filesystem::path& folds, const JudgeRecords& judge, std::string& error) {
     std::printf(
         "The constants that join rules and networks chosen for each fold by the other four. Points of all "
-        "leads, ms:\n"
+        "leads and of each, ms:\n"
         "mean, standard deviation, 95th percentile of the absolute error; the constants of the folds.\n");
     for (const Constant& constant : kConstants) {
         std::vector<ErrorsOfFolds> candidates;
@@ -71,7 +86,7 @@ bool PrintNestedJoining(const std::filesystem::path& folds, const JudgeRecords& 
             ErrorsOfFolds errors;
             for (const RecordErrors& record : judge(*networks)) {
                 if (const auto fold = networks->FoldOf(record.number)) {
-                    errors[*fold].Add(record.global[constant.boundary]);
+                    errors[*fold].Add(constant.ErrorsOf(record));
                 }
             }
             candidates.push_back(std::move(errors));

@@ -13,10 +13,10 @@ namespace kx::evaluation {
 
 using JudgeRecords = std::function<std::vector<RecordErrors>(FoldNetworks&)>;
 
-// Prints, for each of the constants and the point of all leads that it moves, what is chosen for every fold
-// by the records of the other folds (the smallest standard deviation; what is left of their mean is taken
-// off) and the errors of the records for which it was chosen so. folds: see FoldNetworks::Read. False, and
-// one line in `error`, when the folds cannot be read.
+// Prints, for each of the constants and the point of all leads or of each that it moves, what is chosen for
+// every fold by the records of the other folds (the smallest standard deviation; what is left of their mean
+// is taken off) and the errors of the records for which it was chosen so. folds: see FoldNetworks::Read.
+// False, and one line in `error`, when the folds cannot be read.
 bool PrintNestedJoining(const std::filesystem::path& folds, const JudgeRecords& judge, std::string& error);
 
 }  // namespace kx::evaluation

@@ -27,6 +27,9 @@ constexpr double kTOffLag = 4;
 // (L. S. Fridericia, Acta Med. Scand. 53, 469-486, 1920).
 constexpr double kQtAtOneSecond = 400;
 constexpr int kAssumedRr = 900;
+// What moves the leads' P ends is at most so far away from them, ms, and so much later they are then.
+constexpr double kFarthestPOff = 40;
+constexpr double kPOffLag = 2;
 // A lead's point so far from those of the other leads is theirs, ms.
 constexpr std::array<double, kLeadPoints> kApart = {90, 90, 60, 60, 120, 60};
 // A wave that begins or ends so near to the end of the block is not wholly in it, ms.
@@ -139,8 +142,29 @@ bool HasP(const Beat& beat, const PByRules& rules, const NetworkPoints& output) 
     return output.pWave + std::log(rules.clearness) + known > 0;
 }
 
+// The leads' distributions have long late tails, and their own slopes tell ends that the networks' mean of
+// all leads hides.
+void MoveLeadPOffs(const Beat& beat, const NetworkPoints& output, Place qrsOn, const Joining& joining,
+                   WaveBoundaries& p) {
+    const auto away = [](double place, Place from) {
+        return std::clamp(place - from, -kFarthestPOff, kFarthestPOff);
+    };
+    std::size_t count = 0;
+    for (std::size_t code = 0; code < beat.leads.size(); ++code) {
+        const BeatLead& lead = beat.leads[code];
+        if (lead.present) {
+            Interval& wave = p.leads[code];
+            const double early = away(beat.centre + output.earlyPOff[count++], wave.off),
+                         rules = away(FindLeadPOff(beat, lead, wave.on, qrsOn), wave.off);
+            wave.off = std::clamp(
+                Rounded(wave.off + joining.earlyPOff * early + joining.pOffByRules * rules + kPOffLag), 1,
+                beat.length - 1);
+        }
+    }
+}
+
 WaveBoundaries JoinP(const Beat& beat, const PByRules& rules, const WaveBoundaries& qrs,
-                     const NetworkPoints& output) {
+                     const NetworkPoints& output, const Joining& joining) {
     WaveBoundaries p;
     if (!HasP(beat, rules, output)) {
         return p;
@@ -153,6 +177,7 @@ WaveBoundaries JoinP(const Beat& beat, const PByRules& rules, const WaveBoundari
     }
     TakeLeads<&Interval::on>(beat, output, kPOnPoint, p.global.on - on, p);
     TakeLeads<&Interval::off>(beat, output, kPOffPoint, 0, p);
+    MoveLeadPOffs(beat, output, qrs.global.on, joining, p);
     return p;
 }
 
@@ -196,7 +221,7 @@ Waves Delineation::Of(const Beat& beat) {
     Run(beat);
     waves.qrs = JoinQrs(beat, qrs, points_, joining_);
     waves.t = JoinT(beat, tOff, waves.qrs, points_, joining_.lateQuantile);
-    waves.p = JoinP(beat, p, waves.qrs, points_);
+    waves.p = JoinP(beat, p, waves.qrs, points_, joining_);
     return waves;
 }
 

@@ -10,6 +10,8 @@ namespace {
 constexpr int kMiddlePlaces = kNetworkPlaces / 2;
 constexpr int kCoarsePlaces = kNetworkPlaces / 4;
 
+constexpr std::size_t kPOffOfLead = 1;
+
 double ToMs(double place) {
     return place * kNetworkStepMs - kNetworkBeforeMs;
 }
@@ -40,11 +42,17 @@ void NetworkOutput::Clear(std::size_t leadCount) {
 }
 
 void NetworkPoints::Take(const NetworkOutput& output, std::size_t networks) {
+    const auto quantile = [](const float* distribution, double part) {
+        return ToMs(QuantilePlace(distribution, kNetworkPlaces, part));
+    };
     for (std::size_t point = 0; point < kPointsOfAll; ++point) {
-        global[point] = ToMs(MedianPlace(output.global[point], kNetworkPlaces));
+        global[point] = quantile(output.global[point], 0.5);
     }
     for (std::size_t row = 0; row < output.leads.Count(); ++row) {
-        leads[row / kLeadPoints][row % kLeadPoints] = ToMs(MedianPlace(output.leads[row], kNetworkPlaces));
+        leads[row / kLeadPoints][row % kLeadPoints] = quantile(output.leads[row], 0.5);
+        if (row % kLeadPoints == kPOffOfLead) {
+            earlyPOff[row / kLeadPoints] = quantile(output.leads[row], 0.25);
+        }
     }
     pWave = output.pWave / static_cast<double>(networks);
 }

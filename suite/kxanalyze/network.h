@@ -57,6 +57,7 @@ struct NetworkOutput {
 struct NetworkPoints {
     std::array<double, kPointsOfAll> global{};
     std::array<std::array<double, kLeadPoints>, KX_MEASURED_LEADS> leads{};
+    std::array<double, KX_MEASURED_LEADS> earlyPOff{};  // of the leads' P ends the lower quartile
     double pWave = 0;
 
     void Take(const NetworkOutput& output, std::size_t networks);

@@ -131,15 +131,15 @@ void AddDistribution(const float* logits, int length, float* sum) {
     }
 }
 
-double MedianPlace(const float* distribution, int length) {
-    const double half = std::accumulate(distribution, distribution + length, 0.0) / 2;
+double QuantilePlace(const float* distribution, int length, double part) {
+    const double below = std::accumulate(distribution, distribution + length, 0.0) * part;
     double before = 0;
     for (int t = 0; t < length; ++t) {
-        const auto part = double{distribution[t]};
-        if (part > 0 && before + part >= half) {
-            return t + (half - before) / part - 0.5;
+        const auto here = double{distribution[t]};
+        if (here > 0 && before + here >= below) {
+            return t + (below - before) / here - 0.5;
         }
-        before += part;
+        before += here;
     }
     return length - 0.5;
 }

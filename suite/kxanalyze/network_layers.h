@@ -107,7 +107,7 @@ class Pool {
 // Adds the distribution whose logarithms (up to a constant) a row holds.
 void AddDistribution(const float* logits, int length, float* sum);
 
-// The place below which half of a distribution, or of a sum of them, lies, in places.
-double MedianPlace(const float* distribution, int length);
+// The place below which the given part of a distribution, or of a sum of them, lies, in places.
+double QuantilePlace(const float* distribution, int length, double part);
 
 }  // namespace kx::analysis

@@ -15,6 +15,7 @@ constexpr int kShortestSearch = 40;
 // The level before the complex is the mean of this stretch before its onset.
 constexpr int kLevelFrom = 14;
 constexpr int kLevelTo = 4;
+constexpr int kShortestWave = 18;
 constexpr int kProminenceReach = 120;
 constexpr int kHalfWidth = 76;
 // Its edges: part of the steepest place on each side, not below so many times the quietest tenth; how long
@@ -113,6 +114,30 @@ PByRules FindP(const Beat& beat, Interval qrs, Place tOff) {
     p.all.off =
         std::clamp(Rounded(qrs.on + kOwnOffset * (offset - qrs.on) - kOffsetLead), peak + 1, qrs.on - 1);
     return p;
+}
+
+Place FindLeadPOff(const Beat& beat, const BeatLead& lead, Place on, Place qrsOn) {
+    const Place from = std::max(on, 1), to = qrsOn - kClearOfQrs;
+    if (to - from < kShortestWave) {
+        return qrsOn;
+    }
+    // The peak stands farthest from the line between the ends of the wave.
+    const double first = At(lead.wide, from),
+                 last = MeanBetween(lead.wide, qrsOn - kLevelFrom, qrsOn - kLevelTo, first);
+    const double slope = (last - first) / (qrsOn - from);
+    Place peak = from;
+    double most = 0;
+    for (Place i = from; i < to; ++i) {
+        const double away = std::fabs(At(lead.wide, i) - first - slope * (i - from));
+        if (away > most) {
+            most = away;
+            peak = i;
+        }
+    }
+    Sizes(lead.wideSlope, beat.curve);
+    const Place fall = LargestPlace(beat.curve, peak, std::min(to, peak + kHalfWidth));
+    const double rest = std::max(kOffsetPart * At(beat.curve, fall), lead.wideNoise);
+    return LastAbove(beat.curve, fall, +1, rest, kOffsetQuiet, qrsOn);
 }
 
 }  // namespace kx::analysis

@@ -23,4 +23,8 @@ struct PByRules {
 // tOff: of this beat; with the RR interval it tells where the T wave of the beat before has ended.
 PByRules FindP(const Beat& beat, Interval qrs, Place tOff);
 
+// The end of the P wave in one lead, where its slope comes to rest behind the steepest place of its fall. on:
+// where it begins there; qrsOn: of all leads, and the answer where both leave no room for a wave.
+Place FindLeadPOff(const Beat& beat, const BeatLead& lead, Place on, Place qrsOn);
+
 }  // namespace kx::analysis
