@@ -173,6 +173,7 @@ void AddSignal(const AlignedBeats& beats, const Rhythm& rhythm, Figures& figures
 void AddMeasurements(const MedianBeat& median, Figures& figures) {
     figures.Line("median II every 40 ms", median.leads[kLeadII], 20);
     analysis::Episode episode({median.leads.begin(), median.leads.end()}, kWorkingRate, kResolutionNv);
+    episode->value36 = static_cast<std::uint32_t>(median.rhythm.atrialLead);
     episode.Set().rrInterval = static_cast<std::uint16_t>(median.rrMs);
     analysis::Beat beat;
     ASSERT_EQ(analysis::ReadBeat(episode.Get(), beat), nullptr);
