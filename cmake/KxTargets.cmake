@@ -73,8 +73,7 @@ function(kx_source_package name result)
 endfunction()
 
 # kx_suite_module(NAME SOURCES...): NAME.dll of the suite in bin/. SOURCES hold its .cpp, its NAME.rc with the version
-# record (see suite/version_record.rch) and its NAME.def, whose names are the exports, undecorated; without a .def they
-# are the functions that the sources mark with dllexport.
+# record (see lib/version_record.rch) and its NAME.def, whose names are the exports, undecorated.
 function(kx_suite_module name)
     add_library(${name} SHARED ${ARGN})
     kx_target(${name})

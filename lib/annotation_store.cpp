@@ -4,6 +4,8 @@
 #include <iterator>
 #include <limits>
 
+#include "lib/muldiv.h"
+
 namespace kx {
 
 namespace {

@@ -2,7 +2,6 @@
 // Portable.
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -11,7 +10,6 @@
 #include <type_traits>
 
 #include "include/kxdialogs.h"
-#include "lib/muldiv.h"
 #include "lib/reporter.h"
 
 namespace kx {

@@ -1,7 +1,6 @@
 #include "lib/bmp_format.h"
 
 #include <algorithm>
-#include <cstdlib>
 
 namespace kx {
 

@@ -3,7 +3,6 @@
 
 #include <commctrl.h>
 
-#include <algorithm>
 #include <exception>
 
 #include "host/frame/command_line_help.h"

@@ -3,7 +3,6 @@
 
 #include <optional>
 #include <string>
-#include <vector>
 
 #include "host/frame/host_window.h"
 #include "host/panes/tracing_paper.h"

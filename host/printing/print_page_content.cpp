@@ -1,6 +1,5 @@
 #include "host/printing/print_page_content.h"
 
-#include <algorithm>
 #include <span>
 #include <string_view>
 

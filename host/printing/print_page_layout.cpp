@@ -1,7 +1,6 @@
 #include "host/printing/print_page_layout.h"
 
 #include <algorithm>
-#include <array>
 #include <iterator>
 #include <limits>
 #include <numeric>

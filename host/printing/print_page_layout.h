@@ -1,7 +1,6 @@
 // Where everything stands on a printed page: arithmetic in millimetres and dots, without a device.
 #pragma once
 
-#include <cstdint>
 #include <optional>
 #include <span>
 #include <string_view>

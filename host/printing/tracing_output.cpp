@@ -2,7 +2,6 @@
 
 #include <winspool.h>
 
-#include <cmath>
 #include <stdexcept>
 #include <vector>
 

@@ -1,6 +1,5 @@
 #include "host/recording/lead_names.h"
 
-#include <array>
 #include <string>
 
 #include "host/recording/recording.h"

@@ -1,7 +1,5 @@
 #include "host/recording/open_recording.h"
 
-#include <algorithm>
-#include <stdexcept>
 #include <string_view>
 #include <system_error>
 

@@ -1,7 +1,6 @@
 // A recording made of formulas, for trying things without a file and for tests that know the truth.
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <vector>
 

@@ -1,7 +1,6 @@
 #include "host/report/report_fields.h"
 
 #include <algorithm>
-#include <iterator>
 
 #include "lib/measurement_table.h"
 

@@ -1,7 +1,5 @@
 #include "lib/dbclient/test_list_entry.h"
 
-#include <cstring>
-
 #include "lib/dbclient/test_record.h"
 #include "lib/text_field.h"
 

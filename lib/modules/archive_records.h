@@ -1,7 +1,6 @@
 // The records in which the suite's data base takes and gives tests. Portable.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 
 namespace kx {

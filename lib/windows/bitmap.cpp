@@ -1,7 +1,5 @@
 #include "lib/windows/bitmap.h"
 
-#include <vector>
-
 #include "lib/windows/device_context.h"
 
 namespace kx {

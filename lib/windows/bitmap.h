@@ -4,9 +4,7 @@
 #include <windows.h>
 
 #include <cstddef>
-#include <cstdint>
 #include <memory>
-#include <utility>
 
 #include "lib/reporter.h"
 #include "lib/windows/gdi_handles.h"

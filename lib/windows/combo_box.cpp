@@ -1,6 +1,5 @@
 #include "lib/windows/combo_box.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <cstring>
 #include <string>

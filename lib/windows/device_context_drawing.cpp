@@ -1,6 +1,5 @@
 // The operations of DeviceContext that put something on the device.
 #include <cstddef>
-#include <cstdint>
 
 #include "lib/windows/bitmap.h"
 #include "lib/windows/device_context.h"

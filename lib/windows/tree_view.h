@@ -5,7 +5,6 @@
 
 #include <commctrl.h>
 
-#include <cstddef>
 #include <cstdint>
 
 #include "lib/modules/library_module.h"

@@ -3,7 +3,6 @@
 
 #include <windows.h>
 
-#include <cstddef>
 #include <cstdint>
 
 namespace kx {

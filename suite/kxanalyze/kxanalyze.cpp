@@ -9,6 +9,7 @@
 #include "lib/leads.h"
 #include "suite/kxanalyze/delineator.h"
 #include "suite/suite_log.h"
+#include "suite/unattached.h"
 
 namespace {
 
@@ -70,27 +71,19 @@ std::uint32_t Guarded(Measure measure, KxEpisodeRecord* episode) {
 
 }  // namespace
 
-#define KX_EXPORT extern "C" __declspec(dllexport)
-
-KX_EXPORT void __stdcall LIBSTART() {}
-KX_EXPORT void __stdcall LIBSTOP() {}
+extern "C" void __stdcall LIBSTART() {}
+extern "C" void __stdcall LIBSTOP() {}
 
 // The three that belong to a live signal: connecting to it, forgetting its beat template, disconnecting. 0 =
 // not done.
-KX_EXPORT std::uint32_t __stdcall ATTACHPIPE(std::uint32_t /*pipe*/) {
-    return 0;
-}
-KX_EXPORT std::uint32_t __stdcall TEMPLATERESET(std::uint32_t /*pipe*/) {
-    return 0;
-}
-KX_EXPORT std::uint32_t __stdcall REMOVEPIPE() {
-    return 0;
-}
+KX_UNATTACHED_1(ATTACHPIPE)
+KX_UNATTACHED_1(TEMPLATERESET)
+KX_UNATTACHED_0(REMOVEPIPE)
 
 // See delineator.h. Both work in place, on the caller's thread.
-KX_EXPORT std::uint32_t __stdcall MEASUREEPISODE(KxEpisodeRecord* episode) {
+extern "C" std::uint32_t __stdcall MEASUREEPISODE(KxEpisodeRecord* episode) {
     return Guarded(kx::analysis::MeasureEpisode, episode);
 }
-KX_EXPORT std::uint32_t __stdcall UPDATEDETECTION(KxEpisodeRecord* episode) {
+extern "C" std::uint32_t __stdcall UPDATEDETECTION(KxEpisodeRecord* episode) {
     return Guarded(kx::analysis::UpdateDetection, episode);
 }

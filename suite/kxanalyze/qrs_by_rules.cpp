@@ -1,6 +1,5 @@
 // Where the QRS complex of all leads begins and ends, by the curve of joined slopes (waves_by_rules.h).
 #include <algorithm>
-#include <cmath>
 
 #include "suite/kxanalyze/curve.h"
 #include "suite/kxanalyze/waves_by_rules.h"

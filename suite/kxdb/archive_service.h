@@ -5,8 +5,6 @@
 #include <cstdint>
 #include <filesystem>
 #include <memory>
-#include <optional>
-#include <span>
 #include <string>
 
 #include "include/kxdialogs.h"

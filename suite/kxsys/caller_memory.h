@@ -3,8 +3,6 @@
 
 #include <windows.h>
 
-#include <cstddef>
-
 #include "suite/kxsys/kxsys.h"
 
 namespace kx::sys {

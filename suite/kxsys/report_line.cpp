@@ -1,7 +1,6 @@
 #include "suite/kxsys/report_line.h"
 
 #include <cstdio>
-#include <cstring>
 
 namespace kx::sys {
 

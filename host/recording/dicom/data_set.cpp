@@ -1,7 +1,6 @@
 #include "host/recording/dicom/data_set.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdio>
 
 #include "host/recording/byte_reader.h"

@@ -1,7 +1,6 @@
 #include "host/recording/wfdb/annotations.h"
 
 #include <algorithm>
-#include <utility>
 
 #include "host/recording/file_bytes.h"
 

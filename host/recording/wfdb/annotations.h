@@ -1,7 +1,6 @@
 // Reading of beat and wave annotations in the MIT format of WFDB.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <optional>

@@ -1,7 +1,6 @@
 // The header of a WFDB record (.hea) as text.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <span>
-#include <string>
 
 #include "lib/dbclient/test_block.h"
 #include "lib/dbclient/test_list_entry.h"
