@@ -6,14 +6,14 @@ namespace {
 constexpr double kLongestPToQrs = 450;  // between the peaks, ms
 constexpr double kLongestQrsToT = 700;
 
-bool IsPeak(const recording::Annotation& mark) {
+bool IsPeak(const recording::WfdbAnnotation& mark) {
     return mark.code == recording::kPWavePeak || mark.code == recording::kNormalBeat ||
            mark.code == recording::kTWavePeak;
 }
 
 }  // namespace
 
-std::vector<MarkedBeat> JoinMarks(std::span<const recording::Annotation> marks, double sampleRate) {
+std::vector<MarkedBeat> JoinMarks(std::span<const recording::WfdbAnnotation> marks, double sampleRate) {
     const auto ms = [&](std::size_t i) { return static_cast<double>(marks[i].sample) * 1000 / sampleRate; };
     std::vector<MarkedBeat> beats;
     std::optional<MarkedWave> p;

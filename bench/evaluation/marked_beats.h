@@ -27,7 +27,7 @@ struct MarkedBeat {
 
 // Joins the marks of a lead into beats: a P wave belongs to the QRS complex that is marked next if that
 // follows within 450 ms, a T wave to the one marked before if that lies within 700 ms.
-std::vector<MarkedBeat> JoinMarks(std::span<const recording::Annotation> marks, double sampleRate);
+std::vector<MarkedBeat> JoinMarks(std::span<const recording::WfdbAnnotation> marks, double sampleRate);
 
 // The beats in an annotation file. Nothing, and one line naming file and reason in `error`, when it cannot be
 // read.

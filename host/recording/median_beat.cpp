@@ -156,10 +156,6 @@ std::optional<MedianBeat> Make(const Recording& given, std::string& error) {
 
 }  // namespace
 
-std::size_t MedianBeat::KeptCount() const {
-    return static_cast<std::size_t>(std::count(kept.begin(), kept.end(), true));
-}
-
 std::optional<MedianBeat> MakeMedianBeat(const Recording& recording, std::string& error) {
     try {
         return Make(recording, error);

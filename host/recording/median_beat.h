@@ -34,7 +34,6 @@ struct MedianBeat {
     std::vector<bool> kept;            // and whether it is in the median
     Rhythm rhythm;                     // of the whole recording
     std::vector<std::string> remarks;  // what was done to the signal that a reader should know
-    std::size_t KeptCount() const;
 };
 
 // The median beat over the beats of the dominant shape. Steps:

@@ -57,8 +57,8 @@ std::int8_t SignedLow(unsigned interval) {
 
 }  // namespace
 
-std::vector<Annotation> ParseAnnotations(std::span<const std::uint8_t> bytes, bool* truncated) {
-    std::vector<Annotation> found;
+std::vector<WfdbAnnotation> ParseAnnotations(std::span<const std::uint8_t> bytes, bool* truncated) {
+    std::vector<WfdbAnnotation> found;
     WordReader words(bytes);
     std::int64_t sample = 0;
     std::int8_t number = 0;
@@ -70,8 +70,8 @@ std::vector<Annotation> ParseAnnotations(std::span<const std::uint8_t> bytes, bo
         }
         const unsigned code = word >> 10;
         const unsigned interval = word & 0x3FF;
-        Annotation none;  // before the first one there is nothing to add to
-        Annotation& last = found.empty() ? none : found.back();
+        WfdbAnnotation none;  // before the first one there is nothing to add to
+        WfdbAnnotation& last = found.empty() ? none : found.back();
         if (code == kSkip) {
             // A 32-bit interval whose high word stands first.
             const unsigned high = words.Word();
@@ -101,8 +101,8 @@ std::vector<Annotation> ParseAnnotations(std::span<const std::uint8_t> bytes, bo
     return found;
 }
 
-std::optional<std::vector<Annotation>> ReadAnnotations(const std::filesystem::path& file,
-                                                       std::string& error) {
+std::optional<std::vector<WfdbAnnotation>> ReadAnnotations(const std::filesystem::path& file,
+                                                           std::string& error) {
     const auto bytes = ReadFileBytes(file, kLargestFile, error);
     if (!bytes) {
         return std::nullopt;

@@ -11,7 +11,7 @@
 namespace kx::recording {
 
 // Codes of the marks that a delineated recording holds (the format's own numbering). The others, of rhythms,
-// noise and beat types, keep their numbers in Annotation::code.
+// noise and beat types, keep their numbers in WfdbAnnotation::code.
 enum AnnotationCode : std::uint8_t {
     kNormalBeat = 1,   // 'N', the peak of a QRS complex
     kPWavePeak = 24,   // 'p'
@@ -21,7 +21,7 @@ enum AnnotationCode : std::uint8_t {
     kUWavePeak = 29,   // 'u'
 };
 
-struct Annotation {
+struct WfdbAnnotation {
     std::int64_t sample = 0;  // from the start of the recording, at the recording's rate
     std::uint8_t code = 0;    // 1 to 49
     std::int8_t subtype = 0;
@@ -35,10 +35,11 @@ struct Annotation {
 // interval, NUM (60), SUB (61), CHN (62) and AUX (63) belong to the annotation before them (NUM and CHN hold
 // until changed). A word of zero ends the list. What a cut file holds in whole is returned: `truncated`, when
 // given, tells that the end mark was missing. Never reads outside `bytes`; any bytes are safe.
-std::vector<Annotation> ParseAnnotations(std::span<const std::uint8_t> bytes, bool* truncated = nullptr);
+std::vector<WfdbAnnotation> ParseAnnotations(std::span<const std::uint8_t> bytes, bool* truncated = nullptr);
 
 // The annotations of a file. Nothing, and one line naming file and reason in `error`, when it cannot be read
 // or is larger than any annotation file of a recording that is read here (16 MiB).
-std::optional<std::vector<Annotation>> ReadAnnotations(const std::filesystem::path& file, std::string& error);
+std::optional<std::vector<WfdbAnnotation>> ReadAnnotations(const std::filesystem::path& file,
+                                                           std::string& error);
 
 }  // namespace kx::recording
