@@ -50,9 +50,10 @@ bool AppendToLog(const char* line, std::size_t length) {
     // One write, so that lines of several programs do not mix.
     char bytes[kLineSize + 2];
     std::memcpy(bytes, line, length);
-    std::memcpy(bytes + length, "\r\n", 2);
+    bytes[length] = '\r';
+    bytes[length + 1] = '\n';
     DWORD written = 0;
-    const DWORD size = static_cast<DWORD>(length + 2);
+    const auto size = static_cast<DWORD>(length) + 2;
     const bool done = WriteFile(file, bytes, size, &written, nullptr) && written == size;
     CloseHandle(file);
     return done;

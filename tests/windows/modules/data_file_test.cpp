@@ -2,6 +2,9 @@
 #include <gmock/gmock.h>
 #include <windows.h>
 
+#include <cstring>
+#include <functional>
+
 #include "lib/fileutil.h"
 #include "tests/rig/recorded_reports.h"
 #include "tests/windows/modules/temp_folder.h"
