@@ -23,16 +23,16 @@ mingw=(--extra-arg=--target=i686-w64-mingw32 --extra-arg=-Wno-unused-command-lin
 while IFS= read -r dir; do mingw+=("--extra-arg=-isystem$dir"); done < <(
     i686-w64-mingw32-g++-posix -x c++ -E -v /dev/null 2>&1 >/dev/null | sed -n 's/^ \(\/.*\)$/\1/p' | grep -v "^$gcc_include$"
 )
-native=() windows=()
+native=() tests=() windows=()
 for file in "${files[@]}"; do
     case "$file" in *.cpp) ;; *) continue ;; esac
     if grep -q "\"$KX_ROOT/$file\"" build/lint-native/compile_commands.json; then
-        native+=("$file")
+        case "$file" in tests/*) tests+=("$file") ;; *) native+=("$file") ;; esac
     elif grep -q "\"$KX_ROOT/$file\"" build/lint-win32/compile_commands.json; then
         windows+=("$file")
     fi
 done
-say "clang-tidy over ${#native[@]} portable and ${#windows[@]} Windows files ..."
+say "clang-tidy over $((${#native[@]} + ${#tests[@]})) portable and ${#windows[@]} Windows files ..."
 run_tidy() {
     local preset="$1"
     shift
@@ -40,6 +40,9 @@ run_tidy() {
 }
 extra=()
 [ ${#native[@]} -eq 0 ] || run_tidy native "${native[@]}" || bad=1
+# The native tests lean on their compiled header; here it is read as any other.
+extra=("--extra-arg=-include$KX_ROOT/tests/precompiled.h")
+[ ${#tests[@]} -eq 0 ] || run_tidy native "${tests[@]}" || bad=1
 extra=("${mingw[@]}")
 [ ${#windows[@]} -eq 0 ] || run_tidy win32 "${windows[@]}" || bad=1
 [ "$bad" -eq 0 ] && say "clean"
