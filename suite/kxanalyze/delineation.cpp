@@ -18,6 +18,11 @@ constexpr int kBelievedT = 80;
 // How much likelier recordings with P waves are to show one wave before every beat than those without, as a
 // logarithm: by the rule of succession 2.0 to 2.8 in any four of the folds.
 constexpr double kOddsOfLead = 2;
+// From such a PR interval on, by the rules, the networks are shown one of this length: ms, and how long
+// before the complex the segment is cut.
+constexpr int kLongPr = 260;
+constexpr int kUsualPr = 180;
+constexpr int kCutBeforeQrs = 20;
 // The leads' ends follow one that was moved so far.
 constexpr double kLeadShare = 0.5;
 // The T wave of all leads ends so much later than the late quantile of the leads' ends, ms, which is steadier
@@ -181,6 +186,24 @@ WaveBoundaries JoinP(const Beat& beat, const PByRules& rules, const WaveBoundari
     return p;
 }
 
+ShortenedSegment SegmentOf(const QrsByRules& qrs, const PByRules& p) {
+    const int pr = p.all.Present() ? qrs.all.on - p.all.on : 0;
+    return pr > kLongPr ? ShortenedSegment{qrs.all.on - kCutBeforeQrs, pr - kUsualPr} : ShortenedSegment{};
+}
+
+// Where the P wave was before it was shown so much later.
+void PutPBack(int ms, NetworkPoints& points) {
+    points.global[kPOnPoint] -= ms;
+    points.global[kPOffPoint] -= ms;
+    for (auto& lead : points.leads) {
+        lead[kPOnPoint] -= ms;
+        lead[kPOffPoint] -= ms;
+    }
+    for (double& off : points.earlyPOff) {
+        off -= ms;
+    }
+}
+
 }  // namespace
 
 Delineation::Delineation(const TrainedNetworks& weights, const Joining& joining) : joining_(joining) {
@@ -189,14 +212,14 @@ Delineation::Delineation(const TrainedNetworks& weights, const Joining& joining)
     }
 }
 
-void Delineation::Run(const Beat& beat) {
+void Delineation::Run(const Beat& beat, ShortenedSegment segment) {
     for (Network& network : networks_) {
         network.Begin();
     }
     std::size_t count = 0;
     for (std::size_t code = 0; code < beat.leads.size(); ++code) {
         if (beat.leads[code].present) {
-            FillInput(beat, beat.leads[code], input_);
+            FillInput(beat, beat.leads[code], segment, input_);
             for (Network& network : networks_) {
                 network.AddLead(input_, code);
             }
@@ -208,6 +231,7 @@ void Delineation::Run(const Beat& beat) {
         network.Conclude(output_);
     }
     points_.Take(output_, networks_.size());
+    PutPBack(segment.ms, points_);
 }
 
 Waves Delineation::Of(const Beat& beat) {
@@ -218,7 +242,7 @@ Waves Delineation::Of(const Beat& beat) {
     }
     const Place tOff = FindTOff(beat, qrs.all);
     const PByRules p = FindP(beat, qrs.all, tOff);
-    Run(beat);
+    Run(beat, SegmentOf(qrs, p));
     waves.qrs = JoinQrs(beat, qrs, points_, joining_);
     waves.t = JoinT(beat, tOff, waves.qrs, points_, joining_.lateQuantile);
     waves.p = JoinP(beat, p, waves.qrs, points_, joining_);

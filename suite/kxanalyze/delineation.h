@@ -6,6 +6,7 @@
 #include "suite/kxanalyze/boundaries.h"
 #include "suite/kxanalyze/joining.h"
 #include "suite/kxanalyze/network.h"
+#include "suite/kxanalyze/network_input.h"
 
 namespace kx::analysis {
 
@@ -27,7 +28,7 @@ class Delineation {
     Waves Of(const Beat& beat);
 
   private:
-    void Run(const Beat& beat);
+    void Run(const Beat& beat, ShortenedSegment segment);
 
     std::vector<Network> networks_;
     Joining joining_;

@@ -20,7 +20,7 @@ float Squeezed(double value) {
 
 }  // namespace
 
-void FillInput(const Beat& beat, const BeatLead& lead, Rows& input) {
+void FillInput(const Beat& beat, const BeatLead& lead, ShortenedSegment segment, Rows& input) {
     input.Resize(kNetworkInputs, kNetworkPlaces);
     const auto complex = Between(lead.fine, beat.centre - kAroundComplex, beat.centre + kAroundComplex);
     const auto [lowest, highest] = std::minmax_element(complex.begin(), complex.end());
@@ -30,7 +30,7 @@ void FillInput(const Beat& beat, const BeatLead& lead, Rows& input) {
                  wideUnit = kNoises * lead.wideNoise + kLeastRange;
     for (int t = 0; t < kNetworkPlaces; ++t) {
         const int ms = t * kNetworkStepMs - kNetworkBeforeMs;
-        const Place place = beat.centre + ms;
+        const Place shown = beat.centre + ms, place = shown < segment.at ? shown - segment.ms : shown;
         const bool inside = place >= 0 && place < beat.length;
         const double slope = inside ? At(lead.wideSlope, place) : 0;
         input[0][t] = inside ? Squeezed((At(lead.fine, place) - base) / (kLevelPart * range)) : 0;

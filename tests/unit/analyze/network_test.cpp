@@ -64,7 +64,7 @@ TEST(Network, GivesWhatItsTrainingGives) {
             Rows input;
             network.Begin();
             for (const std::size_t code : beats[n].codes) {
-                FillInput(beat, beat.leads[code], input);
+                FillInput(beat, beat.leads[code], {}, input);
                 network.AddLead(input, code);
             }
             network.Conclude(output);
