@@ -40,17 +40,12 @@ function(kx_target name)
                                    _WIN32_WINNT=0x0601 _WIN32_IE=0x0700)
         # SSE arithmetic, so that a double is a double here as it is in the native tests.
         target_compile_options(${name} PRIVATE -msse2 -mfpmath=sse -mstackrealign)
-        # No time of the build in the binary; no table of handlers to be overwritten, because nothing here registers one.
-        target_link_options(${name} PRIVATE -static -Wl,--no-insert-timestamp -Wl,--no-seh -Wl,--gc-sections)
-    endif()
-endfunction()
-
-# kx_guarded(NAME): code that becomes part of the DLL checks the end of its stack frames: a text that is longer than its buffer
-# ends the program instead of going where the text says.
-function(kx_guarded name)
-    if(WIN32)
+        # A function checks the end of its stack frame: a text that is longer than its buffer ends the program instead of
+        # going where the text says.
         target_compile_options(${name} PRIVATE -fstack-protector-strong)
         target_link_options(${name} PUBLIC -fstack-protector-strong)
+        # No time of the build in the binary; no table of handlers to be overwritten, because nothing here registers one.
+        target_link_options(${name} PRIVATE -static -Wl,--no-insert-timestamp -Wl,--no-seh -Wl,--gc-sections)
     endif()
 endfunction()
 
