@@ -18,8 +18,8 @@ constexpr int kBelievedT = 80;
 // How much likelier recordings with P waves are to show one wave before every beat than those without, as a
 // logarithm: by the rule of succession 2.0 to 2.8 in any four of the folds.
 constexpr double kOddsOfLead = 2;
-// From such a PR interval on, by the rules, the networks are shown one of this length: ms, and how long
-// before the complex the segment is cut.
+// From such a PR interval on, of a wave that is clear to the rules, the networks are shown one of this
+// length: ms, and how long before the complex the segment is cut.
 constexpr int kLongPr = 260;
 constexpr int kUsualPr = 180;
 constexpr int kCutBeforeQrs = 20;
@@ -187,7 +187,7 @@ WaveBoundaries JoinP(const Beat& beat, const PByRules& rules, const WaveBoundari
 }
 
 ShortenedSegment SegmentOf(const QrsByRules& qrs, const PByRules& p) {
-    const int pr = p.all.Present() ? qrs.all.on - p.all.on : 0;
+    const int pr = p.all.Present() && p.clearness > 1 ? qrs.all.on - p.all.on : 0;
     return pr > kLongPr ? ShortenedSegment{qrs.all.on - kCutBeforeQrs, pr - kUsualPr} : ShortenedSegment{};
 }
 
